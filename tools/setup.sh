@@ -1,0 +1,97 @@
+#!/bin/bash
+# Brings in what the project needs and the machine lacks: Debian packages, and SQLite's source under .cache/sqlite.
+# Where all is there it ends at once and touches no network. Where it cannot go on, one line says what is missing.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cache=$root/.cache
+log=$cache/setup.log
+
+packages=(
+    ca-certificates g++ cmake ninja-build googletest libgtest-dev libgmock-dev
+    g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
+    wine wine64 libwine-dev fonts-wine fonts-liberation
+    xvfb xdotool imagemagick
+)
+
+sqlitePackage=better-sqlite3@12.11.1
+sqliteSums="60d2f39a3726cd6b9021da6f4e868608d66fbb6528a9f513dc8ffcc640493422  sqlite3.c
+9e69a1353a4288450b0d5239ede11fc7f1f4c8e5eb07491fc8317eacb5b7de7e  sqlite3.h"
+
+fail() {
+    echo "set-up: $*" >&2
+    exit 1
+}
+
+sqliteReady() {
+    [ -f "$cache/sqlite/sqlite3.c" ] && (cd "$cache/sqlite" && sha256sum --quiet --check --status <<<"$sqliteSums") 2>/dev/null
+}
+
+# Prints the packages that are not installed, in the order of the list.
+missingPackages() {
+    local installed package
+    installed=$'\n'$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
+        sed -n 's/^\([^: ]*\)\(:[^ ]*\)\? installed$/\1/p')$'\n'
+    for package in "${packages[@]}"; do
+        [[ $installed == *$'\n'"$package"$'\n'* ]] || echo "$package"
+    done
+    if ! sqliteReady && ! command -v npm >/dev/null; then
+        echo npm
+    fi
+}
+
+asRoot() {
+    if [ "$(id -u)" -eq 0 ]; then
+        env DEBIAN_FRONTEND=noninteractive "$@"
+    else
+        sudo env DEBIAN_FRONTEND=noninteractive "$@"
+    fi
+}
+
+installPackages() {
+    local wanted=("$@") name=unknown version=""
+    [ -r /etc/os-release ] && name=$(. /etc/os-release && echo "$ID") && version=$(. /etc/os-release && echo "${VERSION_ID:-}")
+    [ "$name $version" = "debian 12" ] && command -v apt-get >/dev/null ||
+        fail "this needs Debian 12 and found $name $version; missing here: ${wanted[*]}"
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "neither root nor sudo, so these packages cannot be installed: ${wanted[*]}"
+        sudo -n true 2>/dev/null || { [ -t 0 ] && sudo -v; } ||
+            fail "sudo gives no rights here, so these packages cannot be installed: ${wanted[*]}"
+    fi
+    echo "set-up: installing ${wanted[*]}"
+    # A source that does not answer need not be the one that is wanted, so installing decides.
+    asRoot apt-get -q update >"$log" 2>&1 </dev/null || true
+    if ! asRoot apt-get -q -y -o DPkg::Lock::Timeout=300 install --no-install-recommends "${wanted[@]}" \
+        >>"$log" 2>&1 </dev/null; then
+        grep -qE 'resolving|resolve|Unable to connect|Failed to fetch|Network is unreachable' "$log" &&
+            fail "no network: apt-get cannot reach Debian's packages; missing here: ${wanted[*]} (see ${log#"$root"/})"
+        fail "apt-get cannot install ${wanted[*]}: $(grep '^E:' "$log" | tail -n 1) (see ${log#"$root"/})"
+    fi
+}
+
+fetchSqlite() {
+    local work
+    echo "set-up: fetching SQLite's source"
+    work=$(mktemp -d "$cache/npm.XXXXXX")
+    trap 'rm -rf "$work"' RETURN EXIT
+    (cd "$work" && timeout 300 npm pack --cache "$work/npm" "$sqlitePackage") >"$log" 2>&1 </dev/null ||
+        fail "no network: npm cannot fetch $sqlitePackage, which brings SQLite's source (see ${log#"$root"/})"
+    tar -xzf "$work"/*.tgz -C "$work" package/deps/sqlite3/sqlite3.c package/deps/sqlite3/sqlite3.h ||
+        fail "$sqlitePackage holds no deps/sqlite3/sqlite3.c"
+    (cd "$work/package/deps/sqlite3" && sha256sum --quiet --check --status <<<"$sqliteSums") ||
+        fail "SQLite's source from $sqlitePackage has not the expected SHA-256, so it is not used"
+    mkdir -p "$cache/sqlite"
+    mv "$work"/package/deps/sqlite3/sqlite3.[ch] "$cache/sqlite/"
+    trap - RETURN EXIT
+    rm -rf "$work"
+}
+
+mkdir -p "$cache"
+exec 9>"$cache/setup.lock"
+flock 9
+readarray -t missing < <(missingPackages)
+if [ ${#missing[@]} -gt 0 ]; then
+    installPackages "${missing[@]}"
+fi
+if ! sqliteReady; then
+    fetchSqlite
+fi
