@@ -1,0 +1,102 @@
+// A read-only grid of text cells with fixed header rows, a current cell and a selected range.
+#pragma once
+
+#include "forms/Control.h"
+
+#include <vector>
+
+namespace forms {
+
+enum class SortOrder : std::int16_t {
+    none = 0,
+    genericAscending = 1,
+    genericDescending = 2,
+    stringAscending = 7,
+    stringDescending = 8,
+};
+
+class Grid : public Control {
+public:
+    Grid(Form& form, std::string name) : Control(form, std::move(name), ControlKind::grid) {}
+
+    int rows() const { return static_cast<int>(cells_.size()); }
+    int cols() const { return static_cast<int>(widths_.size()); }
+    int fixedRows() const { return fixedRows_; }
+    int fixedCols() const { return fixedCols_; }
+    void setRows(int rows);
+    void setCols(int cols);
+    void setFixedRows(int rows);
+    void setFixedCols(int cols);
+    /// Empties every cell; rows and columns stay.
+    void clear();
+    /// Takes all data rows at once (below the fixed ones); each has at most cols() cells.
+    void setDataRows(std::vector<std::vector<std::string>> data);
+    /// Adds a row at the end; cells are parted by tabs.
+    void addItem(std::string_view cells);
+    void removeItem(int row);
+
+    const std::string& cell(int row, int col) const; ///< error 9 out of range
+    void setCell(int row, int col, std::string text);
+    int colWidth(int col) const; ///< twips; 0 hides the column
+    void setColWidth(int col, int twips);
+    std::int32_t rowColour(int row) const; ///< foreground 0x00BBGGRR, or kSystemColour
+    void setRowColour(int row, std::int32_t colour);
+
+    int row() const { return row_; }
+    int col() const { return col_; }
+    int rowSel() const { return rowSel_; }
+    int colSel() const { return colSel_; }
+    /// Moves the current cell, takes the selection along, and raises RowColChange when it moved.
+    void setCurrent(int row, int col);
+    void setRow(int row) { setCurrent(row, col_); }
+    void setCol(int col) { setCurrent(row_, col); }
+    /// Makes `row` current and selects it from column 0 to the last.
+    void selectRow(int row);
+    void setColSel(int col);
+    void setRowSel(int row);
+    int topRow() const { return topRow_; }
+    void setTopRow(int row);
+    /// The row the view shows first; raises nothing.
+    void scrolledTo(int row) { topRow_ = row; }
+
+    /// Sorts the data rows by one column, stably. The current row stays at its number.
+    void sort(int column, SortOrder order);
+
+    /// Cell under the pointer, as the view last saw it.
+    int mouseRow() const { return mouseRow_; }
+    int mouseCol() const { return mouseCol_; }
+    void pointedAt(int row, int col);
+
+    std::function<void()> onRowColChange;
+
+    void reset() override;
+    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    bool has(std::string_view member) const override;
+
+private:
+    struct Row {
+        std::vector<std::string> cells;
+        std::int32_t colour = kSystemColour;
+    };
+    Row& rowAt(int row);
+    const Row& rowAt(int row) const;
+    void checkCol(int col) const;
+    void keepCurrentInside();
+
+    std::vector<Row> cells_{2};
+    std::vector<int> widths_{960, 960};
+    int fixedRows_ = 1;
+    int fixedCols_ = 1;
+    int row_ = 1;
+    int col_ = 1;
+    int rowSel_ = 1;
+    int colSel_ = 1;
+    int topRow_ = 1;
+    int mouseRow_ = 0;
+    int mouseCol_ = 0;
+};
+
+/// The one comparison of string sorting and string searching: upper-cased text by character code, case breaking ties.
+int compareText(std::string_view a, std::string_view b);
+
+} // namespace forms

@@ -1,0 +1,88 @@
+// A list of lines with columns: the first column is the line's text, the others its sub-items.
+#pragma once
+
+#include "forms/Control.h"
+
+#include <memory>
+#include <vector>
+
+namespace forms {
+
+class ListView;
+
+/// One line of a list; components reach it as an object with Text, SubItems, Selected, Index and Tag.
+class ListItem : public automation::Object {
+public:
+    ListItem(ListView* list, std::string text) : list_(list), text_(std::move(text)) {}
+
+    const std::string& text() const { return text_; }
+    void setText(std::string text);
+    /// Sub-items count from 1; one that was never set is empty. Error 380-like: 5 for an index below 1.
+    const std::string& subItem(int index) const;
+    void setSubItem(int index, std::string text);
+    /// Tool tip of a cell; 0 is the line's own text.
+    const std::string& toolTip(int column) const;
+    void setToolTip(int column, std::string text);
+    int index() const; ///< from 1; 0 once the line is out of its list
+    bool selected() const;
+    void detach() { list_ = nullptr; }
+
+    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    bool has(std::string_view member) const override;
+    std::string className() const override { return "ListItem"; }
+
+private:
+    ListView* list_;
+    std::string text_;
+    std::string tag_;
+    std::vector<std::string> subItems_;
+    std::vector<std::string> toolTips_;
+};
+
+enum class ColumnAlignment : std::int16_t { left = 0, right = 1, centre = 2 };
+
+struct ListColumn {
+    std::string text;
+    int width = 1440; ///< twips
+    ColumnAlignment alignment = ColumnAlignment::left;
+};
+
+class ListView : public Control {
+public:
+    ListView(Form& form, std::string name) : Control(form, std::move(name), ControlKind::listView) {}
+
+    const std::vector<ListColumn>& columns() const { return columns_; }
+    void setColumns(std::vector<ListColumn> columns);
+    /// Columns count from 1. Error 9 for one that is not there.
+    void setColumnWidth(int column, int twips);
+    void setColumnAlignment(int column, ColumnAlignment alignment);
+
+    int count() const { return static_cast<int>(items_.size()); }
+    /// Lines count from 1. Error 9 for one that is not there.
+    ListItem& item(int index) const;
+    std::shared_ptr<ListItem> itemPtr(int index) const;
+    /// Adds a line at the end. The first line of an empty list becomes the selected one.
+    ListItem& add(std::string text);
+    void remove(int index);
+    void clear();
+
+    int selectedIndex() const { return selected_; } ///< from 1; 0 for none
+    ListItem* selectedItem() const;
+    void select(int index);
+
+    int indexOf(const ListItem* item) const;
+    void itemChanged() { notify(Aspect::items); }
+
+    std::function<void(ListItem&)> onItemClick;
+
+    void reset() override;
+    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    bool has(std::string_view member) const override;
+
+private:
+    std::vector<ListColumn> columns_;
+    std::vector<std::shared_ptr<ListItem>> items_;
+    int selected_ = 0;
+};
+
+} // namespace forms

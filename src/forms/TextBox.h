@@ -1,0 +1,52 @@
+// A box for one text.
+#pragma once
+
+#include "forms/Control.h"
+
+namespace forms {
+
+class TextBox : public Control {
+public:
+    TextBox(Form& form, std::string name) : Control(form, std::move(name), ControlKind::textBox) {}
+
+    /// Raises Change when the text differs; the caret goes to the start.
+    void setText(std::string text) override;
+
+    /// In characters, from 0.
+    int selStart() const { return selStart_; }
+    int selLength() const { return selLength_; }
+    void select(int start, int length);
+    void selectAll();
+
+    int maxLength() const { return maxLength_; } ///< characters; 0 for no limit
+    void setMaxLength(int characters) { maxLength_ = characters; }
+    bool multiLine() const { return multiLine_; }
+    void setMultiLine(bool multiLine) { multiLine_ = multiLine; }
+    bool locked() const { return locked_; }
+    void setLocked(bool locked);
+    bool rightAligned() const { return rightAligned_; }
+    void setRightAligned(bool right) { rightAligned_ = right; }
+
+    /// Decides on text that arrives as a whole (pasted, dropped): the text that would stand in the box afterwards.
+    /// Nothing is taken when it answers false.
+    std::function<bool(const std::string& whole)> acceptsWhole;
+
+    /// What the person's editing made of the text: stores it with the caret and raises Change. Called on the way of a key.
+    void edited(std::string text, int selStart, int selLength);
+    /// The selection as the view has it; raises nothing.
+    void selectionMoved(int start, int length);
+
+    void reset() override;
+    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    bool has(std::string_view member) const override;
+
+private:
+    int selStart_ = 0;
+    int selLength_ = 0;
+    int maxLength_ = 0;
+    bool multiLine_ = false;
+    bool locked_ = false;
+    bool rightAligned_ = false;
+};
+
+} // namespace forms
