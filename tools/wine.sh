@@ -1,0 +1,147 @@
+# Functions that run Windows programs in a prefix and a virtual screen of their own. Sourced, never run.
+#
+# wine_start [screen]   makes both ready; "screen" uses the user's screen in place of a virtual one
+# wine_stop             ends every program in the prefix and the screen, and removes the prefix
+# wine_run [-t S] PROGRAM ARGUMENT...   runs one program, at most S seconds (60), prints what it prints
+# wine_path FILE        the Windows path of a Linux path
+#
+# A script that a test run starts finds prefix and screen ready (WINEPREFIX, DISPLAY) and only calls wine_run.
+[ -n "${root:-}" ] || root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+wineHome=$root/.cache/wine
+wineOwned=""
+screenPid=""
+
+export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
+# No offers to install run-times, and no debugger's dialog that waits for ever after a crash.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d"
+# Typing beyond ASCII needs a UTF-8 locale, which every Debian has under this name.
+export LC_ALL=C.UTF-8
+
+wine_path() {
+    local path
+    path=$(realpath -m -- "$1")
+    echo "Z:${path//\//\\}"
+}
+
+# The output goes through a file: processes that Wine leaves in the background would keep a pipe open.
+wine_run() {
+    local limit=60 output status=0
+    if [ "$1" = -t ]; then
+        limit=$2
+        shift 2
+    fi
+    output=$(mktemp)
+    timeout --foreground -k 5 "$limit" wine "$@" >"$output" 2>&1 </dev/null || status=$?
+    cat "$output"
+    rm -f "$output"
+    [ "$status" -ne 124 ] || echo "ended after $limit seconds: $*" >&2
+    return "$status"
+}
+
+# Prints the folder of a ready prefix that others are copied from, making it the first time.
+wineTemplate() (
+    set -e
+    recipe=$(dpkg-query -W -f='${Version}' wine)-1
+    template=$wineHome/template-$recipe
+    mkdir -p "$wineHome"
+    exec 8>"$wineHome/lock"
+    flock 8
+    if [ ! -d "$template" ]; then
+        echo "Wine: making a prefix (once)" >&2
+        rm -rf "$wineHome"/template-*
+        export WINEPREFIX=$wineHome/new
+        rm -rf "$WINEPREFIX"
+        # No locks of ours for the processes that stay.
+        {
+            env -u DISPLAY timeout -k 5 240 wineboot -i
+            env -u DISPLAY timeout -k 5 60 wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+            # Wine does not look for its own fonts in Debian's folder.
+            ln -sf /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
+            timeout 60 wineserver -w || timeout 10 wineserver -k || true
+        } >"$wineHome/template.log" 2>&1 </dev/null 8>&-
+        grep -q '^"Managed"="N"' "$WINEPREFIX/user.reg" || {
+            echo "Wine: a prefix could not be made (see .cache/wine/template.log)" >&2
+            exit 1
+        }
+        mv "$WINEPREFIX" "$template"
+    fi
+    echo "$template"
+)
+
+# Removes what a run left that was ended by force.
+wineSweep() {
+    local old
+    for old in "$wineHome"/run.*; do
+        [ -d "$old" ] && ! kill -0 "${old##*.}" 2>/dev/null || continue
+        WINEPREFIX=$old timeout 10 wineserver -k >/dev/null 2>&1 || true
+        rm -rf "$old"
+    done
+}
+
+# A copy of the template; the system's many files are shared with it by hard links, the registry is not.
+winePrefix() {
+    local template
+    template=$(wineTemplate) || return 1
+    wineSweep
+    export WINEPREFIX=$wineHome/run.$$
+    cp -al "$template" "$WINEPREFIX"
+    (cd "$template" && find . -maxdepth 1 -type f -o -path ./drive_c/windows/'*.ini' -type f) | while read -r file; do
+        cp -a --remove-destination "$template/$file" "$WINEPREFIX/$file"
+    done
+    wineOwned=1
+}
+
+screenAnswers() {
+    [ -n "${DISPLAY:-}" ] && timeout 5 xdotool getdisplaygeometry >/dev/null 2>&1
+}
+
+# A virtual screen under the first free number; no window manager, which is steady and quick.
+screenStart() {
+    local answer=$WINEPREFIX/screen waited=0
+    : >"$answer"
+    Xvfb -displayfd 7 -screen 0 1280x1024x24 -nolisten tcp -noreset 7>"$answer" >"$WINEPREFIX/screen.log" 2>&1 </dev/null &
+    screenPid=$!
+    until [ -s "$answer" ] && DISPLAY=:$(<"$answer") screenAnswers; do
+        waited=$((waited + 1))
+        if [ "$waited" -gt 300 ] || ! kill -0 "$screenPid" 2>/dev/null; then
+            echo "the virtual screen does not start: $(tail -n 1 "$WINEPREFIX/screen.log")" >&2
+            return 1
+        fi
+        sleep 0.1
+    done
+    DISPLAY=:$(<"$answer")
+    export DISPLAY
+    unset XAUTHORITY WAYLAND_DISPLAY
+}
+
+wine_start() {
+    winePrefix || return 1
+    if [ "${1:-}" = screen ]; then
+        sed -i 's/^"Managed"="N"/"Managed"="Y"/' "$WINEPREFIX/user.reg"
+    else
+        screenStart || return 1
+    fi
+    # One server and one desktop for the whole run, started here so that no test's pipe is held open by them.
+    timeout 30 wineserver -p >/dev/null 2>&1 </dev/null || return 1
+    timeout -k 5 60 wine start /wait /b rundll32.exe >/dev/null 2>&1 </dev/null || true
+    timeout -k 5 60 wine cmd /c exit >/dev/null 2>&1 </dev/null || {
+        echo "Wine does not start a program in $WINEPREFIX" >&2
+        return 1
+    }
+}
+
+wine_stop() {
+    if [ -n "$wineOwned" ]; then
+        timeout 10 wineserver -k >/dev/null 2>&1 || true
+        timeout 10 wineserver -w >/dev/null 2>&1 || true
+    fi
+    if [ -n "$screenPid" ]; then
+        kill "$screenPid" 2>/dev/null || true
+        wait "$screenPid" 2>/dev/null || true
+        screenPid=""
+    fi
+    if [ -n "$wineOwned" ]; then
+        rm -rf "$WINEPREFIX"
+        wineOwned=""
+    fi
+}
