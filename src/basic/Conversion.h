@@ -14,6 +14,9 @@ namespace basic {
 // Numbers are read and written with "." as decimal sign whatever the locale says, since the module splices them into
 // statements and reads them back.
 
+/// The value itself, freed of references and objects. Null and Empty stay; errors 13 and 91 as above.
+automation::Value plainValue(const automation::Value& value);
+
 /// Halves go to the even neighbour, exactly: text, decimals and currency are not taken through a double.
 /// Errors: 6 out of range, 13 text that is no number.
 std::int16_t cInt(const automation::Value& value);

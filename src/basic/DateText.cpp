@@ -1,0 +1,217 @@
+#include "basic/DateText.h"
+
+#include "basic/Calendar.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <vector>
+
+namespace basic {
+namespace {
+
+constexpr std::array<std::string_view, 12> kMonths = {"January",   "February", "March",    "April",
+                                                      "May",       "June",     "July",     "August",
+                                                      "September", "October",  "November", "December"};
+/// Two-digit years up to this one are in the 2000s.
+constexpr int kLastYearOf2000s = 29;
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+bool isLetter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+bool same(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (lower(a[i]) != lower(b[i])) return false;
+    return true;
+}
+
+/// 0 when the word is no month.
+int monthNamed(std::string_view word) {
+    for (std::size_t i = 0; i < kMonths.size(); ++i)
+        if (same(word, kMonths[i]) || same(word, kMonths[i].substr(0, 3))) return static_cast<int>(i) + 1;
+    return 0;
+}
+
+struct Field {
+    std::string_view text;
+    bool isWord() const { return isLetter(text.front()); }
+    /// At most four digits were taken.
+    int number() const {
+        int value = 0;
+        for (char c : text) value = value * 10 + (c - '0');
+        return value;
+    }
+};
+
+std::string_view takeWhile(std::string_view& text, bool (*belongs)(char)) {
+    std::size_t n = 0;
+    while (n < text.size() && belongs(text[n])) ++n;
+    const std::string_view taken = text.substr(0, n);
+    text.remove_prefix(n);
+    return taken;
+}
+
+/// The three fields of a date, parted alike unless one is a month's name.
+std::optional<std::array<Field, 3>> fieldsOf(std::string_view text, const Locale& locale) {
+    std::array<Field, 3> fields;
+    std::array<char, 2> separators{};
+    bool named = false;
+    for (std::size_t i = 0; i < 3; ++i) {
+        fields[i].text = takeWhile(text, isDigit);
+        if (fields[i].text.empty()) fields[i].text = takeWhile(text, isLetter);
+        if (fields[i].text.empty()) return std::nullopt;
+        if (fields[i].isWord()) {
+            if (named) return std::nullopt;
+            named = true;
+        } else if (fields[i].text.size() > 4) {
+            return std::nullopt;
+        }
+        if (i == 2) break;
+        separators[i] = takeWhile(text, isBlank).empty() ? '\0' : ' ';
+        if (!text.empty() && (std::string_view("/-.,").find(text.front()) != std::string_view::npos ||
+                              text.front() == locale.dateSeparator)) {
+            separators[i] = text.front();
+            text.remove_prefix(1);
+            takeWhile(text, isBlank);
+        }
+        if (separators[i] == '\0' && !named) return std::nullopt;
+    }
+    if (!text.empty() || (!named && separators[0] != separators[1])) return std::nullopt;
+    return fields;
+}
+
+std::optional<int> yearOf(const Field& field) {
+    if (field.isWord()) return std::nullopt;
+    const int year = field.number();
+    if (field.text.size() == 4) return year >= 100 ? std::optional(year) : std::nullopt;
+    if (field.text.size() > 2) return std::nullopt;
+    return year <= kLastYearOf2000s ? 2000 + year : 1900 + year;
+}
+
+/// Day or month by number; 0 when it can be neither.
+int shortNumber(const Field& field) { return field.isWord() || field.text.size() > 2 ? 0 : field.number(); }
+
+std::optional<CivilTime> parseDay(std::string_view text, const Locale& locale) {
+    const auto fields = fieldsOf(text, locale);
+    if (!fields) return std::nullopt;
+    const auto& [a, b, c] = *fields;
+    std::optional<int> year;
+    int month = 0, day = 0;
+    const auto take = [&](const Field& y, int m, const Field& d) {
+        year = yearOf(y);
+        month = m;
+        day = shortNumber(d);
+    };
+    const bool yearFirst = a.text.size() == 4 || locale.dateOrder == DateOrder::yearMonthDay;
+    if (a.isWord())
+        take(c, monthNamed(a.text), b);
+    else if (b.isWord())
+        a.text.size() == 4 ? take(a, monthNamed(b.text), c) : take(c, monthNamed(b.text), a);
+    else if (yearFirst)
+        take(a, shortNumber(b), c);
+    else if (locale.dateOrder == DateOrder::monthDayYear)
+        take(c, shortNumber(a), b);
+    else
+        take(c, shortNumber(b), a);
+    if (!year) return std::nullopt;
+    const std::chrono::year_month_day calendar{std::chrono::year{*year},
+                                               std::chrono::month{static_cast<unsigned>(month)},
+                                               std::chrono::day{static_cast<unsigned>(day)}};
+    if (!calendar.ok()) return std::nullopt;
+    return CivilTime{*year, month, day};
+}
+
+bool parseTime(std::string_view text, CivilTime& parts) {
+    std::vector<int> numbers;
+    for (;;) {
+        const std::string_view digits = takeWhile(text, isDigit);
+        if (digits.empty() || digits.size() > 2) return false;
+        numbers.push_back(Field{digits}.number());
+        if (text.empty() || text.front() != ':') break;
+        text.remove_prefix(1);
+    }
+    if (numbers.size() < 2 || numbers.size() > 3) return false;
+    numbers.resize(3);
+    text = trimmed(text);
+    if (!text.empty()) {
+        const bool afternoon = same(text, "PM");
+        if ((!afternoon && !same(text, "AM")) || numbers[0] < 1 || numbers[0] > 12) return false;
+        numbers[0] = numbers[0] % 12 + (afternoon ? 12 : 0);
+    }
+    if (numbers[0] > 23 || numbers[1] > 59 || numbers[2] > 59) return false;
+    parts.hour = numbers[0];
+    parts.minute = numbers[1];
+    parts.second = numbers[2];
+    return true;
+}
+
+} // namespace
+
+std::optional<automation::Date> parseDate(std::string_view text, const Locale& locale) {
+    text = trimmed(text);
+    CivilTime parts;
+    std::size_t dayEnd = text.size();
+    if (const std::size_t colon = text.find(':'); colon != std::string_view::npos) {
+        std::size_t timeStart = colon;
+        while (timeStart > 0 && isDigit(text[timeStart - 1])) --timeStart;
+        CivilTime time;
+        if (!parseTime(text.substr(timeStart), time)) return std::nullopt;
+        if (timeStart == 0) return dateOf(time.year, time.month, time.day, time.hour, time.minute, time.second);
+        if (!isBlank(text[timeStart - 1])) return std::nullopt;
+        dayEnd = timeStart;
+        parts = time;
+    }
+    const std::optional<CivilTime> day = parseDay(trimmed(text.substr(0, dayEnd)), locale);
+    if (!day) return std::nullopt;
+    return dateOf(day->year, day->month, day->day, parts.hour, parts.minute, parts.second);
+}
+
+std::string dateText(automation::Date date, const Locale& locale) {
+    const CivilTime parts = civil(date);
+    const std::string time = padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
+    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time;
+
+    std::string text;
+    const std::string_view pattern = locale.shortDate;
+    for (std::size_t i = 0; i < pattern.size();) {
+        const char c = pattern[i];
+        if (c == '\'') {
+            const std::size_t end = std::min(pattern.find('\'', i + 1), pattern.size());
+            text += pattern.substr(i + 1, end - i - 1);
+            i = std::min(end + 1, pattern.size());
+            continue;
+        }
+        std::size_t run = 1;
+        while (i + run < pattern.size() && pattern[i + run] == c) ++run;
+        if (c == 'd')
+            text += padded(parts.day, std::min<std::size_t>(run, 2));
+        else if (c == 'M')
+            text += run <= 2 ? padded(parts.month, run)
+                             : std::string(monthName(parts.month).substr(0, run == 3 ? 3 : std::string::npos));
+        else if (c == 'y')
+            text += run <= 2 ? padded(parts.year % 100, 2) : padded(parts.year, 4);
+        else
+            text.append(run, c);
+        i += run;
+    }
+    return parts.hour || parts.minute || parts.second ? text + " " + time : text;
+}
+
+std::string padded(int number, std::size_t width) {
+    std::string text = std::to_string(number);
+    if (text.size() < width) text.insert(0, width - text.size(), '0');
+    return text;
+}
+
+std::string_view monthName(int month) { return kMonths[static_cast<std::size_t>(month - 1)]; }
+
+} // namespace basic
