@@ -121,6 +121,10 @@ wine_start() {
     else
         screenStart || return 1
     fi
+    wineServe
+}
+
+wineServe() {
     # One server and one desktop for the whole run, started here so that no test's pipe is held open by them.
     timeout 30 wineserver -p >/dev/null 2>&1 </dev/null || return 1
     timeout -k 5 60 wine start /wait /b rundll32.exe >/dev/null 2>&1 </dev/null || true
