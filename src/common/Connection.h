@@ -1,0 +1,44 @@
+// The host's ADO connection by its members, and the scope of a transaction on it.
+#pragma once
+
+#include "common/Recordset.h"
+
+namespace goodsreq {
+
+/// Shares the host's connection; never opens or closes it.
+class Connection {
+public:
+    explicit Connection(automation::ObjectPtr object) : object_(std::move(object)) {}
+
+    const automation::ObjectPtr& object() const { return object_; }
+    /// Error 91 where the session has no connection; the provider's error where it is closed or refuses.
+    Recordset execute(const std::string& statement) const;
+    void beginTrans() const;
+    void commitTrans() const;
+    void rollbackTrans() const;
+
+private:
+    automation::Object& connection() const;
+
+    automation::ObjectPtr object_;
+};
+
+/// Rolls back at its end unless it was committed. Where beginning fails it rolls back too, so that a transaction left open
+/// by an earlier failure does not refuse every save that follows.
+class Transaction {
+public:
+    explicit Transaction(const Connection& connection);
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction();
+
+    void commit();
+
+private:
+    void rollbackQuietly() noexcept;
+
+    Connection connection_;
+    bool finished_ = false;
+};
+
+} // namespace goodsreq

@@ -1,0 +1,46 @@
+#include "common/Module.h"
+
+namespace goodsreq {
+namespace {
+
+template <class F> F& single(std::shared_ptr<F>& form, const std::function<std::shared_ptr<F>(Module&)>& make, Module& module) {
+    if (!form) form = make(module);
+    return *form;
+}
+
+} // namespace
+
+Module::Module(forms::Desktop& desktop, automation::ObjectFactory factory, FormMakers makers, std::string folder)
+    : desktop_(desktop), factory_(std::move(factory)), makers_(std::move(makers)), folder_(std::move(folder)) {}
+
+Module::~Module() = default;
+
+frmMaster& Module::master() { return single(master_, makers_.master, *this); }
+
+frmcancelreason& Module::cancelReason() { return single(cancelReason_, makers_.cancelReason, *this); }
+
+frmRequest& Module::request() { return single(request_, makers_.request, *this); }
+
+frmRequestDetail& Module::requestDetail() { return single(requestDetail_, makers_.requestDetail, *this); }
+
+CommonDb Module::createCommonDb() const { return CommonDb(create("CommonModule.clsCommonDB"), session.connection); }
+
+Recordset Module::openRecordset(const std::string& query, Cursor cursor, Lock lock) const {
+    Recordset recordset(create("ADODB.Recordset"));
+    recordset.object()->call("Open", query, session.connection, static_cast<std::int32_t>(cursor),
+                             static_cast<std::int32_t>(lock));
+    return recordset;
+}
+
+void Module::inform(const std::string& text) const {
+    ask({text, session.messageBoxCaption, forms::MessageIcon::information, forms::MessageButtons::ok, forms::Answer::ok});
+}
+
+bool Module::confirm(const std::string& text, forms::MessageIcon icon) const {
+    return ask({text, session.messageBoxCaption, icon, forms::MessageButtons::yesNo, forms::Answer::no}) ==
+           forms::Answer::yes;
+}
+
+forms::Answer Module::ask(const forms::Message& message) const { return desktop_.messageBox(message); }
+
+} // namespace goodsreq

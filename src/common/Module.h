@@ -1,0 +1,75 @@
+// The module as a whole: its session, its forms, and what they need of the world.
+#pragma once
+
+#include "common/CommonDb.h"
+#include "common/Connection.h"
+#include "common/Session.h"
+#include "forms/Desktop.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace goodsreq {
+
+class frmMaster;
+class frmcancelreason;
+class frmRequest;
+class frmRequestDetail;
+class Module;
+
+/// How each form is made on its first use. Whoever runs the module fills this in, so that the forms' folders need not
+/// know one another.
+struct FormMakers {
+    std::function<std::shared_ptr<frmMaster>(Module&)> master;
+    std::function<std::shared_ptr<frmcancelreason>(Module&)> cancelReason;
+    std::function<std::shared_ptr<frmRequest>(Module&)> request;
+    std::function<std::shared_ptr<frmRequestDetail>(Module&)> requestDetail;
+};
+
+/// One user at one screen. The component keeps the process's one; a test makes as many as it has users.
+class Module {
+public:
+    /// `folder` is where the component itself is loaded from, without a separator at its end.
+    Module(forms::Desktop& desktop, automation::ObjectFactory factory, FormMakers makers, std::string folder);
+    Module(const Module&) = delete;
+    Module& operator=(const Module&) = delete;
+    ~Module();
+
+    Session session;
+
+    forms::Desktop& desktop() const { return desktop_; }
+    const std::string& folder() const { return folder_; }
+
+    /// Single instances, made on first use. Reading a form's variables this way does not load it; see forms::touch.
+    frmMaster& master();
+    frmcancelreason& cancelReason();
+    frmRequest& request();
+    frmRequestDetail& requestDetail();
+
+    /// Error 429 where the component is missing.
+    automation::ObjectPtr create(std::string_view progId) const { return factory_(progId); }
+    CommonDb createCommonDb() const;
+    Connection connection() const { return Connection(session.connection); }
+    /// Opens a query on the session's connection.
+    Recordset openRecordset(const std::string& query, Cursor cursor = Cursor::forwardOnly,
+                            Lock lock = Lock::readOnly) const;
+
+    /// A refusal or a remark: information icon, OK.
+    void inform(const std::string& text) const;
+    /// A question: Yes or No, No as the default. True on Yes.
+    bool confirm(const std::string& text, forms::MessageIcon icon = forms::MessageIcon::question) const;
+    forms::Answer ask(const forms::Message& message) const;
+
+private:
+    forms::Desktop& desktop_;
+    automation::ObjectFactory factory_;
+    FormMakers makers_;
+    std::string folder_;
+    std::shared_ptr<frmMaster> master_;
+    std::shared_ptr<frmcancelreason> cancelReason_;
+    std::shared_ptr<frmRequest> request_;
+    std::shared_ptr<frmRequestDetail> requestDetail_;
+};
+
+} // namespace goodsreq

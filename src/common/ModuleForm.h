@@ -1,0 +1,31 @@
+// What every form of the module has: the module, its session, and traps under its own name.
+#pragma once
+
+#include "common/Module.h"
+#include "common/basGRtoShop.h"
+#include "forms/Form.h"
+
+namespace goodsreq {
+
+class ModuleForm : public forms::Form {
+protected:
+    ModuleForm(Module& module, std::string name) : forms::Form(module.desktop(), std::move(name)), module_(module) {}
+
+    Module& module() const { return module_; }
+    Session& session() const { return module_.session; }
+    /// Runs a handler's body; its errors are reported under the form's name and the routine's.
+    bool trap(const std::string& routine, const std::function<void()>& body) const {
+        return goodsreq::trap(module_, name() + " ", routine, body);
+    }
+    /// Text of a value as the user reads it.
+    std::string shown(const automation::Value& value) const;
+    /// A key-press handler for a box in which Enter moves on.
+    std::function<void(std::int16_t&)> enterMovesOn() const {
+        return [this](std::int16_t& character) { EnterToTab(module_, character); };
+    }
+
+private:
+    Module& module_;
+};
+
+} // namespace goodsreq

@@ -1,0 +1,61 @@
+#include "common/Recordset.h"
+
+#include "basic/Conversion.h"
+
+namespace goodsreq {
+namespace {
+
+void closeQuietly(const automation::ObjectPtr& recordset) noexcept {
+    try {
+        if (recordset && basic::cLng(recordset->get("State")) != 0) recordset->call("Close");
+    } catch (...) {
+        // A record set that cannot even be closed is of no more use; the error that led here is the one to report.
+    }
+}
+
+} // namespace
+
+Recordset& Recordset::operator=(Recordset&& other) noexcept {
+    if (this != &other) {
+        closeQuietly(object_);
+        object_ = std::move(other.object_);
+    }
+    return *this;
+}
+
+Recordset::~Recordset() { closeQuietly(object_); }
+
+bool Recordset::isOpen() const { return object_ && basic::cLng(object_->get("State")) != 0; }
+
+bool Recordset::eof() const { return basic::cBool(object_->get("EOF")); }
+
+void Recordset::moveNext() { object_->call("MoveNext"); }
+
+std::int32_t Recordset::recordCount() const { return basic::cLng(object_->get("RecordCount")); }
+
+Field Recordset::field(std::string_view name) const { return Field(object_->call("Fields", name).objectPtr()); }
+
+std::vector<Field> Recordset::fields() const {
+    automation::ObjectPtr list = object_->get("Fields").objectPtr();
+    std::vector<Field> result;
+    const std::int32_t count = basic::cLng(list->get("Count"));
+    result.reserve(static_cast<std::size_t>(count));
+    for (std::int32_t i = 0; i < count; ++i) result.emplace_back(list->call("Item", i).objectPtr());
+    return result;
+}
+
+automation::Value Recordset::value(int position) const {
+    return Field(object_->call("Fields", std::int32_t{position}).objectPtr()).value();
+}
+
+void Recordset::addNew() { object_->call("AddNew"); }
+
+void Recordset::set(std::string_view name, automation::Value value) {
+    object_->call("Fields", name).object().put("Value", std::move(value));
+}
+
+void Recordset::update() { object_->call("Update"); }
+
+void Recordset::close() { object_->call("Close"); }
+
+} // namespace goodsreq

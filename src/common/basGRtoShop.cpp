@@ -1,0 +1,113 @@
+#include "common/basGRtoShop.h"
+
+#include "automation/RunTimeError.h"
+#include "basic/Conversion.h"
+#include "basic/Numbers.h"
+#include "basic/Text.h"
+
+namespace goodsreq {
+
+using automation::RunTimeError;
+using automation::Value;
+
+namespace {
+
+constexpr const char* kModuleName = "basGRtoShop ";
+
+std::string key(const std::string& name) { return basic::ucase(basic::trim(name)); }
+
+} // namespace
+
+void LoadListViewLayout(Module& module, const std::string& screenName, forms::ListView& list,
+                        const std::string& moduleName) {
+    trap(module, kModuleName, "LoadListViewLayout", [&] {
+        Recordset layout = module.openRecordset(
+            "select * from alistviewdetails where lvwdid=(select lvwid from alistviewheader where  "
+            " ltrim(rtrim(upper(lvwtransname)))=" + quoted(key(screenName)) +
+            " and ltrim(rtrim(upper(lvwname)))=" + quoted(key(list.name())) +
+            " and ltrim(rtrim(upper(lvwmodulename)))=" + quoted(key(moduleName)) + ")");
+        if (!layout.eof()) {
+            const Field column = layout.field("lvwcolid");
+            const Field width = layout.field("lvwdcolwidth");
+            const Field alignment = layout.field("lvwdcolalign");
+            for (; !layout.eof(); layout.moveNext()) {
+                const int index = static_cast<int>(basic::val(basic::concatText(column.value())));
+                list.setColumnWidth(index, basic::cLng(width.value()));
+                list.setColumnAlignment(index, static_cast<forms::ColumnAlignment>(basic::cInt(alignment.value())));
+            }
+        }
+        layout.close();
+    });
+}
+
+void UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition) {
+    trap(module, kModuleName, "UpdateEditedRow", [&] {
+        std::string query = listQuery;
+        if (const auto order = query.find("order by"); order != std::string::npos) query.erase(order);
+        query += query.find("where") != std::string::npos ? " and " : " where ";
+        Recordset record = module.openRecordset(query + condition);
+        if (record.eof()) {
+            record.close();
+            return;
+        }
+        const std::vector<Field> fields = record.fields();
+        int row = grid.row();
+        if (module.session.editMode != "E") {
+            const bool isEmpty = grid.rows() == 2 && grid.cell(1, 0).empty();
+            if (!isEmpty) grid.addItem(basic::concatText(fields.at(0).value()) + "\t");
+            row = grid.rows() - 1;
+        }
+        for (std::size_t col = 0; col < fields.size(); ++col)
+            grid.setCell(row, static_cast<int>(col),
+                         basic::trim(basic::concatText(fields[col].value(), module.desktop().locale())));
+        grid.selectRow(row);
+        record.close();
+    });
+}
+
+void ReportError(Module& module, const std::string& moduleName, const std::string& routine, long number,
+                 const std::string& source, const std::string& description) {
+    const Session& session = module.session;
+    std::string userName;
+    try {
+        CommonDb db(module.create("CommonModule.clscommondb"), session.connection);
+        userName = basic::concatText(db.lookUp("LOUSERS where userid=" + std::to_string(session.userId) +
+                                                   " and shopid = " + std::to_string(session.shopId),
+                                               "username"));
+    } catch (...) {
+        // The error to report may be the very one that keeps the name from being read.
+    }
+    try {
+        module.create("ErrorHandler.ErrorDetails")
+            ->call("ErrorTrack", moduleName, userName, routine, static_cast<std::int32_t>(number), source, description,
+                   session.editMode, true);
+    } catch (...) {
+        module.ask({"Error " + std::to_string(number) + " in " + source + "\r\n" + description,
+                    session.messageBoxCaption, forms::MessageIcon::critical, forms::MessageButtons::ok,
+                    forms::Answer::ok});
+    }
+}
+
+bool trap(Module& module, const std::string& moduleName, const std::string& routine, const std::function<void()>& body) {
+    try {
+        body();
+        return true;
+    } catch (const RunTimeError& error) {
+        ReportError(module, moduleName, routine, error.number(), error.source(), error.description());
+    } catch (const std::bad_alloc&) {
+        ReportError(module, moduleName, routine, 7, "goodsreq", "Out of memory");
+    } catch (const std::exception& error) {
+        ReportError(module, moduleName, routine, automation::kInvalidCall, "goodsreq", error.what());
+    } catch (...) {
+        ReportError(module, moduleName, routine, automation::kInvalidCall, "goodsreq", "Unknown error");
+    }
+    return false;
+}
+
+void EnterToTab(Module& module, std::int16_t character) {
+    if (character == forms::kKeyReturn) module.desktop().sendKeys("{TAB}");
+}
+
+std::string quoted(std::string_view text) { return "'" + basic::replaceAll(text, "'", "''") + "'"; }
+
+} // namespace goodsreq
