@@ -35,7 +35,7 @@ wine_start || {
 failed=0
 # Every test of a program that did not end well has failed, also those that a crash kept from running.
 runProgram() {
-    local program=$1 name log listed test
+    local program=$1 name log listed test status=0 before=$failed
     name=$(basename "$program" .exe)
     log=$out/$name.log
     listed=$(wine_run "$program" --gtest_list_tests | tr -d '\r' |
@@ -46,7 +46,9 @@ runProgram() {
         failed=1
         return
     fi
-    (cd "$(dirname "$program")" && wine_run -t 600 "$program" --gtest_color=no --gtest_brief=0) 2>&1 | tr -d '\r' >"$log" || true
+    (cd "$(dirname "$program")" && wine_run -t 600 "$program" --gtest_color=no --gtest_brief=0) 2>&1 |
+        tr -d '\r' >"$log" || status=$?
+    failed=0
     while read -r test; do
         if grep -qE "\[       OK \] ${test//./\\.}(,| \()" "$log"; then
             echo "ok $test"
@@ -56,6 +58,11 @@ runProgram() {
             testOutput "$test" "$log"
         fi
     done <<<"$listed"
+    if [ "$status" -ne 0 ] && [ "$failed" -eq 0 ]; then
+        echo "FAILED $name ended with status $status after its tests"
+        failed=1
+    fi
+    [ "$before" -eq 0 ] || failed=1
 }
 
 # What a test of a GoogleTest program printed; where it never ran, the end of the log.

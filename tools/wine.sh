@@ -112,6 +112,8 @@ screenStart() {
     DISPLAY=:$(<"$answer")
     export DISPLAY
     unset XAUTHORITY WAYLAND_DISPLAY
+    # A plain colour behind the windows; for the pictures only.
+    timeout 10 display -window root -size 1280x1024 xc:'#5a7fa3' >/dev/null 2>&1 || true
 }
 
 wine_start() {
