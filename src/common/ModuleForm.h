@@ -17,6 +17,8 @@ protected:
     bool trap(const std::string& routine, const std::function<void()>& body) const {
         return goodsreq::trap(module_, name() + " ", routine, body);
     }
+    /// Whether a flag of the database is set; one that is null or missing is not.
+    static bool isTrue(const automation::Value& flag);
     /// Text of a value as the user reads it.
     std::string shown(const automation::Value& value) const;
     /// A key-press handler for a box in which Enter moves on.

@@ -1,0 +1,91 @@
+#include "common/Packing.h"
+
+#include "automation/RunTimeError.h"
+#include "basic/Conversion.h"
+#include "basic/Format.h"
+#include "basic/Numbers.h"
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+constexpr int kPackName = 1;
+constexpr int kPackQuantity = 2;
+
+} // namespace
+
+double fnGetSellingPrice(Module& module, std::int32_t itemId, std::int32_t currencyId) {
+    const Session& s = module.session;
+    const std::string item = std::to_string(itemId);
+    Recordset retail = module.openRecordset("select Packingtypeid from vwitemretailpacking where itemid=" + item);
+    const std::int32_t packing = retail.eof() ? 0 : basic::cLng(retail.value("Packingtypeid"));
+    retail.close();
+    Recordset prices = module.openRecordset("spSellingPriceFetch " + std::to_string(s.companyId) + "," +
+                                            std::to_string(s.shopId) + ",0," + item + "," + std::to_string(packing) +
+                                            ",1," + std::to_string(currencyId));
+    if (prices.eof()) return 0;
+    const Value price = prices.value(s.screenId == kInterDivisionSales ? "WP" : "SP");
+    return price.isNull() ? 0 : basic::val(basic::format(price, "0.00"));
+}
+
+Value fnGetShipmentSellingPrice(Module& module, std::int32_t itemId, std::int32_t shopId) {
+    const std::string item = std::to_string(itemId);
+    Recordset fixed = module.openRecordset("SELECT PriceFixedAtHq FROM aItem"
+                                           " WHERE ItemId = " + item);
+    bool atHeadOffice = false;
+    if (!fixed.eof()) {
+        const Value flag = fixed.value(0);
+        atHeadOffice = !flag.isNull() && basic::cBool(flag);
+    }
+    fixed.close();
+    Recordset prices = module.openRecordset("SELECT SellingPrice "
+                                            " FROM vwItemRetailPacking irp, "
+                                            " losShopItemShipmentDetail sisd"
+                                            " WHERE irp.ItemId = sisd.ItemId"
+                                            " AND irp.PackingTypeId = sisd.PackingTypeId"
+                                            " AND sisd.ItemId = " + item +
+                                            (atHeadOffice ? std::string(" AND sisd.ShopId IS NULL")
+                                                          : " AND sisd.ShopId = " + std::to_string(shopId)));
+    return prices.eof() ? Value() : prices.value(0);
+}
+
+void FillPackingTypes(Module& module, forms::ListView& list, std::int32_t itemId) {
+    Recordset packings = module.openRecordset(
+        "select ad.packingtypeid ,PackingTypeName,'' as qty from aitempackingdetail ad,apackingtype ap,"
+        " apackingtypecapacitydetail ac,aitem ai where ad.itemid = " + std::to_string(itemId) +
+        " and ad.packingtypeid=ap.packingtypeid and ad.itemid=ai.itemid and "
+        " ac.unitsid=ai.unitsid and ac.packingtypeid=ad.packingtypeid and ad.active=1");
+    list.clear();
+    if (packings.eof()) return;
+    const Field id = packings.field("packingtypeid");
+    const Field packingName = packings.field("packingtypename");
+    const Field quantity = packings.field("qty");
+    for (; !packings.eof(); packings.moveNext()) {
+        forms::ListItem& line = list.add(basic::concatText(id.value()));
+        line.setSubItem(kPackName, basic::concatText(packingName.value()));
+        line.setSubItem(kPackQuantity, basic::concatText(quantity.value()));
+    }
+}
+
+void FillPackingQuantities(Module& module, forms::ListView& list, std::int32_t itemId, double quantity) {
+    for (int i = 1; i <= list.count(); ++i) {
+        Recordset capacity = module.openRecordset(
+            "select isnull(pk.quantity,0) qty from apackingtypecapacitydetail pk, aitem a "
+            "where  a.itemid =" + std::to_string(itemId) + " and pk.packingtypeid=" + list.item(i).text() +
+            " and a.unitsid=pk.unitsid");
+        if (capacity.eof()) continue;
+        const double units = basic::cDbl(capacity.value("qty"));
+        if (units == 0) automation::raise(automation::kDivisionByZero);
+        list.item(i).setSubItem(kPackQuantity, basic::format(quantity / units, "#0.00"));
+    }
+}
+
+std::string fnGetUnitCode(Module& module, std::int32_t itemId) {
+    const CommonDb db(module.create("CommonModule.clscommondb"), module.session.connection);
+    return basic::concatText(
+        db.lookUp("aItem i, aUnit u", "u.UnitCode", "i.UnitsId = u.UnitId AND i.ItemId = " + std::to_string(itemId)));
+}
+
+} // namespace goodsreq

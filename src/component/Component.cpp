@@ -1,0 +1,64 @@
+#include "component/Component.h"
+
+#include "automation/RunTimeError.h"
+#include "lines/frmRequestDetail.h"
+#include "register/frmMaster.h"
+#include "register/frmcancelreason.h"
+#include "request/frmRequest.h"
+
+namespace goodsreq {
+namespace {
+
+constexpr const char* kProjectKey = "KOVA/XB/TRAM/842";
+constexpr long kAlreadyShown = 400;
+
+struct ProcessModule {
+    std::unique_ptr<forms::Desktop> desktop;
+    std::unique_ptr<Module> module;
+};
+
+// Never destroyed: windows and components of the process may outlive static destruction.
+ProcessModule& process() {
+    static ProcessModule& instance = *new ProcessModule;
+    return instance;
+}
+
+} // namespace
+
+FormMakers formMakers() {
+    return {
+        [](Module& module) { return std::make_shared<frmMaster>(module); },
+        [](Module& module) { return std::make_shared<frmcancelreason>(module); },
+        [](Module& module) { return std::make_shared<frmRequest>(module); },
+        [](Module& module) { return std::make_shared<frmRequestDetail>(module); },
+    };
+}
+
+void Component::show() {
+    if (module_.master().visible())
+        throw automation::RunTimeError(kAlreadyShown, "The request register is open already. Close it before showing it again.");
+    if (!adocon) adocon = module_.create("ADODB.Connection");
+    Session& session = module_.session;
+    session.connection = adocon;
+    session.companyId = intCompanyID;
+    session.userId = intUserID;
+    session.shopId = intShopid;
+    session.screenId = interfaceid;
+    session.messageBoxCaption = strMsgboxCaption;
+    session.processDate = dtProcessDate;
+    if (strProjectKey == kProjectKey) module_.master().showModal(nullptr);
+}
+
+Module& processModule() {
+    if (!process().module) automation::raise(automation::kObjectNotSet);
+    return *process().module;
+}
+
+void installProcessModule(std::unique_ptr<forms::Desktop> desktop, automation::ObjectFactory factory, std::string folder) {
+    process().desktop = std::move(desktop);
+    process().module = std::make_unique<Module>(*process().desktop, std::move(factory), formMakers(), std::move(folder));
+}
+
+bool hasProcessModule() { return process().module != nullptr; }
+
+} // namespace goodsreq

@@ -1,0 +1,220 @@
+// From a code, or the item search, to the one item of the line.
+#include "basic/Conversion.h"
+#include "basic/Numbers.h"
+#include "basic/Text.h"
+#include "common/Packing.h"
+#include "lines/frmRequestDetail.h"
+
+#include <algorithm>
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+/// Shortcut numbers have at most so many digits; what follows them in the box is passed over.
+constexpr int kShortcutLength = 4;
+
+const std::vector<FetchColumn>& fetchColumns() {
+    static const std::vector<FetchColumn> columns{
+        {"ItemID", "Item ID", 0},     {"ItemCode", "Item Code", 2000}, {"ItemDescription", "Item Description", 4000},
+        {"Brand", "Brand", 2000},     {"ModelNo", "Model No", 2000},   {"Part_Code", "Part Code", 2000},
+    };
+    return columns;
+}
+
+constexpr std::int16_t kDescriptionColumn = 2;
+
+} // namespace
+
+void frmRequestDetail::readItemTypeFilter() {
+    const std::string kind = basic::concatText(
+        db_.lookUp("ashops", "substring(futurevarchar,1,1)", "ShopID=" + std::to_string(session().shopId)));
+    // A shop of kind B deals in items of type B only, every other shop in all the others.
+    session().strItemTypeFilter = basic::ucase(kind) == "B" ? " and a.itemtype ='B'" : " and a.itemtype <>'B'";
+}
+
+void frmRequestDetail::resolveBarcode() {
+    cboItem.clear();
+    txtQuantity.setText("");
+    txtsellingprice.setText("");
+    lvwpacktype.clear();
+    readItemTypeFilter();
+    const std::string code = basic::trim(txtBarcode.text());
+    if (code.empty() || foundByBarcode(code)) return focusAfterResolution();
+    if (basic::isNumeric(code) && foundByShortcut(code)) return;
+    findByItemCode(code);
+}
+
+bool frmRequestDetail::foundByBarcode(const std::string& code) {
+    Recordset found = module().openRecordset("select apd.itemid from aitempackingdetail apd, aitem a "
+                                             " where apd.packingbarcode='" + code + "' "
+                                             " and apd.itemid = a.itemid" + session().strItemTypeFilter +
+                                                 " and apd.Active = 1"
+                                                 " and a.Active = 1",
+                                             Cursor::keyset, Lock::optimistic);
+    if (found.eof()) return false;
+    found.close();
+    DisplayBarcodeItemDetails(code, 0);
+    if (cboItem.hasSelection()) fillPackings();
+    return true;
+}
+
+bool frmRequestDetail::foundByShortcut(const std::string&) {
+    const std::string shortcut = basic::decimalText(basic::val(basic::left(txtBarcode.text(), kShortcutLength)));
+    Recordset found = module().openRecordset("select ai.itemid from ashopitemDetail ai, aitem a"
+                                             " Where a.itemid = ai.itemid"
+                                             " and  ai.itemID = ai.itemID"
+                                             " And ai.shortcutno = " + shortcut +
+                                                 " And shopid = " + std::to_string(session().shopId) + " " +
+                                                 session().strItemTypeFilter + " And a.Active = 1",
+                                             Cursor::keyset);
+    if (found.eof()) return false;
+    const std::int32_t item = basic::cLng(found.value("itemid"));
+    found.close();
+    DisplayBarcodeItemDetails(" ", item);
+    if (cboItem.hasSelection()) {
+        fillPackings();
+        EnterToTab(module(), forms::kKeyReturn);
+    }
+    return true;
+}
+
+void frmRequestDetail::findByItemCode(const std::string& code) {
+    const Value duplicates = db_.lookUp("apackagesettings", "AllowItemCodeDuplication");
+    // Only a plain False allows it: with the switch on, or no row at all, an item code does not name one item.
+    if (duplicates.isNull() || duplicates.isEmpty() || basic::cBool(duplicates)) return refuseCode("Scan valid barcode");
+    Recordset found = module().openRecordset("select a.itemid from aitem a"
+                                             " where itemcode = '" + code + "'" + session().strItemTypeFilter +
+                                                 " and a.Active = 1",
+                                             Cursor::keyset, Lock::optimistic);
+    if (found.eof()) return refuseCode("Scan valid barcode");
+    const std::int32_t item = basic::cLng(found.value("itemid"));
+    DisplayBarcodeItemDetails(" ", item);
+    if (!cboItem.hasSelection()) return refuseCode("Given item does not exist in this shop.   ");
+    fillPackings();
+    found.close();
+    focusAfterResolution();
+}
+
+void frmRequestDetail::refuseCode(const std::string& message) {
+    module().inform(message);
+    txtBarcode.setFocus();
+    txtBarcode.selectAll();
+}
+
+void frmRequestDetail::focusAfterResolution() {
+    if (basic::trim(txtBarcode.text()).empty())
+        cmdbarcode.setFocus();
+    else if (cboItem.hasSelection())
+        txtQuantity.setFocus();
+    else
+        desktop().sendKeys("{TAB}");
+}
+
+std::string frmRequestDetail::carriedByBothShops() const {
+    const std::string here = std::to_string(session().shopId);
+    const std::string there = std::to_string(session().lngOtherShopID);
+    return " Where a.active = 1 and a.itemcategoryid in"
+           " (select ItemCategoryId from aShopItemCategory where ShopId=" + here +
+           " intersect select ItemCategoryId from aShopItemCategory where ShopId=" + there +
+           ")"
+           " and a.ItemId in (select ItemId from aShopItemDetail where ShopId=" + here +
+           " intersect select ItemId from aShopItemDetail where ShopId=" + there + ")";
+}
+
+void frmRequestDetail::DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid) {
+    if (lngItemid == 0) {
+        const Value id = db_.lookUp("aitempackingdetail", "itemid",
+                                    " packingbarcode='" + basic::trim(strBarcode) + "' and Active = 1");
+        if (!id.isNull()) lngItemid = basic::cLng(id);
+    }
+    Recordset item = db_.fnReturnRecords("select a.itemid, v.itemdescription, a.itemcode "
+                                         " from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId" +
+                                         carriedByBothShops() + " and a.itemid=" + std::to_string(lngItemid));
+    cboItem.clear();
+    if (item.eof()) {
+        txtBarcode.setText("");
+        return;
+    }
+    strItemCode = basic::concatText(item.value("itemcode"));
+    showItem(basic::concatText(item.value(1)), lngItemid);
+}
+
+void frmRequestDetail::showItem(const std::string& description, std::int32_t itemId) {
+    cboItem.clear();
+    cboItem.addItem(description, itemId);
+    cboItem.setListIndex(cboItem.newIndex());
+}
+
+void frmRequestDetail::itemChosen() {
+    if (!cboItem.hasSelection()) return;
+    const Session& s = session();
+    const std::int32_t item = cboItem.selectedData();
+    if (s.lngOtherShopID != kNoShop)
+        txtQuantity.setText(basic::concatText(db_.lookUp(
+            "aShopItemDetail", "reorderquantity", "shopid=" + std::to_string(s.shopId) + " and itemid=" + std::to_string(item))));
+    fnGetDeptCurrID(shopId_);
+    txtsellingprice.setText(basic::decimalText(fnGetSellingPrice(module(), item, lngOtherShopCurrID)));
+}
+
+void frmRequestDetail::fnGetDeptCurrID(std::int32_t lngshopid) {
+    Recordset department = module().openRecordset("select a.departmentID,a.DepCurrencyID from aDepartmentMaster a,aShops b "
+                                                  "Where a.departmentID = b.departmentID And a.CompanyID = b.CompanyID "
+                                                  "and b.shopid=" + std::to_string(lngshopid));
+    lngOtherShopDeptID = department.eof() ? 0 : basic::cLng(department.value("departmentID"));
+    lngOtherShopCurrID = department.eof() ? 0 : basic::cLng(department.value("DepCurrencyID"));
+}
+
+void frmRequestDetail::FillPackingTypesOf(std::int32_t itemId) { FillPackingTypes(module(), lvwpacktype, itemId); }
+
+void frmRequestDetail::fetchItem() {
+    QuickFetch();
+    if (cboItem.hasSelection()) txtQuantity.setFocus();
+}
+
+void frmRequestDetail::QuickFetch() {
+    trap("QuickFetch", [this] {
+        Session& s = session();
+        readItemTypeFilter();
+        FetchRequest request;
+        request.connection = s.connection;
+        request.messageBoxTitle = s.messageBoxCaption;
+        request.userId = s.userId;
+        request.query = "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,"
+                        " a.brand,a.modelno,isnull(a.part_code,' ')part_code "
+                        " from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId" +
+                        carriedByBothShops();
+        request.columns = fetchColumns();
+        request.defaultColumn = defaultFetchColumn(request.columns);
+        request.caption = "Item Fetch";
+        request.shopId = s.shopId;
+        request.screenId = s.screenId;
+        request.preserveData = s.preserveItemDetails;
+        Value shared = s.itemRecordset;
+        const automation::ObjectPtr chosen = fetch_.show(request, shared);
+        if (!chosen) return;
+        s.itemRecordset = chosen;
+        // The session keeps the record set open until the supplying shop changes; reading it here must not close it.
+        automation::Object& rows = *chosen;
+        if (basic::cBool(rows.get("EOF"))) return;
+        const auto field = [&](const char* name) { return rows.call("Fields", name).object().get("Value"); };
+        const std::int32_t item = basic::cLng(field("itemid"));
+        strItemCode = basic::concatText(field("itemcode"));
+        showItem(basic::concatText(field("itemdescription")), item);
+        fillPackings();
+    });
+}
+
+std::int16_t frmRequestDetail::defaultFetchColumn(const std::vector<FetchColumn>& columns) {
+    const Value setting = db_.lookUp("lossettings", "defaultfetch", "ShopID=" + std::to_string(session().shopId));
+    if (setting.isNull()) return kDescriptionColumn;
+    const std::string wanted = basic::concatText(setting);
+    const auto match = std::find_if(columns.begin(), columns.end(), [&](const FetchColumn& c) { return wanted == c.field; });
+    const auto index = match - columns.begin();
+    // The hidden id column can never be the one to search in.
+    return match == columns.end() || index == 0 ? kDescriptionColumn : static_cast<std::int16_t>(index);
+}
+
+} // namespace goodsreq

@@ -1,0 +1,204 @@
+// The register's list: settings, query, grid, headers, sorting and searching.
+#include "automation/RunTimeError.h"
+#include "basic/Calendar.h"
+#include "basic/Conversion.h"
+#include "basic/Format.h"
+#include "basic/Numbers.h"
+#include "basic/Text.h"
+#include "register/frmMaster.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+constexpr int kTwipsPerCharacter = 130;
+constexpr int kWidestRemarks = 4000;
+constexpr int kFirstColumnWidth = 960;
+constexpr std::int32_t kRed = 255;
+
+class HourGlass {
+public:
+    explicit HourGlass(forms::Desktop& desktop) : desktop_(desktop) { desktop_.setPointer(forms::Pointer::hourglass); }
+    HourGlass(const HourGlass&) = delete;
+    HourGlass& operator=(const HourGlass&) = delete;
+    ~HourGlass() { desktop_.setPointer(forms::Pointer::normal); }
+
+private:
+    forms::Desktop& desktop_;
+};
+
+} // namespace
+
+void frmMaster::readSettings() {
+    Session& s = session();
+    const std::string shop = std::to_string(s.shopId);
+    s.userName = shown(db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username"));
+    s.fromDate = fnPopulateDate();
+    s.blnIntegerQuantity = basic::cBool(db_.lookUp("aPAckageSettings", "IntegerQuantity"));
+    s.aliasInUse = isTrue(db_.lookUp("apackagesettings", "alias"));
+    if (s.aliasInUse) s.alias = shown(db_.lookUp("aalias", "Alias", "aliasid =1"));
+    s.preserveItemDetails = basic::cBool(db_.lookUp("aShops", "PreserveItemDetails", "ShopId = " + shop));
+}
+
+automation::Date frmMaster::fnPopulateDate() {
+    const std::string ofShop = " shopid=" + std::to_string(session().shopId);
+    const Value backDays = db_.lookUp("LOsSettings", "sNoofBackDays", ofShop);
+    // A shop without the setting has no period to show: that is an error, not a period of no days.
+    if (backDays.isEmpty()) automation::raise(automation::kInvalidUseOfNull);
+    const automation::Date backDate{session().processDate.days - basic::cInt(backDays)};
+    const Value closed = db_.lookUp("vwshopCloseDate", "closedate", ofShop);
+    if (basic::concatText(closed).empty()) return backDate;
+    const automation::Date closeDate = basic::cDate(closed, desktop().locale());
+    return backDate.days > closeDate.days ? backDate : closeDate;
+}
+
+std::string frmMaster::buildListQuery() const {
+    const Session& s = session();
+    return " select sRHrequestID,sRHrequestno,sRHrequestdate,Shopname, "
+           " case sRHcancelled when 1 then 'Yes' when 0 then 'No' end Cancelled,sRHremarks, "
+           " srhUsed,case SRHTransfinished when 1 then 'Yes' when 0 then 'No' end Confirmed,"
+           " shopid from "
+           "mesRequesttoShopHeader,ashops"
+           " where mesrequesttoshopheader.srhtoShopid=ashops.shopid and "
+           " srhrequestdate >='" + basic::format(s.fromDate, "yyyymmdd") + "' and srhShopid=" + std::to_string(s.shopId) +
+           (s.screenId == kInterDivisionSales ? " and srhtype ='s' order by sRHrequestID"
+                                              : " and srhtype ='r' order by sRHrequestID ");
+}
+
+void frmMaster::GridPopulate(const std::string& query, const std::string& tableExpression) {
+    const HourGlass busy(desktop());
+    flexMaster.clear();
+    flexMaster.setFixedRows(1);
+    flexMaster.setFixedCols(0);
+    flexMaster.setCols(1);
+    flexMaster.setRows(2);
+    flexMaster.setColWidth(0, kFirstColumnWidth);
+
+    Recordset records = module().openRecordset(query);
+    const std::vector<Field> fields = records.fields();
+    flexMaster.setCols(static_cast<int>(fields.size()));
+    std::vector<int> widths(fields.size());
+    std::vector<std::vector<std::string>> rows;
+    for (; !records.eof(); records.moveNext()) {
+        std::vector<std::string>& row = rows.emplace_back();
+        row.reserve(fields.size());
+        for (std::size_t col = 0; col < fields.size(); ++col) {
+            row.push_back(basic::trim(shown(fields[col].value())));
+            widths[col] = std::max(widths[col], basic::len(row.back()));
+        }
+    }
+    if (!rows.empty()) flexMaster.setDataRows(std::move(rows));
+    colourCancelledRows();
+    setHeadersAndWidths(tableExpression, std::move(widths));
+    records.close();
+}
+
+void frmMaster::colourCancelledRows() {
+    for (int row = flexMaster.fixedRows(); row < flexMaster.rows(); ++row)
+        if (flexMaster.cols() > kColCancelled && flexMaster.cell(row, kColCancelled) == "Yes")
+            flexMaster.setRowColour(row, kRed);
+}
+
+void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vector<int> widths) {
+    cboColNames.clear();
+    cboSearch.clear();
+    const Session& s = session();
+    std::string header = "tc.columnheader";
+    if (s.aliasInUse) {
+        const std::string alias = quoted(s.alias);
+        header = " replace(replace(tc.ColumnHeader, 'shop'," + alias + "),'godown'," + alias + ")";
+    }
+    Recordset headers = module().openRecordset("select " + header + ",tc.columnname from atables t,"
+                                               "atablecolumns tc where t.tableid = tc.tableid and "
+                                               "tablename ='" + tableExpression + "'");
+    const int cols = flexMaster.cols();
+    if (!headers.eof()) {
+        const std::vector<Field> fields = headers.fields();
+        headers.moveNext(); // the hidden id column's
+        for (int col = 1; !headers.eof() && col < cols; headers.moveNext(), ++col) {
+            const std::string text = shown(fields.at(0).value());
+            flexMaster.setCell(0, col, text);
+            cboColNames.addItem(text, col);
+            cboSearch.addItem(text, col);
+            widths[col] = std::max(widths[col], basic::len(text));
+        }
+    }
+    headers.close();
+    for (int col = 0; col < cols; ++col) {
+        int width = widths[col] * kTwipsPerCharacter;
+        if (col == kColId || col == kColShopId) width = 0;
+        if (col == kColRemarks) width = std::min(width, kWidestRemarks);
+        flexMaster.setColWidth(col, width);
+    }
+    fillWidth();
+    GridSettings(module().create("MasterGridSetting.clsMasterGridSetting"))
+        .fnGridSettings(s.userId, s.companyId, flexMaster, s.connection);
+    flexMaster.selectRow(1);
+}
+
+// Widens the visible columns alike until they fill the grid.
+void frmMaster::fillWidth() {
+    constexpr int kScrollBar = 330;
+    int used = 0;
+    int visible = 0;
+    for (int col = 0; col < flexMaster.cols(); ++col) {
+        used += flexMaster.colWidth(col);
+        visible += flexMaster.colWidth(col) > 0;
+    }
+    const int spare = flexMaster.bounds().width - kScrollBar - used;
+    if (visible == 0 || spare <= 0) return;
+    for (int col = 0; col < flexMaster.cols(); ++col)
+        if (flexMaster.colWidth(col) > 0) flexMaster.setColWidth(col, flexMaster.colWidth(col) + spare / visible);
+}
+
+void frmMaster::sortByChosenColumn() {
+    const HourGlass busy(desktop());
+    if (!cboColNames.hasSelection()) return;
+    // Ids rise with the dates, and compare as numbers.
+    const int column = basic::containsNoCase(cboColNames.text(), "date") ? kColId : cboColNames.selectedData();
+    const bool numeric = basic::isNumeric(flexMaster.cell(flexMaster.row(), column));
+    using forms::SortOrder;
+    if (optAscend.value())
+        flexMaster.sort(column, numeric ? SortOrder::genericAscending : SortOrder::stringAscending);
+    else
+        flexMaster.sort(column, numeric ? SortOrder::genericDescending : SortOrder::stringDescending);
+}
+
+void frmMaster::search() {
+    const std::string sought = basic::trim(txtsearch.text());
+    if (!cboSearch.hasSelection() || sought.empty()) return;
+    const int column = cboSearch.selectedData();
+    flexMaster.sort(column, forms::SortOrder::stringAscending);
+
+    const int length = basic::len(txtsearch.text());
+    const bool numeric = basic::isNumeric(flexMaster.cell(1, column));
+    const auto compare = [&](int row) {
+        const std::string start = basic::left(basic::trim(flexMaster.cell(row, column)), length);
+        if (!numeric) return forms::compareText(basic::ucase(start), basic::ucase(sought));
+        const double difference = basic::val(start) - basic::val(sought);
+        return difference < 0 ? -1 : difference > 0 ? 1 : 0;
+    };
+    int low = 1;
+    int high = flexMaster.rows() - 1;
+    while (low <= high) {
+        int middle = (low + high) / 2;
+        const int order = compare(middle);
+        if (order == 0) {
+            while (middle > 1 && compare(middle - 1) == 0) --middle;
+            flexMaster.selectRow(middle);
+            flexMaster.setTopRow(middle);
+            return;
+        }
+        if (order < 0)
+            low = middle + 1;
+        else
+            high = middle - 1;
+    }
+}
+
+} // namespace goodsreq

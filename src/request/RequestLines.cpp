@@ -1,0 +1,147 @@
+// The editor's list of lines: loading, adding, changing, deleting, and the checks on it.
+#include "basic/Conversion.h"
+#include "basic/Format.h"
+#include "basic/Numbers.h"
+#include "lines/frmRequestDetail.h"
+#include "register/frmMaster.h"
+#include "request/frmRequest.h"
+
+namespace goodsreq {
+namespace {
+
+constexpr const char* kQuantityFormat = "#0.000";
+
+} // namespace
+
+void frmRequest::loadLines() {
+    requestId_ = module().master().requestId;
+    Recordset lines = module().openRecordset(
+        "select a.srditemid, a.srdgoodqty, a.srdbadQty, "
+        " a.srdSellingprice, c.ItemDescription, u.UnitCode "
+        " from mesRequesttoShopdetail a, aitem b, vwItemDescription c, aUnit u "
+        " where a.srditemid = b.itemid"
+        " and c.itemid = b.itemid "
+        " and b.UnitsID = u.UnitId"
+        " and a.srdrequestid = " + std::to_string(requestId_) + shopCondition(" and srdshopid = "));
+    if (!lines.eof()) {
+        const Field item = lines.field("srdItemId");
+        const Field good = lines.field("srdgoodqty");
+        const Field bad = lines.field("srdbadqty");
+        const Field price = lines.field("srdSellingprice");
+        const Field description = lines.field("itemdescription");
+        const Field unit = lines.field("UnitCode");
+        for (; !lines.eof(); lines.moveNext()) {
+            const std::string itemId = basic::concatText(item.value());
+            const std::string code = basic::concatText(db_.lookUp("aitem", "itemcode", "itemid=" + itemId));
+            forms::ListItem& line = lvwrequest.add(std::to_string(lvwrequest.count() + 1));
+            line.setSubItem(kLineItemCode, code);
+            line.setSubItem(kLineItemName, basic::concatText(description.value()));
+            line.setSubItem(kLineGoodQty, basic::format(good.value(), kQuantityFormat));
+            line.setSubItem(kLineBadQty, basic::format(bad.value(), kQuantityFormat));
+            line.setSubItem(kLineItemId, itemId);
+            line.setSubItem(kLinePrice, basic::format(price.value(), kQuantityFormat));
+            line.setSubItem(kLineUnit, basic::concatText(unit.value()));
+        }
+    }
+    lines.close();
+    // A line whose item has left the master tables is not among them; a save would drop it for good.
+    const automation::Value stored = module()
+                                         .openRecordset("select count(*) from mesRequesttoShopdetail where srdrequestid = " +
+                                                        std::to_string(requestId_) + shopCondition(" and srdshopid = "))
+                                         .value(0);
+    linesComplete_ = basic::cLng(stored) == lvwrequest.count();
+    if (lvwrequest.count() > 0) lvwrequest.select(1);
+}
+
+void frmRequest::addLine() {
+    if (!cmdOk.enabled()) return;
+    session().strLineMode = "N";
+    CurrentLineIndex = basic::cInt(std::int32_t{lvwrequest.count()});
+    module().requestDetail().showModal(this);
+}
+
+void frmRequest::editLine() {
+    if (!cmdOk.enabled() || HasNoQuantities(false)) return;
+    session().strLineMode = "E";
+    CurrentLineIndex = basic::cInt(std::int32_t{lvwrequest.selectedIndex()});
+    module().requestDetail().EnableOrDisableNavigationButtons();
+    module().requestDetail().showModal(this);
+}
+
+void frmRequest::deleteLine() {
+    if (!cmdOk.enabled() || HasNoQuantities(false)) return;
+    const forms::ListItem* line = lvwrequest.selectedItem();
+    if (!line || !module().confirm("Are you sure you want to delete \r" + line->subItem(kLineItemName))) return;
+    lvwrequest.remove(lvwrequest.selectedIndex());
+    for (int i = 1; i <= lvwrequest.count(); ++i) lvwrequest.item(i).setText(std::to_string(i));
+    if (lvwrequest.count() > 0) lvwrequest.select(1);
+}
+
+void frmRequest::showLineMenu() {
+    if (!cmdOk.enabled()) {
+        mnuAdd.enabled = mnuEdit.enabled = mnudel.enabled = false;
+    } else {
+        mnuEdit.enabled = mnudel.enabled = !HasNoQuantities(false);
+        mnuAdd.enabled = cboShop.hasSelection();
+    }
+    desktop().popupMenu(*this, mnulist);
+}
+
+void frmRequest::showLineToolTips(forms::ListItem& line) {
+    if (!line.subItem(kLineGoodQty).empty())
+        line.setToolTip(kLineGoodQty, basic::format(line.subItem(kLineGoodQty), "###,###,##0.000"));
+    if (!line.subItem(kLineItemName).empty()) line.setToolTip(kLineItemName, line.subItem(kLineItemName));
+}
+
+bool frmRequest::HasNoQuantities(bool checkQuantities) const {
+    if (lvwrequest.count() == 0) return true;
+    if (!checkQuantities) return false;
+    for (int i = 1; i <= lvwrequest.count(); ++i) {
+        const forms::ListItem& line = lvwrequest.item(i);
+        if (basic::val(line.subItem(kLineGoodQty)) + basic::val(line.subItem(kLineBadQty)) > 0) return false;
+    }
+    return true;
+}
+
+bool frmRequest::PresentInCurrentShop(std::int32_t itemId, bool wantMessage) {
+    const std::string shop = std::to_string(session().lngOtherShopID);
+    const std::string found = basic::concatText(
+        db_.lookUp("aShopItemDetail", "itemid", "shopid=" + shop + " and itemid=" + std::to_string(itemId)));
+    const bool present = basic::val(found) != 0;
+    if (!present && wantMessage) module().inform("Item not in shop " + shop);
+    return present;
+}
+
+void frmRequest::FillReorderSuggestions() {
+    trap("FillReorderSuggestions", [this] {
+        Recordset items = module().openRecordset(
+            "select  sd.itemid, sd.ItemReorderLevel,"
+            " sd.ReorderQuantity, b.ItemDescription, u.UnitCode "
+            " from ashopitemdetail sd, aitem b, aUnit u "
+            " where sd.itemid = b.itemid "
+            " and b.UnitsId = u.UnitId"
+            " and sd.ItemReorderLevel > "
+            " (select isnull(sum(stock), 0) from vwinquiryshopstock s "
+            " where s.shopid=sd.shopid) and sd.shopid=" + shopCondition("") +
+                " and b.itemcategoryid in (select itemcategoryid from ashopitemcategory  "
+                " where shopid = " + std::to_string(session().lngOtherShopID) + ")",
+            Cursor::keyset, Lock::optimistic);
+        if (!items.eof()) {
+            const Field description = items.field("itemdescription");
+            const Field quantity = items.field("reorderquantity");
+            const Field item = items.field("itemid");
+            const Field unit = items.field("UnitCode");
+            for (; !items.eof(); items.moveNext()) {
+                forms::ListItem& line = lvwrequest.add(std::to_string(lvwrequest.count() + 1));
+                line.setSubItem(kLineItemName, basic::concatText(description.value()));
+                line.setSubItem(kLineGoodQty, basic::concatText(quantity.value()));
+                line.setSubItem(kLineBadQty, "0");
+                line.setSubItem(kLineItemId, basic::concatText(item.value()));
+                line.setSubItem(kLineUnit, basic::concatText(unit.value()));
+            }
+        }
+        items.close();
+    });
+}
+
+} // namespace goodsreq

@@ -1,0 +1,211 @@
+#include "request/frmRequest.h"
+
+#include "basic/Conversion.h"
+#include "basic/Text.h"
+#include "register/frmMaster.h"
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+constexpr int kMargin = 150;
+constexpr int kWidth = 11400;
+constexpr int kHeight = 7300;
+constexpr int kRowHeight = 330;
+constexpr int kLabelWidth = 1250;
+constexpr const char* kLayoutKey = "Shoptoshoptransfer";
+
+std::vector<forms::ListColumn> lineColumns() {
+    using forms::ColumnAlignment;
+    return {{"Sl No.", 700},
+            {"Item Code", 1400},
+            {"Item Name", 3900},
+            {"Request Quantity.", 1600, ColumnAlignment::right},
+            {"Bad Qty", 1100, ColumnAlignment::right},
+            {"Item ID", 0, ColumnAlignment::right},
+            {"Selling Price", 1200, ColumnAlignment::right},
+            {"Unit", 800}};
+}
+
+} // namespace
+
+frmRequest::frmRequest(Module& module) : ModuleForm(module, "frmRequest") {
+    mnuAdd = {"mnuAdd", "&Add\tCtrl+Enter", true, [this] { trap("mnuAdd_Click", [this] { addLine(); }); }};
+    mnuEdit = {"mnuEdit", "&Edit\tEnter", true, [this] { trap("mnuEdit_Click ", [this] { editLine(); }); }};
+    mnudel = {"mnudel", "&Delete\tDel", true, [this] { trap("mnudel_Click ", [this] { deleteLine(); }); }};
+    mnuCancel = {"mnuCancel", "&Cancel", true, [] {}};
+    mnulist = {"mnulist", {&mnuAdd, &mnuEdit, &mnudel, &mnuCancel}};
+
+    for (forms::Control* box : std::initializer_list<forms::Control*>{&txtRequestNo, &txtrequestDate, &cboShop, &chkTransFinished})
+        box->onKeyPress = enterMovesOn();
+    txtRemarks.onKeyPress = [this](std::int16_t& character) {
+        EnterToTab(this->module(), character);
+        if (character == forms::kKeyReturn) character = 0; // the box has several lines; Ctrl+Enter breaks one
+    };
+    for (forms::TextBox* box : {&txtRequestNo, &txtrequestDate, &txtRemarks})
+        box->onGotFocus = [this] { desktop().sendKeys("{Home}+{End}"); };
+
+    cboShop.onGotFocus = [this] { cboShop.setTag(cboShop.text()); };
+    cboShop.onClick = [this] { trap("cboShop_Click ", [this] { shopChosen(); }); };
+
+    lvwrequest.onDblClick = [this] { trap("lvwrequest_DblClick", [this] { mnuEdit.onClick(); }); };
+    lvwrequest.onItemClick = [this](forms::ListItem& line) {
+        trap("lvwrequest_ItemClick", [&] { showLineToolTips(line); });
+    };
+    lvwrequest.onKeyPress = [this](std::int16_t& character) {
+        trap("lvwrequest_KeyPress ", [&] {
+            if (character == forms::kKeyReturn) (HasNoQuantities(false) ? mnuAdd : mnuEdit).onClick();
+            if (character == forms::kKeyLineFeed) mnuAdd.onClick();
+        });
+    };
+    lvwrequest.onKeyDown = [this](std::int16_t& keyCode, std::int16_t) {
+        trap("lvwrequest_KeyDown ", [&] {
+            if (keyCode == forms::kKeyF10) (HasNoQuantities(true) ? mnuAdd : mnuEdit).onClick();
+            if (keyCode == forms::kKeyDelete) mnudel.onClick();
+        });
+    };
+    lvwrequest.onMouseDown = [this](const forms::MouseEvent& event) {
+        trap("lvwrequest_MouseDown", [&] {
+            if (event.button == forms::MouseButton::right) showLineMenu();
+        });
+    };
+
+    cmdOk.onClick = [this] { save(); };
+    cmdCancel.onClick = [this] { unload(); };
+}
+
+void frmRequest::design() {
+    setSize(kWidth, kHeight);
+    setResizable(true);
+    setCaption("Goods Request To Shop");
+    const int second = kMargin + kRowHeight + 120;
+    const int third = second + kRowHeight + 120;
+    const int fieldLeft = kMargin + kLabelWidth;
+    const int rightLabel = 6300;
+    const int rightField = rightLabel + kLabelWidth;
+    const forms::Anchor stretch{true, true, true, false};
+    const forms::Anchor below{true, false, false, true};
+    const forms::Anchor belowRight{false, false, true, true};
+
+    lblRequestNo.place({kMargin, kMargin + 45, kLabelWidth, 240});
+    lblRequestNo.setText("Request &No:");
+    txtRequestNo.place({fieldLeft, kMargin, 2600, kRowHeight});
+    txtRequestNo.setLocked(true); // the number is made at saving
+    lblrequestDate.place({rightLabel, kMargin + 45, kLabelWidth, 240});
+    lblrequestDate.setText("&Date:");
+    txtrequestDate.place({rightField, kMargin, 1700, kRowHeight});
+    Label1.place({kMargin, second + 45, kLabelWidth, 240});
+    Label1.setText("&Shop :");
+    cboShop.place({fieldLeft, second, 4600, kRowHeight});
+    lblRemarks.place({kMargin, third + 45, kLabelWidth, 240});
+    lblRemarks.setText("Re&marks:");
+    txtRemarks.place({fieldLeft, third, kWidth - kMargin - fieldLeft, 2 * kRowHeight}, stretch);
+    txtRemarks.setMultiLine(true);
+
+    const int list = third + 2 * kRowHeight + 150;
+    const int buttons = kHeight - kMargin - 390;
+    lvwrequest.place({kMargin, list, kWidth - 2 * kMargin, buttons - 150 - list}, {true, true, true, true});
+    lvwrequest.setColumns(lineColumns());
+    chkTransFinished.place({kMargin, buttons + 60, 2600, 270}, below);
+    chkTransFinished.setText("Confirmed &Finished");
+    cmdOk.place({kWidth - kMargin - 2 * 1300 - 100, buttons, 1300, 390}, belowRight);
+    cmdOk.setText("&OK");
+    cmdCancel.place({kWidth - kMargin - 1300, buttons, 1300, 390}, belowRight);
+    cmdCancel.setText("&Cancel");
+    cmdCancel.setCancel(true);
+}
+
+void frmRequest::onLoad() {
+    requestId_ = 0;
+    linesComplete_ = isNew();
+    trap("Form_Load ", [this] {
+        justLoaded_ = true;
+        priceValue_ = 0;
+        Session& s = session();
+        gen_ = CommonGen(module().create("CommonModule.clsCommonGen"));
+        db_ = module().createCommonDb();
+        s.formColour.Applyformcolor(*this);
+        if (s.screenId == kGoodsRequestToShop) lvwrequest.setColumnWidth(kLinePrice + 1, 0);
+        setCaption(s.screenId == kGoodsRequestToShop ? "Goods Request To Shop" : "Inter Division Sales Request");
+        // Read as the suite's other editors do; nothing here goes by the kind of shop.
+        db_.lookUp("ashops", "substring(futurevarchar,1,1)", shopCondition("ShopID="));
+        fillShops();
+        if (s.screenId == kInterDivisionSales) lvwrequest.setColumnWidth(kLinePrice + 1, 0);
+        LoadListViewLayout(module(), name(), lvwrequest, kLayoutKey);
+        lvwrequest.setTag("Loaded");
+        if (!isNew()) {
+            gen_.SelectComboItemByValue(cboShop, s.lngOtherShopID);
+            loadLines();
+        }
+    });
+}
+
+void frmRequest::fillShops() {
+    db_.populateComboorList("aShops s, ashopitemcategory ic", cboShop, "distinct s.shopid", "s.shopname",
+                            " ic.shopid = s.shopid  and ic.itemcategoryid in "
+                            "(select itemcategoryid from ashopitemcategory where shopid=" + shopCondition("") + ")" +
+                                shopCondition(" and s.shopid<>") + " and s.ActiveShop=1");
+}
+
+void frmRequest::onActivate() {
+    trap("Form_Activate ", [this] {
+        Session& s = session();
+        if (s.aliasInUse) {
+            Label1.setText(s.alias + " : ");
+            setCaption("Goods Request To " + s.alias);
+        }
+        if (!justLoaded_) return;
+        justLoaded_ = false;
+        if (!linesComplete_) cmdOk.setEnabled(false);
+        if (!isNew()) openForEditing();
+        s.auditing.SaveInToTag(*this);
+    });
+}
+
+void frmRequest::openForEditing() {
+    gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
+    const forms::Grid& grid = module().master().flexMaster;
+    const std::string condition = " srhRequestid=" + grid.cell(grid.row(), kColId) + shopCondition(" and srhshopid=");
+    if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition))) cmdOk.setEnabled(false);
+    if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition))) {
+        cmdOk.setEnabled(false);
+        chkTransFinished.setEnabled(false);
+        chkTransFinished.setValue(1);
+    }
+}
+
+void frmRequest::shopChosen() {
+    if (!cboShop.hasSelection()) return;
+    Session& s = session();
+    const std::int32_t chosen = cboShop.selectedData();
+    if (chosen == s.lngOtherShopID) return;
+    if (s.lngOtherShopID != kNoShop && lvwrequest.count() > 0) {
+        if (!module().confirm("Already entered data will be cleared. Do you want to change shop?")) {
+            gen_.SelectComboItemByValue(cboShop, s.lngOtherShopID);
+            return;
+        }
+        lvwrequest.clear();
+        if (Recordset shared(std::move(s.itemRecordset)); shared.isOpen()) shared.close();
+        s.itemRecordset = nullptr;
+    }
+    s.lngOtherShopID = chosen;
+}
+
+void frmRequest::onQueryUnload(bool& cancel, forms::CloseReason) {
+    trap("Form_QueryUnload", [&] {
+        if (!cmdOk.enabled()) return;
+        if (lvwrequest.tag() != "C" && !session().auditing.DataChanged(*this)) return;
+        const forms::Answer answer =
+            module().ask({"Save Changes?", session().messageBoxCaption, forms::MessageIcon::question,
+                          forms::MessageButtons::yesNoCancel, forms::Answer::yes});
+        if (answer == forms::Answer::cancel) cancel = true;
+        if (answer == forms::Answer::yes) {
+            save();
+            cancel = loaded(); // a save that went through has unloaded the editor
+        }
+    });
+}
+
+} // namespace goodsreq

@@ -1,0 +1,96 @@
+// The request editor: the header of one request, the list of its lines, and saving.
+#pragma once
+
+#include "common/ModuleForm.h"
+#include "forms/Buttons.h"
+#include "forms/ComboBox.h"
+#include "forms/ListView.h"
+#include "forms/TextBox.h"
+
+namespace goodsreq {
+
+/// Sub-items of a request line in `lvwrequest`; the line's own text is its serial number.
+enum LineColumn {
+    kLineItemCode = 1,
+    kLineItemName,
+    kLineGoodQty,
+    kLineBadQty,
+    kLineItemId,
+    kLinePrice,
+    kLineUnit,
+};
+
+class frmRequest : public ModuleForm {
+public:
+    explicit frmRequest(Module& module);
+
+    forms::Label lblRequestNo{*this, "lblRequestNo"};
+    forms::TextBox txtRequestNo{*this, "txtRequestNo"};
+    forms::Label lblrequestDate{*this, "lblrequestDate"};
+    forms::TextBox txtrequestDate{*this, "txtrequestDate"};
+    forms::Label Label1{*this, "Label1"};
+    forms::ComboBox cboShop{*this, "cboShop"};
+    forms::Label lblRemarks{*this, "lblRemarks"};
+    forms::TextBox txtRemarks{*this, "txtRemarks"};
+    forms::ListView lvwrequest{*this, "lvwrequest"};
+    forms::CheckBox chkTransFinished{*this, "chkTransFinished"};
+    forms::CommandButton cmdOk{*this, "cmdOk"};
+    forms::CommandButton cmdCancel{*this, "cmdCancel"};
+    forms::MenuItem mnuAdd, mnuEdit, mnudel, mnuCancel;
+    forms::Menu mnulist;
+
+    /// Row that line entry is at: for a new line the number of lines at its opening, for a change the line's number.
+    std::int16_t CurrentLineIndex = 0;
+
+    /// True when the list holds no line; with `checkQuantities` also when no line has good plus bad quantity above zero.
+    bool HasNoQuantities(bool checkQuantities) const;
+    /// Whether the supplying shop carries the item; says so when it does not and a message is asked for.
+    bool PresentInCurrentShop(std::int32_t itemId, bool wantMessage);
+    /// Appends a line for each item whose reorder level exceeds the shop's whole stock. No command of the screen runs it;
+    /// it serves other screens of the suite's build.
+    void FillReorderSuggestions();
+
+private:
+    void design() override;
+    void onLoad() override;
+    void onActivate() override;
+    void onQueryUnload(bool& cancel, forms::CloseReason reason) override;
+
+    // Header.
+    void fillShops();
+    void openForEditing();
+    void shopChosen();
+    bool isNew() const { return session().editMode == "N"; }
+    /// The two kinds of request that this editor stores.
+    bool storesRequests() const;
+
+    // Lines.
+    void loadLines();
+    void addLine();
+    void editLine();
+    void deleteLine();
+    void showLineMenu();
+    void showLineToolTips(forms::ListItem& line);
+
+    // Saving.
+    void save();
+    bool validated();
+    bool RequestNoExists();
+    std::string makeRequestNo();
+    void SaveNewRequest();
+    void UpdateRequest(std::int16_t id);
+    void writeLines(std::int32_t id);
+    std::string userName();
+
+    std::string shopCondition(const std::string& column) const { return column + std::to_string(session().shopId); }
+
+    CommonDb db_;
+    CommonGen gen_;
+    bool justLoaded_ = false;    ///< until the first activation
+    bool linesComplete_ = false; ///< a save would delete the lines that could not be loaded
+    bool saving_ = false;        ///< a second OK meanwhile is ignored
+    double priceValue_ = 0;      ///< selling price of each line of a plain shop request
+    std::int32_t requestId_ = 0; ///< 0 until lines are loaded or a new request is stored
+};
+
+} // namespace goodsreq
