@@ -1,0 +1,163 @@
+#include "automation/Value.h"
+#include "automation/Members.h"
+#include "automation/Object.h"
+#include "automation/RunTimeError.h"
+
+#include <gtest/gtest.h>
+
+using namespace automation;
+
+namespace {
+
+template <class Action> long errorOf(Action action) {
+    try {
+        action();
+        return 0;
+    } catch (const RunTimeError& error) {
+        return error.number();
+    }
+}
+
+/// A list box in small: every kind of member that a table can hold.
+class Shelf : public Object {
+public:
+    Value invoke(Access access, std::string_view member, Arguments arguments) override {
+        return table().invoke(*this, access, member, arguments);
+    }
+    bool has(std::string_view member) const override { return table().has(member); }
+    std::string className() const override { return "Shelf"; }
+
+    std::string caption = "left";
+    std::array<std::string, 2> goods{"tea", "salt"};
+
+private:
+    static std::size_t placeOf(const Value& index) {
+        const auto* place = index.as<std::int32_t>();
+        if (!place) raise(kTypeMismatch);
+        if (*place < 0 || *place > 1) raise(kSubscriptOutOfRange);
+        return static_cast<std::size_t>(*place);
+    }
+    static const Members<Shelf>& table() {
+        static const Members<Shelf> members =
+            Members<Shelf>()
+                .property(
+                    "Caption", [](Shelf& self) { return Value(self.caption); },
+                    [](Shelf& self, const Value& value) { self.caption = *value.as<std::string>(); })
+                .readOnly("Count", [](Shelf&) { return Value(std::int32_t{2}); })
+                .indexed(
+                    "Goods", 1, [](Shelf& self, Arguments a) { return Value(self.goods[placeOf(a[0])]); },
+                    [](Shelf& self, Arguments a) {
+                        self.goods[placeOf(a[0])] = *a[1].as<std::string>();
+                        return Value();
+                    })
+                .method("Swap", 1, 2, [](Shelf&, Arguments a) {
+                    a[0].resolved() = Value(a.size() == 2 ? "both" : "one");
+                    return Value(true);
+                });
+        return members;
+    }
+};
+
+TEST(LateBinding, FindsMembersByNameInAnyCase) {
+    Shelf shelf;
+    EXPECT_EQ(shelf.get("caption"), Value("left"));
+    shelf.put("CAPTION", "right");
+    EXPECT_EQ(shelf.caption, "right");
+    EXPECT_EQ(shelf.call("goods", std::int32_t{1}), Value("salt"));
+    std::array<Value, 2> indexAndValue{Value(std::int32_t{1}), Value("rice")};
+    shelf.invoke(Access::put, "Goods", indexAndValue);
+    EXPECT_EQ(shelf.goods[1], "rice");
+    EXPECT_TRUE(shelf.has("COUNT"));
+    EXPECT_FALSE(shelf.has("Coun"));
+}
+
+TEST(LateBinding, SaysWhatIsWrongWithACall) {
+    Shelf shelf;
+    EXPECT_EQ(errorOf([&] { shelf.get("Colour"); }), kNoSuchMember);
+    EXPECT_EQ(errorOf([&] { shelf.put("Colour", 1.0); }), kNoSuchMember);
+    EXPECT_EQ(errorOf([&] { shelf.put("Count", std::int32_t{3}); }), kNoSuchMember);
+    EXPECT_EQ(errorOf([&] { shelf.put("Swap", 1.0); }), kNoSuchMember);
+    EXPECT_EQ(errorOf([&] { shelf.call("Caption", 1.0); }), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { shelf.get("Goods"); }), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { shelf.put("Goods", "x"); }), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { shelf.call("Swap"); }), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { shelf.call("Swap", 1.0, 2.0, 3.0); }), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { shelf.call("Goods", "first"); }), kTypeMismatch);
+    EXPECT_EQ(errorOf([&] { shelf.call("Goods", std::int32_t{2}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { shelf.elements(); }), kNoSuchMember);
+    EXPECT_EQ(shelf.caption, "left");
+}
+
+TEST(LateBinding, WritesToWhatWasPassedByReference) {
+    Shelf shelf;
+    Value variable(1.5);
+    shelf.call("Swap", Value::byReference(variable));
+    EXPECT_EQ(variable, Value("one"));
+    Value copy("kept");
+    shelf.call("Swap", copy, 2.0);
+    EXPECT_EQ(copy, Value("kept"));
+    variable = Value("renamed");
+    shelf.put("Caption", Value::byReference(variable));
+    EXPECT_EQ(shelf.caption, "renamed");
+}
+
+TEST(MemberNames, CompareWithoutCaseInAsciiOnly) {
+    EXPECT_TRUE(sameName("ListCount", "LISTcount"));
+    EXPECT_FALSE(sameName("List", "ListCount"));
+    EXPECT_FALSE(sameName("@", "`")); // 32 apart as letters are, but no letters
+    EXPECT_FALSE(sameName("[", "{"));
+    EXPECT_FALSE(sameName("\u00c9", "\u00e9"));
+    EXPECT_FALSE(NameLess()("ABC", "abc"));
+    EXPECT_FALSE(NameLess()("abc", "ABC"));
+    EXPECT_TRUE(NameLess()("abc", "ABD"));
+    EXPECT_TRUE(NameLess()("AB", "abc"));
+}
+
+TEST(Value, KeepsItsKind) {
+    EXPECT_TRUE(Value().isEmpty());
+    EXPECT_TRUE(Value(Null()).isNull());
+    EXPECT_TRUE(Value(Missing()).isMissing());
+    EXPECT_TRUE(Value("text").isText()); // not a boolean, which a pointer would become
+    EXPECT_TRUE(Value(true).is<bool>());
+    EXPECT_TRUE(Value(std::int16_t{1}).is<std::int16_t>());
+    EXPECT_TRUE(Value(1).is<std::int32_t>());
+    EXPECT_TRUE(Value(std::make_shared<Shelf>()).isObject());
+    EXPECT_NE(Value(std::int16_t{1}), Value(std::int32_t{1}));
+    EXPECT_NE(Value(), Value(Null()));
+    EXPECT_NE(Value(Decimal{"1.0"}), Value(Decimal{"1.00"}));
+}
+
+TEST(Value, ReachesThroughReferences) {
+    Value innermost("text");
+    Value middle = Value::byReference(innermost);
+    Value outer = Value::byReference(middle);
+    EXPECT_TRUE(outer.isReference());
+    EXPECT_TRUE(outer.isText());
+    EXPECT_EQ(&outer.resolved(), &innermost);
+    outer.resolved() = Value(Null());
+    EXPECT_TRUE(innermost.isNull());
+    EXPECT_TRUE(outer.isNull());
+}
+
+TEST(Value, GivesItsObjectOrSaysWhy) {
+    auto shelf = std::make_shared<Shelf>();
+    EXPECT_EQ(&Value(shelf).object(), shelf.get());
+    EXPECT_EQ(errorOf([] { Value("text").object(); }), kTypeMismatch);
+    EXPECT_EQ(errorOf([] { Value(Null()).object(); }), kTypeMismatch);
+    EXPECT_EQ(errorOf([] { Value().object(); }), kObjectNotSet);
+    EXPECT_EQ(errorOf([] { Value(ObjectPtr()).object(); }), kObjectNotSet);
+    EXPECT_EQ(Value(ObjectPtr()).objectPtr(), nullptr);
+}
+
+TEST(RunTimeErrors, CarryTheTextUsersKnow) {
+    try {
+        raise(kInvalidUseOfNull);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), 94);
+        EXPECT_EQ(error.description(), "Invalid use of Null");
+        EXPECT_EQ(error.source(), "goodsreq");
+    }
+}
+
+} // namespace

@@ -1,0 +1,335 @@
+#include "basic/Conversion.h"
+
+#include "automation/Object.h"
+#include "basic/Calendar.h"
+#include "tests/basic/ExpectError.h"
+
+#include <cmath>
+#include <limits>
+
+using namespace automation;
+using namespace basic;
+
+namespace {
+
+/// A field of a record set, as far as its default member goes.
+class FieldOf : public Object {
+public:
+    explicit FieldOf(Value value) : value_(std::move(value)) {}
+    Value invoke(Access, std::string_view member, Arguments) override {
+        if (!member.empty()) raise(kNoSuchMember);
+        return value_;
+    }
+    bool has(std::string_view member) const override { return member.empty(); }
+    std::string className() const override { return "Field"; }
+
+private:
+    Value value_;
+};
+
+class ItsOwnDefault : public Object, public std::enable_shared_from_this<ItsOwnDefault> {
+public:
+    Value invoke(Access, std::string_view, Arguments) override { return Value(shared_from_this()); }
+    bool has(std::string_view) const override { return true; }
+    std::string className() const override { return "Loop"; }
+};
+
+Value text(const char* t) { return Value(t); }
+Value decimal(const char* t) { return Value(Decimal{t}); }
+Value money(std::int64_t tenThousandths) { return Value(Currency{tenThousandths}); }
+
+struct WholeCase {
+    Value value;
+    long expected;
+    long error = 0;
+};
+
+TEST(CInt, RoundsHalvesToEvenAndRefusesWhatDoesNotFit) {
+    const WholeCase cases[] = {
+        {0.5, 0},
+        {1.5, 2},
+        {2.5, 2},
+        {-0.5, 0},
+        {-1.5, -2},
+        {-2.5, -2},
+        {2.5000000000000004, 3},
+        {2.4999999999999996, 2},
+        {0.49999999999999994, 0},
+        {32767.49, 32767},
+        {32767.5, 0, kOverflow},
+        {-32768.5, -32768},
+        {-32768.51, 0, kOverflow},
+        {32768.0, 0, kOverflow},
+        {1e300, 0, kOverflow},
+        {std::nan(""), 0, kOverflow},
+        {-std::numeric_limits<double>::infinity(), 0, kOverflow},
+        {std::int32_t{40000}, 0, kOverflow},
+        {std::int32_t{-32768}, -32768},
+        {true, -1},
+        {false, 0},
+        {Empty(), 0},
+        {Null(), 0, kInvalidUseOfNull},
+        {Missing(), 0, kTypeMismatch},
+        {Array(), 0, kTypeMismatch},
+        {Date{2.5}, 2},
+        {text("2.5"), 2},
+        {text("3.5"), 4},
+        {text(" -3.5 "), -4},
+        {text("2.50000000000000000000001"), 3},
+        {text("32767.5"), 0, kOverflow},
+        {text("32767.4999999999999999999"), 32767},
+        {text("1,234"), 1234},
+        {text("1e3"), 1000},
+        {text("99999999999999999999"), 0, kOverflow},
+        {text("1e99999999999"), 0, kOverflow},
+        {text("1e-99999999999"), 0},
+        {text(""), 0, kTypeMismatch},
+        {text("NOTFOUND"), 0, kTypeMismatch},
+        {text("12 pcs"), 0, kTypeMismatch},
+        {text("True"), 0, kTypeMismatch},
+        {text("&HFFFF"), -1},
+        {decimal("2.5"), 2},
+        {decimal("2.500000000000000000000000001"), 3},
+        {decimal("-3.5"), -4},
+        {decimal("0.5"), 0},
+        {decimal("999999999999999999"), 0, kOverflow},
+        {money(25000), 2},
+        {money(25001), 3},
+        {money(-35000), -4},
+        {money(327675000), 0, kOverflow},
+        {money(std::numeric_limits<std::int64_t>::min()), 0, kOverflow},
+    };
+    for (const WholeCase& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
+        std::int16_t got = 0;
+        EXPECT_EQ(errorOf([&] { got = cInt(c.value); }), c.error);
+        EXPECT_EQ(got, c.expected);
+    }
+}
+
+TEST(CLng, HoldsThirtyTwoBits) {
+    const WholeCase cases[] = {
+        {2147483647.49, 2147483647},
+        {2147483647.5, 0, kOverflow},
+        {-2147483648.5, -2147483647 - 1},
+        {-2147483649.0, 0, kOverflow},
+        {text("2147483647"), 2147483647},
+        {text("2147483647.5"), 0, kOverflow},
+        {decimal("-2147483648.5"), -2147483647 - 1},
+        {money(21474836475000), 0, kOverflow},
+        {text("40000"), 40000},
+        {text("&HFFFF&"), 65535},
+        {text("&HFFFFFFFFF"), 0, kOverflow},
+    };
+    for (const WholeCase& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
+        std::int32_t got = 0;
+        EXPECT_EQ(errorOf([&] { got = cLng(c.value); }), c.error);
+        EXPECT_EQ(got, c.expected);
+    }
+}
+
+TEST(CDbl, ReadsTextAsExactlyAsADoubleHolds) {
+    const struct {
+        Value value;
+        double expected;
+        long error = 0;
+    } cases[] = {
+        {text("0.1"), 0.1},
+        {text("-12.345"), -12.345},
+        {text("1,234,567.5"), 1234567.5},
+        {text("(5)"), -5},
+        {text("5-"), -5},
+        {text("1.7976931348623157E308"), 1.7976931348623157e308},
+        {text("1.8E308"), 0, kOverflow},
+        {text("1E400"), 0, kOverflow},
+        {text("1E-400"), 0},
+        {text("0E400"), 0},
+        {text("4.9E-324"), 4.9e-324},
+        {text("1.2.3"), 0, kTypeMismatch},
+        {decimal("123456789012345678"), 123456789012345678.0},
+        {money(-1), -0.0001},
+        {true, -1},
+        {Empty(), 0},
+        {Null(), 0, kInvalidUseOfNull},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
+        double got = 0;
+        EXPECT_EQ(errorOf([&] { got = cDbl(c.value); }), c.error);
+        EXPECT_EQ(got, c.expected);
+    }
+}
+
+TEST(CBool, TakesItsTwoWordsAndNumbers) {
+    for (const Value& yes :
+         {Value("True"), Value("tRUE"), Value("1"), Value("-0.5"), Value(2.0), money(1), decimal("0.001"), Value(true)})
+        EXPECT_TRUE(cBool(yes));
+    for (const Value& no : {Value("False"), Value("0"), Value("0.00"), Value(0.0), Value(), money(0), Value(Date{0})})
+        EXPECT_FALSE(cBool(no));
+    for (const Value& neither : {Value(""), Value("Yes"), Value("Truer"), Value("Tru")})
+        EXPECT_EQ(errorOf([&] { cBool(neither); }), kTypeMismatch);
+    EXPECT_EQ(errorOf([] { cBool(Null()); }), kInvalidUseOfNull);
+}
+
+TEST(CStr, WritesEachKindAsPeopleReadIt) {
+    const struct {
+        Value value;
+        const char* expected;
+    } cases[] = {
+        {Empty(), ""},
+        {true, "True"},
+        {false, "False"},
+        {std::int16_t{-32768}, "-32768"},
+        {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
+        {0.1 + 0.2, "0.3"},
+        {-0.0, "0"},
+        {money(-5), "-0.0005"},
+        {money(125000), "12.5"},
+        {money(std::numeric_limits<std::int64_t>::min()), "-922337203685477.5808"},
+        {decimal("123456789012345678.123"), "123456789012345678.123"},
+        {text("Caf\u00e9"), "Caf\u00e9"},
+        {dateOf(2026, 3, 5), "05/03/2026"},
+        {dateOf(2026, 3, 5, 7, 8, 9), "05/03/2026 07:08:09"},
+        {dateOf(1899, 12, 30, 14, 5), "14:05:00"},
+        {dateOf(1850, 1, 2, 6), "02/01/1850 06:00:00"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(cStr(c.value), c.expected);
+        EXPECT_EQ(concatText(c.value), c.expected);
+    }
+    EXPECT_EQ(errorOf([] { cStr(Null()); }), kInvalidUseOfNull);
+    EXPECT_EQ(concatText(Null()), "");
+    EXPECT_EQ(errorOf([] { concatText(Missing()); }), kTypeMismatch);
+}
+
+TEST(CStr, WritesADateInTheUsersOwnWay) {
+    const Date date = dateOf(2026, 3, 5);
+    const struct {
+        const char* shortDate;
+        const char* expected;
+    } cases[] = {
+        {"M/d/yyyy", "3/5/2026"},       {"dd.MM.yy", "05.03.26"},        {"yyyy-MM-dd", "2026-03-05"},
+        {"dd-MMM-yyyy", "05-Mar-2026"}, {"d MMMM yyyy", "5 March 2026"}, {"d.M.yyyy 'd.'", "5.3.2026 d."},
+        {"d 'open", "5 open"},
+    };
+    for (const auto& c : cases) {
+        Locale locale;
+        locale.shortDate = c.shortDate;
+        EXPECT_EQ(cStr(date, locale), c.expected);
+    }
+}
+
+TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
+    constexpr auto dmy = DateOrder::dayMonthYear, mdy = DateOrder::monthDayYear, ymd = DateOrder::yearMonthDay;
+    const Date fifthOfMarch = dateOf(2026, 3, 5);
+    const struct {
+        const char* written;
+        DateOrder order;
+        Date expected;
+    } cases[] = {
+        {"05/03/2026", dmy, fifthOfMarch},
+        {"5/3/26", dmy, fifthOfMarch},
+        {"03/05/2026", mdy, fifthOfMarch},
+        {"26/03/05", ymd, fifthOfMarch},
+        {"2026-03-05", dmy, fifthOfMarch},
+        {"2026/03/05", mdy, fifthOfMarch},
+        {" 5.3.2026 ", dmy, fifthOfMarch},
+        {"5-Mar-2026", mdy, fifthOfMarch},
+        {"5 march 26", dmy, fifthOfMarch},
+        {"Mar 5, 2026", dmy, fifthOfMarch},
+        {"1/1/29", dmy, dateOf(2029, 1, 1)},
+        {"1/1/30", dmy, dateOf(1930, 1, 1)},
+        {"1/1/00", dmy, dateOf(2000, 1, 1)},
+        {"29/2/2024", dmy, dateOf(2024, 2, 29)},
+        {"31/12/9999", dmy, dateOf(9999, 12, 31)},
+        {"05/03/2026 14:05", dmy, dateOf(2026, 3, 5, 14, 5)},
+        {"05/03/2026 02:05:09 pm", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
+        {"12:00:00 AM", dmy, Date{0}},
+        {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
+        {"1/2/1850 06:00", dmy, dateOf(1850, 2, 1, 6)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.written);
+        Locale locale;
+        locale.dateOrder = c.order;
+        Date got;
+        EXPECT_EQ(errorOf([&] { got = cDate(Value(c.written), locale); }), 0);
+        EXPECT_EQ(civil(got), civil(c.expected));
+    }
+}
+
+TEST(CDate, RefusesWhatIsNoDate) {
+    for (const char* wrong : {"",
+                              " ",
+                              "soon",
+                              "5",
+                              "5/3",
+                              "29/2/2026",
+                              "31/4/2026",
+                              "0/1/2026",
+                              "1/13/2026",
+                              "32/12/9999",
+                              "5/3/026",
+                              "05/03-2026",
+                              "05032026",
+                              "05/03/20266",
+                              "05/03/2026 24:00",
+                              "05/03/2026 10",
+                              "05/03/2026 10:60",
+                              "05/03/2026 13:00 PM",
+                              "05/03/202610:00",
+                              "5/3/2026/",
+                              "//",
+                              "::",
+                              ":",
+                              "1:2:3:4",
+                              "Mar Mar 2026",
+                              "Foo 5, 2026",
+                              "05/03/2026x",
+                              "\u0665/3/2026",
+                              "0001-01-01"})
+        EXPECT_EQ(errorOf([&] { cDate(Value(wrong)); }), kTypeMismatch) << wrong;
+    EXPECT_EQ(errorOf([] { cDate(Null()); }), kInvalidUseOfNull);
+    EXPECT_EQ(errorOf([] { cDate(3e6); }), kOverflow);
+    EXPECT_EQ(errorOf([] { cDate(-657435.0); }), kOverflow);
+    EXPECT_EQ(errorOf([] { cDate(std::nan("")); }), kOverflow);
+    EXPECT_EQ(cDate(std::int32_t{46086}), dateOf(2026, 3, 5));
+}
+
+TEST(CDate, ReadsBackWhatCStrWrote) {
+    const struct {
+        DateOrder order;
+        char separator;
+        const char* shortDate;
+    } cases[] = {
+        {DateOrder::dayMonthYear, '.', "dd.MM.yyyy"}, {DateOrder::monthDayYear, '/', "M/d/yyyy"},
+        {DateOrder::yearMonthDay, '-', "yyyy-MM-dd"}, {DateOrder::dayMonthYear, '-', "dd-MMM-yyyy"},
+        {DateOrder::dayMonthYear, '_', "d_M_yyyy"},
+    };
+    for (const auto& c : cases) {
+        Locale locale;
+        locale.dateOrder = c.order;
+        locale.dateSeparator = c.separator;
+        locale.shortDate = c.shortDate;
+        const Date date = dateOf(2024, 11, 2, 8, 30, 1);
+        EXPECT_EQ(civil(cDate(cStr(date, locale), locale)), civil(date)) << c.shortDate;
+    }
+}
+
+TEST(Conversions, GoThroughReferencesAndDefaultMembers) {
+    Value number("7.5");
+    const Value reference = Value::byReference(number);
+    EXPECT_EQ(cInt(reference), 8);
+    EXPECT_EQ(cStr(reference), "7.5");
+
+    const Value field(std::make_shared<FieldOf>(Decimal{"12.500"}));
+    EXPECT_EQ(cDbl(field), 12.5);
+    EXPECT_EQ(cStr(field), "12.500");
+    EXPECT_EQ(concatText(Value(std::make_shared<FieldOf>(Null()))), "");
+    EXPECT_EQ(errorOf([] { cLng(Value(std::make_shared<FieldOf>(Null()))); }), kInvalidUseOfNull);
+    EXPECT_EQ(errorOf([] { cLng(Value(ObjectPtr())); }), kObjectNotSet);
+    EXPECT_EQ(errorOf([] { cStr(Value(std::make_shared<ItsOwnDefault>())); }), kTypeMismatch);
+}
+
+} // namespace

@@ -1,0 +1,118 @@
+#include "basic/Text.h"
+
+#include "tests/basic/ExpectError.h"
+
+#include <climits>
+
+using namespace automation;
+using namespace basic;
+
+namespace {
+
+const std::string kCoffee = "Caf\u00e9 \u20ac5 \U0001F600"; // 9 characters, 16 bytes
+
+TEST(Text, TrimsBlanksOnly) {
+    EXPECT_EQ(trim("  a b  "), "a b");
+    EXPECT_EQ(ltrim("  a "), "a ");
+    EXPECT_EQ(rtrim(" a  "), " a");
+    EXPECT_EQ(trim("   "), "");
+    EXPECT_EQ(trim("\ta\n"), "\ta\n");
+    EXPECT_EQ(trim("\u00a0a"), "\u00a0a");
+}
+
+TEST(Text, CountsCharactersNotBytes) {
+    EXPECT_EQ(len(kCoffee), 9);
+    EXPECT_EQ(left(kCoffee, 4), "Caf\u00e9");
+    EXPECT_EQ(left(kCoffee, 99), kCoffee);
+    EXPECT_EQ(left(kCoffee, 0), "");
+    EXPECT_EQ(right(kCoffee, 1), "\U0001F600");
+    EXPECT_EQ(right(kCoffee, 4), "\u20ac5 \U0001F600");
+    EXPECT_EQ(right(kCoffee, INT_MAX), kCoffee);
+    EXPECT_EQ(mid(kCoffee, 4, 3), "\u00e9 \u20ac");
+    EXPECT_EQ(mid(kCoffee, 6), "\u20ac5 \U0001F600");
+    EXPECT_EQ(mid(kCoffee, 10), "");
+    EXPECT_EQ(mid("", 1), "");
+    EXPECT_EQ(padLeft("\u00e9", 3), "  \u00e9");
+    EXPECT_EQ(padRight("\u00e9", 3), "\u00e9  ");
+    EXPECT_EQ(padLeft("abcd", 3), "abcd");
+    EXPECT_EQ(space(0) + space(-3) + space(2), "  ");
+}
+
+TEST(Text, KeepsBrokenBytes) {
+    for (const char* broken : {"a\xff"
+                               "b",
+                               "a\xc3", "\xe2\x82", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\x80\x80"}) {
+        const std::string text = broken;
+        EXPECT_EQ(len(text), static_cast<int>(text.size()));
+        EXPECT_EQ(ucase(lcase(left(text, 1) + mid(text, 2))).size(), text.size());
+    }
+    EXPECT_EQ(lcase("A\xff"
+                    "B"),
+              "a\xff"
+              "b");
+}
+
+TEST(Text, RefusesImpossiblePositions) {
+    EXPECT_EQ(errorOf([] { left("a", -1); }), kInvalidCall);
+    EXPECT_EQ(errorOf([] { right("a", -1); }), kInvalidCall);
+    EXPECT_EQ(errorOf([] { mid("a", 0); }), kInvalidCall);
+    EXPECT_EQ(errorOf([] { mid("a", 1, -1); }), kInvalidCall);
+    EXPECT_EQ(errorOf([] { instr("a", "a", 0); }), kInvalidCall);
+}
+
+TEST(Text, FindsByPosition) {
+    const struct {
+        const char* text;
+        const char* sought;
+        int start;
+        int expected;
+    } cases[] = {
+        {"abcabc", "c", 1, 3}, {"abcabc", "c", 4, 6}, {"abc", "C", 1, 0},  {"abc", "x", 1, 0},
+        {"abc", "", 2, 2},     {"", "", 1, 0},        {"ab", "abc", 1, 0}, {"\u00e9\u20ac:=", ":=", 1, 3},
+        {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},
+    };
+    for (const auto& c : cases) EXPECT_EQ(instr(c.text, c.sought, c.start), c.expected) << c.text << " " << c.sought;
+}
+
+TEST(Text, ReplacesFromLeftToRight) {
+    EXPECT_EQ(replaceAll("O'Brien's", "'", "''"), "O''Brien''s");
+    EXPECT_EQ(replaceAll("aaa", "aa", "b"), "ba");
+    EXPECT_EQ(replaceAll("abc", "", "x"), "abc");
+    EXPECT_EQ(replaceAll("abcb", "b", ""), "ac");
+    EXPECT_EQ(replaceAll("aAa", "a", "aa"), "aaAaa");
+}
+
+TEST(Text, ChangesCaseOfThreeScripts) {
+    const struct {
+        const char* lower;
+        const char* upper;
+    } pairs[] = {
+        {"az09@[`{", "AZ09@[`{"},
+        {"\u00e0\u00e9\u00f6\u00f8\u00fe", "\u00c0\u00c9\u00d6\u00d8\u00de"},
+        {"\u00ff", "\u0178"},
+        {"\u0101\u0137\u013a\u0148\u014b\u0177\u017a\u017e", "\u0100\u0136\u0139\u0147\u014a\u0176\u0179\u017d"},
+        {"\u0219\u1ea1\u1eff", "\u0218\u1ea0\u1efe"},
+        {"\u03b1\u03c9\u03ac\u03ad\u03cc\u03ce\u03c3", "\u0391\u03a9\u0386\u0388\u038c\u038f\u03a3"},
+        {"\u0430\u044f\u0451\u0491\u04cf", "\u0410\u042f\u0401\u0490\u04c0"},
+    };
+    for (const auto& pair : pairs) {
+        EXPECT_EQ(ucase(pair.lower), pair.upper);
+        EXPECT_EQ(lcase(pair.upper), pair.lower);
+        EXPECT_EQ(ucase(pair.upper), pair.upper);
+        EXPECT_EQ(lcase(pair.lower), pair.lower);
+    }
+    EXPECT_EQ(ucase("\u03c2"), "\u03a3");
+    const std::string unchanged = "\u00df\u00d7\u00f7\u0138\u0149\u20ac\u4e2d\u05d0\U0001F600";
+    EXPECT_EQ(ucase(unchanged), unchanged);
+    EXPECT_EQ(lcase(unchanged), unchanged);
+}
+
+TEST(Text, ComparesWithoutCase) {
+    EXPECT_TRUE(startsWithNoCase("\u00c9clair", "\u00e9C"));
+    EXPECT_FALSE(startsWithNoCase("a", "ab"));
+    EXPECT_TRUE(startsWithNoCase("a", ""));
+    EXPECT_TRUE(containsNoCase("select WHERE x", "Where"));
+    EXPECT_FALSE(containsNoCase("abc", "ac"));
+}
+
+} // namespace
