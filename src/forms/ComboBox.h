@@ -26,6 +26,10 @@ public:
     void clear();
     /// Appends an entry; its index becomes newIndex().
     void addItem(std::string text, std::int32_t itemData = 0);
+    /// Puts an entry before the one at `index`; the choice stays on its entry. Error 9 out of range.
+    void insertItem(int index, std::string text, std::int32_t itemData = 0);
+    /// Takes an entry away, and the choice with it when it was the chosen one. Raises nothing. Error 9 out of range.
+    void removeItem(int index);
     int newIndex() const { return newIndex_; }
     int listCount() const { return static_cast<int>(entries_.size()); }
 
@@ -37,7 +41,8 @@ public:
     void setItemData(int index, std::int32_t value);
     std::int32_t selectedData() const { return itemData(listIndex_); }
 
-    /// Of an editable box: free text, which ends the choice unless it is an entry's. Of a list: chooses the entry of that text.
+    /// Of an editable box: free text, which ends the choice unless it is an entry's; raises Change. Of a list: chooses
+    /// the entry of that text, none for "". Error 383 when the list has no such entry.
     void setText(std::string text) override;
     /// What the person typed into an editable box.
     void edited(std::string text);
@@ -48,6 +53,7 @@ public:
 
 private:
     std::size_t checked(int index) const;
+    void takeText(std::string text);
 
     Style style_;
     std::vector<Entry> entries_;

@@ -66,7 +66,10 @@ public:
     virtual void reset();
     /// Gives the focus to this control where it can take it; nothing happens on a disabled or hidden one.
     void setFocus();
+    /// Whether it is a control for input, enabled and visible.
     bool canTakeFocus() const;
+    /// Runs one of its handlers under the desktop's protection; nothing while the form describes its design.
+    void fire(const std::function<void()>& handler);
 
     void attach(ControlView* view) { view_ = view; }
     ControlView* view() const { return view_; }

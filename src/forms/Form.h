@@ -47,6 +47,8 @@ public:
     int width() const { return width_; }
     int height() const { return height_; }
     void setSize(int width, int height);
+    const std::string& tag() const { return tag_; }
+    void setTag(std::string tag) { tag_ = std::move(tag); }
     bool resizable() const { return resizable_; }
     void setResizable(bool resizable) { resizable_ = resizable; }
     /// The person dragged the frame: the anchored controls follow.
@@ -63,11 +65,16 @@ public:
     void moveFocus(Control& to);
     /// On to the next stop in tab order, or back.
     void tab(bool backwards = false);
+    /// Passes the focus on when `control` has it and can keep it no longer: LostFocus, then GotFocus of the next stop.
+    void releaseFocus(Control& control);
     /// The stop that Tab reaches from `from` (null: the first), or null when there is none.
     Control* tabStop(const Control* from, bool backwards) const;
 
     void attach(FormView* view) { view_ = view; }
     FormView* view() const { return view_; }
+
+    /// While the design is described nothing is an event.
+    bool designing() const { return designing_; }
 
     /// Form-level keys come before the control's own.
     std::function<void(std::int16_t& keyCode, std::int16_t shift)> onKeyDown;
@@ -79,7 +86,7 @@ public:
     automation::Array elements() override;
 
 protected:
-    /// Describes layout and design-time properties; called on construction's end and after each unload.
+    /// Describes layout and design-time properties; called before the first load and after each unload.
     virtual void design() = 0;
     virtual void onLoad() {}
     virtual void onActivate() {}
@@ -91,6 +98,9 @@ private:
     friend class Desktop;
     void activate();
     void resetDesign();
+    /// Gone without a question: no longer loaded or shown, without views, back at its design.
+    void drop();
+    void arriveAt(Control* control);
 
     Desktop& desktop_;
     std::string name_;
@@ -104,6 +114,8 @@ private:
     std::int32_t backColor_ = kSystemColour;
     bool resizable_ = false;
     bool designed_ = false;
+    bool designing_ = false;
+    bool unloading_ = false;
     bool loaded_ = false;
     bool visible_ = false;
     int showing_ = 0;

@@ -55,6 +55,7 @@ public:
     void setColSel(int col);
     void setRowSel(int row);
     int topRow() const { return topRow_; }
+    /// Scrolls; rows out of range go to the nearest. The view is told with Aspect::selection.
     void setTopRow(int row);
     /// The row the view shows first; raises nothing.
     void scrolledTo(int row) { topRow_ = row; }

@@ -16,8 +16,11 @@ public:
     ListItem(ListView* list, std::string text) : list_(list), text_(std::move(text)) {}
 
     const std::string& text() const { return text_; }
+    /// The name under which a collection finds the line; empty for none.
+    const std::string& key() const { return key_; }
+    void setKey(std::string key) { key_ = std::move(key); }
     void setText(std::string text);
-    /// Sub-items count from 1; one that was never set is empty. Error 380-like: 5 for an index below 1.
+    /// Sub-items count from 1; one that was never set is empty. Error 5 for an index below 1.
     const std::string& subItem(int index) const;
     void setSubItem(int index, std::string text);
     /// Tool tip of a cell; 0 is the line's own text.
@@ -32,8 +35,11 @@ public:
     std::string className() const override { return "ListItem"; }
 
 private:
+    static const automation::Members<ListItem>& members();
+
     ListView* list_;
     std::string text_;
+    std::string key_;
     std::string tag_;
     std::vector<std::string> subItems_;
     std::vector<std::string> toolTips_;
@@ -50,10 +56,12 @@ struct ListColumn {
 class ListView : public Control {
 public:
     ListView(Form& form, std::string name) : Control(form, std::move(name), ControlKind::listView) {}
+    ~ListView() override;
 
     const std::vector<ListColumn>& columns() const { return columns_; }
     void setColumns(std::vector<ListColumn> columns);
     /// Columns count from 1. Error 9 for one that is not there.
+    void setColumnText(int column, std::string text);
     void setColumnWidth(int column, int twips);
     void setColumnAlignment(int column, ColumnAlignment alignment);
 
@@ -63,12 +71,15 @@ public:
     std::shared_ptr<ListItem> itemPtr(int index) const;
     /// Adds a line at the end. The first line of an empty list becomes the selected one.
     ListItem& add(std::string text);
+    /// Puts a line before the one at `index` (count() + 1: at the end); the selection stays on its line.
+    ListItem& insert(int index, std::string text);
+    /// Takes a line away; then the first line is the selected one.
     void remove(int index);
     void clear();
 
     int selectedIndex() const { return selected_; } ///< from 1; 0 for none
     ListItem* selectedItem() const;
-    void select(int index);
+    void select(int index); ///< 0 for none; raises nothing
 
     int indexOf(const ListItem* item) const;
     void itemChanged() { notify(Aspect::items); }
@@ -80,6 +91,8 @@ public:
     bool has(std::string_view member) const override;
 
 private:
+    ListColumn& columnAt(int column);
+
     std::vector<ListColumn> columns_;
     std::vector<std::shared_ptr<ListItem>> items_;
     int selected_ = 0;
