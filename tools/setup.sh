@@ -30,7 +30,7 @@ sqliteReady() {
 missingPackages() {
     local installed package
     installed=$'\n'$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
-        sed -n 's/^\([^: ]*\)\(:[^ ]*\)\? installed$/\1/p')$'\n'
+        sed -n 's/^\([^: ]*\)\(:[^ ]*\)\? installed$/\1/p' || true)$'\n'
     for package in "${packages[@]}"; do
         [[ $installed == *$'\n'"$package"$'\n'* ]] || echo "$package"
     done
@@ -74,7 +74,7 @@ fetchSqlite() {
     work=$(mktemp -d "$cache/npm.XXXXXX")
     trap 'rm -rf "$work"' RETURN EXIT
     (cd "$work" && timeout 300 npm pack --cache "$work/npm" "$sqlitePackage") >"$log" 2>&1 </dev/null ||
-        fail "no network: npm cannot fetch $sqlitePackage, which brings SQLite's source (see ${log#"$root"/})"
+        fail "no network? npm cannot fetch $sqlitePackage, which brings SQLite's source: $(grep -iE 'failed|E[A-Z]{4,}|not found' "$log" | tail -n 1)"
     tar -xzf "$work"/*.tgz -C "$work" package/deps/sqlite3/sqlite3.c package/deps/sqlite3/sqlite3.h ||
         fail "$sqlitePackage holds no deps/sqlite3/sqlite3.c"
     (cd "$work/package/deps/sqlite3" && sha256sum --quiet --check --status <<<"$sqliteSums") ||
