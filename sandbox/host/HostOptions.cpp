@@ -1,0 +1,115 @@
+#include "sandbox/host/HostOptions.h"
+
+#include <charconv>
+#include <chrono>
+#include <functional>
+#include <limits>
+#include <map>
+#include <stdexcept>
+#include <string_view>
+
+namespace sandbox {
+
+namespace {
+
+/// A wrong option; the text is for the person.
+struct OptionError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+template <class Integer> Integer number(const std::string& option, std::string_view text) {
+    Integer value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size())
+        throw OptionError(option + " wants a whole number from " + std::to_string(std::numeric_limits<Integer>::min()) +
+                          " to " + std::to_string(std::numeric_limits<Integer>::max()) + ", not \"" + std::string(text) + "\"");
+    return value;
+}
+
+Day day(const std::string& option, const std::string& text) {
+    const OptionError wrong(option + " wants a day as yyyy-mm-dd, not \"" + text + "\"");
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') throw wrong;
+    const auto part = [&](std::size_t from, std::size_t count) {
+        int value = 0;
+        for (const char c : text.substr(from, count)) {
+            if (c < '0' || c > '9') throw wrong;
+            value = value * 10 + (c - '0');
+        }
+        return value;
+    };
+    const Day result{part(0, 4), part(5, 2), part(8, 2)};
+    const std::chrono::year_month_day date{std::chrono::year(result.year),
+                                           std::chrono::month(static_cast<unsigned>(result.month)),
+                                           std::chrono::day(static_cast<unsigned>(result.day))};
+    if (!date.ok() || result.year < 1900) throw wrong;
+    return result;
+}
+
+using Take = std::function<void(HostOptions&, const std::string& option, const std::string& value)>;
+
+const std::map<std::string, Take>& takers() {
+    static const std::map<std::string, Take> all = {
+        {"--company", [](HostOptions& o, const std::string&, const std::string& v) { o.company = v; }},
+        {"--connect", [](HostOptions& o, const std::string&, const std::string& v) { o.connect = v; }},
+        {"--trace", [](HostOptions& o, const std::string&, const std::string& v) { o.trace = v; }},
+        {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
+        {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
+        {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
+        {"--interface",
+         [](HostOptions& o, const std::string& n, const std::string& v) { o.interfaceId = number<std::int32_t>(n, v); }},
+        {"--company-id",
+         [](HostOptions& o, const std::string& n, const std::string& v) { o.companyId = number<std::int16_t>(n, v); }},
+        {"--user", [](HostOptions& o, const std::string& n, const std::string& v) { o.user = number<std::int16_t>(n, v); }},
+        {"--shop", [](HostOptions& o, const std::string& n, const std::string& v) { o.shop = number<std::int16_t>(n, v); }},
+    };
+    return all;
+}
+
+HostOptions parse(const std::vector<std::string>& arguments) {
+    HostOptions options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& option = arguments[i];
+        if (option == "--help" || option == "-h" || option == "/?") {
+            options.help = true;
+            continue;
+        }
+        const auto found = takers().find(option);
+        if (found == takers().end()) throw OptionError("unknown option \"" + option + "\" (--help lists them)");
+        // The key alone may be empty, to show that a wrong one opens nothing.
+        if (++i == arguments.size() || (arguments[i].empty() && option != "--key"))
+            throw OptionError(option + " wants a value");
+        found->second(options, option, arguments[i]);
+    }
+    if (options.connect && !options.trace.empty())
+        throw OptionError("--trace works on the sandbox's database only, not with --connect");
+    return options;
+}
+
+} // namespace
+
+std::variant<HostOptions, std::string> parseHostOptions(const std::vector<std::string>& arguments) {
+    try {
+        return parse(arguments);
+    } catch (const OptionError& error) {
+        return error.what();
+    }
+}
+
+const char* hostHelp() {
+    return "goodsreq-host: opens the goods request module as the back office does.\n"
+           "\n"
+           "  --company FILE       the sandbox's database; made with the sample company where it is missing\n"
+           "                       (company.db)\n"
+           "  --connect TEXT       an ADO connection string for a real server, in place of --company\n"
+           "  --trace FILE         write every statement to FILE, one a line\n"
+           "  --interface N        1507 goods request (default), 1611 inter-division sales request\n"
+           "  --user N             1 all rights (default), 2 no deletion, 3 administrator, 4 without a rights row\n"
+           "  --shop N             the requesting shop (1)\n"
+           "  --company-id N       the company (1)\n"
+           "  --date yyyy-mm-dd    the processing date (2026-03-31)\n"
+           "  --caption TEXT       title of message boxes (Retail Back Office)\n"
+           "  --key TEXT           the project key\n"
+           "  --help               this text\n";
+}
+
+} // namespace sandbox
