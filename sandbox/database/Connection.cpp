@@ -1,0 +1,121 @@
+#include "sandbox/database/Connection.h"
+
+#include "basic/Conversion.h"
+#include "basic/Text.h"
+#include "sandbox/database/Errors.h"
+#include "sandbox/database/Recordset.h"
+
+namespace sandbox {
+namespace {
+
+using automation::Arguments;
+using automation::Value;
+
+std::string dataSource(const std::string& connectionString) {
+    if (connectionString.find('=') == std::string::npos) return connectionString;
+    std::size_t begin = 0;
+    while (begin < connectionString.size()) {
+        const std::size_t end = std::min(connectionString.find(';', begin), connectionString.size());
+        const std::string pair = connectionString.substr(begin, end - begin);
+        const std::size_t equals = pair.find('=');
+        if (equals != std::string::npos && automation::sameName(basic::trim(pair.substr(0, equals)), "data source"))
+            return basic::trim(pair.substr(equals + 1));
+        begin = end + 1;
+    }
+    fail(kServerFailure, "The connection string names no data source.");
+}
+
+} // namespace
+
+Database& Connection::database() {
+    if (!database_) fail(kObjectClosed);
+    return *database_;
+}
+
+void Connection::open(const std::string& connectionString) {
+    if (database_) fail(kObjectOpen);
+    auto database = Database::open(dataSource(connectionString));
+    database->trace(trace_);
+    database->failOn(failOn_);
+    database_ = std::move(database);
+    connectionString_ = connectionString;
+}
+
+void Connection::close() {
+    if (database().inTransaction()) fail(kInTransaction);
+    database_.reset();
+}
+
+void Connection::trace(TraceSink sink) {
+    trace_ = std::move(sink);
+    if (database_) database_->trace(trace_);
+}
+
+void Connection::failOn(std::function<bool(std::string_view)> predicate) {
+    failOn_ = std::move(predicate);
+    if (database_) database_->failOn(failOn_);
+}
+
+Value Connection::execute(Arguments arguments) {
+    Outcome outcome = database().execute(basic::cStr(arguments[0]));
+    if (arguments.size() > 1 && arguments[1].isReference())
+        arguments[1].resolved() = static_cast<std::int32_t>(outcome.isQuery ? -1 : outcome.affected);
+    auto records = std::make_shared<Recordset>();
+    records->adopt(std::move(outcome), shared_from_this(), basic::cStr(arguments[0]));
+    return records;
+}
+
+const automation::Members<Connection>& Connection::members() {
+    static const auto table = [] {
+        automation::Members<Connection> m;
+        m.method("Open", 0, 4, [](Connection& self, Arguments arguments) {
+            const bool given = !arguments.empty() && !arguments[0].isMissing();
+            self.open(given ? basic::cStr(arguments[0]) : self.connectionString_);
+            return Value();
+        });
+        m.method("Close", 0, 0, [](Connection& self, Arguments) {
+            self.close();
+            return Value();
+        });
+        m.method("Execute", 1, 3, [](Connection& self, Arguments arguments) { return self.execute(arguments); });
+        m.method("BeginTrans", 0, 0, [](Connection& self, Arguments) {
+            self.database().begin();
+            return Value(std::int32_t(1));
+        });
+        m.method("CommitTrans", 0, 0, [](Connection& self, Arguments) {
+            self.database().commit();
+            return Value();
+        });
+        m.method("RollbackTrans", 0, 0, [](Connection& self, Arguments) {
+            self.database().rollback();
+            return Value();
+        });
+        m.readOnly("State", [](Connection& self) { return Value(std::int32_t(self.isOpen() ? 1 : 0)); });
+        m.property(
+            "ConnectionString", [](Connection& self) { return Value(self.connectionString_); },
+            [](Connection& self, const Value& value) {
+                if (self.isOpen()) fail(kObjectOpen);
+                self.connectionString_ = basic::cStr(value);
+            });
+        m.property(
+            "CommandTimeout", [](Connection& self) { return self.commandTimeout_; },
+            [](Connection& self, const Value& value) { self.commandTimeout_ = basic::cLng(value); });
+        m.property(
+            "ConnectionTimeout", [](Connection& self) { return self.connectionTimeout_; },
+            [](Connection& self, const Value& value) { self.connectionTimeout_ = basic::cLng(value); });
+        m.property(
+            "CursorLocation", [](Connection& self) { return self.cursorLocation_; },
+            [](Connection& self, const Value& value) { self.cursorLocation_ = basic::cLng(value); });
+        return m;
+    }();
+    return table;
+}
+
+Value Connection::invoke(automation::Access access, std::string_view member, Arguments arguments) {
+    // The connection string is the default member.
+    return members().invoke(*this, access, member.empty() ? "ConnectionString" : member, arguments);
+}
+
+bool Connection::has(std::string_view member) const { return member.empty() || members().has(member); }
+
+} // namespace sandbox

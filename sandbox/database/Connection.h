@@ -1,0 +1,51 @@
+// ADODB.Connection over the sandbox's database.
+#pragma once
+
+#include "automation/Members.h"
+#include "automation/Object.h"
+#include "sandbox/database/Database.h"
+
+#include <memory>
+#include <string>
+
+namespace sandbox {
+
+class Connection : public automation::Object, public std::enable_shared_from_this<Connection> {
+public:
+    Connection() = default;
+    explicit Connection(std::unique_ptr<Database> database) : database_(std::move(database)) {}
+
+    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    bool has(std::string_view member) const override;
+    std::string className() const override { return "Connection"; }
+
+    bool isOpen() const { return database_ != nullptr; }
+    /// Error 3704 when closed.
+    Database& database();
+
+    /// The text is a file's path, or "name=value" pairs with ";" between them, of which "Data Source" is the path.
+    /// Errors: 3705 when open, -2147467259 when there is no such database.
+    void open(const std::string& connectionString);
+    /// Errors: 3704 when closed, 3246 inside a transaction.
+    void close();
+
+    // These hold for what is open now and for what is opened later.
+    void trace(TraceSink sink);
+    void traceTo(const std::string& path) { trace(traceFileSink(path)); }
+    void failOn(std::function<bool(std::string_view)> predicate);
+    void kill() { database().kill(); }
+
+private:
+    static const automation::Members<Connection>& members();
+    automation::Value execute(automation::Arguments arguments);
+
+    std::unique_ptr<Database> database_;
+    std::string connectionString_;
+    automation::Value commandTimeout_ = std::int32_t(30);
+    automation::Value connectionTimeout_ = std::int32_t(15);
+    automation::Value cursorLocation_ = std::int32_t(2);
+    TraceSink trace_;
+    std::function<bool(std::string_view)> failOn_;
+};
+
+} // namespace sandbox

@@ -1,0 +1,240 @@
+#include "sandbox/database/Database.h"
+
+#include "sandbox/database/Errors.h"
+#include "sandbox/database/Parser.h"
+#include "sandbox/database/SchemaReader.h"
+#include "sandbox/database/SqlFunctions.h"
+#include "sandbox/database/SqliteCell.h"
+
+#include <filesystem>
+#include <sqlite3.h>
+
+namespace sandbox {
+namespace {
+
+constexpr int kBusyMilliseconds = 2000;
+/// Statements carry their values as literals, so few come again; those that do come soon.
+constexpr std::size_t kMostPrepared = 200;
+
+automation::Value columnValue(sqlite3_stmt* statement, int i, const SqlType& type) {
+    switch (sqlite3_column_type(statement, i)) {
+    case SQLITE_NULL: return automation::Null{};
+    case SQLITE_INTEGER: return valueOf(std::int64_t(sqlite3_column_int64(statement, i)), type);
+    case SQLITE_FLOAT: return valueOf(sqlite3_column_double(statement, i), type);
+    default: break;
+    }
+    const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+    if (!bytes) throw std::bad_alloc();
+    std::string text(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, i)));
+    if (type.kind == Kind::decimal) return automation::Decimal{std::move(text)};
+    return automation::Value(std::move(text));
+}
+
+std::filesystem::path filePath(const std::string& path) {
+    return std::filesystem::path(std::u8string(path.begin(), path.end()));
+}
+
+} // namespace
+
+struct Database::Prepared {
+    Translation translation;
+    std::unique_ptr<sqlite3_stmt, CloseStatement> statement;
+    bool writes = false;
+};
+
+void Database::CloseStatement::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+std::unique_ptr<Database> Database::create(const std::string& path, std::string_view schemaText) {
+    if (path != ":memory:" && std::filesystem::exists(filePath(path)))
+        fail(kServerFailure, "The database '" + path + "' already exists.");
+    const SchemaText schema = readSchema(schemaText);
+    std::unique_ptr<Database> database(new Database);
+    database->openFile(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    database->runPlain("BEGIN IMMEDIATE");
+    for (const std::string& sql : schema.creation) database->runPlain(sql.c_str());
+    database->runPlain("CREATE TABLE sandbox_schema (text TEXT NOT NULL)");
+    database->runPlain(("INSERT INTO sandbox_schema VALUES (" + quotedText(schemaText) + ")").c_str());
+    database->runPlain("COMMIT");
+    database->schema_ = schema.schema;
+    return database;
+}
+
+std::unique_ptr<Database> Database::open(const std::string& path) {
+    std::unique_ptr<Database> database(new Database);
+    database->openFile(path, SQLITE_OPEN_READWRITE);
+    sqlite3_stmt* raw = nullptr;
+    const int code = sqlite3_prepare_v2(database->connection_, "SELECT text FROM sandbox_schema", -1, &raw, nullptr);
+    const std::unique_ptr<sqlite3_stmt, CloseStatement> statement(raw);
+    if (code != SQLITE_OK || sqlite3_step(raw) != SQLITE_ROW)
+        fail(kServerFailure, "'" + path + "' is no company's database.");
+    database->load(std::get<std::string>(cellFrom(sqlite3_column_value(raw, 0))));
+    return database;
+}
+
+Database::~Database() {
+    prepared_.clear();
+    sqlite3_close_v2(connection_);
+}
+
+void Database::openFile(const std::string& path, int flags) {
+    if (sqlite3_open_v2(path.c_str(), &connection_, flags, nullptr) != SQLITE_OK)
+        fail(kServerFailure, "Cannot open database '" + path + "'.");
+    sqlite3_extended_result_codes(connection_, 1);
+    sqlite3_busy_timeout(connection_, kBusyMilliseconds);
+    sqlite3_limit(connection_, SQLITE_LIMIT_EXPR_DEPTH, 2000);
+    registerFunctions(connection_, raised_);
+}
+
+void Database::load(std::string_view schemaText) { schema_ = readSchema(schemaText).schema; }
+
+void Database::send(std::string_view statement) {
+    if (dead_) fail(kServerFailure);
+    if (trace_) trace_(statement);
+    if (failOn_ && failOn_(statement)) fail(kServerFailure, "The server refused the statement.");
+}
+
+Database::Prepared& Database::prepare(std::string_view statement) {
+    std::string key(statement);
+    auto found = prepared_.find(key);
+    if (found != prepared_.end()) return *found->second;
+    auto prepared = std::make_unique<Prepared>();
+    prepared->translation = Translator(schema_).translate(parseStatement(statement));
+    const std::string& sql = prepared->translation.sql;
+    sqlite3_stmt* raw = nullptr;
+    const int code = sqlite3_prepare_v2(connection_, sql.data(), static_cast<int>(sql.size()), &raw, nullptr);
+    prepared->statement.reset(raw);
+    if (code != SQLITE_OK) raise(code);
+    prepared->writes = !sqlite3_stmt_readonly(raw);
+    if (prepared_.size() >= kMostPrepared) prepared_.clear();
+    return *prepared_.emplace(std::move(key), std::move(prepared)).first->second;
+}
+
+Outcome Database::execute(std::string_view statement) {
+    send(statement);
+    return run(prepare(statement));
+}
+
+Outcome Database::executeSilently(std::string_view statement) {
+    if (dead_) fail(kServerFailure);
+    return run(prepare(statement));
+}
+
+Outcome Database::run(Prepared& prepared) {
+    if (prepared.writes && inTransaction_) takeWriteLock();
+    sqlite3_stmt* statement = prepared.statement.get();
+    struct Reset {
+        sqlite3_stmt* statement;
+        ~Reset() { sqlite3_reset(statement); }
+    } reset{statement};
+    raised_.reset();
+    Outcome outcome;
+    outcome.isQuery = prepared.translation.isQuery;
+    outcome.columns = prepared.translation.columns;
+    outcome.baseTable = prepared.translation.baseTable;
+    const std::size_t width = outcome.columns.size();
+    int code;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        Row& row = outcome.rows.emplace_back();
+        row.reserve(width);
+        for (std::size_t i = 0; i < width; ++i)
+            row.push_back(columnValue(statement, static_cast<int>(i), outcome.columns[i].type));
+    }
+    if (code != SQLITE_DONE) raise(code);
+    if (prepared.writes) outcome.affected = sqlite3_changes64(connection_);
+    return outcome;
+}
+
+void Database::begin() {
+    send("BEGIN TRANSACTION");
+    if (inTransaction_) fail(kTransactionInTransaction);
+    inTransaction_ = true;
+}
+
+void Database::commit() {
+    send("COMMIT TRANSACTION");
+    if (!inTransaction_) fail(kNoTransaction);
+    if (!sqlite3_get_autocommit(connection_)) runPlain("COMMIT");
+    inTransaction_ = false;
+}
+
+void Database::rollback() {
+    send("ROLLBACK TRANSACTION");
+    if (!inTransaction_) fail(kNoTransaction);
+    inTransaction_ = false;
+    if (!sqlite3_get_autocommit(connection_)) runPlain("ROLLBACK");
+}
+
+/// Reading alone begins nothing in SQLite, so that each read sees what was committed last and holds no lock.
+void Database::takeWriteLock() {
+    if (sqlite3_get_autocommit(connection_)) runPlain("BEGIN IMMEDIATE");
+}
+
+void Database::atomically(const std::function<void()>& work) {
+    if (dead_) fail(kServerFailure);
+    const bool own = sqlite3_get_autocommit(connection_) && !inTransaction_;
+    takeWriteLock();
+    if (!own) return work();
+    try {
+        work();
+        runPlain("COMMIT");
+    } catch (...) {
+        if (!sqlite3_get_autocommit(connection_)) sqlite3_exec(connection_, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+long long Database::lastIdentity() const { return sqlite3_last_insert_rowid(connection_); }
+
+void Database::kill() {
+    if (!sqlite3_get_autocommit(connection_)) sqlite3_exec(connection_, "ROLLBACK", nullptr, nullptr, nullptr);
+    inTransaction_ = false;
+    dead_ = true;
+}
+
+void Database::runPlain(const char* sql) {
+    raised_.reset();
+    const int code = sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) raise(code);
+}
+
+void Database::raise(int code) {
+    if (raised_) {
+        const automation::RunTimeError error = *raised_;
+        raised_.reset();
+        throw error;
+    }
+    const std::string message = sqlite3_errmsg(connection_);
+    switch (code & 0xFF) {
+    case SQLITE_CONSTRAINT: raiseConstraint(code, message);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: fail(kServerFailure, "Lock request time out period exceeded.");
+    case SQLITE_ERROR:
+        if (message == "integer overflow") fail(kDataOverflow, "Arithmetic overflow error converting expression to data type int.");
+        fail(kSyntaxError, message);
+    default: fail(kServerFailure, message);
+    }
+}
+
+/// SQLite names the columns; the server names the constraint.
+void Database::raiseConstraint(int code, const std::string& message) {
+    const std::size_t colon = message.find(": ");
+    const std::string columns = colon == std::string::npos ? "" : message.substr(colon + 2);
+    const std::string tableName = columns.substr(0, columns.find('.'));
+    if (code == SQLITE_CONSTRAINT_NOTNULL)
+        fail(kConstraintViolated, "Cannot insert the value NULL into column '" + columns.substr(tableName.size() + 1) +
+                                      "', table '" + tableName + "'; column does not allow nulls.");
+    if (const Table* table = schema_.table(tableName)) {
+        for (const Key& key : table->keys) {
+            std::string named;
+            for (const std::string& column : key.columns)
+                named += (named.empty() ? "" : ", ") + table->name + "." + table->column(column)->name;
+            if (automation::sameName(named, columns))
+                fail(kConstraintViolated, std::string("Violation of ") + (key.primary ? "PRIMARY" : "UNIQUE") +
+                                              " KEY constraint '" + key.name + "'. Cannot insert duplicate key in object '" +
+                                              table->name + "'.");
+        }
+    }
+    fail(kConstraintViolated, "Cannot insert duplicate key row: " + message + ".");
+}
+
+} // namespace sandbox

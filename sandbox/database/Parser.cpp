@@ -1,0 +1,315 @@
+#include "sandbox/database/Parser.h"
+
+#include "automation/Members.h"
+#include "sandbox/database/Errors.h"
+
+#include <array>
+#include <charconv>
+
+namespace sandbox {
+namespace {
+
+using Form = Expression::Form;
+
+/// Words that end an expression or a source, and so are never an alias written without "as".
+bool isReserved(const Token& token) {
+    static constexpr std::array<std::string_view, 36> kReserved{
+        "from",  "where",  "group", "having", "order",  "union", "intersect", "except",  "on",
+        "inner", "left",   "right", "full",   "cross",  "join",  "and",       "or",      "not",
+        "like",  "in",     "is",    "between", "when",  "then",  "else",      "end",     "as",
+        "asc",   "desc",   "set",   "values", "select", "by",    "exists",    "case",    "with"};
+    for (std::string_view word : kReserved)
+        if (token.is(word)) return true;
+    return false;
+}
+
+} // namespace
+
+const Token& Parser::peek(std::size_t ahead) const {
+    return at_ + ahead < tokens_.size() ? tokens_[at_ + ahead] : tokens_.back();
+}
+
+Token Parser::take() {
+    Token token = peek();
+    if (at_ + 1 < tokens_.size()) ++at_;
+    return token;
+}
+
+bool Parser::accept(std::string_view word) {
+    if (!peek().is(word)) return false;
+    take();
+    return true;
+}
+
+void Parser::expect(std::string_view word) {
+    if (!accept(word)) refuse();
+}
+
+void Parser::expectEnd() {
+    while (accept(";")) {}
+    if (!atEnd()) refuse();
+}
+
+void Parser::refuse() const {
+    if (atEnd()) fail(kSyntaxError, "Incorrect syntax: the statement ends too early.");
+    fail(kSyntaxError, "Incorrect syntax near '" + peek().text + "'.");
+}
+
+std::string Parser::name() {
+    if (peek().is("dbo") && peek(1).is(".")) {
+        take();
+        take();
+    }
+    if (peek().sort == Token::Sort::quoted) return take().text;
+    if (peek().sort != Token::Sort::word || isReserved(peek())) refuse();
+    return take().text;
+}
+
+std::vector<std::string> Parser::names() {
+    std::vector<std::string> list;
+    expect("(");
+    do {
+        list.push_back(name());
+        if (!accept("asc")) accept("desc");
+    } while (accept(","));
+    expect(")");
+    return list;
+}
+
+int Parser::wholeNumber() {
+    if (peek().sort != Token::Sort::whole) refuse();
+    int number = 0;
+    const std::string& text = peek().text;
+    if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc()) refuse();
+    take();
+    return number;
+}
+
+SqlType Parser::type(int textSize) {
+    const Token word = take();
+    SqlType type = typeNamed(word.text);
+    if ((word.sort != Token::Sort::word && word.sort != Token::Sort::quoted) || type.kind == Kind::unknown)
+        fail(kSyntaxError, "'" + word.text + "' is not a type that is known here.");
+    if (type.kind == Kind::text && type.size == 1) type.size = textSize;
+    if (!accept("(")) return type;
+    if (accept("max")) {
+        type.size = 0;
+    } else {
+        type.size = wholeNumber();
+        if (accept(",")) type.scale = wholeNumber();
+    }
+    expect(")");
+    if (type.kind == Kind::decimal && (type.size < 1 || type.size > 38 || type.scale > type.size))
+        fail(kSyntaxError, "A decimal has 1 to 38 digits.");
+    return type;
+}
+
+Statement Parser::statement() {
+    while (accept(";")) {}
+    Statement result;
+    if (peek().is("select") || peek().is("("))
+        result = select();
+    else if (peek().is("insert"))
+        result = insert();
+    else if (peek().is("update"))
+        result = update();
+    else if (peek().is("delete"))
+        result = deletion();
+    else
+        result = call();
+    expectEnd();
+    return result;
+}
+
+std::unique_ptr<Select> Parser::select() {
+    auto first = selectCore();
+    while (true) {
+        std::string how;
+        if (accept("union"))
+            how = accept("all") ? "union all" : "union";
+        else if (accept("intersect"))
+            how = "intersect";
+        else if (accept("except"))
+            how = "except";
+        else
+            break;
+        // The server binds "intersect" closer than its neighbours; only the order that both read alike is taken.
+        if (how == "intersect" && !first->compound.empty() && first->compound.back().first != "intersect") refuse();
+        first->compound.emplace_back(how, selectCore());
+    }
+    if (accept("order")) {
+        expect("by");
+        do {
+            OrderItem item{expression()};
+            if (accept("desc"))
+                item.descending = true;
+            else
+                accept("asc");
+            first->orderBy.push_back(std::move(item));
+        } while (accept(","));
+    }
+    return first;
+}
+
+std::unique_ptr<Select> Parser::selectCore() {
+    expect("select");
+    auto core = std::make_unique<Select>();
+    if (accept("distinct"))
+        core->distinct = true;
+    else
+        accept("all");
+    if (accept("top")) {
+        const bool bracket = accept("(");
+        core->top = wholeNumber();
+        if (bracket) expect(")");
+        if (peek().is("percent")) refuse();
+    }
+    do core->items.push_back(item());
+    while (accept(","));
+    if (accept("from")) sources(*core);
+    if (accept("where")) core->where = expression();
+    if (accept("group")) {
+        expect("by");
+        do core->groupBy.push_back(expression());
+        while (accept(","));
+    }
+    if (accept("having")) core->having = expression();
+    return core;
+}
+
+SelectItem Parser::item() {
+    SelectItem item;
+    if (accept("*")) return item;
+    const Token& first = peek();
+    if ((first.sort == Token::Sort::word || first.sort == Token::Sort::quoted) && peek(1).is(".") && peek(2).is("*")) {
+        item.starOf = take().text;
+        take();
+        take();
+        return item;
+    }
+    item.expression = expression();
+    if (accept("as")) {
+        if (peek().sort == Token::Sort::text)
+            item.alias = take().text;
+        else
+            item.alias = name();
+    } else if (peek().sort == Token::Sort::text) {
+        item.alias = take().text;
+    } else {
+        item.alias = aliasOrNothing();
+    }
+    return item;
+}
+
+std::string Parser::aliasOrNothing() {
+    if (peek().sort == Token::Sort::quoted) return take().text;
+    if (peek().sort == Token::Sort::word && !isReserved(peek())) return take().text;
+    return "";
+}
+
+void Parser::sources(Select& into) {
+    into.sources.push_back(source(Source::Join::comma));
+    while (true) {
+        if (accept(",")) {
+            into.sources.push_back(source(Source::Join::comma));
+            continue;
+        }
+        Source::Join join = Source::Join::inner;
+        if (accept("cross")) {
+            join = Source::Join::cross;
+        } else if (accept("left")) {
+            accept("outer");
+            join = Source::Join::left;
+        } else if (!accept("inner") && !peek().is("join")) {
+            return;
+        }
+        expect("join");
+        into.sources.push_back(source(join));
+        if (join == Source::Join::cross) continue;
+        expect("on");
+        into.sources.back().on = expression();
+    }
+}
+
+Source Parser::source(Source::Join join) {
+    Source source;
+    source.join = join;
+    if (accept("(")) {
+        source.select = select();
+        expect(")");
+        accept("as");
+        source.alias = name();
+        return source;
+    }
+    source.table = name();
+    source.alias = accept("as") ? name() : aliasOrNothing();
+    if (source.alias.empty()) source.alias = source.table;
+    return source;
+}
+
+Insert Parser::insert() {
+    expect("insert");
+    accept("into");
+    Insert insert;
+    insert.table = name();
+    if (peek().is("(")) insert.columns = names();
+    if (peek().is("select")) {
+        insert.select = select();
+        return insert;
+    }
+    expect("values");
+    do {
+        expect("(");
+        auto& row = insert.rows.emplace_back();
+        do {
+            if (accept("default")) {
+                row.push_back(std::make_unique<Expression>());
+                row.back()->form = Form::useDefault;
+            } else {
+                row.push_back(expression());
+            }
+        } while (accept(","));
+        expect(")");
+    } while (accept(","));
+    return insert;
+}
+
+Update Parser::update() {
+    expect("update");
+    Update update;
+    update.table = name();
+    expect("set");
+    do {
+        std::string column = name();
+        if (accept(".")) column = name();
+        expect("=");
+        update.assignments.emplace_back(std::move(column), expression());
+    } while (accept(","));
+    if (accept("where")) update.where = expression();
+    return update;
+}
+
+Delete Parser::deletion() {
+    expect("delete");
+    accept("from");
+    Delete deletion;
+    deletion.table = name();
+    if (accept("where")) deletion.where = expression();
+    return deletion;
+}
+
+ProcedureCall Parser::call() {
+    if (!accept("exec")) accept("execute");
+    ProcedureCall call;
+    call.name = name();
+    if (atEnd() || peek().is(";")) return call;
+    do {
+        if (peek().sort == Token::Sort::variable) refuse();
+        call.arguments.push_back(expression());
+    } while (accept(","));
+    return call;
+}
+
+Statement parseStatement(std::string_view text) { return Parser(tokenize(text)).statement(); }
+
+} // namespace sandbox

@@ -1,0 +1,163 @@
+// Adding and changing rows through a record set.
+#include "sandbox/database/Errors.h"
+#include "sandbox/database/Recordset.h"
+#include "sandbox/database/RowStatements.h"
+
+#include <algorithm>
+
+namespace sandbox {
+
+using automation::Arguments;
+using automation::Value;
+
+namespace {
+
+std::vector<std::string> baseColumns(const std::vector<OutputColumn>& columns) {
+    std::vector<std::string> names;
+    for (const OutputColumn& column : columns)
+        if (!column.baseColumn.empty()) names.push_back(column.baseColumn);
+    return names;
+}
+
+/// The row's values under the table's key, taken by `valueOf(column name)`. Empty where the key is not in the row.
+template <class ValueOf> std::vector<ColumnValue> keyOf(const Table& table, ValueOf valueOf) {
+    std::vector<ColumnValue> key;
+    const Key* primary = table.primaryKey();
+    if (!primary) return key;
+    for (const std::string& name : primary->columns) {
+        const std::optional<Value> value = valueOf(name);
+        if (!value) return {};
+        key.push_back({table.column(name), *value});
+    }
+    return key;
+}
+
+} // namespace
+
+void Recordset::wantWritable() const {
+    wantOpen();
+    if (lock_ == kReadOnlyLock || lock_ == kBatch || data_.baseTable.empty()) fail(kReadOnly);
+}
+
+void Recordset::setValue(std::size_t index, const Value& value) {
+    wantWritable();
+    if (index >= data_.columns.size()) fail(kItemNotFound);
+    if (editing_ == Editing::none && (atEnd() || atBegin())) fail(kNoCurrentRecord);
+    const Table* table = database().schema().table(data_.baseTable);
+    const Column* column = table->column(data_.columns[index].baseColumn);
+    if (!column || column->identity) fail(kMultipleStepErrors);
+    Value converted = fieldValue(*column, value);
+    if (editing_ == Editing::none) {
+        editing_ = Editing::changing;
+        pending_.assign(data_.columns.size(), std::nullopt);
+    }
+    pending_[index] = std::move(converted);
+}
+
+void Recordset::addNew() {
+    wantWritable();
+    if (editing_ != Editing::none) update();
+    editing_ = Editing::adding;
+    pending_.assign(data_.columns.size(), std::nullopt);
+}
+
+void Recordset::cancelUpdate() {
+    wantOpen();
+    editing_ = Editing::none;
+    pending_.clear();
+}
+
+void Recordset::update() {
+    wantWritable();
+    if (editing_ == Editing::none) {
+        if (atEnd() || atBegin()) fail(kNoCurrentRecord);
+        return;
+    }
+    if (editing_ == Editing::adding)
+        insertPending();
+    else
+        writePending();
+    editing_ = Editing::none;
+    pending_.clear();
+}
+
+void Recordset::insertPending() {
+    Database& db = database();
+    const Table& table = *db.schema().table(data_.baseTable);
+    std::vector<ColumnValue> values;
+    for (std::size_t i = 0; i < pending_.size(); ++i)
+        if (pending_[i]) values.push_back({table.column(data_.columns[i].baseColumn), *pending_[i]});
+    if (values.empty()) fail(kServerFailure, "A new row needs at least one value.");
+    Row row(data_.columns.size(), automation::Null{});
+    db.atomically([&] {
+        db.execute(insertStatement(table, values));
+        // The new row as the table has it now, with what the server filled in.
+        const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
+            if (table.column(name)->identity) return Value(static_cast<std::int32_t>(db.lastIdentity()));
+            for (const ColumnValue& item : values)
+                if (automation::sameName(item.column->name, name)) return item.value;
+            return std::nullopt;
+        });
+        if (key.empty()) {
+            for (std::size_t i = 0; i < pending_.size(); ++i)
+                if (pending_[i]) row[i] = *pending_[i];
+            return;
+        }
+        const Outcome fresh = db.executeSilently(selectStatement(table, baseColumns(data_.columns), key));
+        if (fresh.rows.empty()) return;
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (!data_.columns[i].baseColumn.empty()) row[i] = fresh.rows.front()[next++];
+    });
+    data_.rows.push_back(std::move(row));
+    position_ = static_cast<std::ptrdiff_t>(data_.rows.size()) - 1;
+}
+
+void Recordset::writePending() {
+    Database& db = database();
+    const Table& table = *db.schema().table(data_.baseTable);
+    Row& row = data_.rows[static_cast<std::size_t>(position_)];
+    const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
+        for (std::size_t i = 0; i < data_.columns.size(); ++i)
+            if (automation::sameName(data_.columns[i].baseColumn, name)) return row[i];
+        return std::nullopt;
+    });
+    if (key.empty()) fail(kServerFailure, "Insufficient key column information for updating or refreshing.");
+    std::vector<ColumnValue> changes;
+    for (std::size_t i = 0; i < pending_.size(); ++i)
+        if (pending_[i] && !(*pending_[i] == row[i]))
+            changes.push_back({table.column(data_.columns[i].baseColumn), *pending_[i]});
+    if (changes.empty()) return;
+    db.atomically([&] {
+        // The server keeps the values that the cursor read and compares them before it writes.
+        const Outcome now = db.executeSilently(selectStatement(table, baseColumns(data_.columns), key));
+        if (now.rows.empty()) fail(kRowChanged);
+        std::size_t next = 0;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (!data_.columns[i].baseColumn.empty() && !(now.rows.front()[next++] == row[i])) fail(kRowChanged);
+        db.execute(updateStatement(table, changes, key));
+    });
+    for (std::size_t i = 0; i < pending_.size(); ++i)
+        if (pending_[i]) row[i] = *pending_[i];
+}
+
+void Recordset::addEditing(automation::Members<Recordset>& m) {
+    m.method("AddNew", 0, 0, [](Recordset& self, Arguments) {
+        self.addNew();
+        return Value();
+    });
+    m.method("Update", 0, 0, [](Recordset& self, Arguments) {
+        self.update();
+        return Value();
+    });
+    m.method("CancelUpdate", 0, 0, [](Recordset& self, Arguments) {
+        self.cancelUpdate();
+        return Value();
+    });
+    m.readOnly("EditMode", [](Recordset& self) {
+        self.wantOpen();
+        return Value(std::int32_t(self.editing_ == Editing::none ? 0 : self.editing_ == Editing::changing ? 1 : 2));
+    });
+}
+
+} // namespace sandbox

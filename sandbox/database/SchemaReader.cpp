@@ -1,0 +1,186 @@
+#include "sandbox/database/SchemaReader.h"
+
+#include "sandbox/database/Errors.h"
+#include "sandbox/database/Parser.h"
+#include "sandbox/database/Script.h"
+#include "sandbox/database/Translator.h"
+
+namespace sandbox {
+namespace {
+
+std::string quotedList(const std::vector<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) list += (list.empty() ? "" : ", ") + quotedName(name);
+    return list;
+}
+
+void skipClustering(Parser& parser) {
+    if (!parser.accept("clustered")) parser.accept("nonclustered");
+}
+
+class Reader {
+public:
+    explicit Reader(SchemaText& into) : into_(into) {}
+
+    void read(std::string_view statement) {
+        Parser parser(tokenize(statement));
+        parser.expect("create");
+        if (parser.accept("table"))
+            table(parser);
+        else if (parser.accept("view"))
+            view(parser);
+        else if (parser.accept("procedure") || parser.accept("proc"))
+            procedure(parser);
+        else
+            index(parser);
+        parser.expectEnd();
+    }
+
+private:
+    void table(Parser& parser) {
+        Table table;
+        table.name = parser.name();
+        parser.expect("(");
+        do {
+            std::string constraint;
+            if (parser.accept("constraint")) constraint = parser.name();
+            if (parser.peek().is("primary") || parser.peek().is("unique"))
+                table.keys.push_back(key(parser, constraint));
+            else if (!constraint.empty())
+                parser.refuse();
+            else
+                column(parser, table);
+        } while (parser.accept(","));
+        parser.expect(")");
+        create(table);
+        into_.schema.add(std::move(table));
+    }
+
+    static Key key(Parser& parser, std::string constraint) {
+        Key key;
+        key.name = std::move(constraint);
+        key.primary = parser.accept("primary");
+        parser.expect(key.primary ? "key" : "unique");
+        skipClustering(parser);
+        key.columns = parser.names();
+        return key;
+    }
+
+    static void column(Parser& parser, Table& table) {
+        Column column;
+        column.name = parser.name();
+        column.type = parser.type();
+        std::string constraint;
+        while (true) {
+            if (parser.accept("constraint")) {
+                constraint = parser.name();
+            } else if (parser.accept("identity")) {
+                column.identity = true;
+                if (parser.accept("(")) {
+                    if (parser.wholeNumber() != 1) parser.refuse();
+                    parser.expect(",");
+                    if (parser.wholeNumber() != 1) parser.refuse();
+                    parser.expect(")");
+                }
+            } else if (parser.accept("not")) {
+                parser.expect("null");
+                column.nullable = false;
+            } else if (parser.accept("null")) {
+                column.nullable = true;
+            } else if (parser.accept("default")) {
+                column.defaultValue = parser.expression();
+            } else if (parser.peek().is("primary") || parser.peek().is("unique")) {
+                const bool primary = parser.accept("primary");
+                parser.expect(primary ? "key" : "unique");
+                if (primary) column.nullable = false;
+                table.keys.push_back({constraint, primary, {column.name}});
+            } else {
+                break;
+            }
+        }
+        table.columns.push_back(std::move(column));
+    }
+
+    void create(Table& table) {
+        std::string sql = "CREATE TABLE " + quotedName(table.name) + " (";
+        bool identity = false;
+        for (const Column& column : table.columns) {
+            if (&column != &table.columns.front()) sql += ", ";
+            sql += quotedName(column.name) + " ";
+            if (column.identity) {
+                identity = true;
+                sql += "INTEGER PRIMARY KEY AUTOINCREMENT";
+            } else {
+                sql += storageDeclaration(column.type) + (column.nullable ? "" : " NOT NULL");
+            }
+        }
+        for (Key& key : table.keys) {
+            if (key.name.empty()) key.name = (key.primary ? "PK_" : "UQ_") + table.name;
+            for (const std::string& name : key.columns)
+                if (!table.column(name))
+                    fail(kSyntaxError, "Column name '" + name + "' does not exist in the target table.");
+            if (identity && key.primary) continue;
+            sql += std::string(", ") + (key.primary ? "PRIMARY KEY" : "UNIQUE") + " (" + quotedList(key.columns) + ")";
+        }
+        // Rows lie in the order of the primary key, as the server's clustered index keeps them.
+        into_.creation.push_back(sql + (table.primaryKey() && !identity ? ") WITHOUT ROWID" : ")"));
+    }
+
+    void index(Parser& parser) {
+        const bool unique = parser.accept("unique");
+        skipClustering(parser);
+        parser.expect("index");
+        const std::string name = parser.name();
+        parser.expect("on");
+        const std::string tableName = parser.name();
+        const Table* table = into_.schema.table(tableName);
+        if (!table || table->isView) fail(kSyntaxError, "Invalid object name '" + tableName + "'.");
+        into_.creation.push_back(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + quotedName(name) +
+                                 " ON " + quotedName(table->name) + " (" + quotedList(parser.names()) + ")");
+    }
+
+    void view(Parser& parser) {
+        Table view;
+        view.isView = true;
+        view.name = parser.name();
+        parser.expect("as");
+        const auto body = parser.select();
+        const Translation translation = Translator(into_.schema).query(*body, {});
+        for (const OutputColumn& column : translation.columns)
+            view.columns.push_back({column.name, column.type, true, false, nullptr});
+        into_.creation.push_back("CREATE VIEW " + quotedName(view.name) + " AS " + translation.sql);
+        into_.schema.add(std::move(view));
+    }
+
+    void procedure(Parser& parser) {
+        Procedure procedure;
+        procedure.name = parser.name();
+        const bool bracket = parser.accept("(");
+        while (parser.peek().sort == Token::Sort::variable) {
+            std::string name = parser.take().text;
+            procedure.parameters.emplace_back(std::move(name), parser.type());
+            if (!parser.accept(",")) break;
+        }
+        if (bracket) parser.expect(")");
+        parser.expect("as");
+        std::shared_ptr<const Select> body = parser.select();
+        Variables variables;
+        for (const auto& [name, type] : procedure.parameters) variables[name] = {"NULL", type};
+        Translator(into_.schema).query(*body, variables);
+        procedure.body = std::move(body);
+        into_.schema.add(std::move(procedure));
+    }
+
+    SchemaText& into_;
+};
+
+} // namespace
+
+SchemaText readSchema(std::string_view text) {
+    SchemaText result;
+    Reader reader(result);
+    for (std::string_view statement : splitScript(text)) reader.read(statement);
+    return result;
+}
+
+} // namespace sandbox

@@ -1,0 +1,260 @@
+#include "sandbox/database/SqlFunctions.h"
+
+#include "basic/Text.h"
+#include "sandbox/database/Cell.h"
+#include "sandbox/database/DecimalText.h"
+#include "sandbox/database/Errors.h"
+#include "sandbox/database/ServerTime.h"
+#include "sandbox/database/SqliteCell.h"
+
+#include <new>
+
+namespace sandbox {
+namespace {
+
+using Raised = std::optional<automation::RunTimeError>;
+
+/// The arguments of one call.
+class Call {
+public:
+    Call(sqlite3_context* context, sqlite3_value** values) : context_(context), values_(values) {}
+
+    bool isNull(int i) const { return sqlite3_value_type(values_[i]) == SQLITE_NULL; }
+    Cell cell(int i) const { return cellFrom(values_[i]); }
+    std::string_view text(int i) const {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(values_[i]));
+        if (!bytes) throw std::bad_alloc();
+        return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(values_[i]))};
+    }
+    std::int64_t number(int i) const { return sqlite3_value_int64(values_[i]); }
+    int small(int i) const {
+        return static_cast<int>(std::clamp<std::int64_t>(number(i), -1'000'000'000, 1'000'000'000));
+    }
+    SqlType type(int i) const { return {static_cast<Kind>(number(i))}; }
+
+    void result(const Cell& cell) const { setResult(context_, cell); }
+
+private:
+    sqlite3_context* context_;
+    sqlite3_value** values_;
+};
+
+void report(sqlite3_context* context) {
+    auto& raised = *static_cast<Raised*>(sqlite3_user_data(context));
+    try {
+        throw;
+    } catch (const automation::RunTimeError& error) {
+        raised = error;
+        sqlite3_result_error(context, error.what(), -1);
+    } catch (const std::bad_alloc&) {
+        sqlite3_result_error_nomem(context);
+    } catch (const std::exception& error) {
+        sqlite3_result_error(context, error.what(), -1);
+    }
+}
+
+using Body = Cell (*)(const Call&);
+
+/// NULL in any argument gives NULL, as in all of the server's functions that are registered with this.
+template <Body body> void strict(sqlite3_context* context, int count, sqlite3_value** values) {
+    try {
+        const Call call(context, values);
+        for (int i = 0; i < count; ++i)
+            if (call.isNull(i)) return sqlite3_result_null(context);
+        call.result(body(call));
+    } catch (...) {
+        report(context);
+    }
+}
+
+template <Body body> void plain(sqlite3_context* context, int, sqlite3_value** values) {
+    try {
+        const Call call(context, values);
+        call.result(body(call));
+    } catch (...) {
+        report(context);
+    }
+}
+
+SqlType targetType(const Call& call) {
+    return {static_cast<Kind>(call.number(2)), call.small(3), call.small(4)};
+}
+
+Cell convertTo(const Call& call) { return convertCell(call.cell(0), call.type(1), targetType(call)); }
+Cell convertWithStyle(const Call& call) {
+    return convertCell(call.cell(0), call.type(1), targetType(call), call.small(5));
+}
+Cell put(const Call& call) {
+    SqlType to = targetType(call);
+    to.fixed = call.number(5) != 0;
+    return storeCell(call.cell(0), call.type(1), to);
+}
+
+Cell add(const Call& call) { return addDecimals(call.text(0), call.text(1)); }
+Cell subtract(const Call& call) { return addDecimals(call.text(0), negateDecimal(call.text(1))); }
+Cell multiply(const Call& call) { return multiplyDecimals(call.text(0), call.text(1)); }
+Cell negate(const Call& call) { return negateDecimal(call.text(0)); }
+
+Cell divisor(const Call& call) {
+    const Cell cell = call.cell(0);
+    const auto* whole = std::get_if<std::int64_t>(&cell);
+    const auto* real = std::get_if<double>(&cell);
+    if ((whole && *whole == 0) || (real && *real == 0)) fail(kDataOverflow, "Divide by zero error encountered.");
+    return cell;
+}
+
+Cell length(const Call& call) { return std::int64_t(basic::len(basic::rtrim(call.text(0)))); }
+Cell upper(const Call& call) { return basic::ucase(call.text(0)); }
+Cell lower(const Call& call) { return basic::lcase(call.text(0)); }
+
+int lengthArgument(const Call& call, int i, const char* function) {
+    if (call.number(i) < 0)
+        fail(kServerFailure, std::string("Invalid length parameter passed to the ") + function + " function.");
+    return call.small(i);
+}
+
+Cell left(const Call& call) { return basic::left(call.text(0), lengthArgument(call, 1, "left")); }
+Cell right(const Call& call) { return basic::right(call.text(0), lengthArgument(call, 1, "right")); }
+
+/// A start before the first character takes from the length.
+Cell substring(const Call& call) {
+    int count = lengthArgument(call, 2, "substring");
+    int start = call.small(1);
+    if (start < 1) {
+        count += start - 1;
+        start = 1;
+    }
+    return count <= 0 ? std::string() : basic::mid(call.text(0), start, count);
+}
+
+Cell replace(const Call& call) {
+    const std::string_view text = call.text(0);
+    const std::string folded = basic::ucase(text);
+    const std::string sought = basic::ucase(call.text(1));
+    // Letters whose two cases differ in length have no common positions; then case counts.
+    if (folded.size() != text.size() || sought.size() != call.text(1).size())
+        return basic::replaceAll(text, call.text(1), call.text(2));
+    if (sought.empty()) return std::string(text);
+    std::string result;
+    std::size_t at = 0;
+    for (std::size_t found; (found = folded.find(sought, at)) != std::string::npos; at = found + sought.size()) {
+        result += text.substr(at, found - at);
+        result += call.text(2);
+    }
+    result += text.substr(at);
+    return result;
+}
+
+Cell charIndex(const Call& call) {
+    return std::int64_t(basic::instr(basic::ucase(call.text(1)), basic::ucase(call.text(0))));
+}
+Cell space(const Call& call) { return basic::space(std::min(call.small(0), 8000)); }
+Cell like(const Call& call) { return std::int64_t(matchesLike(call.text(0), call.text(1))); }
+Cell isNumeric(const Call& call) { return std::int64_t(!call.isNull(0) && looksNumeric(call.text(0))); }
+
+Cell nowCell(const Call&) { return std::int64_t(now()); }
+Cell datePart(const Call& call) {
+    const std::string day = *momentText(call.number(1), 112);
+    const std::string part = basic::lcase(call.text(0));
+    return std::int64_t(std::stoi(part == "year" ? day.substr(0, 4) : part == "month" ? day.substr(4, 2) : day.substr(6)));
+}
+Cell dateDifference(const Call& call) {
+    auto day = [](std::int64_t moment) {
+        return moment / kMillisecondsPerDay - (moment % kMillisecondsPerDay < 0 ? 1 : 0);
+    };
+    return day(call.number(1)) - day(call.number(0));
+}
+
+// Aggregates keep their state as an object behind a pointer that SQLite holds for them.
+
+struct SingleState {
+    Cell cell;
+    bool any = false;
+};
+
+template <class State> State* stateOf(sqlite3_context* context, bool create) {
+    auto** slot = static_cast<State**>(sqlite3_aggregate_context(context, create ? sizeof(State*) : 0));
+    if (!slot) return nullptr;
+    if (!*slot && create) *slot = new State;
+    return *slot;
+}
+
+void singleStep(sqlite3_context* context, int, sqlite3_value** values) {
+    try {
+        SingleState* state = stateOf<SingleState>(context, true);
+        if (!state) return sqlite3_result_error_nomem(context);
+        if (state->any)
+            fail(kServerFailure, "Subquery returned more than 1 value. This is not permitted when the subquery follows "
+                                 "=, !=, <, <= , >, >= or when the subquery is used as an expression.");
+        state->any = true;
+        state->cell = cellFrom(values[0]);
+    } catch (...) {
+        report(context);
+    }
+}
+
+void singleEnd(sqlite3_context* context) {
+    std::unique_ptr<SingleState> state(stateOf<SingleState>(context, false));
+    if (state) setResult(context, state->cell);
+}
+
+void sumStep(sqlite3_context* context, int, sqlite3_value** values) {
+    try {
+        if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+        std::string* sum = stateOf<std::string>(context, true);
+        if (!sum) return sqlite3_result_error_nomem(context);
+        const std::string_view text = Call(context, values).text(0);
+        *sum = sum->empty() ? std::string(text) : addDecimals(*sum, text);
+    } catch (...) {
+        report(context);
+    }
+}
+
+void sumEnd(sqlite3_context* context) {
+    std::unique_ptr<std::string> sum(stateOf<std::string>(context, false));
+    if (sum) setResult(context, Cell(*sum));
+}
+
+int collateServer(void*, int aSize, const void* a, int bSize, const void* b) {
+    return compareText({static_cast<const char*>(a), static_cast<std::size_t>(aSize)},
+                       {static_cast<const char*>(b), static_cast<std::size_t>(bSize)});
+}
+
+int collateDecimal(void*, int aSize, const void* a, int bSize, const void* b) {
+    return compareDecimals({static_cast<const char*>(a), static_cast<std::size_t>(aSize)},
+                           {static_cast<const char*>(b), static_cast<std::size_t>(bSize)});
+}
+
+} // namespace
+
+void registerFunctions(sqlite3* connection, Raised& raised) {
+    struct Entry {
+        const char* name;
+        int arguments;
+        void (*function)(sqlite3_context*, int, sqlite3_value**);
+    };
+    static const Entry kEntries[] = {
+        {"ss_to", 5, strict<convertTo>},         {"ss_style", 6, strict<convertWithStyle>},
+        {"ss_put", 6, strict<put>},              {"ss_add", 2, strict<add>},
+        {"ss_subtract", 2, strict<subtract>},    {"ss_multiply", 2, strict<multiply>},
+        {"ss_negate", 1, strict<negate>},        {"ss_divisor", 1, strict<divisor>},
+        {"ss_len", 1, strict<length>},           {"ss_upper", 1, strict<upper>},
+        {"ss_lower", 1, strict<lower>},          {"ss_left", 2, strict<left>},
+        {"ss_right", 2, strict<right>},          {"ss_substring", 3, strict<substring>},
+        {"ss_replace", 3, strict<replace>},      {"ss_charindex", 2, strict<charIndex>},
+        {"ss_space", 1, strict<space>},          {"ss_like", 2, strict<like>},
+        {"ss_isnumeric", 1, plain<isNumeric>},   {"ss_datepart", 2, strict<datePart>},
+        {"ss_datediff", 2, strict<dateDifference>},
+    };
+    constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    for (const Entry& entry : kEntries)
+        sqlite3_create_function_v2(connection, entry.name, entry.arguments, kFlags, &raised, entry.function, nullptr,
+                                   nullptr, nullptr);
+    sqlite3_create_function_v2(connection, "ss_now", 0, SQLITE_UTF8, &raised, plain<nowCell>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(connection, "ss_single", 1, kFlags, &raised, nullptr, singleStep, singleEnd, nullptr);
+    sqlite3_create_function_v2(connection, "ss_sum", 1, kFlags, &raised, nullptr, sumStep, sumEnd, nullptr);
+    sqlite3_create_collation_v2(connection, "SERVER", SQLITE_UTF8, nullptr, collateServer, nullptr);
+    sqlite3_create_collation_v2(connection, "DECIMAL", SQLITE_UTF8, nullptr, collateDecimal, nullptr);
+}
+
+} // namespace sandbox

@@ -1,0 +1,13 @@
+// Cells out of SQLite and into it.
+#pragma once
+
+#include "sandbox/database/Cell.h"
+
+#include <sqlite3.h>
+
+namespace sandbox {
+
+Cell cellFrom(sqlite3_value* value);
+void setResult(sqlite3_context* context, const Cell& cell);
+
+} // namespace sandbox

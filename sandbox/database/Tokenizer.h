@@ -1,0 +1,36 @@
+// Cuts statements of the server's dialect into tokens.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sandbox {
+
+struct Token {
+    enum class Sort {
+        word,     ///< keyword or name as written
+        quoted,   ///< [name] or "name", without its quotes
+        text,     ///< 'text' or N'text', doubled quotes made single
+        whole,    ///< 12
+        decimal,  ///< 1.5
+        real,     ///< 1e3
+        variable, ///< @name, with its "@"
+        symbol,   ///< an operator or punctuation mark
+        end,
+    };
+    Sort sort = Sort::end;
+    std::string text;
+    bool wide = false;          ///< N'text'
+    std::size_t begin = 0;      ///< where it stands in the statement
+    std::size_t end = 0;
+
+    /// A keyword or symbol, without case. Quoted names are never keywords.
+    bool is(std::string_view word) const;
+};
+
+/// Comments and blanks are passed over; the last token is of the sort `end`.
+/// Errors: -2147217900 for a character that no statement has, and for a quote without its end.
+std::vector<Token> tokenize(std::string_view statement);
+
+} // namespace sandbox
