@@ -47,7 +47,8 @@ public:
     int value() const { return value_; }
     void setValue(int value);
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:
@@ -64,7 +65,8 @@ public:
     bool value() const { return value_; }
     void setValue(bool value);
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:

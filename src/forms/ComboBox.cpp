@@ -15,9 +15,7 @@ using automation::Value;
 
 namespace {
 
-std::string textOf(ComboBox& combo, const Value& value) {
-    return basic::cStr(value, combo.form().desktop().locale());
-}
+std::string textOf(ComboBox& combo, const Value& value) { return basic::cStr(value, combo.form().desktop().locale()); }
 
 Members<ComboBox> comboMembers() {
     Members<ComboBox> m;
@@ -26,8 +24,10 @@ Members<ComboBox> comboMembers() {
             name, [](ComboBox& c) { return Value(c.text()); },
             [](ComboBox& c, const Value& v) { c.setText(textOf(c, v)); });
     m.method("AddItem", 1, 2, [](ComboBox& c, Arguments a) {
-        if (a.size() > 1 && !a[1].isMissing()) c.insertItem(basic::cLng(a[1]), textOf(c, a[0]));
-        else c.addItem(textOf(c, a[0]));
+        if (a.size() > 1 && !a[1].isMissing())
+            c.insertItem(basic::cLng(a[1]), textOf(c, a[0]));
+        else
+            c.addItem(textOf(c, a[0]));
         return Value();
     });
     m.method("RemoveItem", 1, 1, [](ComboBox& c, Arguments a) {

@@ -48,7 +48,8 @@ public:
     void edited(std::string text);
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:

@@ -14,7 +14,9 @@ using automation::Arguments;
 using automation::Members;
 using automation::Value;
 
-std::string textOf(Control& control, const Value& value) { return basic::cStr(value, control.form().desktop().locale()); }
+std::string textOf(Control& control, const Value& value) {
+    return basic::cStr(value, control.form().desktop().locale());
+}
 
 /// One of the four numbers of a control's place.
 void addBound(Members<Control>& members, const char* name, int Rect::*part) {
@@ -37,8 +39,7 @@ Members<Control> commonMembers() {
         "Visible", [](Control& c) { return Value(c.visible()); },
         [](Control& c, const Value& v) { c.setVisible(basic::cBool(v)); });
     m.property(
-        "Tag", [](Control& c) { return Value(c.tag()); },
-        [](Control& c, const Value& v) { c.setTag(textOf(c, v)); });
+        "Tag", [](Control& c) { return Value(c.tag()); }, [](Control& c, const Value& v) { c.setTag(textOf(c, v)); });
     m.property(
         "ToolTipText", [](Control& c) { return Value(c.toolTip()); },
         [](Control& c, const Value& v) { c.setToolTip(textOf(c, v)); });

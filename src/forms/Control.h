@@ -13,7 +13,18 @@ namespace forms {
 class Control;
 class Form;
 
-enum class ControlKind { label, textBox, comboBox, checkBox, optionButton, commandButton, frame, pictureBox, listView, grid };
+enum class ControlKind {
+    label,
+    textBox,
+    comboBox,
+    checkBox,
+    optionButton,
+    commandButton,
+    frame,
+    pictureBox,
+    listView,
+    grid
+};
 
 /// What of a control's model has changed.
 enum class Aspect { text, enabled, visible, bounds, items, selection, columns, toolTip, colours, focus };
@@ -75,11 +86,12 @@ public:
     ControlView* view() const { return view_; }
 
     std::function<void()> onClick, onDblClick, onChange, onGotFocus, onLostFocus, onValidate;
-    std::function<void(std::int16_t& keyCode, std::int16_t shift)> onKeyDown, onKeyUp;
+    std::function<void(std::int16_t&keyCode, std::int16_t shift)> onKeyDown, onKeyUp;
     std::function<void(std::int16_t& character)> onKeyPress; ///< setting the character to 0 swallows the key
     std::function<void(const MouseEvent&)> onMouseDown, onMouseMove, onMouseUp;
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override;
 

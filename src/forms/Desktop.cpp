@@ -89,8 +89,10 @@ void Desktop::playKeys() {
         queue().erase(queue().begin());
         Form* form = topForm();
         if (!form || !form->visible()) continue;
-        if (key == kTab || key == kBackTab) form->tab(key == kBackTab);
-        else if (auto* box = dynamic_cast<TextBox*>(form->activeControl())) box->selectAll();
+        if (key == kTab || key == kBackTab)
+            form->tab(key == kBackTab);
+        else if (auto* box = dynamic_cast<TextBox*>(form->activeControl()))
+            box->selectAll();
     }
 }
 

@@ -40,8 +40,8 @@ public:
 
 protected:
     friend class Form;
-    /// Shows `form`'s window (owned by `owner`'s) and serves the person until `form.showing()` changes. `shown` runs once
-    /// the window stands and before the first input.
+    /// Shows `form`'s window (owned by `owner`'s) and serves the person until `form.showing()` changes. `shown` runs
+    /// once the window stands and before the first input.
     virtual void runModal(Form& form, Form* owner, const std::function<void()>& shown) = 0;
     /// The person's choice, or none.
     virtual std::optional<std::size_t> chooseFromMenu(Form& form, const Menu& menu) = 0;

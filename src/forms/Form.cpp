@@ -29,8 +29,10 @@ bool sameGroup(const Control* a, const Control* b) {
 /// Where an edge pair lies after the form grew by `delta` along its direction.
 void follow(int& start, int& extent, bool holdsStart, bool holdsEnd, int delta) {
     if (!holdsEnd) return;
-    if (holdsStart) extent += delta;
-    else start += delta;
+    if (holdsStart)
+        extent += delta;
+    else
+        start += delta;
 }
 
 } // namespace
@@ -194,7 +196,8 @@ Control* Form::tabStop(const Control* from, bool backwards) const {
         Control* control = controls_[static_cast<std::size_t>(at)];
         if (!control->tabStop() || !control->canTakeFocus()) continue;
         const auto* option = dynamic_cast<const OptionButton*>(control);
-        if (option && (stopOfGroup(controls_, option->group()) != option || (control != from && sameGroup(option, from))))
+        if (option &&
+            (stopOfGroup(controls_, option->group()) != option || (control != from && sameGroup(option, from))))
             continue;
         return control;
     }

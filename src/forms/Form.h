@@ -80,7 +80,8 @@ public:
     std::function<void(std::int16_t& keyCode, std::int16_t shift)> onKeyDown;
     std::function<void(std::int16_t& character)> onKeyPress;
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override { return name_; }
     automation::Array elements() override;

@@ -33,9 +33,8 @@ private:
 const Members<FormControls>& FormControls::members() {
     static const Members<FormControls> table = [] {
         Members<FormControls> m;
-        m.readOnly("Count", [](FormControls& c) {
-            return Value(static_cast<std::int32_t>(c.form_->controls().size()));
-        });
+        m.readOnly("Count",
+                   [](FormControls& c) { return Value(static_cast<std::int32_t>(c.form_->controls().size())); });
         for (const char* name : {"Item", ""})
             m.method(name, 1, 1, [](FormControls& c, Arguments a) { return c.item(a[0]); });
         return m;

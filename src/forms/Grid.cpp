@@ -196,7 +196,8 @@ void Grid::sort(int column, SortOrder order) {
     const auto first = static_cast<std::size_t>(fixedRows_);
     std::vector<SortKey> keys;
     keys.reserve(cells_.size() - first);
-    for (std::size_t row = first; row < cells_.size(); ++row) keys.push_back(keyOf(cell(static_cast<int>(row), column), generic));
+    for (std::size_t row = first; row < cells_.size(); ++row)
+        keys.push_back(keyOf(cell(static_cast<int>(row), column), generic));
     std::vector<std::size_t> sequence(keys.size());
     std::iota(sequence.begin(), sequence.end(), std::size_t{0});
     std::stable_sort(sequence.begin(), sequence.end(), [&](std::size_t a, std::size_t b) {

@@ -71,7 +71,8 @@ public:
     std::function<void()> onRowColChange;
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:

@@ -46,8 +46,10 @@ ListItem& ListView::insert(int index, std::string text) {
     if (index < 1 || index > count() + 1) automation::raise(automation::kSubscriptOutOfRange);
     const auto added = std::make_shared<ListItem>(this, std::move(text));
     items_.insert(items_.begin() + (index - 1), added);
-    if (items_.size() == 1) selected_ = 1;
-    else if (selected_ >= index) ++selected_;
+    if (items_.size() == 1)
+        selected_ = 1;
+    else if (selected_ >= index)
+        ++selected_;
     notify(Aspect::items);
     return *added;
 }

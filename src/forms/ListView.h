@@ -30,7 +30,8 @@ public:
     bool selected() const;
     void detach() { list_ = nullptr; }
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override { return "ListItem"; }
 
@@ -87,7 +88,8 @@ public:
     std::function<void(ListItem&)> onItemClick;
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:

@@ -31,13 +31,15 @@ public:
     /// Nothing is taken when it answers false.
     std::function<bool(const std::string& whole)> acceptsWhole;
 
-    /// What the person's editing made of the text: stores it with the caret and raises Change. Called on the way of a key.
+    /// What the person's editing made of the text: stores it with the caret and raises Change. Called on the way of a
+    /// key.
     void edited(std::string text, int selStart, int selLength);
     /// The selection as the view has it; raises nothing.
     void selectionMoved(int start, int length);
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
 
 private:

@@ -111,8 +111,7 @@ std::int16_t keyPress(Control& control, std::int16_t character) {
 }
 
 void keyUp(Control& control, std::int16_t keyCode, std::int16_t shift) {
-    if (control.onKeyUp && responds(control))
-        control.form().desktop().handle([&] { control.onKeyUp(keyCode, shift); });
+    if (control.onKeyUp && responds(control)) control.form().desktop().handle([&] { control.onKeyUp(keyCode, shift); });
 }
 
 void edit(TextBox& box, std::string text, int selStart, int selLength) {
@@ -165,9 +164,12 @@ bool mnemonic(Form& form, char32_t letter) {
 
 void click(Control& control) {
     if (!responds(control)) return;
-    if (auto* box = dynamic_cast<CheckBox*>(&control)) box->setValue(1 - box->value());
-    else if (auto* option = dynamic_cast<OptionButton*>(&control)) option->setValue(true);
-    else control.fire(control.onClick);
+    if (auto* box = dynamic_cast<CheckBox*>(&control))
+        box->setValue(1 - box->value());
+    else if (auto* option = dynamic_cast<OptionButton*>(&control))
+        option->setValue(true);
+    else
+        control.fire(control.onClick);
 }
 
 void choose(ComboBox& box, int index) {

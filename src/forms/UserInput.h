@@ -1,10 +1,10 @@
 // The way that every key, click and focus change takes through a form, the same on every Desktop.
 //
 // Order of events, held by one table in the tests:
-//   a key:           KeyDown of the form, KeyDown of the control, KeyPress of the form, KeyPress of the control, Change, KeyUp
-//   a focus change:  Validate and LostFocus of the old control, GotFocus of the new one
-// Keystrokes that a handler sends act when it has returned, before the next event; so KeyUp reaches the control that has
-// the focus by then.
+//   a key:           KeyDown of the form, KeyDown of the control, KeyPress of the form, KeyPress of the control,
+//   Change, KeyUp a focus change:  Validate and LostFocus of the old control, GotFocus of the new one
+// Keystrokes that a handler sends act when it has returned, before the next event; so KeyUp reaches the control that
+// has the focus by then.
 #pragma once
 
 #include "forms/Buttons.h"
@@ -16,7 +16,8 @@
 
 namespace forms::input {
 
-/// Returns the key code that is left, 0 when a handler swallowed it or the form itself used it (Escape on a cancel button).
+/// Returns the key code that is left, 0 when a handler swallowed it or the form itself used it (Escape on a cancel
+/// button).
 std::int16_t keyDown(Control& control, std::int16_t keyCode, std::int16_t shift = 0);
 /// Returns the character that is left, 0 when swallowed. Enter clicks a button that has the focus.
 std::int16_t keyPress(Control& control, std::int16_t character);

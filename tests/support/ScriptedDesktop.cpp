@@ -1,0 +1,160 @@
+#include "tests/support/ScriptedDesktop.h"
+
+#include "forms/Form.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+namespace support {
+namespace {
+
+constexpr auto kPatience = std::chrono::seconds(30);
+
+} // namespace
+
+void ScriptedDesktop::start(std::function<void()> module) {
+    abandon();
+    abandoned_ = false;
+    waiting_ = Waiting::nothing;
+    // The thread may look at thread_ only once it is set: it starts with the first turn.
+    thread_ = std::thread([this, module = std::move(module)] {
+        {
+            std::unique_lock lock(mutex_);
+            changed_.wait(lock, [this] { return modulesTurn_; });
+        }
+        try {
+            module();
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << "The module let an error out: " << error.what();
+        } catch (...) {
+            ADD_FAILURE() << "The module let an unknown error out";
+        }
+        const std::lock_guard lock(mutex_);
+        waiting_ = Waiting::ended;
+        modulesTurn_ = false;
+        changed_.notify_all();
+    });
+    handOver({});
+}
+
+void ScriptedDesktop::perform(std::function<void()> act) {
+    if (waiting_ != Waiting::form) {
+        ADD_FAILURE() << "No form waits for the person";
+        return;
+    }
+    Reply reply;
+    reply.act = std::move(act);
+    handOver(std::move(reply));
+}
+
+void ScriptedDesktop::answer(forms::Answer answer) {
+    if (waiting_ != Waiting::message) {
+        ADD_FAILURE() << "No message box waits for an answer";
+        return;
+    }
+    Reply reply;
+    reply.answer = answer;
+    handOver(std::move(reply));
+}
+
+void ScriptedDesktop::choose(std::optional<std::size_t> item) {
+    if (waiting_ != Waiting::menu) {
+        ADD_FAILURE() << "No menu waits for a choice";
+        return;
+    }
+    Reply reply;
+    reply.item = item;
+    handOver(std::move(reply));
+}
+
+void ScriptedDesktop::abandon() {
+    if (!thread_.joinable()) return;
+    if (waiting_ != Waiting::ended) {
+        {
+            const std::lock_guard lock(mutex_);
+            abandoned_ = true;
+        }
+        handOver({});
+    }
+    thread_.join();
+    thread_ = {};
+}
+
+forms::Answer ScriptedDesktop::defaultAnswer(const forms::Message& message) {
+    if (message.buttons == forms::MessageButtons::ok) return forms::Answer::ok;
+    return message.defaultAnswer == forms::Answer::ok ? forms::Answer::yes : message.defaultAnswer;
+}
+
+forms::Answer ScriptedDesktop::messageBox(const forms::Message& message) {
+    if (!onModuleThread()) {
+        ADD_FAILURE() << "A message box came up outside a running module: " << message.text;
+        return defaultAnswer(message);
+    }
+    messages.push_back(message);
+    message_ = &message;
+    const std::optional<Reply> reply = await(Waiting::message);
+    message_ = nullptr;
+    return reply ? reply->answer : defaultAnswer(message);
+}
+
+void ScriptedDesktop::setPointer(forms::Pointer wanted) {
+    pointer = wanted;
+    pointers.push_back(wanted);
+}
+
+void ScriptedDesktop::startProgram(const std::string& commandLine, forms::WindowStyle) {
+    programs.push_back(commandLine);
+}
+
+void ScriptedDesktop::runModal(forms::Form& form, forms::Form*, const std::function<void()>& shown) {
+    if (!onModuleThread()) {
+        ADD_FAILURE() << "The form " << form.name() << " was shown outside a running module";
+        return;
+    }
+    const int showing = form.showing();
+    if (showing == 0) return;
+    shown();
+    while (form.showing() == showing) {
+        const std::optional<Reply> reply = await(Waiting::form);
+        if (!reply) return;
+        if (reply->act) reply->act();
+    }
+}
+
+std::optional<std::size_t> ScriptedDesktop::chooseFromMenu(forms::Form&, const forms::Menu& menu) {
+    if (!onModuleThread()) {
+        ADD_FAILURE() << "The menu " << menu.name << " popped up outside a running module";
+        return std::nullopt;
+    }
+    menu_ = &menu;
+    const std::optional<Reply> reply = await(Waiting::menu);
+    menu_ = nullptr;
+    return reply ? reply->item : std::nullopt;
+}
+
+std::optional<ScriptedDesktop::Reply> ScriptedDesktop::await(Waiting what) {
+    std::unique_lock lock(mutex_);
+    if (abandoned_) return std::nullopt;
+    waiting_ = what;
+    modulesTurn_ = false;
+    changed_.notify_all();
+    changed_.wait(lock, [this] { return modulesTurn_; });
+    if (abandoned_) return std::nullopt;
+    return std::exchange(reply_, {});
+}
+
+void ScriptedDesktop::handOver(Reply reply) {
+    std::unique_lock lock(mutex_);
+    reply_ = std::move(reply);
+    modulesTurn_ = true;
+    changed_.notify_all();
+    if (changed_.wait_for(lock, kPatience, [this] { return !modulesTurn_; })) return;
+    // The module's thread cannot be ended from outside, and its stack holds what the test would destroy.
+    std::fputs("The module did not come back to the person within 30 seconds\n", stderr);
+    std::abort();
+}
+
+} // namespace support
