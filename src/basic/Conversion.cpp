@@ -80,7 +80,7 @@ std::string textOf(const Value& plain, const Locale& locale) {
     if (const auto* v = plain.as<double>()) return numberText(*v);
     if (const auto* v = plain.as<automation::Date>()) return dateText(*v, locale);
     if (const auto* v = plain.as<automation::Currency>()) return plainText(digitsOf(*v));
-    if (const auto* v = plain.as<automation::Decimal>()) return v->text;
+    if (const auto* v = plain.as<automation::Decimal>()) return plainText(digitsOfText(v->text));
     if (const auto* v = plain.as<std::string>()) return *v;
     return "";
 }

@@ -325,7 +325,7 @@ TEST(Conversions, GoThroughReferencesAndDefaultMembers) {
 
     const Value field(std::make_shared<FieldOf>(Decimal{"12.500"}));
     EXPECT_EQ(cDbl(field), 12.5);
-    EXPECT_EQ(cStr(field), "12.500");
+    EXPECT_EQ(cStr(field), "12.5");
     EXPECT_EQ(concatText(Value(std::make_shared<FieldOf>(Null()))), "");
     EXPECT_EQ(errorOf([] { cLng(Value(std::make_shared<FieldOf>(Null()))); }), kInvalidUseOfNull);
     EXPECT_EQ(errorOf([] { cLng(Value(ObjectPtr())); }), kObjectNotSet);
