@@ -1,0 +1,148 @@
+// The grid: sorting, searching order, the current row and what comes with it.
+#include "tests/forms/SampleForm.h"
+#include "tests/support/ScriptedDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace forms;
+using support::ScriptedDesktop;
+
+namespace {
+
+class GridRows : public testing::Test {
+protected:
+    ScriptedDesktop desktop;
+    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
+    Grid& grid = touch(*form).flexRows;
+
+    /// Fills column 0 with `texts` and column 1 with their numbers, from 1.
+    void fill(const std::vector<std::string>& texts) {
+        grid.setCols(2);
+        std::vector<std::vector<std::string>> data;
+        for (const std::string& text : texts) data.push_back({text, std::to_string(data.size() + 1)});
+        grid.setDataRows(std::move(data));
+    }
+    std::string column(int col) const {
+        std::string all;
+        for (int row = grid.fixedRows(); row < grid.rows(); ++row) all += (row > 1 ? "|" : "") + grid.cell(row, col);
+        return all;
+    }
+};
+
+} // namespace
+
+TEST_F(GridRows, SortIsStableInEachOrder) {
+    struct Case {
+        SortOrder order;
+        std::vector<std::string> texts;
+        const char* sorted;
+        const char* origins;
+    };
+    const Case cases[] = {
+        {SortOrder::none, {"b", "a"}, "b|a", "1|2"},
+        {SortOrder::genericAscending, {"10", "9", "x", "-1", "9.0", ""}, "-1|9|9.0|10||x", "4|2|5|1|6|3"},
+        {SortOrder::genericDescending, {"10", "9", "x", "-1", "9.0"}, "x|10|9|9.0|-1", "3|1|2|5|4"},
+        {SortOrder::stringAscending, {"b", "A", "a", "B", "a", "_"}, "A|a|a|B|b|_", "2|3|5|4|1|6"},
+        {SortOrder::stringDescending, {"b", "A", "a", "B", "a"}, "b|B|a|a|A", "1|4|3|5|2"},
+        {SortOrder::stringAscending, {"10", "9", "GR/2", "GR/10"}, "10|9|GR/10|GR/2", "1|2|4|3"},
+        {SortOrder::stringAscending,
+         {"\xC3\xA9t\xC3\xA9", "Eve", "\xC3\x89T\xC3\x89"},
+         "Eve|\xC3\x89T\xC3\x89|\xC3\xA9t\xC3\xA9",
+         "2|3|1"},
+        {SortOrder::stringAscending, {}, "", ""},
+    };
+    for (const Case& c : cases) {
+        fill(c.texts);
+        grid.sort(0, c.order);
+        EXPECT_EQ(column(0), c.sorted);
+        EXPECT_EQ(column(1), c.origins) << c.sorted;
+    }
+}
+
+TEST_F(GridRows, StringSortingAndTextComparisonAgree) {
+    std::vector<std::string> texts = {"Zebra", "apple", "APPLE", "Apple pie", "", "42", "_", "z", "\xC3\xA4", "Z"};
+    fill(texts);
+    grid.sort(0, SortOrder::stringAscending);
+    for (int row = 2; row < grid.rows(); ++row)
+        EXPECT_LT(compareText(grid.cell(row - 1, 0), grid.cell(row, 0)), 0) << grid.cell(row, 0);
+}
+
+TEST_F(GridRows, SortKeepsHeaderAndCurrentRowAndTakesColoursAlong) {
+    fill({"c", "a", "b"});
+    grid.setCell(0, 0, "Zz header");
+    grid.setRowColour(1, 255);
+    grid.selectRow(2);
+    int moves = 0;
+    grid.onRowColChange = [&] { ++moves; };
+    grid.sort(0, SortOrder::stringAscending);
+    EXPECT_EQ(grid.cell(0, 0), "Zz header");
+    EXPECT_EQ(grid.rowColour(3), 255);
+    EXPECT_EQ(grid.rowColour(1), kSystemColour);
+    EXPECT_EQ(grid.row(), 2);
+    EXPECT_EQ(moves, 0);
+}
+
+TEST_F(GridRows, FiftyThousandRowsSortWithoutAWait) {
+    std::vector<std::string> texts;
+    for (int i = 0; i < 50000; ++i) texts.push_back("GR/" + std::to_string(i * 7919 % 50000));
+    fill(texts);
+    const auto began = std::chrono::steady_clock::now();
+    grid.sort(0, SortOrder::stringAscending);
+    grid.sort(1, SortOrder::genericDescending);
+    const auto took = std::chrono::steady_clock::now() - began;
+    EXPECT_EQ(grid.cell(1, 1), "50000");
+    EXPECT_LT(std::chrono::duration<double>(took).count(), 10.0); // Sanitizers and a busy machine included.
+}
+
+TEST_F(GridRows, RowColChangeComesOnlyWhenTheCurrentCellMoves) {
+    fill({"a", "b", "c"});
+    grid.selectRow(1);
+    int moves = 0;
+    grid.onRowColChange = [&] { ++moves; };
+    grid.selectRow(1);
+    EXPECT_EQ(moves, 0);
+    grid.selectRow(3);
+    EXPECT_EQ(moves, 1);
+    EXPECT_EQ(grid.colSel(), 1);
+    grid.setCurrent(3, 1);
+    EXPECT_EQ(moves, 2);
+    EXPECT_THROW(grid.selectRow(4), automation::RunTimeError);
+    EXPECT_THROW(grid.setCol(2), automation::RunTimeError);
+    EXPECT_EQ(grid.row(), 3);
+    EXPECT_EQ(moves, 2);
+}
+
+TEST_F(GridRows, TheCurrentRowStaysInsideWhenRowsGo) {
+    fill({"a", "b", "c", "d"});
+    grid.selectRow(4);
+    grid.setTopRow(4);
+    grid.removeItem(2);
+    EXPECT_EQ(column(0), "a|c|d");
+    EXPECT_EQ(grid.row(), 3);
+    EXPECT_EQ(grid.topRow(), 3);
+    grid.setRows(2);
+    EXPECT_EQ(grid.row(), 1);
+    grid.setTopRow(99);
+    EXPECT_EQ(grid.topRow(), 1);
+    EXPECT_THROW(grid.removeItem(0), automation::RunTimeError);
+    grid.setCols(1);
+    EXPECT_EQ(grid.colSel(), 0);
+}
+
+TEST_F(GridRows, CellsAreEmptyUntilSetAndAddedRowsSplitAtTabs) {
+    grid.setFixedCols(0);
+    grid.setCols(3);
+    EXPECT_EQ(grid.cell(1, 2), "");
+    grid.addItem("17\tGR/1");
+    grid.addItem("18\tb\tc\td");
+    EXPECT_EQ(column(0), "|17|18");
+    EXPECT_EQ(column(1), "|GR/1|b");
+    EXPECT_EQ(column(2), "||c");
+    grid.clear();
+    EXPECT_EQ(column(0), "||");
+    EXPECT_EQ(grid.rows(), 4);
+    EXPECT_THROW(grid.setDataRows({{"1", "2", "3", "4"}}), automation::RunTimeError);
+}
