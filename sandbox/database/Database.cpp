@@ -223,15 +223,21 @@ void Database::raiseConstraint(int code, const std::string& message) {
     if (code == SQLITE_CONSTRAINT_NOTNULL)
         fail(kConstraintViolated, "Cannot insert the value NULL into column '" + columns.substr(tableName.size() + 1) +
                                       "', table '" + tableName + "'; column does not allow nulls.");
+    auto duplicate = [](const Table& table, const std::string& name, bool primary) {
+        fail(kConstraintViolated, std::string("Violation of ") + (primary ? "PRIMARY" : "UNIQUE") + " KEY constraint '" +
+                                      name + "'. Cannot insert duplicate key in object '" + table.name + "'.");
+    };
+    const std::string indexed = "index '";
+    if (columns.rfind(indexed, 0) == 0) {
+        const std::string name = columns.substr(indexed.size(), columns.size() - indexed.size() - 1);
+        if (const Table* table = schema_.tableWithKey(name)) duplicate(*table, name, false);
+    }
     if (const Table* table = schema_.table(tableName)) {
         for (const Key& key : table->keys) {
             std::string named;
             for (const std::string& column : key.columns)
                 named += (named.empty() ? "" : ", ") + table->name + "." + table->column(column)->name;
-            if (automation::sameName(named, columns))
-                fail(kConstraintViolated, std::string("Violation of ") + (key.primary ? "PRIMARY" : "UNIQUE") +
-                                              " KEY constraint '" + key.name + "'. Cannot insert duplicate key in object '" +
-                                              table->name + "'.");
+            if (automation::sameName(named, columns)) duplicate(*table, key.name, key.primary);
         }
     }
     fail(kConstraintViolated, "Cannot insert duplicate key row: " + message + ".");

@@ -10,9 +10,11 @@ namespace {
 
 using Form = Expression::Form;
 
+/// From kind, to kind, size, and scale; for text the last says whether it is filled up with blanks.
 std::string typeArguments(const SqlType& from, const SqlType& to) {
+    const int last = to.kind == Kind::text ? (to.fixed ? 1 : 0) : to.scale;
     return ", " + std::to_string(static_cast<int>(from.kind)) + ", " + std::to_string(static_cast<int>(to.kind)) + ", " +
-           std::to_string(to.size) + ", " + std::to_string(to.scale);
+           std::to_string(to.size) + ", " + std::to_string(last);
 }
 
 } // namespace
@@ -27,13 +29,22 @@ TypedText ExpressionWriter::converted(TypedText value, const SqlType& to) {
     const Kind from = value.type.kind;
     if (from == to.kind || from == Kind::unknown || (isWholeNumber(from) && isWholeNumber(to.kind) && from < to.kind))
         return {std::move(value.sql), to};
-    std::string arguments = typeArguments(value.type, to);
-    return {"ss_to(" + value.sql + arguments + ")", to};
+    // Operands that meet keep every digit, whatever sizes the two types have.
+    SqlType unlimited = to;
+    unlimited.size = 0;
+    return {"ss_to(" + value.sql + typeArguments(value.type, unlimited) + ")", to};
+}
+
+TypedText ExpressionWriter::fitted(TypedText value, const SqlType& to) {
+    const SqlType from = value.type;
+    if (to.kind != Kind::decimal || from.kind == Kind::unknown || (from.kind == to.kind && from.scale == to.scale))
+        return converted(std::move(value), to);
+    return {"ss_to(" + value.sql + typeArguments(from, to) + ")", to};
 }
 
 std::string ExpressionWriter::stored(const TypedText& value, const SqlType& to) {
     if (value.sql == "NULL") return value.sql;
-    return "ss_put(" + value.sql + typeArguments(value.type, to) + ", " + (to.fixed ? "1" : "0") + ")";
+    return "ss_put(" + value.sql + typeArguments(value.type, to) + ")";
 }
 
 TypedText ExpressionWriter::number(const Expression& expression) const {
@@ -113,8 +124,8 @@ TypedText ExpressionWriter::caseOf(const Expression& expression) const {
     for (const TypedText& result : results) type = commonType(type, result.type);
     std::string sql = "CASE";
     for (std::size_t i = 0; i < pairs; ++i)
-        sql += " WHEN " + conditions[i] + " THEN " + converted(results[i], type).sql;
-    if (expression.hasElse) sql += " ELSE " + converted(results.back(), type).sql;
+        sql += " WHEN " + conditions[i] + " THEN " + fitted(results[i], type).sql;
+    if (expression.hasElse) sql += " ELSE " + fitted(results.back(), type).sql;
     return {sql + " END", type};
 }
 

@@ -38,7 +38,10 @@ public:
     /// Error -2147217900 where the expression is a plain value.
     std::string condition(const Expression& expression) const;
 
+    /// For operands that meet: a decimal keeps its digits.
     static TypedText converted(TypedText value, const SqlType& to);
+    /// For a result of that very type: a decimal gets its scale.
+    static TypedText fitted(TypedText value, const SqlType& to);
     /// As `converted`, checked against the column's size as an insert or update checks it.
     static std::string stored(const TypedText& value, const SqlType& to);
     /// The text with the collation that its type compares by.

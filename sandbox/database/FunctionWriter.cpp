@@ -131,7 +131,7 @@ TypedText ExpressionWriter::call(const Expression& expression) const {
         const TypedText second = value(*expression.parts[1]);
         // The result has the type of the first argument, not the common one.
         if (first.type.kind == Kind::unknown) return second;
-        return {"ifnull(" + first.sql + ", " + converted(second, first.type).sql + ")", first.type};
+        return {"ifnull(" + first.sql + ", " + fitted(second, first.type).sql + ")", first.type};
     }
     if (is("coalesce")) {
         wantArguments(expression, 2, 50);
@@ -142,7 +142,7 @@ TypedText ExpressionWriter::call(const Expression& expression) const {
             type = commonType(type, parts.back().type);
         }
         std::string sql = "coalesce(";
-        for (std::size_t i = 0; i < parts.size(); ++i) sql += (i ? ", " : "") + converted(parts[i], type).sql;
+        for (std::size_t i = 0; i < parts.size(); ++i) sql += (i ? ", " : "") + fitted(parts[i], type).sql;
         return {sql + ")", type};
     }
     if (is("nullif")) {

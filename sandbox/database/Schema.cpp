@@ -26,6 +26,13 @@ const Procedure* Schema::procedure(std::string_view name) const {
     return found == procedures_.end() ? nullptr : &found->second;
 }
 
+const Table* Schema::tableWithKey(std::string_view keyName) const {
+    for (const auto& [name, table] : tables_)
+        for (const Key& key : table.keys)
+            if (automation::sameName(key.name, keyName)) return &table;
+    return nullptr;
+}
+
 void Schema::add(Table table) {
     std::string name = table.name;
     if (!tables_.emplace(name, std::move(table)).second)

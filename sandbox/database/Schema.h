@@ -47,6 +47,8 @@ class Schema {
 public:
     const Table* table(std::string_view name) const;
     const Procedure* procedure(std::string_view name) const;
+    /// The table that has a key of that name.
+    const Table* tableWithKey(std::string_view keyName) const;
 
     /// Errors: -2147217900 where the name is taken.
     void add(Table table);

@@ -1,6 +1,7 @@
 #include "sandbox/database/SchemaReader.h"
 
 #include "sandbox/database/Errors.h"
+#include "sandbox/database/ExpressionWriter.h"
 #include "sandbox/database/Parser.h"
 #include "sandbox/database/Script.h"
 #include "sandbox/database/Translator.h"
@@ -120,10 +121,35 @@ private:
                 if (!table.column(name))
                     fail(kSyntaxError, "Column name '" + name + "' does not exist in the target table.");
             if (identity && key.primary) continue;
+            if (!key.primary && indexNulls(table, key)) continue;
             sql += std::string(", ") + (key.primary ? "PRIMARY KEY" : "UNIQUE") + " (" + quotedList(key.columns) + ")";
         }
         // Rows lie in the order of the primary key, as the server's clustered index keeps them.
         into_.creation.push_back(sql + (table.primaryKey() && !identity ? ") WITHOUT ROWID" : ")"));
+        for (const Key& key : table.keys)
+            if (!key.primary && indexNulls(table, key)) indexKey(table, key);
+    }
+
+    static bool indexNulls(const Table& table, const Key& key) {
+        for (const std::string& name : key.columns)
+            if (table.column(name)->nullable) return true;
+        return false;
+    }
+
+    /// The server counts NULL as one value of a unique key; SQLite does not, so NULL stands there as a value that no
+    /// column has.
+    void indexKey(const Table& table, const Key& key) {
+        std::string list;
+        for (const std::string& name : key.columns) {
+            const Column& column = *table.column(name);
+            list += list.empty() ? "" : ", ";
+            if (!column.nullable)
+                list += quotedName(column.name);
+            else
+                list += ExpressionWriter::collated({"ifnull(" + quotedName(column.name) + ", x'00')", column.type});
+        }
+        into_.creation.push_back("CREATE UNIQUE INDEX " + quotedName(key.name) + " ON " + quotedName(table.name) + " (" +
+                                 list + ")");
     }
 
     void index(Parser& parser) {

@@ -7,7 +7,9 @@
 #include "sandbox/database/ServerTime.h"
 #include "sandbox/database/SqliteCell.h"
 
+#include <memory>
 #include <new>
+#include <utility>
 
 namespace sandbox {
 namespace {
@@ -77,18 +79,16 @@ template <Body body> void plain(sqlite3_context* context, int, sqlite3_value** v
 }
 
 SqlType targetType(const Call& call) {
-    return {static_cast<Kind>(call.number(2)), call.small(3), call.small(4)};
+    SqlType type{static_cast<Kind>(call.number(2)), call.small(3), call.small(4)};
+    if (type.kind == Kind::text) type.fixed = std::exchange(type.scale, 0) != 0;
+    return type;
 }
 
 Cell convertTo(const Call& call) { return convertCell(call.cell(0), call.type(1), targetType(call)); }
 Cell convertWithStyle(const Call& call) {
     return convertCell(call.cell(0), call.type(1), targetType(call), call.small(5));
 }
-Cell put(const Call& call) {
-    SqlType to = targetType(call);
-    to.fixed = call.number(5) != 0;
-    return storeCell(call.cell(0), call.type(1), to);
-}
+Cell put(const Call& call) { return storeCell(call.cell(0), call.type(1), targetType(call)); }
 
 Cell add(const Call& call) { return addDecimals(call.text(0), call.text(1)); }
 Cell subtract(const Call& call) { return addDecimals(call.text(0), negateDecimal(call.text(1))); }
@@ -235,7 +235,7 @@ void registerFunctions(sqlite3* connection, Raised& raised) {
     };
     static const Entry kEntries[] = {
         {"ss_to", 5, strict<convertTo>},         {"ss_style", 6, strict<convertWithStyle>},
-        {"ss_put", 6, strict<put>},              {"ss_add", 2, strict<add>},
+        {"ss_put", 5, strict<put>},              {"ss_add", 2, strict<add>},
         {"ss_subtract", 2, strict<subtract>},    {"ss_multiply", 2, strict<multiply>},
         {"ss_negate", 1, strict<negate>},        {"ss_divisor", 1, strict<divisor>},
         {"ss_len", 1, strict<length>},           {"ss_upper", 1, strict<upper>},

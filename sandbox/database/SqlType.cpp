@@ -55,7 +55,16 @@ std::string typeName(const SqlType& type) {
 }
 
 SqlType commonType(const SqlType& a, const SqlType& b) {
-    if (a.kind != b.kind) return a.kind > b.kind ? a : b;
+    if (a.kind != b.kind) {
+        SqlType common = a.kind > b.kind ? a : b;
+        const SqlType& other = a.kind > b.kind ? b : a;
+        if (common.kind == Kind::decimal && isNumber(other.kind)) {
+            // Wide enough for every value of the other kind.
+            const int digits = other.kind == Kind::bigInt || other.kind == Kind::money ? 19 : 10;
+            common.size = std::min(38, std::max(common.size - common.scale, digits) + common.scale);
+        }
+        return common;
+    }
     SqlType common = a;
     if (a.kind == Kind::text) {
         common.size = a.size == 0 || b.size == 0 ? 0 : std::max(a.size, b.size);

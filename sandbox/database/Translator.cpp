@@ -159,7 +159,7 @@ Translation Translator::call(const ProcedureCall& call) const {
     Variables variables;
     for (std::size_t i = 0; i < call.arguments.size(); ++i) {
         const auto& [name, type] = procedure->parameters[i];
-        variables[name] = ExpressionWriter::converted(writer.value(*call.arguments[i]), type);
+        variables[name] = ExpressionWriter::fitted(writer.value(*call.arguments[i]), type);
     }
     Translation translation = query(*procedure->body, variables);
     translation.baseTable.clear();

@@ -1,0 +1,226 @@
+// What the server's dialect means, statement by statement.
+#include "tests/database/Company.h"
+
+namespace {
+
+using namespace database_test;
+
+struct Case {
+    const char* statement;
+    const char* expected;
+};
+
+TEST(Dialect, ValuesFollowTheServer) {
+    const Case kCases[] = {
+        // Text: case and blanks at the end do not count when comparing.
+        {"select case when 'abc' = 'ABC  ' then 1 else 0 end", "1"},
+        {"select case when 'a' < 'B' then 1 else 0 end", "1"},
+        {"select case when '  a' = 'a' then 1 else 0 end", "0"},
+        {"select case when N'\xC3\xA4rger' = N'\xC3\x84RGER' then 1 else 0 end", "1"},
+        {"select case when 'abc' in ('x', 'ABC ') then 'in' end", "'in'"},
+        {"select case when 'abc' like 'A%' then 1 else 0 end", "1"},
+        {"select case when 'abc' like '_b[a-d]' then 1 else 0 end", "1"},
+        {"select case when 'abc' like '_b[^a-d]' then 1 else 0 end", "0"},
+        {"select case when 'a%c' like 'a[%]c' then 1 else 0 end", "1"},
+        {"select case when 'aXbXc' like '%x%X%' then 1 else 0 end", "1"},
+        {"select case when 'abc' not like 'b%' then 1 else 0 end", "1"},
+        {"select len('ab  ')", "2"},
+        {"select len('  ab')", "4"},
+        {"select len(N'\xC3\xA4\xE2\x82\xAC')", "2"},
+        {"select len(12345)", "5"},
+        {"select left('abc', 2), right('abc', 2), right('abc', 9), left('abc', 0)", "'ab','bc','abc',''"},
+        {"select substring('abcdef', 2, 3), substring('abc', 0, 2), substring('abc', 3, 9), substring('abc', 9, 1)",
+         "'bcd','a','c',''"},
+        {"select upper('a\xC3\xA4'), lower('AB'), ltrim('  a '), rtrim(' a  ')", "'A\xC3\x84','ab','a ',' a'"},
+        {"select replace('To Shop, shop', 'SHOP', 'Branch'), replace('aaa', 'a', ''), replace('abc', '', 'x')",
+         "'To Branch, Branch','','abc'"},
+        {"select charindex('B', 'abc'), charindex('x', 'abc')", "2,0"},
+        {"select 'a' + 'b' + NULL", "NULL"},
+        {"select 'it''s' + ' ' + N'fine'", "'it's fine'"},
+        // isnumeric is wider than convert.
+        {"select isnumeric('12'), isnumeric(' 12 '), isnumeric('-1.5'), isnumeric('1e3'), isnumeric('1,000')", "1,1,1,1,1"},
+        {"select isnumeric('-'), isnumeric('$'), isnumeric('.'), isnumeric('+$1.5')", "1,1,1,1"},
+        {"select isnumeric(''), isnumeric(' '), isnumeric('12a'), isnumeric('e3'), isnumeric('1.2.3'), isnumeric(NULL)",
+         "0,0,0,0,0,0"},
+        {"select isnumeric(5), isnumeric(getdate())", "1,0"},
+        // Conversions.
+        {"select convert(int, '12'), convert(int, ' -7 '), convert(int, ''), convert(int, '+5')", "12,-7,0,5"},
+        {"select convert(int, 2.9), convert(int, -2.9), convert(int, 2.5e0)", "2,-2,2"},
+        {"select convert(varchar(3), 'abcdef'), convert(varchar, 12), cast('7' as int) + 1", "'abc','12',8"},
+        {"select convert(decimal(9,2), '1.005'), convert(decimal(9,2), -2.675), convert(decimal(5,0), '99999')",
+         "decimal 1.01,decimal -2.68,decimal 99999"},
+        {"select convert(money, '1,234.56789'), convert(bit, 5), convert(bit, 'False')", "money 12345679,True,False"},
+        {"select convert(varchar(10), convert(datetime, '20240305'), 103), convert(varchar, convert(datetime, '2024/3/5 "
+         "14:07:09'), 120)",
+         "'05/03/2024','2024-03-05 14:07:09'"},
+        {"select convert(char(4), 'ab') + '|'", "'ab  |'"},
+        {"select convert(smallint, 7), convert(float, '1.5')", "small 7,double 1.5"},
+        // Numbers.
+        {"select 7 / 2, -7 / 2, 7 % 3, 7 / 2.0e0", "3,-3,1,double 3.5"},
+        {"select 1.10 + 2.205, 1.5 * 1.5, 1 - 0.001", "decimal 3.305,decimal 2.25,decimal 0.999"},
+        {"select 99999999999", "decimal 99999999999"},
+        {"select 123456789012345678.125 + 0.001", "decimal 123456789012345678.126"},
+        {"select '5' + 1", "6"},
+        {"select case when 0.10 = .1 then 1 else 0 end, case when 9.5 < 10 then 1 else 0 end", "1,1"},
+        {"select - -3, -(1.5), +4", "3,decimal -1.5,4"},
+        // NULL.
+        {"select isnull(NULL, 3), isnull(NULL, 'x'), coalesce(NULL, NULL, 5), nullif(3, 3)", "3,'x',5,NULL"},
+        {"select case when NULL = NULL then 1 else 0 end, case when NULL is null then 1 else 0 end", "0,1"},
+        {"select case 2 when 1 then 'one' when 2 then 'two' end, case 3 when 1 then 'one' end", "'two',NULL"},
+        // Dates.
+        {"select case when convert(datetime, '2024-03-05') = '20240305' then 1 else 0 end", "1"},
+        {"select dateadd(day, 30, '20240131'), datediff(day, '20240228 23:00', '20240301 01:00')",
+         "#2024/03/01 00:00:00#,2"},
+        {"select year('20240305'), month('20240305'), day('20240305')", "2024,3,5"},
+        {"select convert(datetime, '5 Mar 2024 1:30 PM'), convert(datetime, '')",
+         "#2024/03/05 13:30:00#,#1900/01/01 00:00:00#"},
+        // Groups and sets.
+        {"select count(*), count(part_code), max(itemrate), min(itemcode) from aitem", "2,1,money 20000,'A-100'"},
+        {"select sum(srdgoodqty) from mesRequesttoShopDetail", "decimal 123456789012345680.125"},
+        {"select sum(itemid), avg(itemid), sum(itemid) from aitem where itemid < 0", "NULL,NULL,NULL"},
+        {"select shopid, count(*) n from ashopitemdetail group by shopid having count(*) > 1 order by n desc", "1,2"},
+        {"select count(distinct shortcutno) from ashopitemdetail", "1"},
+        {"select itemcategoryid from ashopitemcategory where shopid=1 intersect select itemcategoryid from "
+         "ashopitemcategory where shopid=2",
+         "10"},
+        {"select 1 union select 2 union all select 2 order by 1 desc", "2|2|1"},
+        {"select itemid from aitem except select itemid from ashopitemdetail where shopid=2", "101"},
+        {"select top 2 shopid from aShops order by shopname desc", "2|1"},
+        {"select x.n + 1 from (select max(itemid) n from aitem) x", "102"},
+        {"select s.shopid, d.itemid from aShops s left join ashopitemdetail d on d.shopid = s.shopid where s.shopid > 1 "
+         "order by 1",
+         "2,100|3,NULL|4,NULL"},
+        {"select shopid from aShops s where exists (select itemid from ashopitemdetail d where d.shopid = s.shopid) and "
+         "shopid not in (2)",
+         "1"},
+        {"select shopid from aShops where shopid between 2 and 3 or not shopid < 4", "2|3|4"},
+        {"select [shopid] \"the id\" from dbo.aShops as [s] where [s].shopname = 'harbour' -- a remark\n", "1"},
+        {"select /* all of it */ c.* from acity as c;", "1,'Harbour',1"},
+    };
+    auto connection = smallCompany();
+    for (const Case& one : kCases) {
+        SCOPED_TRACE(one.statement);
+        std::string given;
+        EXPECT_NO_THROW(given = rows(*connection, one.statement));
+        EXPECT_EQ(given, one.expected);
+    }
+}
+
+TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
+    struct Refusal {
+        const char* statement;
+        long number;
+        const char* text;
+    };
+    using namespace sandbox;
+    const Refusal kCases[] = {
+        {"selct 1", kSyntaxError, "Could not find stored procedure 'selct'."},
+        {"select 1 fom aitem x", kSyntaxError, "Incorrect syntax near 'aitem'."},
+        {"select", kSyntaxError, "Incorrect syntax: the statement ends too early."},
+        {"", kSyntaxError, "Incorrect syntax: the statement ends too early."},
+        {"select 'abc", kSyntaxError, "Unclosed quotation mark before the character string 'abc'."},
+        {"select itemcode from aitem where itemcode='O'Neil'", kSyntaxError,
+         "Unclosed quotation mark before the character string ''."},
+        {"select 1 ! 2", kSyntaxError, "Incorrect syntax near '!'."},
+        {"select a from nowhere", kSyntaxError, "Invalid object name 'nowhere'."},
+        {"select nothing from aitem", kSyntaxError, "Invalid column name 'nothing'."},
+        {"select x.itemid from aitem", kSyntaxError,
+         "The column prefix 'x' does not match with a table name or alias name used in the query."},
+        {"select itemid from aitem, ashopitemdetail", kSyntaxError, "Ambiguous column name 'itemid'."},
+        {"select 1 from aitem, aItem", kSyntaxError,
+         "Tables or functions 'aitem' and 'aItem' have the same exposed names. Use correlation names to distinguish "
+         "them."},
+        {"select soundex('a')", kSyntaxError, "'soundex' is not a recognized function name."},
+        {"select itemcode, max(itemid) from aitem", kSyntaxError,
+         "Column 'itemcode' is invalid in the select list because it is not contained in either an aggregate function "
+         "or the GROUP BY clause."},
+        {"select * from aitem where max(itemid) = 1", kSyntaxError, "An aggregate may not appear in the WHERE clause."},
+        {"select (select itemid, itemcode from aitem)", kSyntaxError,
+         "Only one expression can be specified in the select list when the subquery is not introduced with EXISTS."},
+        {"select itemid from aitem where itemid = (select itemid from aitem)", kServerFailure,
+         "Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, <, <= , >, >= or "
+         "when the subquery is used as an expression."},
+        {"select @x", kSyntaxError, "Must declare the variable '@x'."},
+        {"select itemid from aitem where itemid", kSyntaxError, "A value stands where a condition is wanted."},
+        {"select 1 = 1", kSyntaxError, "A condition stands where a value is wanted."},
+        {"spSellingPriceFetch 1,2", kSyntaxError,
+         "Procedure 'spSellingPriceFetch' expects parameter '@PartyID', which was not supplied."},
+        {"spSellingPriceFetch 1,2,3,4,5,6,7,8", kSyntaxError,
+         "Procedure or function spSellingPriceFetch has too many arguments specified."},
+        {"create table t (a int)", kSyntaxError, "Incorrect syntax near 't'."},
+        {"drop table aitem", kSyntaxError, "Incorrect syntax near 'aitem'."},
+        {"select 1; delete aitem", kSyntaxError, "Incorrect syntax near 'delete'."},
+        {"delete vwItemDescription", kSyntaxError, "View 'vwItemDescription' is not updatable here."},
+        {"insert into acity values (1, 'x')", kSyntaxError,
+         "There are more or fewer values than columns. The number of values must match the number of columns."},
+        {"insert into acity (cityid, town) values (1, 'x')", kSyntaxError, "Invalid column name 'town'."},
+        // Conversions that fail.
+        {"select convert(int, '1.5')", kConversionError,
+         "Syntax error converting the varchar value '1.5' to a column of data type int."},
+        {"select convert(int, '1e3')", kConversionError,
+         "Syntax error converting the varchar value '1e3' to a column of data type int."},
+        {"select convert(int, '$')", kConversionError,
+         "Syntax error converting the varchar value '$' to a column of data type int."},
+        {"select convert(int, '-')", kConversionError,
+         "Syntax error converting the varchar value '-' to a column of data type int."},
+        {"select convert(int, '+-1')", kConversionError,
+         "Syntax error converting the varchar value '+-1' to a column of data type int."},
+        {"select convert(int, '99999999999')", kDataOverflow,
+         "The conversion of the varchar value '99999999999' overflowed an int column."},
+        {"select itemid from aitem where itemid = 'abc'", kConversionError,
+         "Syntax error converting the varchar value 'abc' to a column of data type int."},
+        {"select srhrequestid from mesRequesttoShopHeader where srhrequestdate > '20240231'", kConversionError,
+         "Syntax error converting datetime from character string."},
+        {"select convert(decimal(5,2), '1000')", kDataOverflow,
+         "Arithmetic overflow error converting varchar to data type numeric."},
+        {"select 2147483647 + 1", kDataOverflow, "Arithmetic overflow error converting expression to data type int."},
+        {"select 1 / 0", kDataOverflow, "Divide by zero error encountered."},
+        {"select right('abc', -1)", kServerFailure, "Invalid length parameter passed to the right function."},
+        // Rows that a table does not take.
+        {"insert into aUnit values (5, 'ELEVEN CHARS', 'x')", kDataOverflow, "String or binary data would be truncated."},
+        {"update aUnit set UnitCode = 'ELEVEN CHARS'", kDataOverflow, "String or binary data would be truncated."},
+        {"insert into aUnit values (1, 'X', 'x')", kConstraintViolated,
+         "Violation of PRIMARY KEY constraint 'PK_aUnit'. Cannot insert duplicate key in object 'aUnit'."},
+        {"update mesRequesttoShopHeader set srhrequestno = 'gr/9 ' where srhrequestid = 2", kConstraintViolated,
+         "Violation of UNIQUE KEY constraint 'UQ_mesRequesttoShopHeader_requestno'. Cannot insert duplicate key in object "
+         "'mesRequesttoShopHeader'."},
+        {"insert into aUnit (UnitId) values (9)", kConstraintViolated,
+         "Cannot insert the value NULL into column 'UnitCode', table 'aUnit'; column does not allow nulls."},
+        {"insert into aUnit values (NULL, 'X', 'x')", kConstraintViolated,
+         "Cannot insert the value NULL into column 'UnitId', table 'aUnit'; column does not allow nulls."},
+    };
+    auto connection = smallCompany();
+    for (const Refusal& one : kCases) {
+        SCOPED_TRACE(one.statement);
+        const Failure failure = failureOf([&] { connection->database().execute(one.statement); });
+        EXPECT_EQ(failure.number, one.number);
+        EXPECT_EQ(failure.text, one.text);
+    }
+    EXPECT_EQ(rows(*connection, "select count(*) from aUnit where UnitCode = 'PCS'"), "1") << "a refusal changed a row";
+}
+
+TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
+    auto connection = smallCompany();
+    connection->database().execute(
+        "insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid) values "
+        "('9', 1, 'N1   ', '2024/3/5', 2.0)");
+    EXPECT_EQ(rows(*connection, "select srhrequestid, srhrequestno, srhrequestdate, srhused, SRHcancelled, "
+                                "srhTransfinished, updatetime from mesRequesttoShopHeader where srhrequestid = 9"),
+              "9,'N1   ',#2024/03/05 00:00:00#,False,False,small 0,NULL");
+    connection->database().execute("insert aUnit (UnitId, UnitCode, UnitName) values (5, 'TWELVE C    ', 'x')");
+    EXPECT_EQ(rows(*connection, "select UnitCode from aUnit where UnitId = 5"), "'TWELVE C  '") << "blanks may be cut";
+    connection->database().execute("insert into acity select cityid + 10, upper(CityName), countryid from acity");
+    EXPECT_EQ(rows(*connection, "select * from acity order by cityid"), "1,'Harbour',1|11,'HARBOUR',1");
+    connection->database().execute("insert into loUserAuditing (CompanyID, ShopID, UserID, InterfaceID, DocumentID, "
+                                   "DocumentNo, ActionType, LoggedTime) values (1,1,7,1507,'1','GR/1','N',getdate())");
+    EXPECT_EQ(rows(*connection, "select AuditID, ActionType from loUserAuditing where SavedTime >= LoggedTime"), "1,'N'");
+}
+
+TEST(Dialect, HeadOfficesPriceExistsOnce) {
+    auto connection = smallCompany();
+    const Failure failure = failureOf(
+        [&] { connection->database().execute("insert into losShopItemShipmentDetail values (100, 1, NULL, 9, 9)"); });
+    EXPECT_EQ(failure.number, sandbox::kConstraintViolated) << "the server counts NULL as a value in a unique key";
+}
+
+} // namespace
