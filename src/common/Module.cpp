@@ -10,8 +10,9 @@ template <class F> F& single(std::shared_ptr<F>& form, const std::function<std::
 
 } // namespace
 
-Module::Module(forms::Desktop& desktop, automation::ObjectFactory factory, FormMakers makers, std::string folder)
-    : desktop_(desktop), factory_(std::move(factory)), makers_(std::move(makers)), folder_(std::move(folder)) {}
+Module::Module(forms::Desktop& desktop, System& system, automation::ObjectFactory factory, FormMakers makers,
+               std::string folder)
+    : desktop_(desktop), system_(system), factory_(std::move(factory)), makers_(std::move(makers)), folder_(std::move(folder)) {}
 
 Module::~Module() = default;
 
@@ -22,6 +23,8 @@ frmcancelreason& Module::cancelReason() { return single(cancelReason_, makers_.c
 frmRequest& Module::request() { return single(request_, makers_.request, *this); }
 
 frmRequestDetail& Module::requestDetail() { return single(requestDetail_, makers_.requestDetail, *this); }
+
+frmPrint& Module::print() { return single(print_, makers_.print, *this); }
 
 CommonDb Module::createCommonDb() const { return CommonDb(create("CommonModule.clsCommonDB"), session.connection); }
 

@@ -4,6 +4,7 @@
 #include "common/CommonDb.h"
 #include "common/Connection.h"
 #include "common/Session.h"
+#include "common/System.h"
 #include "forms/Desktop.h"
 
 #include <functional>
@@ -13,6 +14,7 @@
 namespace goodsreq {
 
 class frmMaster;
+class frmPrint;
 class frmcancelreason;
 class frmRequest;
 class frmRequestDetail;
@@ -25,13 +27,15 @@ struct FormMakers {
     std::function<std::shared_ptr<frmcancelreason>(Module&)> cancelReason;
     std::function<std::shared_ptr<frmRequest>(Module&)> request;
     std::function<std::shared_ptr<frmRequestDetail>(Module&)> requestDetail;
+    std::function<std::shared_ptr<frmPrint>(Module&)> print;
 };
 
 /// One user at one screen. The component keeps the process's one; a test makes as many as it has users.
 class Module {
 public:
     /// `folder` is where the component itself is loaded from, without a separator at its end.
-    Module(forms::Desktop& desktop, automation::ObjectFactory factory, FormMakers makers, std::string folder);
+    Module(forms::Desktop& desktop, System& system, automation::ObjectFactory factory, FormMakers makers,
+           std::string folder);
     Module(const Module&) = delete;
     Module& operator=(const Module&) = delete;
     ~Module();
@@ -39,6 +43,7 @@ public:
     Session session;
 
     forms::Desktop& desktop() const { return desktop_; }
+    System& system() const { return system_; }
     const std::string& folder() const { return folder_; }
 
     /// Single instances, made on first use. Reading a form's variables this way does not load it; see forms::touch.
@@ -46,6 +51,7 @@ public:
     frmcancelreason& cancelReason();
     frmRequest& request();
     frmRequestDetail& requestDetail();
+    frmPrint& print();
 
     /// Error 429 where the component is missing.
     automation::ObjectPtr create(std::string_view progId) const { return factory_(progId); }
@@ -63,6 +69,7 @@ public:
 
 private:
     forms::Desktop& desktop_;
+    System& system_;
     automation::ObjectFactory factory_;
     FormMakers makers_;
     std::string folder_;
@@ -70,6 +77,7 @@ private:
     std::shared_ptr<frmcancelreason> cancelReason_;
     std::shared_ptr<frmRequest> request_;
     std::shared_ptr<frmRequestDetail> requestDetail_;
+    std::shared_ptr<frmPrint> print_;
 };
 
 } // namespace goodsreq

@@ -2,6 +2,7 @@
 
 #include "automation/RunTimeError.h"
 #include "lines/frmRequestDetail.h"
+#include "printing/frmPrint.h"
 #include "register/frmMaster.h"
 #include "register/frmcancelreason.h"
 #include "request/frmRequest.h"
@@ -14,6 +15,7 @@ constexpr long kAlreadyShown = 400;
 
 struct ProcessModule {
     std::unique_ptr<forms::Desktop> desktop;
+    std::unique_ptr<System> system;
     std::unique_ptr<Module> module;
 };
 
@@ -31,6 +33,7 @@ FormMakers formMakers() {
         [](Module& module) { return std::make_shared<frmcancelreason>(module); },
         [](Module& module) { return std::make_shared<frmRequest>(module); },
         [](Module& module) { return std::make_shared<frmRequestDetail>(module); },
+        [](Module& module) { return std::make_shared<frmPrint>(module); },
     };
 }
 
@@ -54,9 +57,12 @@ Module& processModule() {
     return *process().module;
 }
 
-void installProcessModule(std::unique_ptr<forms::Desktop> desktop, automation::ObjectFactory factory, std::string folder) {
+void installProcessModule(std::unique_ptr<forms::Desktop> desktop, std::unique_ptr<System> system,
+                          automation::ObjectFactory factory, std::string folder) {
     process().desktop = std::move(desktop);
-    process().module = std::make_unique<Module>(*process().desktop, std::move(factory), formMakers(), std::move(folder));
+    process().system = std::move(system);
+    process().module = std::make_unique<Module>(*process().desktop, *process().system, std::move(factory), formMakers(),
+                                                std::move(folder));
 }
 
 bool hasProcessModule() { return process().module != nullptr; }

@@ -34,7 +34,8 @@ private:
 
 /// The one module of the process, which lives as long as the process does. `install` comes first, once.
 Module& processModule();
-void installProcessModule(std::unique_ptr<forms::Desktop> desktop, automation::ObjectFactory factory, std::string folder);
+void installProcessModule(std::unique_ptr<forms::Desktop> desktop, std::unique_ptr<System> system,
+                          automation::ObjectFactory factory, std::string folder);
 bool hasProcessModule();
 
 } // namespace goodsreq

@@ -1,6 +1,7 @@
 #include "register/frmMaster.h"
 
 #include "basic/Numbers.h"
+#include "printing/frmPrint.h"
 
 namespace goodsreq {
 namespace {
@@ -50,6 +51,7 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     cmdnew.onClick = [this] { trap("cmdnew_Click ", [this] { newRequest(); }); };
     CmdEdit.onClick = [this] { trap("CmdEdit_Click ", [this] { editRequest(); }); };
     CmdDelete.onClick = [this] { trap("CmdDelete_Click ", [this] { deleteRequest(); }); };
+    cmdPrev.onClick = [this] { trap("cmdPrev_Click", [this] { this->module().print().offer(); }); };
     CmdClose.onClick = [this] { unload(); };
 }
 

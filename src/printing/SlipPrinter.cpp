@@ -1,0 +1,174 @@
+#include "printing/SlipPrinter.h"
+
+#include "basic/Conversion.h"
+#include "basic/Format.h"
+#include "common/Packing.h"
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+constexpr const char* kReportedForm = "FrmMaster";
+constexpr const char* kLineEnd = "\r\n";
+constexpr const char* kFormFeed = "\f";
+
+/// A number that is Null or missing counts as 0: an item without a cost still prints.
+double numberOf(const Value& value) { return value.isNull() || value.isEmpty() ? 0 : basic::cDbl(value); }
+
+} // namespace
+
+void SlipPrinter::PrintBill(std::int32_t requestId) {
+    settings_ = readSlipSettings(PrintSettings(module_));
+    db_ = module_.createCommonDb();
+    std::vector<SlipLine> lines = readLines(requestId);
+    output_ = module_.system().openForOutput(target_ == Target::slipFile ? kSlipFile : settings_.port);
+    headerLines_ = 0;
+    if (!lines.empty()) HeaderPrint(requestId);
+
+    SlipParts parts;
+    parts.line = [&](int index) {
+        SlipLine& line = lines[static_cast<std::size_t>(index)];
+        addPrices(line, static_cast<std::size_t>(index));
+        return line;
+    };
+    parts.footer = [this] { FooterPrint(); };
+    parts.print = [this](const std::string& text) { print(text); };
+    parts.formFeed = [this] { output_->write(kFormFeed); };
+    const SlipTotals totals = printPages(settings_, headerLines_, static_cast<int>(lines.size()), parts);
+
+    if (const auto text = totalLine(settings_, totals.quantity, totals.cost)) {
+        print(*text);
+        print("");
+    }
+    FooterPrint();
+    output_->close();
+}
+
+void SlipPrinter::print(const std::string& text) { output_->write(module_.system().encode(text) + kLineEnd); }
+
+// An item with several packings comes once for each of them: the slip lists it so.
+std::vector<SlipLine> SlipPrinter::readLines(std::int32_t requestId) {
+    std::string order;
+    if (settings_.savedOrder == 1) order = " order by srdShopId, SRDrequestid, srdItemId";
+    if (settings_.savedOrder == 2) order = " order by a.itemdescription";
+    Recordset rows = module_.openRecordset(
+        "select UnitCode, h.SRHrequestNO, d.SRDItemId,ai.itemcode, srdgoodqty,"
+        "a.itemdescription, ai.itemrate "
+        " from mesRequestToShopHeader h, mesRequestToShopDetail d, "
+        " vwitemdescriptionPrint a, aItem ai, aUnit u, "
+        " aItemPackingDetail pd"
+        " where h.SRHrequestID=d.SRDrequestID and a.ItemId=d.SRDItemId and "
+        " h.SRHShopId=" + shop() + " and h.SRHShopId=d.SRDShopId and "
+        " h.srhRequestId = " + std::to_string(requestId) + " and a.ItemId=ai.ItemId "
+        " and pd.ItemId = ai.ItemId "
+        " and ai.UnitsId = u.UnitId " + order,
+        Cursor::keyset, Lock::readOnly);
+    std::vector<SlipLine> lines;
+    items_.clear();
+    if (rows.eof()) return lines;
+    const Field item = rows.field("SRDItemId");
+    const Field code = rows.field("itemcode");
+    const Field description = rows.field("itemdescription");
+    const Field quantity = rows.field("srdgoodqty");
+    const Field unit = rows.field("UnitCode");
+    const Field rate = rows.field("itemrate");
+    for (; !rows.eof(); rows.moveNext()) {
+        SlipLine line;
+        line.number = static_cast<int>(lines.size()) + 1;
+        line.code = basic::concatText(code.value());
+        line.description = basic::concatText(description.value());
+        line.quantity = quantity.value();
+        line.unit = basic::concatText(unit.value());
+        lines.push_back(std::move(line));
+        items_.push_back({basic::cLng(item.value()), numberOf(rate.value())});
+    }
+    rows.close();
+    return lines;
+}
+
+void SlipPrinter::addPrices(SlipLine& line, std::size_t index) {
+    const ItemFacts& item = items_[index];
+    const double revision = numberOf(db_.lookUp("ashops", "revisedcostpricepercent", " ShopId=" + shop()));
+    line.costPrice = item.rate * (1 + revision / 100);
+    line.lineCost = numberOf(line.quantity) * line.costPrice;
+    if (settings_.showSellingPrice == 1)
+        line.sellingPrice = fnGetShipmentSellingPrice(module_, item.itemId, module_.session.shopId);
+}
+
+void SlipPrinter::HeaderPrint(std::int32_t requestId) {
+    trap(module_, kReportedForm, "HeaderPrint ", [&] {
+        const HeaderSettings header = readHeaderSettings(PrintSettings(module_));
+        // Prints until the block has its full height; then the rest of the header is left out.
+        const auto printAll = [&](const std::vector<std::string>& lines) {
+            for (const std::string& line : lines) {
+                if (header.totalHeadCount >= 1 && headerLines_ == header.totalHeadCount) return false;
+                print(line);
+                ++headerLines_;
+            }
+            return true;
+        };
+        const int width = settings_.pageWidth;
+        if (!printAll(headerOpening(header, width, readCompany(header)))) return;
+        if (!printAll(headerBody(header, width, readRequest(requestId)))) return;
+        if (header.linesAfterHeader != 1) return;
+        for (; headerLines_ < header.totalHeadCount; ++headerLines_) print("");
+    });
+}
+
+Company SlipPrinter::readCompany(const HeaderSettings& header) const {
+    const auto field = [&](int setting, const char* name) {
+        return setting == 1 ? basic::concatText(db_.lookUp("acompanymaster", name)) : std::string();
+    };
+    return {field(header.companyName, "name"), field(header.address1, "Address1"), field(header.address2, "Address2"),
+            field(header.address3, "Address3")};
+}
+
+RequestFacts SlipPrinter::readRequest(std::int32_t requestId) const {
+    const auto text = [&](const Recordset& row, const char* name) {
+        return basic::concatText(row.value(name), module_.desktop().locale());
+    };
+    RequestFacts facts;
+    Recordset request = module_.openRecordset("select SRHrequestNO,SRHrequestdate,SRHremarks,a.shopname"
+                                              " from mesrequesttoshopheader,ashops a where"
+                                              " SRHtoShopid=a.shopid and SRHshopid=" + shop() +
+                                              " and SRHrequestid=" + std::to_string(requestId));
+    facts.number = text(request, "SRHrequestNO");
+    facts.date = text(request, "SRHrequestdate");
+    facts.remarks = text(request, "SRHremarks");
+    facts.toShop = text(request, "shopname");
+    request.close();
+    Recordset sender = module_.openRecordset("select shopname, address, CityName, CountryName, telephoneno, faxno"
+                                             " from ashops s, acountrymaster co, acity  ci where s.countryid = co.countryid and "
+                                             " ci.cityid = s.cityid and s.shopid=" + shop());
+    facts.fromShop = text(sender, "shopname");
+    facts.address = text(sender, "address");
+    facts.city = text(sender, "CityName");
+    facts.country = text(sender, "CountryName");
+    facts.telephone = text(sender, "telephoneno");
+    facts.fax = text(sender, "faxno");
+    sender.close();
+    return facts;
+}
+
+void SlipPrinter::FooterPrint() {
+    trap(module_, kReportedForm, "FooterPrint", [&] {
+        const int width = settings_.pageWidth;
+        Recordset messages = module_.openRecordset("select * from ashopprintmessages where shopid = " + shop() +
+                                                   " and transtype = 'POSPO' order by messageid");
+        for (; !messages.eof(); messages.moveNext())
+            print(messageLine(basic::concatText(messages.value("message")),
+                              basic::concatText(messages.value("allignment")), width));
+        messages.close();
+        print("");
+        Recordset user = module_.openRecordset("select Username from Lousers where userid = " +
+                                               std::to_string(module_.session.userId) + " and shopid = " + shop());
+        const std::string name = user.eof() ? std::string() : basic::concatText(user.value("UserName"));
+        user.close();
+        const automation::Date now = module_.desktop().now();
+        print(centred(name + " - " + basic::format(now, "dd/mm/yyyy") + " " + basic::format(now, "HH:MM:SS"), width));
+    });
+}
+
+} // namespace goodsreq

@@ -1,0 +1,155 @@
+#include "printing/frmPrint.h"
+
+#include "automation/RunTimeError.h"
+#include "basic/Conversion.h"
+#include "printing/SlipPrinter.h"
+#include "register/frmMaster.h"
+
+namespace goodsreq {
+
+using automation::Value;
+
+namespace {
+
+constexpr int kMargin = 150;
+constexpr int kWidth = 3900;
+constexpr int kOptionHeight = 300;
+constexpr int kOptionStep = 390;
+constexpr int kButtonWidth = 1300;
+constexpr int kButtonHeight = 390;
+/// An overlapped window with every part of its frame, maximised.
+constexpr std::int32_t kMaximisedWindow = 0x01CF0000;
+
+/// The hourglass until its end.
+class Busy {
+public:
+    explicit Busy(forms::Desktop& desktop) : desktop_(desktop) { desktop_.setPointer(forms::Pointer::hourglass); }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+    ~Busy() { desktop_.setPointer(forms::Pointer::normal); }
+
+private:
+    forms::Desktop& desktop_;
+};
+
+} // namespace
+
+frmPrint::frmPrint(Module& module) : ModuleForm(module, "frmPrint") {
+    onKeyPress = [this](std::int16_t& character) {
+        if (character == forms::kKeyEscape) unload();
+    };
+    cmdOK.onClick = [this] { goodsreq::trap(this->module(), "frmPrint", "cmdOK_Click", [this] { accept(); }); };
+    cmdCancel.onClick = [this] { unload(); };
+}
+
+void frmPrint::design() {
+    setCaption("Print");
+    struct Option {
+        forms::OptionButton& button;
+        const char* caption;
+    };
+    int top = kMargin + 300;
+    for (const Option& option : {Option{optScreen, "To Screen"}, {optPrint, "To Printer"}, {OptWindowsPrint, "Windows Print"}}) {
+        option.button.place({2 * kMargin, top, kWidth - 4 * kMargin, kOptionHeight});
+        option.button.setText(option.caption);
+        top += kOptionStep;
+    }
+    fraPrint.place({kMargin, kMargin, kWidth - 2 * kMargin, top - kMargin + 60});
+    Picture1.setVisible(false);
+    const int buttons = fraPrint.bounds().bottom() + kMargin;
+    cmdOK.place({kWidth - kMargin - 2 * kButtonWidth - 100, buttons, kButtonWidth, kButtonHeight});
+    cmdOK.setText("&OK");
+    cmdCancel.place({kWidth - kMargin - kButtonWidth, buttons, kButtonWidth, kButtonHeight});
+    cmdCancel.setText("&Cancel");
+    setSize(kWidth, buttons + kButtonHeight + kMargin);
+}
+
+void frmPrint::offer() {
+    toScreen_ = PrintSettings(module()).strict("printtoscreen") == 1;
+    showModal(&module().master());
+}
+
+void frmPrint::onLoad() {
+    trap("Form_Load", [this] {
+        (toScreen_ ? optScreen : optPrint).setValue(true);
+        session().formColour.Applyformcolor(*this);
+        const PrintSettings settings(module());
+        const bool reports = settings.lenient("windowsprint") == 1;
+        OptWindowsPrint.setVisible(reports);
+        OptWindowsPrint.setValue(reports);
+        if (!reports) (settings.lenient("printtoscreen") == 1 ? optScreen : optPrint).setValue(true);
+    });
+}
+
+void frmPrint::onUnload() {
+    report_.reset();
+    engine_.reset();
+}
+
+std::string frmPrint::selectedId() const {
+    const forms::Grid& grid = forms::touch(module().master()).flexMaster;
+    return grid.cell(grid.row(), kColId);
+}
+
+void frmPrint::accept() {
+    const Busy busy(desktop());
+    if (OptWindowsPrint.value()) return WIndowsPrint();
+    printSlip();
+    unload();
+}
+
+void frmPrint::printSlip() {
+    const std::string windows = module().system().windowsDirectory();
+    const bool toScreen = optScreen.value();
+    SlipPrinter printer(module(), toScreen ? SlipPrinter::Target::slipFile : SlipPrinter::Target::port);
+    printer.PrintBill(basic::cLng(selectedId()));
+    if (toScreen) showSlipFile(windows);
+}
+
+void frmPrint::showSlipFile(const std::string& windows) {
+    const std::string folder = windows.find("WINDOWS") != std::string::npos ? "\\command" : "\\system32";
+    try {
+        desktop().startProgram(windows + folder + "\\edit.com   c:\\ShopReq.txt", forms::WindowStyle::maximised);
+    } catch (const automation::RunTimeError& error) {
+        if (error.number() != automation::kFileNotFound) throw;
+        // Later systems have no such editor.
+        desktop().startProgram(windows + "\\notepad.exe c:\\ShopReq.txt", forms::WindowStyle::maximised);
+    }
+}
+
+void frmPrint::WIndowsPrint() {
+    const Session& s = session();
+    const bool interDivision = s.screenId == kInterDivisionSales;
+    const std::string shop = std::to_string(s.shopId);
+    const CommonDb db = module().createCommonDb();
+    const std::string userName = basic::concatText(db.lookUp("lousers", "username", " userid=" + std::to_string(s.userId)));
+
+    engine_ = module().create("Crystal.CRPE.Application");
+    engine_->call("LogOnServer", "pdsodbc.dll", "admindsnv2", "adminv2", "admin", "brackmoss417");
+    report_ = engine_->call("OpenReport", module().folder() + (interDivision ? "\\reports\\rptinterdivisionsalesreq.rpt"
+                                                                              : "\\reports\\reqtoshop.rpt"))
+                  .objectPtr();
+
+    const std::string title = interDivision
+                                  ? std::string("Inter Divison Sales Request  ")
+                                  : "Request To Shop - " + basic::concatText(db.lookUp("ashops", "shopname", " shopid=" + shop));
+    Recordset department = module().openRecordset("select departmentname,symbol from ashops a,adepartmentmaster b,acurrencymaster c where shopid=" +
+                                                  shop + " and "
+                                                  " a.departmentid=b.departmentid and b.depcurrencyid=c.currencyid");
+    std::vector<Value> values{title, " ", basic::cDbl(selectedId()), s.shopId, userName,
+                              basic::concatText(department.value("departmentname"))};
+    if (interDivision) values.emplace_back(basic::concatText(department.value("symbol")));
+    department.close();
+    const automation::ObjectPtr fields = report_->get("ParameterFields").objectPtr();
+    std::int32_t position = 0;
+    for (const Value& value : values) fields->call("Item", ++position).object().call("SetCurrentValue", value);
+
+    const automation::ObjectPtr options = report_->get("PrintWindowOptions").objectPtr();
+    for (const char* option : {"HasPrintSetupButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl", "HasExportButton"})
+        options->put(option, true);
+    constexpr std::int32_t kByEngine = 0;
+    report_->call("Preview", interDivision ? "Inter Divsion Sales Request" : "Goods Request To Shop", kByEngine, kByEngine,
+                  kByEngine, kByEngine, kMaximisedWindow);
+}
+
+} // namespace goodsreq
