@@ -3,6 +3,7 @@
 
 #include "component/Component.h"
 #include "sandbox/database/Company.h"
+#include "tests/support/PortableSystem.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "tests/support/User.h"
 
@@ -55,6 +56,7 @@ public:
     void picksShop(int shopId);
 
     ScriptedDesktop desktop;
+    PortableSystem system;
     std::shared_ptr<sandbox::Connection> connection;
     goodsreq::Module module;
     goodsreq::Component component;

@@ -1,0 +1,29 @@
+// The machine as tests have it: written files are kept in memory, the code page is Western European.
+#pragma once
+
+#include "common/System.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace support {
+
+class PortableSystem : public goodsreq::System {
+public:
+    /// What was written or put there, by the name it was opened with.
+    std::map<std::string, std::string> files;
+    /// Names that cannot be opened for writing, with the error's number.
+    std::map<std::string, long> refused;
+    std::string windows = "C:\\Windows";
+    std::vector<std::string> read; ///< each path read, in order
+
+    /// One of `files`, or else a real file ("\" parts folders as "/" does).
+    std::string readFile(const std::string& path) override;
+    std::unique_ptr<goodsreq::Output> openForOutput(const std::string& name) override;
+    std::string encode(std::string_view text) override;
+    std::string decode(std::string_view bytes) override;
+    std::string windowsDirectory() override { return windows; }
+};
+
+} // namespace support
