@@ -123,6 +123,21 @@ headerKey() {
     sed -e 's/^[^:]*://' -e 's/\\$//' "$stamp.d" | tr ' ' '\n' | grep . | xargs -d '\n' cat 2>/dev/null | sha256sum
 }
 
+# Headers that no source file includes before all else; for the others the build itself is the check.
+headersToCompile() {
+    local header source first
+    grep '\.h$' "$work/code" | while read -r header; do
+        source=${header%.h}.cpp
+        if [ -f "$source" ]; then
+            first=$(grep -m 1 -oE '^#include ["<][^">]+' "$source" | sed 's/^#include ["<]//') || true
+            case /$header in
+            */"$first") continue ;;
+            esac
+        fi
+        echo "$header"
+    done
+}
+
 # Compiles one header alone, unless it and all that it includes are as they were at the last good check.
 checkHeader() {
     local header=$1 stamp=.cache/headers/$1 compiler
@@ -137,7 +152,7 @@ checkHeader() {
     fi
     # Read before an empty file, as any other file would include it.
     if "${compiler[@]}" -std=c++20 -fsyntax-only -w -Isrc -I. -isystem .cache/sqlite -x c++ \
-        -include "$header" -MMD -MF "$stamp.d" -MT header /dev/null \
+        -DPROJECT_DIR='"."' -include "$header" -MMD -MF "$stamp.d" -MT header /dev/null \
         2>"$stamp.log"; then
         headerKey "$stamp" >"$stamp.ok"
     else
@@ -147,7 +162,7 @@ checkHeader() {
 }
 export -f checkHeader headerKey
 export windowsRooms
-grep '\.h$' "$work/code" | xargs -r -d '\n' -P "${JOBS:-$(nproc)}" -n 1 bash -c 'checkHeader "$0"' |
+headersToCompile | xargs -r -d '\n' -P "${JOBS:-$(nproc)}" -n 1 bash -c 'checkHeader "$0"' |
     rule "every header compiles alone"
 
 [ ! -f "$work/failed" ]
