@@ -1,0 +1,155 @@
+# The Windows side: the rooms that know Windows, the two COM DLLs, the host, their manifests and tests, and dist/.
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(architecture amd64)
+    set(widl_target --win64)
+    set(dist_folder ${CMAKE_SOURCE_DIR}/dist/x64)
+else()
+    set(architecture x86)
+    set(widl_target --win32)
+    set(dist_folder ${CMAKE_SOURCE_DIR}/dist/x86)
+endif()
+set(generated ${CMAKE_BINARY_DIR}/generated)
+add_compile_definitions(UNICODE _UNICODE NOMINMAX)
+
+room(src/com USES automation)
+get_target_property(com_sources com SOURCES)
+list(FILTER com_sources EXCLUDE REGEX "/Exports\\.cpp$") # belongs into each DLL, not into a library
+set_target_properties(com PROPERTIES SOURCES "${com_sources}")
+target_link_libraries(com PUBLIC oleaut32 ole32 uuid advapi32)
+room(src/win32 USES common)
+get_target_property(win32_type win32 TYPE)
+if(NOT win32_type STREQUAL INTERFACE_LIBRARY)
+    target_link_libraries(win32 PUBLIC comctl32 comdlg32 winspool uxtheme gdi32 user32 shell32)
+endif()
+
+# The type library, and the C++ declarations that it is served through.
+find_program(WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
+find_path(IDL_DIR oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows REQUIRED
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+find_path(STDOLE_DIR stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows REQUIRED
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+set(idl ${CMAKE_SOURCE_DIR}/src/com/goodsreq.idl)
+file(MAKE_DIRECTORY ${generated})
+add_custom_command(
+    OUTPUT ${generated}/goodsreq.tlb ${generated}/goodsreq_h.h
+    COMMAND ${WIDL} ${widl_target} -I${IDL_DIR} -L${STDOLE_DIR} -t -o ${generated}/goodsreq.tlb ${idl}
+    COMMAND ${WIDL} ${widl_target} -I${IDL_DIR} -L${STDOLE_DIR} -h -o ${generated}/goodsreq_h.h ${idl}
+    DEPENDS ${idl} COMMENT "Compiling the type library" VERBATIM)
+add_custom_target(typelib DEPENDS ${generated}/goodsreq.tlb ${generated}/goodsreq_h.h)
+
+# The sandbox's classes: one table makes the registration and the manifests.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+    ${CMAKE_SOURCE_DIR}/sandbox/host/classes.txt ${idl} ${CMAKE_SOURCE_DIR}/src/com/dll/assembly.manifest.in
+    ${CMAKE_SOURCE_DIR}/src/com/dll/host.manifest.in)
+file(STRINGS sandbox/host/classes.txt class_lines REGEX "^[^#]")
+set(table "")
+set(all_classes "")
+set(suite_classes "")
+foreach(line IN LISTS class_lines)
+    string(REPLACE "|" ";" fields "${line}")
+    list(GET fields 0 id)
+    list(GET fields 1 progid)
+    list(GET fields 2 description)
+    string(APPEND table "{com::guid(\"${id}\"), \"${progid}\", \"${description}\", &create},\n")
+    set(com_class "        <comClass clsid=\"{${id}}\" progid=\"${progid}\" threadingModel=\"Apartment\"/>\n")
+    string(APPEND all_classes "${com_class}")
+    if(NOT progid MATCHES "^ADODB\\.")
+        string(APPEND suite_classes "${com_class}")
+    endif()
+endforeach()
+file(CONFIGURE OUTPUT ${generated}/SandboxClasses.inc CONTENT "${table}" @ONLY)
+
+# A DLL's classes as a side-by-side assembly. It is named other than the DLL, or Windows would look for the manifest
+# inside the DLL and go no further.
+function(assembly_manifest assembly dll classes)
+    configure_file(${CMAKE_SOURCE_DIR}/src/com/dll/assembly.manifest.in ${CMAKE_BINARY_DIR}/${assembly}.manifest @ONLY)
+endfunction()
+# What lies beside a program, so that it finds these assemblies' classes before those of the registry.
+function(host_manifest host file)
+    set(dependencies "")
+    foreach(assembly IN LISTS ARGN)
+        string(APPEND dependencies "    <dependency>\n        <dependentAssembly>\n            <assemblyIdentity "
+            "type=\"win32\" name=\"${assembly}\" version=\"1.0.0.0\" processorArchitecture=\"${architecture}\"/>\n"
+            "        </dependentAssembly>\n    </dependency>\n")
+    endforeach()
+    configure_file(${CMAKE_SOURCE_DIR}/src/com/dll/host.manifest.in ${CMAKE_BINARY_DIR}/${file} @ONLY)
+endfunction()
+
+file(READ ${idl} idl_text)
+string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\)[^]]*\\][ \n]*library" ignored "${idl_text}")
+set(library_id ${CMAKE_MATCH_1})
+string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\)[^]]*\\][ \n]*coclass" ignored "${idl_text}")
+set(class_id ${CMAKE_MATCH_1})
+assembly_manifest(goodsreq.component goodsreq.dll
+    "        <comClass clsid=\"{${class_id}}\" progid=\"goodsreq.clsGRtoShop\" tlbid=\"{${library_id}}\"
+            threadingModel=\"Apartment\"/>
+        <typelib tlbid=\"{${library_id}}\" version=\"1.0\" helpdir=\"\"/>\n")
+assembly_manifest(goodsreq.sandbox sandbox.dll "${all_classes}")
+assembly_manifest(goodsreq.suite sandbox.dll "${suite_classes}")
+host_manifest(goodsreq.host goodsreq-host.exe.manifest goodsreq.component goodsreq.sandbox)
+host_manifest(goodsreq.host goodsreq-connect.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
+host_manifest(goodsreq.script cscript.exe.manifest goodsreq.component goodsreq.sandbox)
+
+# The DLLs.
+function(com_dll name)
+    add_library(${name}_dll SHARED ${CMAKE_SOURCE_DIR}/src/com/Exports.cpp ${CMAKE_SOURCE_DIR}/src/com/exports.def ${ARGN})
+    set_target_properties(${name}_dll PROPERTIES OUTPUT_NAME ${name} PREFIX "")
+    target_include_directories(${name}_dll PRIVATE ${generated})
+    target_link_options(${name}_dll PRIVATE -static -Wl,--enable-stdcall-fixup)
+endfunction()
+
+com_dll(goodsreq src/com/dll/GoodsreqServer.cpp src/com/dll/clsGRtoShop.cpp src/com/dll/goodsreq.rc)
+add_dependencies(goodsreq_dll typelib)
+set_source_files_properties(src/com/dll/goodsreq.rc PROPERTIES
+    INCLUDE_DIRECTORIES "${generated};${CMAKE_SOURCE_DIR}/src/com/dll"
+    OBJECT_DEPENDS "${generated}/goodsreq.tlb;${CMAKE_SOURCE_DIR}/src/com/dll/visual-styles.manifest")
+target_link_libraries(goodsreq_dll PRIVATE component win32 com)
+
+com_dll(sandbox sandbox/host/SandboxServer.cpp)
+target_link_libraries(sandbox_dll PRIVATE suite database com)
+
+# The host.
+file(GLOB host_sources CONFIGURE_DEPENDS sandbox/host/*.cpp)
+list(FILTER host_sources EXCLUDE REGEX "/SandboxServer\\.cpp$")
+if(host_sources)
+    add_executable(goodsreq-host ${host_sources})
+    target_link_options(goodsreq-host PRIVATE -static -municode)
+    target_link_libraries(goodsreq-host PRIVATE com win32 suite database)
+endif()
+
+# What is delivered, in one folder.
+set(delivered goodsreq_dll sandbox_dll)
+if(TARGET goodsreq-host)
+    list(APPEND delivered goodsreq-host)
+endif()
+set(delivered_files "")
+foreach(target IN LISTS delivered)
+    list(APPEND delivered_files $<TARGET_FILE:${target}>)
+endforeach()
+foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-host.exe goodsreq-connect cscript.exe)
+    list(APPEND delivered_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
+endforeach()
+list(APPEND delivered_files ${generated}/goodsreq.tlb)
+add_custom_target(dist
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${delivered_files} ${dist_folder}
+    DEPENDS ${delivered} VERBATIM)
+
+# The tests that run under Windows: one program for each file.
+find_path(GTEST_SOURCE src/gtest-all.cc PATHS /usr/src/googletest/googletest
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+file(GLOB windows_tests CONFIGURE_DEPENDS tests/windows/*_test.cpp)
+if(GTEST_SOURCE AND windows_tests)
+    add_library(gtest_windows STATIC ${GTEST_SOURCE}/src/gtest-all.cc ${GTEST_SOURCE}/src/gtest_main.cc)
+    target_include_directories(gtest_windows SYSTEM PUBLIC ${GTEST_SOURCE}/include PRIVATE ${GTEST_SOURCE})
+    target_compile_options(gtest_windows PRIVATE -w)
+    foreach(source IN LISTS windows_tests)
+        get_filename_component(name ${source} NAME_WE)
+        add_executable(${name} ${source})
+        target_include_directories(${name} PRIVATE ${generated})
+        target_link_options(${name} PRIVATE -static)
+        target_link_libraries(${name} PRIVATE com win32 gtest_windows)
+        add_dependencies(${name} goodsreq_dll sandbox_dll typelib)
+        host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
+    endforeach()
+endif()

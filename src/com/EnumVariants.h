@@ -1,0 +1,36 @@
+// The elements of a collection, one after another.
+#pragma once
+
+#include "automation/Value.h"
+#include "com/ComPtr.h"
+#include "com/ModuleReference.h"
+
+#include <oaidl.h>
+
+#include <atomic>
+
+namespace com {
+
+class EnumVariants final : public IEnumVARIANT {
+public:
+    static ComPtr<IEnumVARIANT> make(automation::Array elements, std::size_t next = 0);
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override;
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* elements, ULONG* fetched) override;
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override;
+    HRESULT STDMETHODCALLTYPE Reset() override;
+    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** result) override;
+
+private:
+    EnumVariants(automation::Array elements, std::size_t next) : elements_(std::move(elements)), next_(next) {}
+    ~EnumVariants() = default;
+
+    automation::Array elements_;
+    std::size_t next_;
+    std::atomic<ULONG> references_{1};
+    ModuleReference module_;
+};
+
+} // namespace com

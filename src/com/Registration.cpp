@@ -1,0 +1,128 @@
+#include "com/Registration.h"
+
+#include "com/Bstr.h"
+#include "com/Errors.h"
+
+#include <string>
+#include <vector>
+
+namespace com {
+namespace {
+
+struct Entry {
+    std::wstring key; // below Software\Classes
+    std::wstring name; // empty for the key's own value
+    std::wstring value;
+};
+
+HKEY root(Scope scope) { return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
+std::wstring classesKey(const std::wstring& key) { return L"Software\\Classes\\" + key; }
+
+void check(LSTATUS status) {
+    if (status != ERROR_SUCCESS) raiseResult(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+}
+
+std::wstring idText(const GUID& id) {
+    wchar_t text[40] = L"";
+    StringFromGUID2(id, text, 40);
+    return text;
+}
+std::wstring classKey(const ServerClass& one) { return L"CLSID\\" + idText(one.id); }
+
+std::wstring holderOf(const std::wstring& progId, Scope scope) {
+    wchar_t text[40] = L"";
+    DWORD size = sizeof text;
+    const std::wstring key = classesKey(progId + L"\\CLSID");
+    return RegGetValueW(root(scope), key.data(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size) == ERROR_SUCCESS
+               ? text
+               : std::wstring();
+}
+bool same(const std::wstring& a, const std::wstring& b) {
+    return CompareStringOrdinal(a.data(), -1, b.data(), -1, TRUE) == CSTR_EQUAL;
+}
+
+ComPtr<ITypeLib> ownTypeLibrary() {
+    ComPtr<ITypeLib> library;
+    const HRESULT result = LoadTypeLibEx(ownPath().data(), REGKIND_NONE, library.out());
+    if (FAILED(result)) raiseResult(result);
+    return library;
+}
+
+std::wstring typeLibraryId() {
+    const auto library = ownTypeLibrary();
+    TLIBATTR* attributes = nullptr;
+    const HRESULT result = library->GetLibAttr(&attributes);
+    if (FAILED(result)) raiseResult(result);
+    const std::wstring id = idText(attributes->guid);
+    library->ReleaseTLibAttr(attributes);
+    return id;
+}
+
+std::vector<Entry> entries(const Server& server, Scope scope) {
+    std::vector<Entry> all;
+    const std::wstring path = ownPath();
+    const std::wstring libraryId = server.hasTypeLibrary ? typeLibraryId() : std::wstring();
+    for (const ServerClass& one : server.classes) {
+        const std::wstring progId = toWide(one.progId), description = toWide(one.description);
+        const std::wstring key = classKey(one);
+        all.push_back({key, L"", description});
+        all.push_back({key + L"\\InprocServer32", L"", path});
+        all.push_back({key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"});
+        all.push_back({key + L"\\ProgID", L"", progId});
+        all.push_back({key + L"\\Programmable", L"", L""});
+        if (!libraryId.empty()) all.push_back({key + L"\\TypeLib", L"", libraryId});
+        const std::wstring holder = holderOf(progId, scope);
+        if (!server.takesOverProgIds && !holder.empty() && !same(holder, idText(one.id))) continue;
+        all.push_back({progId, L"", description});
+        all.push_back({progId + L"\\CLSID", L"", idText(one.id)});
+    }
+    return all;
+}
+
+void write(const Entry& entry, Scope scope) {
+    const auto bytes = static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t));
+    const wchar_t* name = entry.name.empty() ? nullptr : entry.name.data();
+    check(RegSetKeyValueW(root(scope), classesKey(entry.key).data(), name, REG_SZ, entry.value.data(), bytes));
+}
+
+void remove(const std::wstring& key, Scope scope) {
+    const LSTATUS status = RegDeleteTreeW(root(scope), classesKey(key).data());
+    if (status != ERROR_FILE_NOT_FOUND && status != ERROR_PATH_NOT_FOUND) check(status);
+    RegDeleteKeyW(root(scope), classesKey(key).data()); // where deleting the tree leaves the key itself
+}
+
+void registerTypeLibrary(Scope scope) {
+    const auto library = ownTypeLibrary();
+    std::wstring path = ownPath();
+    const HRESULT result = scope == Scope::machine ? RegisterTypeLib(library.get(), path.data(), nullptr)
+                                                   : RegisterTypeLibForUser(library.get(), path.data(), nullptr);
+    if (FAILED(result)) raiseResult(result);
+}
+
+void unregisterTypeLibrary(Scope scope) {
+    const auto library = ownTypeLibrary();
+    TLIBATTR* attributes = nullptr;
+    const HRESULT result = library->GetLibAttr(&attributes);
+    if (FAILED(result)) raiseResult(result);
+    const auto take = scope == Scope::machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
+    take(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum, attributes->lcid, attributes->syskind);
+    library->ReleaseTLibAttr(attributes); // what was not registered is no error
+}
+
+} // namespace
+
+void writeRegistration(const Server& server, Scope scope) {
+    for (const Entry& entry : entries(server, scope)) write(entry, scope);
+    if (server.hasTypeLibrary) registerTypeLibrary(scope);
+}
+
+void removeRegistration(const Server& server, Scope scope) {
+    for (const ServerClass& one : server.classes) {
+        const std::wstring progId = toWide(one.progId);
+        if (same(holderOf(progId, scope), idText(one.id))) remove(progId, scope);
+        remove(classKey(one), scope);
+    }
+    if (server.hasTypeLibrary) unregisterTypeLibrary(scope);
+}
+
+} // namespace com
