@@ -11,18 +11,25 @@ namespace {
 using automation::Arguments;
 using automation::Value;
 
-std::string dataSource(const std::string& connectionString) {
-    if (connectionString.find('=') == std::string::npos) return connectionString;
+/// The value after `name` in "name=value" pairs with ";" between them; "" where it is not among them.
+std::string partOf(const std::string& connectionString, std::string_view name) {
     std::size_t begin = 0;
     while (begin < connectionString.size()) {
         const std::size_t end = std::min(connectionString.find(';', begin), connectionString.size());
         const std::string pair = connectionString.substr(begin, end - begin);
         const std::size_t equals = pair.find('=');
-        if (equals != std::string::npos && automation::sameName(basic::trim(pair.substr(0, equals)), "data source"))
+        if (equals != std::string::npos && automation::sameName(basic::trim(pair.substr(0, equals)), name))
             return basic::trim(pair.substr(equals + 1));
         begin = end + 1;
     }
-    fail(kServerFailure, "The connection string names no data source.");
+    return {};
+}
+
+std::string dataSource(const std::string& connectionString) {
+    if (connectionString.find('=') == std::string::npos) return connectionString;
+    const std::string path = partOf(connectionString, "data source");
+    if (path.empty()) fail(kServerFailure, "The connection string names no data source.");
+    return path;
 }
 
 } // namespace
@@ -35,6 +42,7 @@ Database& Connection::database() {
 void Connection::open(const std::string& connectionString) {
     if (database_) fail(kObjectOpen);
     auto database = Database::open(dataSource(connectionString));
+    if (const std::string file = partOf(connectionString, "trace"); !file.empty()) trace_ = traceFileSink(file);
     database->trace(trace_);
     database->failOn(failOn_);
     database_ = std::move(database);

@@ -23,7 +23,8 @@ public:
     /// Error 3704 when closed.
     Database& database();
 
-    /// The text is a file's path, or "name=value" pairs with ";" between them, of which "Data Source" is the path.
+    /// The text is a file's path, or "name=value" pairs with ";" between them, of which "Data Source" is the path and
+    /// "Trace", where it is given, a file for the statements.
     /// Errors: 3705 when open, -2147467259 when there is no such database.
     void open(const std::string& connectionString);
     /// Errors: 3704 when closed, 3246 inside a transaction.

@@ -52,6 +52,7 @@ const std::map<std::string, Take>& takers() {
         {"--company", [](HostOptions& o, const std::string&, const std::string& v) { o.company = v; }},
         {"--connect", [](HostOptions& o, const std::string&, const std::string& v) { o.connect = v; }},
         {"--trace", [](HostOptions& o, const std::string&, const std::string& v) { o.trace = v; }},
+        {"--log", [](HostOptions& o, const std::string&, const std::string& v) { o.log = v; }},
         {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
         {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
         {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
@@ -102,6 +103,7 @@ const char* hostHelp() {
            "                       (company.db)\n"
            "  --connect TEXT       an ADO connection string for a real server, in place of --company\n"
            "  --trace FILE         write every statement to FILE, one a line\n"
+           "  --log FILE           write what happens to the windows to FILE, such as \"active frmMaster\"\n"
            "  --interface N        1507 goods request (default), 1611 inter-division sales request\n"
            "  --user N             1 all rights (default), 2 no deletion, 3 administrator, 4 without a rights row\n"
            "  --shop N             the requesting shop (1)\n"
