@@ -1,0 +1,125 @@
+#include "win32/ComboWindow.h"
+
+#include "forms/UserInput.h"
+#include "win32/FormWindow.h"
+#include "win32/MessageLoop.h"
+#include "win32/Text.h"
+
+#include <algorithm>
+
+namespace win32 {
+namespace {
+
+constexpr int kVisibleEntries = 12;
+
+bool editable(const forms::ComboBox& box) { return box.style() == forms::ComboBox::Style::editable; }
+
+} // namespace
+
+ComboWindow::ComboWindow(FormWindow& form, forms::ComboBox& box) : ControlWindow(form, box), box_(box) {
+    create(WC_COMBOBOXW, (editable(box) ? CBS_DROPDOWN | CBS_AUTOHSCROLL : CBS_DROPDOWNLIST) | WS_VSCROLL, 0);
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof parts;
+    if (editable(box) && GetComboBoxInfo(handle(), &parts) && parts.hwndItem) hook(parts.hwndItem);
+    SendMessageW(handle(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), fieldHeight());
+    SendMessageW(handle(), CB_SETMINVISIBLE, kVisibleEntries, 0);
+    place();
+    fill();
+    showChoice();
+}
+
+int ComboWindow::fieldHeight() const { return form_.font().lineHeight() + form_.dpi().pixels(30); }
+
+RECT ComboWindow::area(RECT wanted) const {
+    // The field's height is the font's; the list below it takes what it needs.
+    const LONG height = form_.font().lineHeight() + form_.dpi().pixels(120);
+    const LONG top = (wanted.top + wanted.bottom - height) / 2;
+    const LONG list = (form_.font().lineHeight() + 2) * kVisibleEntries;
+    return {wanted.left, top, wanted.right, top + height + list};
+}
+
+void ComboWindow::fill() {
+    updating_ = true;
+    SendMessageW(handle(), WM_SETREDRAW, FALSE, 0);
+    SendMessageW(handle(), CB_RESETCONTENT, 0, 0);
+    LONG widest = 0;
+    std::size_t longest = 0;
+    for (const forms::ComboBox::Entry& entry : box_.entries()) {
+        const std::wstring text = wide(entry.text);
+        SendMessageW(handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        if (text.size() <= longest) continue;
+        longest = text.size();
+        widest = form_.font().widthOf(text.c_str());
+    }
+    SendMessageW(handle(), CB_SETDROPPEDWIDTH,
+                 static_cast<WPARAM>(widest + GetSystemMetrics(SM_CXVSCROLL) + form_.dpi().pixels(150)), 0);
+    SendMessageW(handle(), WM_SETREDRAW, TRUE, 0);
+    InvalidateRect(handle(), nullptr, TRUE);
+    updating_ = false;
+    entriesStale_ = false;
+}
+
+void ComboWindow::showChoice() {
+    updating_ = true;
+    if (SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex())
+        SendMessageW(handle(), CB_SETCURSEL, static_cast<WPARAM>(box_.listIndex()), 0);
+    if (editable(box_)) {
+        const std::wstring text = wide(box_.text());
+        if (windowText(handle()) != text) SetWindowTextW(handle(), text.c_str());
+    }
+    updating_ = false;
+}
+
+void ComboWindow::refresh() {
+    if (entriesStale_) fill();
+    showChoice();
+}
+
+void ComboWindow::apply(forms::Aspect aspect) {
+    switch (aspect) {
+    case forms::Aspect::items:
+        // Entries come one by one, thousands at times: they are taken over together.
+        if (!entriesStale_) form_.refreshLater(*this);
+        entriesStale_ = true;
+        break;
+    case forms::Aspect::text:
+    case forms::Aspect::selection:
+        if (!entriesStale_) showChoice();
+        break;
+    default: ControlWindow::apply(aspect);
+    }
+}
+
+void ComboWindow::commanded(int code) {
+    if (updating_ || entriesStale_) return;
+    switch (code) {
+    case CBN_SELCHANGE:
+        form_.refreshLater(*this); // A handler may have restored the former choice while the list was still open.
+        forms::input::choose(box_, static_cast<int>(SendMessageW(handle(), CB_GETCURSEL, 0, 0)));
+        break;
+    case CBN_SELENDCANCEL:
+    case CBN_CLOSEUP: form_.refreshLater(*this); break;
+    case CBN_EDITCHANGE: forms::input::edit(box_, narrow(windowText(handle()))); break;
+    default: break;
+    }
+}
+
+LRESULT ComboWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool escape = message == WM_KEYDOWN && wParam == VK_ESCAPE;
+    if (!escape || !SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0))
+        return ControlWindow::onMessage(window, message, wParam, lParam);
+    SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0); // Escape closes an open list and not the form behind it.
+    return kKeySwallowed;
+}
+
+bool ComboWindow::useKey(int keyCode, int) {
+    if (keyCode != VK_RETURN || !SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0)) return false;
+    SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0);
+    return true;
+}
+
+bool ComboWindow::takesCharacter(wchar_t character) const {
+    return character != VK_RETURN && character != VK_ESCAPE && character != '\n';
+}
+
+} // namespace win32

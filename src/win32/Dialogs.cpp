@@ -1,0 +1,106 @@
+#include "win32/Dialogs.h"
+
+#include "win32/Module.h"
+#include "win32/Text.h"
+#include "win32/WindowLog.h"
+
+#include <memory>
+
+namespace win32 {
+namespace {
+
+using forms::Answer;
+using forms::MessageButtons;
+
+UINT iconOf(forms::MessageIcon icon) {
+    switch (icon) {
+    case forms::MessageIcon::information: return MB_ICONINFORMATION;
+    case forms::MessageIcon::question: return MB_ICONQUESTION;
+    case forms::MessageIcon::critical: return MB_ICONERROR;
+    default: return 0;
+    }
+}
+
+UINT buttonsOf(const forms::Message& message) {
+    if (message.buttons == MessageButtons::ok) return MB_OK;
+    UINT flags = message.buttons == MessageButtons::yesNo ? MB_YESNO : MB_YESNOCANCEL;
+    if (message.defaultAnswer == Answer::no) flags |= MB_DEFBUTTON2;
+    if (message.defaultAnswer == Answer::cancel) flags |= MB_DEFBUTTON3;
+    return flags;
+}
+
+Answer answerOf(int button, MessageButtons buttons) {
+    if (buttons == MessageButtons::ok) return Answer::ok;
+    if (button == IDYES) return Answer::yes;
+    if (buttons == MessageButtons::yesNoCancel && button != IDNO) return Answer::cancel;
+    return Answer::no; // Escape counts as No, also where the system calls it Cancel.
+}
+
+const char* nameOf(Answer answer) {
+    switch (answer) {
+    case Answer::ok: return "ok";
+    case Answer::yes: return "yes";
+    case Answer::no: return "no";
+    default: return "cancel";
+    }
+}
+
+BOOL CALLBACK disableOther(HWND window, LPARAM state) {
+    auto& [modal, disabled] = *reinterpret_cast<std::pair<HWND, std::vector<HWND>*>*>(state);
+    // Tips and the like belong to the form itself.
+    const bool tool = (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) != WS_CAPTION && GetWindow(window, GW_OWNER);
+    if (window == modal || tool || !IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+    EnableWindow(window, FALSE);
+    disabled->push_back(window);
+    return TRUE;
+}
+
+} // namespace
+
+Answer showMessage(HWND owner, const forms::Message& message) {
+    const VisualStyles styles;
+    if (GetCapture()) ReleaseCapture(); // A press that is still held does not follow into the box.
+    logWindow("message", message.text);
+    const int button =
+        MessageBoxW(owner, wide(message.text).c_str(), wide(message.title).c_str(),
+                    iconOf(message.icon) | buttonsOf(message) | (owner ? 0 : MB_TASKMODAL) | MB_SETFOREGROUND);
+    const Answer answer = answerOf(button, message.buttons);
+    logWindow("answered", nameOf(answer));
+    return answer;
+}
+
+std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
+    const VisualStyles styles;
+    const std::unique_ptr<std::remove_pointer_t<HMENU>, decltype(&DestroyMenu)> popup(CreatePopupMenu(), &DestroyMenu);
+    for (std::size_t i = 0; i < menu.items.size(); ++i) {
+        const forms::MenuItem& item = *menu.items[i];
+        if (item.caption == "-")
+            AppendMenuW(popup.get(), MF_SEPARATOR, 0, nullptr);
+        else
+            AppendMenuW(popup.get(), MF_STRING | (item.enabled ? 0 : MF_GRAYED), i + 1, wide(item.caption).c_str());
+    }
+    POINT at{};
+    GetCursorPos(&at);
+    if (GetCapture()) ReleaseCapture();
+    logWindow("menu", menu.name);
+    const auto chosen = static_cast<std::size_t>(
+        TrackPopupMenu(popup.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+    if (chosen == 0 || chosen > menu.items.size()) {
+        logWindow("chosen", "");
+        return std::nullopt;
+    }
+    logWindow("chosen", menu.items[chosen - 1]->name);
+    return chosen - 1;
+}
+
+Modality::Modality(HWND modal) {
+    std::pair<HWND, std::vector<HWND>*> state{modal, &disabled_};
+    EnumThreadWindows(GetCurrentThreadId(), disableOther, reinterpret_cast<LPARAM>(&state));
+}
+
+void Modality::release() {
+    for (HWND window : disabled_) EnableWindow(window, TRUE);
+    disabled_.clear();
+}
+
+} // namespace win32

@@ -1,0 +1,32 @@
+// Message boxes and popup menus of the system.
+#pragma once
+
+#include "forms/Events.h"
+#include "forms/Menu.h"
+#include "win32/Platform.h"
+
+#include <optional>
+#include <vector>
+
+namespace win32 {
+
+/// Modal to `owner`; without one, to the thread's windows.
+forms::Answer showMessage(HWND owner, const forms::Message& message);
+/// At the pointer; the place of the item chosen, or none.
+std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu);
+
+/// Switches off the thread's other windows while one form has the screen. They are switched on again by release(),
+/// which comes before that form's window is destroyed: else the system would activate another program's window.
+class Modality {
+public:
+    explicit Modality(HWND modal);
+    ~Modality() { release(); }
+    Modality(const Modality&) = delete;
+    Modality& operator=(const Modality&) = delete;
+    void release();
+
+private:
+    std::vector<HWND> disabled_;
+};
+
+} // namespace win32

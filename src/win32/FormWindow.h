@@ -1,0 +1,82 @@
+// The window of one showing of a form: it holds the controls' windows, follows the model, and passes on what happens.
+#pragma once
+
+#include "forms/Form.h"
+#include "win32/ControlWindow.h"
+#include "win32/Dpi.h"
+#include "win32/ToolTips.h"
+
+#include <memory>
+#include <vector>
+
+namespace win32 {
+
+class FormWindow : public forms::FormView {
+public:
+    /// Creates the window, hidden, in the middle of `owner` (null: of the screen). `hourglass` belongs to the desktop.
+    FormWindow(forms::Form& form, HWND owner, const bool& hourglass);
+    ~FormWindow() override;
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
+
+    /// Whether `window` is, or lies in, a window of this class of ours.
+    static bool owns(HWND window);
+
+    void show();
+    /// The form stands and has been activated: from now on its activations are logged.
+    void announce();
+
+    HWND handle() const { return window_; }
+    forms::Form& form() const { return form_; }
+    /// False once the form is unloaded; its window then only waits for its end.
+    bool alive() const { return alive_; }
+    Dpi dpi() const { return dpi_; }
+    const DialogFont& font() const { return *font_; }
+    ToolTips& toolTips() { return *toolTips_; }
+    /// What lies behind a control: the colour of the frame that it stands in, else the form's.
+    COLORREF backgroundOf(const forms::Control& control) const;
+    HBRUSH brush(COLORREF colour);
+
+    /// The person's focus is in `control`'s window now.
+    void focusArrived(ControlWindow& control);
+    /// `control` has something to catch up with once the running handler has returned.
+    void refreshLater(ControlWindow& control);
+
+    void captionChanged() override;
+    void sizeChanged() override;
+    void coloursChanged() override;
+    void focusChanged(forms::Control& control) override;
+    void formUnloaded() override;
+
+private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+    void createControls();
+    void placeInMiddle(HWND owner);
+    void resized();
+    void dpiChanged(Dpi dpi, const RECT* suggested);
+    void restoreFocus();
+    LRESULT coloursOf(HWND control, HDC dc);
+    void eraseBackground(HDC dc);
+    ControlWindow* windowOf(HWND control) const;
+
+    static constexpr UINT kRefresh = WM_APP + 1; ///< lParam: the control to refresh
+
+    forms::Form& form_;
+    const bool& hourglass_;
+    HWND window_ = nullptr;
+    Dpi dpi_;
+    std::unique_ptr<DialogFont> font_;
+    std::unique_ptr<ToolTips> toolTips_;
+    std::vector<std::unique_ptr<ControlWindow>> controls_;
+    std::vector<std::pair<COLORREF, HBRUSH>> brushes_;
+    SIZE smallest_{};
+    bool alive_ = true;
+    bool announced_ = false;
+    bool sizing_ = false; ///< the window follows the model, not the person
+};
+
+/// The colour that a model's number means: 0x00BBGGRR, or one of the system's when the highest bit is set.
+COLORREF colourOf(std::int32_t colour, int systemColour);
+
+} // namespace win32

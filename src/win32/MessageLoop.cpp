@@ -1,0 +1,45 @@
+#include "win32/MessageLoop.h"
+
+#include "win32/FormWindow.h"
+
+namespace win32 {
+namespace {
+
+bool isKeyDown(const MSG& message) { return message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN; }
+bool isKeyUp(const MSG& message) { return message.message == WM_KEYUP || message.message == WM_SYSKEYUP; }
+
+/// Dispatches the characters that the last translated key made.
+void dispatchCharacters() {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_CHAR, WM_DEADCHAR, PM_REMOVE) ||
+           PeekMessageW(&message, nullptr, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE))
+        DispatchMessageW(&message);
+}
+
+void dispatch(MSG message) {
+    const bool key = isKeyDown(message) || isKeyUp(message);
+    if (!key || !FormWindow::owns(message.hwnd)) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+        return;
+    }
+    if (HWND focus = GetFocus(); focus && FormWindow::owns(focus)) message.hwnd = focus;
+    const LRESULT answer = DispatchMessageW(&message);
+    if (!isKeyDown(message) || answer == kKeySwallowed || !IsWindow(message.hwnd)) return;
+    TranslateMessage(&message);
+    dispatchCharacters();
+}
+
+} // namespace
+
+void serve(const std::function<bool()>& goesOn) {
+    while (goesOn()) {
+        MSG message;
+        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got == 0) return PostQuitMessage(static_cast<int>(message.wParam));
+        if (got < 0) return;
+        dispatch(message);
+    }
+}
+
+} // namespace win32

@@ -1,0 +1,49 @@
+#include "win32/Module.h"
+
+#include "win32/Text.h"
+#include "win32/Win32Desktop.h"
+
+namespace win32 {
+namespace {
+
+HANDLE styleContext() {
+    ACTCTXW context{};
+    context.cbSize = sizeof context;
+    context.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    context.hModule = ownModule();
+    context.lpResourceName = MAKEINTRESOURCEW(2);
+    return CreateActCtxW(&context);
+}
+
+} // namespace
+
+HINSTANCE ownModule() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCWSTR>(&ownModule), &module);
+    return module;
+}
+
+VisualStyles::VisualStyles() {
+    static const HANDLE context = styleContext(); // Lives as long as the process, as the DLL does.
+    if (context != INVALID_HANDLE_VALUE && !ActivateActCtx(context, &cookie_)) cookie_ = 0;
+}
+
+VisualStyles::~VisualStyles() {
+    if (cookie_) DeactivateActCtx(0, cookie_);
+}
+
+std::string moduleFolder() {
+    std::wstring path(MAX_PATH, 0);
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(ownModule(), path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            break;
+        }
+        path.resize(path.size() * 2);
+    }
+    return narrow(path.substr(0, path.find_last_of(L"\\/")));
+}
+
+} // namespace win32

@@ -1,0 +1,213 @@
+#include "win32/RowsWindow.h"
+
+#include "forms/UserInput.h"
+#include "win32/FormWindow.h"
+#include "win32/Text.h"
+
+#include <algorithm>
+
+namespace win32 {
+
+RowsWindow::RowsWindow(FormWindow& form, forms::Control& control) : ControlWindow(form, control) {}
+
+void RowsWindow::createRows(bool gridLines) {
+    create(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+           WS_EX_CLIENTEDGE);
+    const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | (gridLines ? LVS_EX_GRIDLINES : 0);
+    SendMessageW(handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style));
+    SendMessageW(handle(), LVM_SETTOOLTIPS, 0, 0); // The form's own tips show whole cells.
+    refresh();
+}
+
+void RowsWindow::apply(forms::Aspect aspect) {
+    switch (aspect) {
+    case forms::Aspect::items:
+    case forms::Aspect::columns:
+    case forms::Aspect::selection:
+        // Cells change by the thousand: what shows them catches up once.
+        if (!stale_) form_.refreshLater(*this);
+        stale_ = true;
+        break;
+    case forms::Aspect::text: break;
+    default: ControlWindow::apply(aspect);
+    }
+}
+
+void RowsWindow::refresh() {
+    stale_ = false;
+    updating_ = true;
+    showColumns();
+    const int count = rowCount();
+    if (SendMessageW(handle(), LVM_GETITEMCOUNT, 0, 0) != count) {
+        SendMessageW(handle(), LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOSCROLL);
+        shownRow_ = -1;
+    }
+    showCurrent();
+    followTop();
+    InvalidateRect(handle(), nullptr, TRUE);
+    updating_ = false;
+}
+
+void RowsWindow::showColumns() {
+    const std::vector<RowsColumn> wanted = columns();
+    if (wanted == shown_) return;
+    const bool same =
+        std::equal(wanted.begin(), wanted.end(), shown_.begin(), shown_.end(),
+                   [](const RowsColumn& a, const RowsColumn& b) { return a.model == b.model && a.format == b.format; });
+    SendMessageW(handle(), WM_SETREDRAW, FALSE, 0);
+    LVCOLUMNW column{};
+    column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT;
+    if (!same) {
+        while (SendMessageW(handle(), LVM_DELETECOLUMN, 0, 0)) {
+        }
+        // The system keeps its first column to the left; a stand-in takes that place and goes again.
+        column.pszText = const_cast<wchar_t*>(L"");
+        SendMessageW(handle(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+    }
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        column.fmt = wanted[i].format;
+        column.cx = wanted[i].width;
+        column.pszText = const_cast<wchar_t*>(wanted[i].text.c_str());
+        SendMessageW(handle(), same ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, same ? i : i + 1,
+                     reinterpret_cast<LPARAM>(&column));
+    }
+    if (!same) SendMessageW(handle(), LVM_DELETECOLUMN, 0, 0);
+    SendMessageW(handle(), WM_SETREDRAW, TRUE, 0);
+    shown_ = wanted;
+}
+
+void RowsWindow::showCurrent() {
+    const int row = std::min(currentRow(), rowCount() - 1);
+    LVITEMW state{};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    const auto selected = static_cast<int>(
+        SendMessageW(handle(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_SELECTED, 0)));
+    if (selected != row) {
+        SendMessageW(handle(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+        state.state = LVIS_SELECTED | LVIS_FOCUSED;
+        if (row >= 0) SendMessageW(handle(), LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&state));
+    }
+    if (row >= 0 && row != shownRow_) SendMessageW(handle(), LVM_ENSUREVISIBLE, row, FALSE);
+    shownRow_ = row;
+}
+
+void RowsWindow::scrollTo(int topRow) {
+    const auto now = static_cast<int>(SendMessageW(handle(), LVM_GETTOPINDEX, 0, 0));
+    RECT r{};
+    r.left = LVIR_BOUNDS;
+    if (!SendMessageW(handle(), LVM_GETITEMRECT, static_cast<WPARAM>(now), reinterpret_cast<LPARAM>(&r))) return;
+    SendMessageW(handle(), LVM_SCROLL, 0, static_cast<LPARAM>(topRow - now) * (r.bottom - r.top));
+}
+
+RowsWindow::Cell RowsWindow::cellAt(POINT point) const {
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    const auto row = static_cast<int>(SendMessageW(handle(), LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    if (row < 0 || row >= rowCount() || hit.iSubItem < 0 || hit.iSubItem >= static_cast<int>(shown_.size()))
+        return {-1, -1};
+    return {row, shown_[static_cast<std::size_t>(hit.iSubItem)].model};
+}
+
+void RowsWindow::pointerAt(POINT point) {
+    const Cell cell = cellAt(point);
+    pointedAt(cell.row, cell.column);
+    std::string tip = cell.row < 0 ? std::string() : cellTip(cell.row, cell.column);
+    form_.toolTips().set(handle(), tip.empty() ? control().toolTip() : tip);
+}
+
+void RowsWindow::rightPressed(POINT point) {
+    const Cell cell = cellAt(point);
+    if (cell.row < 0) return;
+    column_ = cell.column;
+    choose(cell.row, cell.column);
+    if (alive()) form_.refreshLater(*this);
+}
+
+LRESULT RowsWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+        chosen_ = false;
+        const Cell cell = cellAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        if (cell.row >= 0) column_ = cell.column;
+    }
+    const LRESULT result = ControlWindow::onMessage(window, message, wParam, lParam);
+    const bool mayScroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN;
+    if (mayScroll && alive()) scrolled(static_cast<int>(SendMessageW(handle(), LVM_GETTOPINDEX, 0, 0)));
+    return result;
+}
+
+LRESULT RowsWindow::notified(NMHDR& header) {
+    if (header.hwndFrom != handle()) return headerNotified(header);
+    switch (header.code) {
+    case LVN_GETDISPINFOW: textOf(reinterpret_cast<NMLVDISPINFOW&>(header).item); return 0;
+    case LVN_ITEMCHANGED: return itemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
+    case LVN_ODFINDITEMW: return -1;
+    case NM_CUSTOMDRAW: return draw(reinterpret_cast<NMLVCUSTOMDRAW&>(header));
+    case NM_CLICK: {
+        const auto& click = reinterpret_cast<const NMITEMACTIVATE&>(header);
+        if (click.iItem >= 0 && click.iItem < rowCount() && !chosen_) choose(click.iItem, column_);
+        if (alive()) forms::input::click(control());
+        return 0;
+    }
+    case NM_DBLCLK:
+        if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0 || doubleClicksAnywhere())
+            forms::input::doubleClick(control());
+        return 0;
+    default: return 0;
+    }
+}
+
+LRESULT RowsWindow::itemChanged(const NMLISTVIEW& change) {
+    if (updating_ || !(change.uChanged & LVIF_STATE)) return 0;
+    form_.refreshLater(*this); // The model has the last word on what is selected.
+    const bool selected = (change.uNewState & LVIS_SELECTED) && !(change.uOldState & LVIS_SELECTED);
+    if (!selected || change.iItem < 0 || change.iItem >= rowCount()) return 0;
+    chosen_ = true;
+    shownRow_ = change.iItem;
+    choose(change.iItem, column_);
+    return 0;
+}
+
+void RowsWindow::textOf(LVITEMW& item) const {
+    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
+    text_.clear();
+    const bool there = item.iItem >= 0 && item.iItem < rowCount() && item.iSubItem >= 0 &&
+                       item.iSubItem < static_cast<int>(shown_.size());
+    if (there) text_ = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem)].model));
+    item.pszText = text_.data(); // Read before the next one is asked for.
+}
+
+LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {
+    if (drawing.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
+    const auto row = static_cast<int>(drawing.nmcd.dwItemSpec);
+    if (row < 0 || row >= rowCount()) return CDRF_DODEFAULT;
+    if (row == currentRow()) {
+        // As plain to see without the focus as with it.
+        drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+        drawing.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+        drawing.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+        return CDRF_NEWFONT;
+    }
+    const std::int32_t colour = rowColour(row);
+    if (colour == forms::kSystemColour) return CDRF_DODEFAULT;
+    drawing.clrText = colourOf(colour, COLOR_WINDOWTEXT);
+    return CDRF_NEWFONT;
+}
+
+LRESULT RowsWindow::headerNotified(NMHDR& header) {
+    const bool ended = header.code == HDN_ENDTRACKW || header.code == HDN_ENDTRACKA ||
+                       header.code == HDN_ITEMCHANGEDW || header.code == HDN_ITEMCHANGEDA;
+    if (ended && !updating_) tellWidths();
+    return 0;
+}
+
+void RowsWindow::tellWidths() {
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+        const auto width = std::max(4, static_cast<int>(SendMessageW(handle(), LVM_GETCOLUMNWIDTH, i, 0)));
+        if (width == shown_[i].width) continue;
+        shown_[i].width = width;
+        widthChanged(shown_[i].model, width);
+    }
+}
+
+} // namespace win32

@@ -1,0 +1,57 @@
+#include "win32/Text.h"
+
+#include "win32/Platform.h"
+
+namespace win32 {
+namespace {
+
+bool leads(wchar_t c) { return c >= 0xD800 && c < 0xDC00; }
+bool trails(wchar_t c) { return c >= 0xDC00 && c < 0xE000; }
+bool pairAt(std::wstring_view text, std::size_t i) {
+    return i + 1 < text.size() && leads(text[i]) && trails(text[i + 1]);
+}
+
+} // namespace
+
+std::wstring wide(std::string_view text) {
+    if (text.empty()) return {};
+    const int bytes = static_cast<int>(text.size());
+    std::wstring result(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0)), 0);
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, result.data(), static_cast<int>(result.size()));
+    return result;
+}
+
+std::string narrow(std::wstring_view text) {
+    if (text.empty()) return {};
+    const int units = static_cast<int>(text.size());
+    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(bytes), 0);
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), bytes, nullptr, nullptr);
+    return result;
+}
+
+int charactersIn(std::wstring_view text, int units) {
+    int characters = 0;
+    for (std::size_t i = 0; i < text.size() && static_cast<int>(i) < units; ++i, ++characters)
+        if (pairAt(text, i)) ++i;
+    return characters;
+}
+
+int unitsOf(std::wstring_view text, int characters) {
+    std::size_t i = 0;
+    for (; i < text.size() && characters > 0; ++i, --characters)
+        if (pairAt(text, i)) ++i;
+    return static_cast<int>(i);
+}
+
+bool hasHalfCharacter(std::wstring_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (pairAt(text, i))
+            ++i;
+        else if (leads(text[i]) || trails(text[i]))
+            return true;
+    }
+    return false;
+}
+
+} // namespace win32

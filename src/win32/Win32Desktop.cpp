@@ -1,0 +1,91 @@
+#include "win32/Win32Desktop.h"
+
+#include "basic/Calendar.h"
+#include "forms/Form.h"
+#include "win32/Dialogs.h"
+#include "win32/FormWindow.h"
+#include "win32/MessageLoop.h"
+#include "win32/Module.h"
+#include "win32/System.h"
+
+#include <algorithm>
+
+namespace win32 {
+namespace {
+
+class Win32Desktop : public forms::Desktop {
+public:
+    forms::Answer messageBox(const forms::Message& message) override { return showMessage(owner(), message); }
+
+    void setPointer(forms::Pointer pointer) override {
+        hourglass_ = pointer == forms::Pointer::hourglass;
+        SetCursor(LoadCursorW(nullptr, hourglass_ ? IDC_WAIT : IDC_ARROW));
+    }
+
+    void startProgram(const std::string& commandLine, forms::WindowStyle style) override {
+        win32::startProgram(commandLine, style == forms::WindowStyle::maximised);
+    }
+
+    automation::Date now() override {
+        SYSTEMTIME t{};
+        GetLocalTime(&t);
+        return basic::dateOf(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond);
+    }
+
+    const basic::Locale& locale() override {
+        locale_ = userLocale(); // The user may change it while the module runs.
+        return locale_;
+    }
+
+protected:
+    void runModal(forms::Form& form, forms::Form* owner, const std::function<void()>& shown) override {
+        const int showing = form.showing();
+        const auto lasts = [&form, showing] { return form.showing() == showing; };
+        const VisualStyles styles;
+        HWND behind = owner ? windowOf(*owner) : nullptr;
+        FormWindow window(form, behind ? behind : this->owner(), hourglass_);
+        Modality modality(window.handle());
+        windows_.push_back(&window);
+        window.show();
+        shown();
+        window.announce();
+        serve(lasts);
+        windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
+        modality.release();
+    }
+
+    std::optional<std::size_t> chooseFromMenu(forms::Form& form, const forms::Menu& menu) override {
+        HWND window = windowOf(form);
+        return showMenu(window ? window : owner(), menu);
+    }
+
+private:
+    HWND windowOf(const forms::Form& form) const {
+        for (const FormWindow* window : windows_)
+            if (&window->form() == &form && window->alive()) return window->handle();
+        return nullptr;
+    }
+
+    /// The window that a new one stands before: our topmost, else the host's.
+    HWND owner() const {
+        for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
+            if ((*window)->alive()) return (*window)->handle();
+        HWND active = GetActiveWindow();
+        return active ? GetAncestor(active, GA_ROOT) : nullptr;
+    }
+
+    std::vector<FormWindow*> windows_;
+    basic::Locale locale_;
+    bool hourglass_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<forms::Desktop> makeDesktop() {
+    const VisualStyles styles;
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES | ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&classes);
+    return std::make_unique<Win32Desktop>();
+}
+
+} // namespace win32
