@@ -23,8 +23,8 @@ public:
 
     /// The whole file. Errors: 53 no such file, 76 no such folder, 70 in use, 75 not to be read.
     virtual std::string readFile(const std::string& path) = 0;
-    /// A file (replacing what it held), a printer port as "LPT1", or a shared printer. Errors: 52 no such name or device,
-    /// 76 no such folder, 70 in use, 75 not to be written.
+    /// A file (replacing what it held), a printer port as "LPT1", or a shared printer. Errors: 52 no name, 68 no such
+    /// device, 76 no such folder, 70 in use, 75 not to be written.
     virtual std::unique_ptr<Output> openForOutput(const std::string& name) = 0;
     /// Text in the code page of plain files and printers; a character that it lacks becomes one "?".
     virtual std::string encode(std::string_view text) = 0;

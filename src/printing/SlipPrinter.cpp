@@ -1,5 +1,6 @@
 #include "printing/SlipPrinter.h"
 
+#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "common/Packing.h"
@@ -23,6 +24,9 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
     settings_ = readSlipSettings(PrintSettings(module_));
     db_ = module_.createCommonDb();
     std::vector<SlipLine> lines = readLines(requestId);
+    // Without a port no file of that name is to appear in some folder.
+    if (target_ == Target::port && (settings_.port.empty() || settings_.port == "NOTFOUND"))
+        throw automation::RunTimeError(52, "Bad file name or number");
     output_ = module_.system().openForOutput(target_ == Target::slipFile ? kSlipFile : settings_.port);
     headerLines_ = 0;
     if (!lines.empty()) HeaderPrint(requestId);

@@ -110,9 +110,8 @@ void frmPrint::showSlipFile(const std::string& windows) {
     const std::string folder = windows.find("WINDOWS") != std::string::npos ? "\\command" : "\\system32";
     try {
         desktop().startProgram(windows + folder + "\\edit.com   c:\\ShopReq.txt", forms::WindowStyle::maximised);
-    } catch (const automation::RunTimeError& error) {
-        if (error.number() != automation::kFileNotFound) throw;
-        // Later systems have no such editor.
+    } catch (const automation::RunTimeError&) {
+        // Later systems have no such editor, or one that they cannot run.
         desktop().startProgram(windows + "\\notepad.exe c:\\ShopReq.txt", forms::WindowStyle::maximised);
     }
 }
