@@ -87,7 +87,7 @@ assembly_manifest(goodsreq.component goodsreq.dll
 assembly_manifest(goodsreq.sandbox sandbox.dll "${all_classes}")
 assembly_manifest(goodsreq.suite sandbox.dll "${suite_classes}")
 host_manifest(goodsreq.host goodsreq-host.exe.manifest goodsreq.component goodsreq.sandbox)
-host_manifest(goodsreq.host goodsreq-connect.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
+host_manifest(goodsreq.host goodsreq-connect.exe.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
 host_manifest(goodsreq.script cscript.exe.manifest goodsreq.component goodsreq.sandbox)
 
 # The DLLs.
@@ -106,33 +106,42 @@ set_source_files_properties(src/com/dll/goodsreq.rc PROPERTIES
 target_link_libraries(goodsreq_dll PRIVATE component win32 com)
 
 com_dll(sandbox sandbox/host/SandboxServer.cpp)
-target_link_libraries(sandbox_dll PRIVATE suite database com)
+target_link_libraries(sandbox_dll PRIVATE suite database win32 com)
 
 # The host.
 file(GLOB host_sources CONFIGURE_DEPENDS sandbox/host/*.cpp)
 list(FILTER host_sources EXCLUDE REGEX "/SandboxServer\\.cpp$")
+get_target_property(host_library host SOURCES)
+list(TRANSFORM host_library PREPEND ${CMAKE_SOURCE_DIR}/ REGEX "^[^/]")
+list(REMOVE_ITEM host_sources ${host_library})
 if(host_sources)
     add_executable(goodsreq-host ${host_sources})
     target_link_options(goodsreq-host PRIVATE -static -municode)
-    target_link_libraries(goodsreq-host PRIVATE com win32 suite database)
+    target_link_libraries(goodsreq-host PRIVATE host com win32)
 endif()
 
 # What is delivered, in one folder.
 set(delivered goodsreq_dll sandbox_dll)
+set(copy_connecting_host "")
 if(TARGET goodsreq-host)
     list(APPEND delivered goodsreq-host)
+    # The same program again, under the name whose manifest leaves ADO to the machine.
+    set(copy_connecting_host COMMAND ${CMAKE_COMMAND} -E copy_if_different
+        $<TARGET_FILE:goodsreq-host> ${dist_folder}/goodsreq-connect.exe)
 endif()
 set(delivered_files "")
 foreach(target IN LISTS delivered)
     list(APPEND delivered_files $<TARGET_FILE:${target}>)
 endforeach()
-foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-host.exe goodsreq-connect cscript.exe)
+foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-host.exe goodsreq-connect.exe
+        cscript.exe)
     list(APPEND delivered_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
 endforeach()
 list(APPEND delivered_files ${generated}/goodsreq.tlb)
 add_custom_target(dist
     COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${delivered_files} ${dist_folder}
+    ${copy_connecting_host}
     DEPENDS ${delivered} VERBATIM)
 
 # The tests that run under Windows: one program for each file.
@@ -149,7 +158,7 @@ if(GTEST_SOURCE AND windows_tests)
         target_include_directories(${name} PRIVATE ${generated})
         target_link_options(${name} PRIVATE -static)
         target_link_libraries(${name} PRIVATE com win32 gtest_windows)
-        add_dependencies(${name} goodsreq_dll sandbox_dll typelib)
+        add_dependencies(${name} typelib)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endforeach()
 endif()

@@ -1,0 +1,141 @@
+// The sandbox's host program: opens the module as the back office does, on the sandbox's company or on a real server.
+#include "automation/RunTimeError.h"
+#include "com/Bstr.h"
+#include "com/ObjectFactory.h"
+#include "sandbox/database/Company.h"
+#include "sandbox/host/HostSession.h"
+#include "sandbox/host/SuiteManifest.h"
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+using sandbox::HostOptions;
+
+constexpr int kFailed = 1;
+constexpr int kWrongOptions = 2;
+
+/// The program under this name has a manifest that leaves ADO to the machine.
+constexpr const wchar_t* kConnectProgram = L"goodsreq-connect.exe";
+
+std::filesystem::path ownPath() {
+    std::wstring path(32768, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    return path;
+}
+
+std::string errorText(DWORD error) {
+    wchar_t* text = nullptr;
+    const DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       error, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::string result = length ? com::toUtf8(std::wstring_view(text, length)) : "error " + std::to_string(error);
+    LocalFree(text);
+    while (!result.empty() && (result.back() == '\n' || result.back() == '\r')) result.pop_back();
+    return result;
+}
+
+bool isInstalled(const std::string& progId) {
+    HKEY key = nullptr;
+    const std::wstring path = com::toWide(progId) + L"\\CLSID";
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
+/// Stands in for what of the suite the machine lacks, and says what that is. ADO is always the machine's own.
+void prepareStandIns(const std::filesystem::path& folder) {
+    const std::string whole = sandbox::readTextFile(com::toUtf8((folder / L"goodsreq.sandbox.manifest").wstring()));
+    std::vector<std::string> leftOut;
+    std::string missing;
+    for (const std::string& progId : sandbox::progIdsOf(whole)) {
+        if (progId.starts_with("ADODB.") || isInstalled(progId)) leftOut.push_back(progId);
+        else missing += (missing.empty() ? "" : ", ") + progId;
+    }
+    std::cout << (missing.empty() ? "Nothing is stood in for: the machine has every component of the suite."
+                                  : "Stood in for, since this machine lacks them: " + missing)
+              << std::endl;
+
+    const std::filesystem::path file = folder / L"goodsreq.suite.manifest";
+    const std::string wanted = sandbox::manifestWithout(whole, "goodsreq.suite", leftOut);
+    if (std::filesystem::exists(file) && sandbox::readTextFile(com::toUtf8(file.wstring())) == wanted) return;
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << wanted << std::flush;
+    if (!out) throw automation::RunTimeError(automation::kPathAccess, "cannot write " + com::toUtf8(file.wstring()));
+}
+
+/// Runs this program again under the name whose manifest leaves ADO to the machine. Returns its exit status.
+int runConnected(const std::filesystem::path& folder) {
+    prepareStandIns(folder);
+    const std::filesystem::path program = folder / kConnectProgram;
+    std::wstring commandLine = GetCommandLineW();
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+        throw automation::RunTimeError(automation::kFileNotFound,
+                                       com::toUtf8(program.wstring()) + ": " + errorText(GetLastError()));
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD status = kFailed;
+    GetExitCodeProcess(process.hProcess, &status);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return static_cast<int>(status);
+}
+
+class Apartment {
+public:
+    Apartment() {
+        if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+            throw automation::RunTimeError(automation::kCannotCreateObject, "COM cannot be started");
+    }
+    Apartment(const Apartment&) = delete;
+    Apartment& operator=(const Apartment&) = delete;
+    ~Apartment() { CoUninitialize(); }
+};
+
+int run(const HostOptions& options) {
+    const std::filesystem::path own = ownPath();
+    if (options.connect && lstrcmpiW(own.filename().c_str(), kConnectProgram) != 0)
+        return runConnected(own.parent_path());
+    if (!options.log.empty()) SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", com::toWide(options.log).c_str());
+    if (!options.connect && sandbox::ensureCompany(options.company))
+        std::cout << "Made the sample company: " << options.company << std::endl;
+    const Apartment apartment;
+    sandbox::runSession(options, com::comObjectFactory());
+    return 0;
+}
+
+} // namespace
+
+int wmain(int count, wchar_t** arguments) {
+    SetConsoleOutputCP(CP_UTF8);
+    try {
+        std::vector<std::string> texts;
+        for (int i = 1; i < count; ++i) texts.push_back(com::toUtf8(std::wstring_view(arguments[i])));
+        const auto parsed = sandbox::parseHostOptions(texts);
+        if (const std::string* wrong = std::get_if<std::string>(&parsed)) {
+            std::cerr << "goodsreq-host: " << *wrong << std::endl;
+            return kWrongOptions;
+        }
+        const HostOptions& options = std::get<HostOptions>(parsed);
+        if (options.help) {
+            std::cout << sandbox::hostHelp();
+            return 0;
+        }
+        return run(options);
+    } catch (const automation::RunTimeError& error) {
+        std::cerr << "goodsreq-host: error " << error.number() << ": " << error.description() << std::endl;
+    } catch (const std::exception& error) {
+        std::cerr << "goodsreq-host: " << error.what() << std::endl;
+    }
+    return kFailed;
+}
