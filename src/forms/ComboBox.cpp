@@ -101,12 +101,11 @@ void ComboBox::removeItem(int index) {
 void ComboBox::setListIndex(int index) {
     if (index < -1) automation::raise(automation::kSubscriptOutOfRange);
     const std::string text = index < 0 ? std::string() : entries_[checked(index)].text;
-    const bool changes = index != listIndex_;
-    if (!changes && text == this->text()) return;
+    if (index == listIndex_ && text == this->text()) return;
     listIndex_ = index;
     textStorage() = text;
     notify(Aspect::selection);
-    if (changes && index >= 0) fire(onClick);
+    if (index >= 0) fire(onClick);
 }
 
 std::int32_t ComboBox::itemData(int index) const { return entries_[checked(index)].itemData; }

@@ -148,6 +148,23 @@ TEST_F(Focus, KeysSentTogetherActInTheirOrderAfterTheHandler) {
     EXPECT_THROW(desktop.sendKeys("{F13}"), automation::RunTimeError);
 }
 
+TEST_F(Focus, KeysSentWaitForTheOutermostHandler) {
+    std::vector<std::string> during;
+    form->txtName.onChange = [&] {
+        desktop.sendKeys("{TAB}");
+        during.push_back("Change");
+    };
+    form->cmdOk.onClick = [&] {
+        form->txtName.setText("changed by code");
+        form->txtName.setText("changed by code");
+        during.push_back(form->activeControl()->name());
+    };
+    showsForm();
+    user.clicks("cmdOk");
+    EXPECT_EQ(during, (std::vector<std::string>{"Change", "cmdOk"}));
+    EXPECT_EQ(user.focus(), "cmdCancel");
+}
+
 TEST_F(Focus, KeysSentByAFormThatLeftAreLost) {
     auto above = std::make_shared<SampleForm>(desktop, "frmAbove");
     form->cmdOk.onClick = [&] { above->showModal(form.get()); };
