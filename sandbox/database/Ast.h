@@ -16,28 +16,29 @@ struct Select;
 struct Expression {
     enum class Form {
         null,
-        whole,     ///< `name` is the literal
-        decimal,   ///< `name` is the literal
-        real,      ///< `name` is the literal
-        text,      ///< `name` is the literal
-        variable,  ///< `name` with its "@"
-        column,    ///< `name`, perhaps `qualifier`
-        call,      ///< function `name` of `parts`; `distinct` and `star` for aggregates
-        convert,   ///< `parts[0]` to `type`, with `style` where one was given
-        negate,    ///< - parts[0]
+        whole,      ///< `name` is the literal
+        decimal,    ///< `name` is the literal
+        real,       ///< `name` is the literal
+        text,       ///< `name` is the literal
+        variable,   ///< `name` with its "@"
+        column,     ///< `name`, perhaps `qualifier`
+        call,       ///< function `name` of `parts`; `distinct` and `star` for aggregates
+        convert,    ///< `parts[0]` to `type`, with `style` where one was given
+        negate,     ///< - parts[0]
         arithmetic, ///< parts[0] `name` parts[1]
-        caseOf,    ///< pairs of condition and result, then the other result where `hasElse`; `subject` stands first where given
-        subquery,  ///< (select ...)
+        caseOf, ///< pairs of condition and result, then the other result where `hasElse`; `subject` stands first where
+                ///< given
+        subquery,   ///< (select ...)
         useDefault, ///< DEFAULT in a list of values
         // Conditions, which are no values:
-        compare,   ///< parts[0] `name` parts[1]
-        logical,   ///< parts[0] `name` (and, or) parts[1]
-        opposite,  ///< not parts[0]
-        like,      ///< parts[0] like parts[1]
-        isNull,    ///< parts[0] is null
-        between,   ///< parts[0] between parts[1] and parts[2]
-        inList,    ///< parts[0] in the other parts
-        inQuery,   ///< parts[0] in (select ...)
+        compare,  ///< parts[0] `name` parts[1]
+        logical,  ///< parts[0] `name` (and, or) parts[1]
+        opposite, ///< not parts[0]
+        like,     ///< parts[0] like parts[1]
+        isNull,   ///< parts[0] is null
+        between,  ///< parts[0] between parts[1] and parts[2]
+        inList,   ///< parts[0] in the other parts
+        inQuery,  ///< parts[0] in (select ...)
         exists,
     };
     Form form = Form::null;
@@ -47,10 +48,10 @@ struct Expression {
     std::unique_ptr<Select> select;
     SqlType type;
     std::optional<int> style;
-    bool negated = false;  ///< "not like", "is not null" ...
+    bool negated = false; ///< "not like", "is not null" ...
     bool distinct = false;
     bool star = false;
-    bool wide = false;     ///< N'text'
+    bool wide = false; ///< N'text'
     bool hasSubject = false;
     bool hasElse = false;
 };
@@ -59,7 +60,7 @@ using ExpressionPtr = std::unique_ptr<Expression>;
 struct SelectItem {
     ExpressionPtr expression; ///< none for "*"
     std::string alias;
-    std::string starOf;       ///< "alias.*"
+    std::string starOf; ///< "alias.*"
 };
 
 struct Source {

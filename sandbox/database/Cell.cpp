@@ -36,8 +36,8 @@ std::string_view trimmed(std::string_view text) {
 }
 
 [[noreturn]] void failText(const std::string& text, const SqlType& to) {
-    fail(kConversionError, "Syntax error converting the varchar value '" + text + "' to a column of data type " +
-                               typeName(to) + ".");
+    fail(kConversionError,
+         "Syntax error converting the varchar value '" + text + "' to a column of data type " + typeName(to) + ".");
 }
 
 [[noreturn]] void failRange(const SqlType& from, const SqlType& to) {
@@ -113,11 +113,13 @@ std::int64_t wholeText(const std::string& text, const SqlType& to) {
     const auto read = std::from_chars(number.data(), number.data() + number.size(), whole);
     const bool all = read.ptr == number.data() + number.size();
     if (all && read.ec == std::errc::result_out_of_range)
-        fail(kDataOverflow, "The conversion of the varchar value '" + text + "' overflowed an " + typeName(to) + " column.");
+        fail(kDataOverflow,
+             "The conversion of the varchar value '" + text + "' overflowed an " + typeName(to) + " column.");
     if (!all || read.ec != std::errc()) failText(text, to);
     const Range range = rangeOf(to.kind);
     if (whole < range.low || whole > range.high)
-        fail(kDataOverflow, "The conversion of the varchar value '" + text + "' overflowed an " + typeName(to) + " column.");
+        fail(kDataOverflow,
+             "The conversion of the varchar value '" + text + "' overflowed an " + typeName(to) + " column.");
     return whole;
 }
 
@@ -214,7 +216,8 @@ Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to, int s
         std::string digits = roundDecimal(toDecimal(cell, from, to), 4);
         std::erase(digits, '.');
         std::int64_t number = 0;
-        if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc()) failRange(from, to);
+        if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
+            failRange(from, to);
         return number;
     }
     case Kind::decimal:

@@ -1,8 +1,8 @@
 // One stored value, and its conversions between the server's types.
 #pragma once
 
-#include "automation/Value.h"
 #include "automation/Object.h"
+#include "automation/Value.h"
 #include "sandbox/database/SqlType.h"
 
 #include <cstdint>

@@ -209,7 +209,8 @@ void Database::raise(int code) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED: fail(kServerFailure, "Lock request time out period exceeded.");
     case SQLITE_ERROR:
-        if (message == "integer overflow") fail(kDataOverflow, "Arithmetic overflow error converting expression to data type int.");
+        if (message == "integer overflow")
+            fail(kDataOverflow, "Arithmetic overflow error converting expression to data type int.");
         fail(kSyntaxError, message);
     default: fail(kServerFailure, message);
     }
@@ -224,8 +225,9 @@ void Database::raiseConstraint(int code, const std::string& message) {
         fail(kConstraintViolated, "Cannot insert the value NULL into column '" + columns.substr(tableName.size() + 1) +
                                       "', table '" + tableName + "'; column does not allow nulls.");
     auto duplicate = [](const Table& table, const std::string& name, bool primary) {
-        fail(kConstraintViolated, std::string("Violation of ") + (primary ? "PRIMARY" : "UNIQUE") + " KEY constraint '" +
-                                      name + "'. Cannot insert duplicate key in object '" + table.name + "'.");
+        fail(kConstraintViolated, std::string("Violation of ") + (primary ? "PRIMARY" : "UNIQUE") +
+                                      " KEY constraint '" + name + "'. Cannot insert duplicate key in object '" +
+                                      table.name + "'.");
     };
     const std::string indexed = "index '";
     if (columns.rfind(indexed, 0) == 0) {

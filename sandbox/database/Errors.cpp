@@ -15,8 +15,7 @@ const char* description(DatabaseError number) {
     case kReadOnly:
         return "Current Recordset does not support updating. This may be a limitation of the provider, or of the "
                "selected locktype.";
-    case kItemNotFound:
-        return "Item cannot be found in the collection corresponding to the requested name or ordinal.";
+    case kItemNotFound: return "Item cannot be found in the collection corresponding to the requested name or ordinal.";
     case kWrongValueType: return "Application uses a value of the wrong type for the current operation.";
     case kObjectClosed: return "Operation is not allowed when the object is closed.";
     case kObjectOpen: return "Operation is not allowed when the object is open.";

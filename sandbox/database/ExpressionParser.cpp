@@ -73,7 +73,10 @@ ExpressionPtr Parser::comparison() {
     static constexpr std::array<std::string_view, 9> kOperators{"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
     for (std::string_view symbol : kOperators)
         if (accept(symbol)) {
-            std::string name = symbol == "!=" ? "<>" : symbol == "!<" ? ">=" : symbol == "!>" ? "<=" : std::string(symbol);
+            std::string name = symbol == "!="   ? "<>"
+                               : symbol == "!<" ? ">="
+                               : symbol == "!>" ? "<="
+                                                : std::string(symbol);
             auto right = sum();
             return makeOf(Form::compare, std::move(name), std::move(left), std::move(right));
         }

@@ -13,8 +13,8 @@ using Form = Expression::Form;
 /// From kind, to kind, size, and scale; for text the last says whether it is filled up with blanks.
 std::string typeArguments(const SqlType& from, const SqlType& to) {
     const int last = to.kind == Kind::text ? (to.fixed ? 1 : 0) : to.scale;
-    return ", " + std::to_string(static_cast<int>(from.kind)) + ", " + std::to_string(static_cast<int>(to.kind)) + ", " +
-           std::to_string(to.size) + ", " + std::to_string(last);
+    return ", " + std::to_string(static_cast<int>(from.kind)) + ", " + std::to_string(static_cast<int>(to.kind)) +
+           ", " + std::to_string(to.size) + ", " + std::to_string(last);
 }
 
 } // namespace
@@ -123,8 +123,7 @@ TypedText ExpressionWriter::caseOf(const Expression& expression) const {
     SqlType type;
     for (const TypedText& result : results) type = commonType(type, result.type);
     std::string sql = "CASE";
-    for (std::size_t i = 0; i < pairs; ++i)
-        sql += " WHEN " + conditions[i] + " THEN " + fitted(results[i], type).sql;
+    for (std::size_t i = 0; i < pairs; ++i) sql += " WHEN " + conditions[i] + " THEN " + fitted(results[i], type).sql;
     if (expression.hasElse) sql += " ELSE " + fitted(results.back(), type).sql;
     return {sql + " END", type};
 }
@@ -133,7 +132,8 @@ TypedText ExpressionWriter::explicitConversion(const Expression& expression) con
     const TypedText inner = value(*expression.parts[0]);
     const SqlType& to = expression.type;
     if (expression.style)
-        return {"ss_style(" + inner.sql + typeArguments(inner.type, to) + ", " + std::to_string(*expression.style) + ")",
+        return {"ss_style(" + inner.sql + typeArguments(inner.type, to) + ", " + std::to_string(*expression.style) +
+                    ")",
                 to};
     return {"ss_to(" + inner.sql + typeArguments(inner.type, to) + ")", to};
 }
@@ -144,9 +144,7 @@ TypedText ExpressionWriter::arithmetic(const Expression& expression) const {
     const std::string& symbol = expression.name;
     SqlType type = commonType(left.type, right.type);
     if (type.kind == Kind::unknown) return {"NULL", {Kind::integer}};
-    auto refuse = [&] {
-        fail(kSyntaxError, "Operator " + symbol + " is not known here for " + typeName(type) + ".");
-    };
+    auto refuse = [&] { fail(kSyntaxError, "Operator " + symbol + " is not known here for " + typeName(type) + "."); };
     if (type.kind == Kind::text) {
         if (symbol != "+") refuse();
         type.size = 0;
@@ -159,13 +157,17 @@ TypedText ExpressionWriter::arithmetic(const Expression& expression) const {
         return {"(" + left.sql + " " + symbol + " " + right.sql + " * 86400000)", type};
     }
     // Whole numbers stay whole beside money; all else meets in the common type.
-    const bool scalesMoney = type.kind == Kind::money && isWholeNumber(right.type.kind) && (symbol == "*" || symbol == "/");
+    const bool scalesMoney =
+        type.kind == Kind::money && isWholeNumber(right.type.kind) && (symbol == "*" || symbol == "/");
     if (!scalesMoney) {
         left = converted(std::move(left), type);
         right = converted(std::move(right), type);
     }
     if (type.kind == Kind::decimal) {
-        const char* function = symbol == "+" ? "ss_add" : symbol == "-" ? "ss_subtract" : symbol == "*" ? "ss_multiply" : "";
+        const char* function = symbol == "+"   ? "ss_add"
+                               : symbol == "-" ? "ss_subtract"
+                               : symbol == "*" ? "ss_multiply"
+                                               : "";
         if (*function == '\0') refuse();
         SqlType result = type;
         result.size = 38;
@@ -210,10 +212,12 @@ std::string ExpressionWriter::condition(const Expression& expression) const {
     switch (expression.form) {
     case Form::compare: return compared(value(*expression.parts[0]), expression.name, value(*expression.parts[1]));
     case Form::logical:
-        return "(" + condition(*expression.parts[0]) + " " + expression.name + " " + condition(*expression.parts[1]) + ")";
+        return "(" + condition(*expression.parts[0]) + " " + expression.name + " " + condition(*expression.parts[1]) +
+               ")";
     case Form::opposite: return "(NOT " + condition(*expression.parts[0]) + ")";
     case Form::like: {
-        const std::string call = "ss_like(" + text(*expression.parts[0]).sql + ", " + text(*expression.parts[1]).sql + ")";
+        const std::string call =
+            "ss_like(" + text(*expression.parts[0]).sql + ", " + text(*expression.parts[1]).sql + ")";
         return expression.negated ? "(NOT " + call + ")" : call;
     }
     case Form::isNull: return "(" + value(*expression.parts[0]).sql + " IS" + negated + " NULL)";

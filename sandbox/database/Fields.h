@@ -9,7 +9,8 @@ class Fields : public automation::Object {
 public:
     explicit Fields(std::shared_ptr<Recordset> records) : records_(std::move(records)) {}
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override { return "Fields"; }
     automation::Array elements() override;
@@ -27,7 +28,8 @@ class Field : public automation::Object {
 public:
     Field(std::shared_ptr<Recordset> records, std::size_t index) : records_(std::move(records)), index_(index) {}
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override { return "Field"; }
 

@@ -58,11 +58,13 @@ TypedText ExpressionWriter::aggregate(const Expression& expression) const {
     const Kind kind = inner.type.kind;
     if (is("count")) return {"count(" + argument + ")", {Kind::integer}};
     if (is("min") || is("max")) {
-        if (kind == Kind::bit) fail(kSyntaxError, "Operand data type bit is invalid for " + expression.name + " operator.");
+        if (kind == Kind::bit)
+            fail(kSyntaxError, "Operand data type bit is invalid for " + expression.name + " operator.");
         return {(is("min") ? "min(" : "max(") + argument + ")", inner.type};
     }
     if (!isNumber(kind) || kind == Kind::bit)
-        fail(kSyntaxError, "Operand data type " + typeName(inner.type) + " is invalid for " + expression.name + " operator.");
+        fail(kSyntaxError,
+             "Operand data type " + typeName(inner.type) + " is invalid for " + expression.name + " operator.");
     SqlType type = inner.type;
     if (kind == Kind::tinyInt || kind == Kind::smallInt) type.kind = Kind::integer;
     if (is("sum")) {
@@ -118,8 +120,8 @@ TypedText ExpressionWriter::call(const Expression& expression) const {
         std::string arguments;
         for (std::size_t i = 0; i < expression.parts.size(); ++i) {
             const bool isText = i < function.texts;
-            const TypedText part = isText ? text(*expression.parts[i])
-                                          : converted(value(*expression.parts[i]), {Kind::integer});
+            const TypedText part =
+                isText ? text(*expression.parts[i]) : converted(value(*expression.parts[i]), {Kind::integer});
             if (isText && part.type.wide && !function.givesNumber) type.wide = true;
             arguments += (i ? ", " : "") + part.sql;
         }
@@ -148,7 +150,8 @@ TypedText ExpressionWriter::call(const Expression& expression) const {
     if (is("nullif")) {
         wantArguments(expression, 2, 2);
         const TypedText first = value(*expression.parts[0]);
-        return {"CASE WHEN " + compared(first, "=", value(*expression.parts[1])) + " THEN NULL ELSE " + first.sql + " END",
+        return {"CASE WHEN " + compared(first, "=", value(*expression.parts[1])) + " THEN NULL ELSE " + first.sql +
+                    " END",
                 first.type};
     }
     if (is("isnumeric")) {

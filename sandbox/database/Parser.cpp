@@ -14,10 +14,9 @@ using Form = Expression::Form;
 /// Words that end an expression or a source, and so are never an alias written without "as".
 bool isReserved(const Token& token) {
     static constexpr std::array<std::string_view, 36> kReserved{
-        "from",  "where",  "group", "having", "order",  "union", "intersect", "except",  "on",
-        "inner", "left",   "right", "full",   "cross",  "join",  "and",       "or",      "not",
-        "like",  "in",     "is",    "between", "when",  "then",  "else",      "end",     "as",
-        "asc",   "desc",   "set",   "values", "select", "by",    "exists",    "case",    "with"};
+        "from", "where", "group", "having", "order", "union", "intersect", "except", "on", "inner",   "left", "right",
+        "full", "cross", "join",  "and",    "or",    "not",   "like",      "in",     "is", "between", "when", "then",
+        "else", "end",   "as",    "asc",    "desc",  "set",   "values",    "select", "by", "exists",  "case", "with"};
     for (std::string_view word : kReserved)
         if (token.is(word)) return true;
     return false;
@@ -46,7 +45,8 @@ void Parser::expect(std::string_view word) {
 }
 
 void Parser::expectEnd() {
-    while (accept(";")) {}
+    while (accept(";")) {
+    }
     if (!atEnd()) refuse();
 }
 
@@ -105,7 +105,8 @@ SqlType Parser::type(int textSize) {
 }
 
 Statement Parser::statement() {
-    while (accept(";")) {}
+    while (accept(";")) {
+    }
     Statement result;
     if (peek().is("select") || peek().is("("))
         result = select();

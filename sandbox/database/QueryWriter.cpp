@@ -134,8 +134,7 @@ std::string QueryWriter::core(const Select& select, const Scope* outer, Written&
     std::string sql = std::string(select.distinct ? "SELECT DISTINCT " : "SELECT ") + list;
     if (!from.empty()) sql += " FROM " + from;
     if (select.where) {
-        if (hasAggregate(*select.where))
-            fail(kSyntaxError, "An aggregate may not appear in the WHERE clause.");
+        if (hasAggregate(*select.where)) fail(kSyntaxError, "An aggregate may not appear in the WHERE clause.");
         sql += " WHERE " + writer.condition(*select.where);
     }
     for (const auto& grouped : select.groupBy) {

@@ -92,9 +92,7 @@ void Recordset::open(Arguments arguments) {
     run();
 }
 
-void Recordset::run() {
-    adopt(database().execute(source_), connection_, source_);
-}
+void Recordset::run() { adopt(database().execute(source_), connection_, source_); }
 
 void Recordset::adopt(Outcome outcome, std::shared_ptr<Connection> connection, std::string source) {
     open_ = outcome.isQuery;
@@ -231,7 +229,8 @@ void Recordset::addMoving(automation::Members<Recordset>& m) {
     });
     // rs("name") is the field; assigning to it sets its value.
     m.indexed(
-        "", 1, [](Recordset& self, Arguments arguments) { return Value(Fields(self.shared_from_this()).item(arguments[0])); },
+        "", 1,
+        [](Recordset& self, Arguments arguments) { return Value(Fields(self.shared_from_this()).item(arguments[0])); },
         [](Recordset& self, Arguments arguments) {
             self.setValue(self.indexOf(arguments[0]), arguments[1].resolved());
             return Value();

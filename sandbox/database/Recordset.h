@@ -18,7 +18,8 @@ public:
     enum Cursor : std::int32_t { kForwardOnly = 0, kKeyset = 1, kDynamic = 2, kStatic = 3 };
     enum Lock : std::int32_t { kReadOnlyLock = 1, kPessimistic = 2, kOptimistic = 3, kBatch = 4 };
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override;
     bool has(std::string_view member) const override;
     std::string className() const override { return "Recordset"; }
     /// The fields, as "for each" over a record set visits them.

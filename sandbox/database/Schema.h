@@ -16,8 +16,8 @@ struct Column {
     std::string name;
     SqlType type;
     bool nullable = true;
-    bool identity = false;                           ///< numbered by the server
-    std::shared_ptr<const Expression> defaultValue;  ///< none: NULL
+    bool identity = false;                          ///< numbered by the server
+    std::shared_ptr<const Expression> defaultValue; ///< none: NULL
 };
 
 struct Key {

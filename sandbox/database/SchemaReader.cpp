@@ -148,8 +148,8 @@ private:
             else
                 list += ExpressionWriter::collated({"ifnull(" + quotedName(column.name) + ", x'00')", column.type});
         }
-        into_.creation.push_back("CREATE UNIQUE INDEX " + quotedName(key.name) + " ON " + quotedName(table.name) + " (" +
-                                 list + ")");
+        into_.creation.push_back("CREATE UNIQUE INDEX " + quotedName(key.name) + " ON " + quotedName(table.name) +
+                                 " (" + list + ")");
     }
 
     void index(Parser& parser) {

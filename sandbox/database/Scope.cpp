@@ -22,8 +22,8 @@ Scope::Found Scope::find(const std::string& qualifier, const std::string& name) 
         if (column) return {source, column};
     }
     if (!qualifierKnown)
-        fail(kSyntaxError, "The column prefix '" + qualifier +
-                               "' does not match with a table name or alias name used in the query.");
+        fail(kSyntaxError,
+             "The column prefix '" + qualifier + "' does not match with a table name or alias name used in the query.");
     fail(kSyntaxError, "Invalid column name '" + name + "'.");
 }
 

@@ -156,7 +156,9 @@ Cell nowCell(const Call&) { return std::int64_t(now()); }
 Cell datePart(const Call& call) {
     const std::string day = *momentText(call.number(1), 112);
     const std::string part = basic::lcase(call.text(0));
-    return std::int64_t(std::stoi(part == "year" ? day.substr(0, 4) : part == "month" ? day.substr(4, 2) : day.substr(6)));
+    return std::int64_t(std::stoi(part == "year"    ? day.substr(0, 4)
+                                  : part == "month" ? day.substr(4, 2)
+                                                    : day.substr(6)));
 }
 Cell dateDifference(const Call& call) {
     auto day = [](std::int64_t moment) {
@@ -234,23 +236,34 @@ void registerFunctions(sqlite3* connection, Raised& raised) {
         void (*function)(sqlite3_context*, int, sqlite3_value**);
     };
     static const Entry kEntries[] = {
-        {"ss_to", 5, strict<convertTo>},         {"ss_style", 6, strict<convertWithStyle>},
-        {"ss_put", 5, strict<put>},              {"ss_add", 2, strict<add>},
-        {"ss_subtract", 2, strict<subtract>},    {"ss_multiply", 2, strict<multiply>},
-        {"ss_negate", 1, strict<negate>},        {"ss_divisor", 1, strict<divisor>},
-        {"ss_len", 1, strict<length>},           {"ss_upper", 1, strict<upper>},
-        {"ss_lower", 1, strict<lower>},          {"ss_left", 2, strict<left>},
-        {"ss_right", 2, strict<right>},          {"ss_substring", 3, strict<substring>},
-        {"ss_replace", 3, strict<replace>},      {"ss_charindex", 2, strict<charIndex>},
-        {"ss_space", 1, strict<space>},          {"ss_like", 2, strict<like>},
-        {"ss_isnumeric", 1, plain<isNumeric>},   {"ss_datepart", 2, strict<datePart>},
+        {"ss_to", 5, strict<convertTo>},
+        {"ss_style", 6, strict<convertWithStyle>},
+        {"ss_put", 5, strict<put>},
+        {"ss_add", 2, strict<add>},
+        {"ss_subtract", 2, strict<subtract>},
+        {"ss_multiply", 2, strict<multiply>},
+        {"ss_negate", 1, strict<negate>},
+        {"ss_divisor", 1, strict<divisor>},
+        {"ss_len", 1, strict<length>},
+        {"ss_upper", 1, strict<upper>},
+        {"ss_lower", 1, strict<lower>},
+        {"ss_left", 2, strict<left>},
+        {"ss_right", 2, strict<right>},
+        {"ss_substring", 3, strict<substring>},
+        {"ss_replace", 3, strict<replace>},
+        {"ss_charindex", 2, strict<charIndex>},
+        {"ss_space", 1, strict<space>},
+        {"ss_like", 2, strict<like>},
+        {"ss_isnumeric", 1, plain<isNumeric>},
+        {"ss_datepart", 2, strict<datePart>},
         {"ss_datediff", 2, strict<dateDifference>},
     };
     constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     for (const Entry& entry : kEntries)
         sqlite3_create_function_v2(connection, entry.name, entry.arguments, kFlags, &raised, entry.function, nullptr,
                                    nullptr, nullptr);
-    sqlite3_create_function_v2(connection, "ss_now", 0, SQLITE_UTF8, &raised, plain<nowCell>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(connection, "ss_now", 0, SQLITE_UTF8, &raised, plain<nowCell>, nullptr, nullptr,
+                               nullptr);
     sqlite3_create_function_v2(connection, "ss_single", 1, kFlags, &raised, nullptr, singleStep, singleEnd, nullptr);
     sqlite3_create_function_v2(connection, "ss_sum", 1, kFlags, &raised, nullptr, sumStep, sumEnd, nullptr);
     sqlite3_create_collation_v2(connection, "SERVER", SQLITE_UTF8, nullptr, collateServer, nullptr);

@@ -10,7 +10,8 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' || static_cast<unsigned char>(c) >= 0x80;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '$' || c == '@'; }
 

@@ -21,8 +21,8 @@ struct Token {
     };
     Sort sort = Sort::end;
     std::string text;
-    bool wide = false;          ///< N'text'
-    std::size_t begin = 0;      ///< where it stands in the statement
+    bool wide = false;     ///< N'text'
+    std::size_t begin = 0; ///< where it stands in the statement
     std::size_t end = 0;
 
     /// A keyword or symbol, without case. Quoted names are never keywords.

@@ -11,7 +11,8 @@ namespace sandbox {
 /// Is told every statement as it was sent, before it runs.
 using TraceSink = std::function<void(std::string_view statement)>;
 
-/// Writes one statement a line; line breaks inside a statement become blanks. Each line is on disk when the call returns.
+/// Writes one statement a line; line breaks inside a statement become blanks. Each line is on disk when the call
+/// returns.
 class TraceFile {
 public:
     /// Replaces an older file. Error -2147467259 when it cannot be written.

@@ -12,7 +12,7 @@
 namespace sandbox {
 
 struct OutputColumn {
-    std::string name;       ///< "" where the statement gives none
+    std::string name; ///< "" where the statement gives none
     SqlType type;
     std::string baseColumn; ///< the column of the base table it shows, unchanged
 };

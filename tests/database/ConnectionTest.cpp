@@ -172,8 +172,9 @@ TEST(Connection, TheTraceHoldsEveryStatementAsSentOnePerLine) {
     connection->call("Execute", "update acity\r\nset CityName =\n 'a' where  cityid=1");
     connection->call("RollbackTrans");
     failureOf([&] { connection->call("Execute", "wrong one"); });
-    EXPECT_EQ(sandbox::readTextFile(path), "BEGIN TRANSACTION\nupdate acity set CityName =  'a' where  cityid=1\nROLLBACK "
-                                           "TRANSACTION\nwrong one\n");
+    EXPECT_EQ(sandbox::readTextFile(path),
+              "BEGIN TRANSACTION\nupdate acity set CityName =  'a' where  cityid=1\nROLLBACK "
+              "TRANSACTION\nwrong one\n");
 }
 
 TEST(Script, AFailedStatementUndoesTheWholeScript) {
@@ -195,7 +196,8 @@ TEST(Script, ASchemaThatIsNotUnderstoodIsRefused) {
                                "create table t (a int) GO", "create table t (a int, primary key (b))",
                                "create view v as select x from t", "create table t (a int)\ngo\ncreate table T (b int)",
                                "create procedure p @a int as select @b", "drop table t"})
-        EXPECT_EQ(failureOf([&] { sandbox::createCompany(":memory:", schema); }).number, sandbox::kSyntaxError) << schema;
+        EXPECT_EQ(failureOf([&] { sandbox::createCompany(":memory:", schema); }).number, sandbox::kSyntaxError)
+            << schema;
 }
 
 } // namespace

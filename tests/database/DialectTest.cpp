@@ -38,7 +38,8 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select 'a' + 'b' + NULL", "NULL"},
         {"select 'it''s' + ' ' + N'fine'", "'it's fine'"},
         // isnumeric is wider than convert.
-        {"select isnumeric('12'), isnumeric(' 12 '), isnumeric('-1.5'), isnumeric('1e3'), isnumeric('1,000')", "1,1,1,1,1"},
+        {"select isnumeric('12'), isnumeric(' 12 '), isnumeric('-1.5'), isnumeric('1e3'), isnumeric('1,000')",
+         "1,1,1,1,1"},
         {"select isnumeric('-'), isnumeric('$'), isnumeric('.'), isnumeric('+$1.5')", "1,1,1,1"},
         {"select isnumeric(''), isnumeric(' '), isnumeric('12a'), isnumeric('e3'), isnumeric('1.2.3'), isnumeric(NULL)",
          "0,0,0,0,0,0"},
@@ -50,7 +51,8 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select convert(decimal(9,2), '1.005'), convert(decimal(9,2), -2.675), convert(decimal(5,0), '99999')",
          "decimal 1.01,decimal -2.68,decimal 99999"},
         {"select convert(money, '1,234.56789'), convert(bit, 5), convert(bit, 'False')", "money 12345679,True,False"},
-        {"select convert(varchar(10), convert(datetime, '20240305'), 103), convert(varchar, convert(datetime, '2024/3/5 "
+        {"select convert(varchar(10), convert(datetime, '20240305'), 103), convert(varchar, convert(datetime, "
+         "'2024/3/5 "
          "14:07:09'), 120)",
          "'05/03/2024','2024-03-05 14:07:09'"},
         {"select convert(char(4), 'ab') + '|'", "'ab  |'"},
@@ -87,10 +89,12 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select itemid from aitem except select itemid from ashopitemdetail where shopid=2", "101"},
         {"select top 2 shopid from aShops order by shopname desc", "2|1"},
         {"select x.n + 1 from (select max(itemid) n from aitem) x", "102"},
-        {"select s.shopid, d.itemid from aShops s left join ashopitemdetail d on d.shopid = s.shopid where s.shopid > 1 "
+        {"select s.shopid, d.itemid from aShops s left join ashopitemdetail d on d.shopid = s.shopid where s.shopid > "
+         "1 "
          "order by 1",
          "2,100|3,NULL|4,NULL"},
-        {"select shopid from aShops s where exists (select itemid from ashopitemdetail d where d.shopid = s.shopid) and "
+        {"select shopid from aShops s where exists (select itemid from ashopitemdetail d where d.shopid = s.shopid) "
+         "and "
          "shopid not in (2)",
          "1"},
         {"select shopid from aShops where shopid between 2 and 3 or not shopid < 4", "2|3|4"},
@@ -177,12 +181,14 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         {"select 1 / 0", kDataOverflow, "Divide by zero error encountered."},
         {"select right('abc', -1)", kServerFailure, "Invalid length parameter passed to the right function."},
         // Rows that a table does not take.
-        {"insert into aUnit values (5, 'ELEVEN CHARS', 'x')", kDataOverflow, "String or binary data would be truncated."},
+        {"insert into aUnit values (5, 'ELEVEN CHARS', 'x')", kDataOverflow,
+         "String or binary data would be truncated."},
         {"update aUnit set UnitCode = 'ELEVEN CHARS'", kDataOverflow, "String or binary data would be truncated."},
         {"insert into aUnit values (1, 'X', 'x')", kConstraintViolated,
          "Violation of PRIMARY KEY constraint 'PK_aUnit'. Cannot insert duplicate key in object 'aUnit'."},
         {"update mesRequesttoShopHeader set srhrequestno = 'gr/9 ' where srhrequestid = 2", kConstraintViolated,
-         "Violation of UNIQUE KEY constraint 'UQ_mesRequesttoShopHeader_requestno'. Cannot insert duplicate key in object "
+         "Violation of UNIQUE KEY constraint 'UQ_mesRequesttoShopHeader_requestno'. Cannot insert duplicate key in "
+         "object "
          "'mesRequesttoShopHeader'."},
         {"insert into aUnit (UnitId) values (9)", kConstraintViolated,
          "Cannot insert the value NULL into column 'UnitCode', table 'aUnit'; column does not allow nulls."},
@@ -201,9 +207,9 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
 
 TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
     auto connection = smallCompany();
-    connection->database().execute(
-        "insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid) values "
-        "('9', 1, 'N1   ', '2024/3/5', 2.0)");
+    connection->database().execute("insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, "
+                                   "srhrequestdate, srhtoShopid) values "
+                                   "('9', 1, 'N1   ', '2024/3/5', 2.0)");
     EXPECT_EQ(rows(*connection, "select srhrequestid, srhrequestno, srhrequestdate, srhused, SRHcancelled, "
                                 "srhTransfinished, updatetime from mesRequesttoShopHeader where srhrequestid = 9"),
               "9,'N1   ',#2024/03/05 00:00:00#,False,False,small 0,NULL");
@@ -213,7 +219,8 @@ TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
     EXPECT_EQ(rows(*connection, "select * from acity order by cityid"), "1,'Harbour',1|11,'HARBOUR',1");
     connection->database().execute("insert into loUserAuditing (CompanyID, ShopID, UserID, InterfaceID, DocumentID, "
                                    "DocumentNo, ActionType, LoggedTime) values (1,1,7,1507,'1','GR/1','N',getdate())");
-    EXPECT_EQ(rows(*connection, "select AuditID, ActionType from loUserAuditing where SavedTime >= LoggedTime"), "1,'N'");
+    EXPECT_EQ(rows(*connection, "select AuditID, ActionType from loUserAuditing where SavedTime >= LoggedTime"),
+              "1,'N'");
 }
 
 TEST(Dialect, HeadOfficesPriceExistsOnce) {

@@ -20,13 +20,15 @@ const Case kQueries[] = {
     {"the user's name", "select username from LOUSERS where userid=7 and shopid = 1", "'Ada Field'"},
     {"the register",
      " select sRHrequestID,sRHrequestno,sRHrequestdate,Shopname,  case sRHcancelled when 1 then 'Yes' when 0 then 'No' "
-     "end Cancelled,sRHremarks,  srhUsed,case SRHTransfinished when 1 then 'Yes' when 0 then 'No' end Confirmed, shopid "
+     "end Cancelled,sRHremarks,  srhUsed,case SRHTransfinished when 1 then 'Yes' when 0 then 'No' end Confirmed, "
+     "shopid "
      "from mesRequesttoShopHeader,ashops where mesrequesttoshopheader.srhtoShopid=ashops.shopid and  srhrequestdate "
      ">='20240320' and srhShopid=1 and srhtype ='r' order by sRHrequestID ",
      "2,'GR/10',#2024/03/25 00:00:00#,'Station','No',NULL,False,'No',2"},
     {"one row of the register of the other kind",
      " select sRHrequestID,sRHrequestno,sRHrequestdate,Shopname,  case sRHcancelled when 1 then 'Yes' when 0 then 'No' "
-     "end Cancelled,sRHremarks,  srhUsed,case SRHTransfinished when 1 then 'Yes' when 0 then 'No' end Confirmed, shopid "
+     "end Cancelled,sRHremarks,  srhUsed,case SRHTransfinished when 1 then 'Yes' when 0 then 'No' end Confirmed, "
+     "shopid "
      "from mesRequesttoShopHeader,ashops where mesrequesttoshopheader.srhtoShopid=ashops.shopid and  srhrequestdate "
      ">='20240301' and srhShopid=1 and srhtype ='s'  and  srhrequestid =3",
      "3,'S1',#2024/03/25 00:00:00#,'Airport','No','',False,'No',3"},
@@ -45,8 +47,8 @@ const Case kQueries[] = {
     {"alias flag", "select alias from apackagesettings", "True"},
     {"alias", "select Alias from aalias where aliasid =1", "'Branch'"},
     {"preserve flag", "select PreserveItemDetails from aShops where ShopId = 1", "False"},
-    {"rights",
-     "select functionrights from louserrights where userid = 7 and interfaceid = 1507 and companyid = 1", "'NEP'"},
+    {"rights", "select functionrights from louserrights where userid = 7 and interfaceid = 1507 and companyid = 1",
+     "'NEP'"},
     {"finished flag, as a small integer",
      "select SRHTransfinished from mesrequesttoshopheader where SRHrequestid=1 and srhshopid=1", "small 0"},
     {"shop kind", "select substring(futurevarchar,1,1) from ashops where ShopID=2", "'b'"},
@@ -106,19 +108,22 @@ const Case kQueries[] = {
      "select a.itemid from aitem a where itemcode = 'a-100' and a.itemtype <>'B' and a.Active = 1", "100"},
     {"an item that both shops carry",
      "select a.itemid, v.itemdescription, a.itemcode  from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId "
-     "Where a.active = 1 and a.itemcategoryid in (select ItemCategoryId from aShopItemCategory where ShopId=1 intersect "
+     "Where a.active = 1 and a.itemcategoryid in (select ItemCategoryId from aShopItemCategory where ShopId=1 "
+     "intersect "
      "select ItemCategoryId from aShopItemCategory where ShopId=2) and a.ItemId in (select ItemId from aShopItemDetail "
      "where ShopId=1 intersect select ItemId from aShopItemDetail where ShopId=2) and a.itemid=100",
      "100,'Oat flakes 500 g','A-100'"},
     {"an item that one shop carries",
      "select a.itemid, v.itemdescription, a.itemcode  from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId "
-     "Where a.active = 1 and a.itemcategoryid in (select ItemCategoryId from aShopItemCategory where ShopId=1 intersect "
+     "Where a.active = 1 and a.itemcategoryid in (select ItemCategoryId from aShopItemCategory where ShopId=1 "
+     "intersect "
      "select ItemCategoryId from aShopItemCategory where ShopId=2) and a.ItemId in (select ItemId from aShopItemDetail "
      "where ShopId=1 intersect select ItemId from aShopItemDetail where ShopId=2) and a.itemid=101",
      ""},
     {"reorder quantity", "select reorderquantity from aShopItemDetail where shopid=1 and itemid=100", "decimal 12.000"},
     {"items to fetch",
-     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription, a.brand,a.modelno,isnull(a.part_code,' ')part_code "
+     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription, a.brand,a.modelno,isnull(a.part_code,' "
+     "')part_code "
      " from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId Where a.active = 1 and a.itemcategoryid in "
      "(select ItemCategoryId from aShopItemCategory where ShopId=1 intersect select ItemCategoryId from "
      "aShopItemCategory where ShopId=2) and a.ItemId in (select ItemId from aShopItemDetail where ShopId=1 intersect "
@@ -131,7 +136,8 @@ const Case kQueries[] = {
     {"a price without wholesale", "spSellingPriceFetch 1,1,0,101,1,1,0", "money 41250,NULL"},
     {"no price at all", "spSellingPriceFetch 1,1,0,100,0,1,1", ""},
     {"department and currency",
-     "select a.departmentID,a.DepCurrencyID from aDepartmentMaster a,aShops b Where a.departmentID = b.departmentID And "
+     "select a.departmentID,a.DepCurrencyID from aDepartmentMaster a,aShops b Where a.departmentID = b.departmentID "
+     "And "
      "a.CompanyID = b.CompanyID and b.shopid=1",
      "1,1"},
     {"packing types of an item",
@@ -143,21 +149,25 @@ const Case kQueries[] = {
      "select isnull(pk.quantity,0) qty from apackingtypecapacitydetail pk, aitem a where  a.itemid =100 and "
      "pk.packingtypeid=2 and a.unitsid=pk.unitsid",
      "decimal 12.000"},
-    {"unit of an item", "select u.UnitCode from aItem i, aUnit u where i.UnitsId = u.UnitId AND i.ItemId = 100", "'PCS'"},
+    {"unit of an item", "select u.UnitCode from aItem i, aUnit u where i.UnitsId = u.UnitId AND i.ItemId = 100",
+     "'PCS'"},
     {"price fixed at head office", "SELECT PriceFixedAtHq FROM aItem WHERE ItemId = 101", "True"},
     {"shipment price at head office",
-     "SELECT SellingPrice  FROM vwItemRetailPacking irp,  losShopItemShipmentDetail sisd WHERE irp.ItemId = sisd.ItemId "
+     "SELECT SellingPrice  FROM vwItemRetailPacking irp,  losShopItemShipmentDetail sisd WHERE irp.ItemId = "
+     "sisd.ItemId "
      "AND irp.PackingTypeId = sisd.PackingTypeId AND sisd.ItemId = 100 AND sisd.ShopId IS NULL",
      "money 30000"},
     {"shipment price of a shop",
-     "SELECT SellingPrice  FROM vwItemRetailPacking irp,  losShopItemShipmentDetail sisd WHERE irp.ItemId = sisd.ItemId "
+     "SELECT SellingPrice  FROM vwItemRetailPacking irp,  losShopItemShipmentDetail sisd WHERE irp.ItemId = "
+     "sisd.ItemId "
      "AND irp.PackingTypeId = sisd.PackingTypeId AND sisd.ItemId = 100 AND sisd.ShopId = 1",
      "money 25000"},
     {"lines of the slip, once for each packing, by description",
      "select UnitCode, h.SRHrequestNO, d.SRDItemId,ai.itemcode, srdgoodqty,a.itemdescription, ai.itemrate  from "
      "mesRequestToShopHeader h, mesRequestToShopDetail d,  vwitemdescriptionPrint a, aItem ai, aUnit u,  "
      "aItemPackingDetail pd where h.SRHrequestID=d.SRDrequestID and a.ItemId=d.SRDItemId and  h.SRHShopId=1 and "
-     "h.SRHShopId=d.SRDShopId and  h.srhRequestId = 1 and a.ItemId=ai.ItemId  and pd.ItemId = ai.ItemId  and ai.UnitsId "
+     "h.SRHShopId=d.SRDShopId and  h.srhRequestId = 1 and a.ItemId=ai.ItemId  and pd.ItemId = ai.ItemId  and "
+     "ai.UnitsId "
      "= u.UnitId  order by a.itemdescription",
      "'PCS','GR/9',100,'A-100',decimal 123456789012345678.125,'Oat flakes 500 g',money "
      "12345|'PCS','GR/9',100,'A-100',decimal 123456789012345678.125,'Oat flakes 500 g',money "
@@ -166,7 +176,8 @@ const Case kQueries[] = {
      "select UnitCode, h.SRHrequestNO, d.SRDItemId,ai.itemcode, srdgoodqty,a.itemdescription, ai.itemrate  from "
      "mesRequestToShopHeader h, mesRequestToShopDetail d,  vwitemdescriptionPrint a, aItem ai, aUnit u,  "
      "aItemPackingDetail pd where h.SRHrequestID=d.SRDrequestID and a.ItemId=d.SRDItemId and  h.SRHShopId=1 and "
-     "h.SRHShopId=d.SRDShopId and  h.srhRequestId = 3 and a.ItemId=ai.ItemId  and pd.ItemId = ai.ItemId  and ai.UnitsId "
+     "h.SRHShopId=d.SRDShopId and  h.srhRequestId = 3 and a.ItemId=ai.ItemId  and pd.ItemId = ai.ItemId  and "
+     "ai.UnitsId "
      "= u.UnitId  order by srdShopId, SRDrequestid, srdItemId",
      ""},
     {"cost price percentage", "select revisedcostpricepercent from ashops where  ShopId=1", "decimal 0.000"},
@@ -188,13 +199,15 @@ const Case kQueries[] = {
      "a.departmentid=b.departmentid and b.depcurrencyid=c.currencyid",
      "'Groceries'"},
     {"searching items, an apostrophe doubled",
-     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' ')part_code  "
+     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' ')part_code "
+     " "
      "from aitem a, vwItemDescription v, ashopitemdetail sd  where a.active = 1 and a.itemcategoryid in (select "
      "itemcategoryid from  ashopitemcategory where shopid=2) and  v.itemid=a.itemid  and a.itemtype <>'B' and "
      "sd.shopid=1 and sd.itemid=v.itemid and v.itemdescription like '%o''neil%' ",
      ""},
     {"searching items, in any case",
-     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' ')part_code  "
+     "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' ')part_code "
+     " "
      "from aitem a, vwItemDescription v, ashopitemdetail sd  where a.active = 1 and a.itemcategoryid in (select "
      "itemcategoryid from  ashopitemcategory where shopid=2) and  v.itemid=a.itemid  and a.itemtype <>'B' and "
      "sd.shopid=1 and sd.itemid=v.itemid and v.itemdescription like '%FLAKES%' ",

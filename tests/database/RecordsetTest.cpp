@@ -112,8 +112,9 @@ TEST(Recordset, ANewRecordIsStoredWithTheServersDefaults) {
     EXPECT_EQ(sent[1], "INSERT INTO mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, "
                        "SRHrequestTime, srhtoShopid, SRHremarks, srhTransfinished, srhtype) VALUES (41, 1, 'GR/41', "
                        "'20240331 00:00:00.000', '20240331 12:00:00.000', 2, N'it''s \xE2\x82\xAC', 1, 'r')");
-    EXPECT_EQ(rows(*connection, "select srhrequestno, srhrequestdate, SRHrequestTime, SRHremarks, srhused, SRHcancelled, "
-                                "srhrecmoduser from mesRequesttoShopHeader where srhrequestid = 41"),
+    EXPECT_EQ(rows(*connection,
+                   "select srhrequestno, srhrequestdate, SRHrequestTime, SRHremarks, srhused, SRHcancelled, "
+                   "srhrecmoduser from mesRequesttoShopHeader where srhrequestid = 41"),
               "'GR/41',#2024/03/31 00:00:00#,#2024/03/31 12:00:00#,'it's \xE2\x82\xAC',False,False,NULL");
 }
 
@@ -127,12 +128,14 @@ TEST(Recordset, AnEditWritesTheChangedColumnsOnly) {
     setField(records, "srhrequestno", "GR/9");
     EXPECT_EQ(shown(field(records, "SRHcancelled")), "True");
     records->call("Update");
-    EXPECT_EQ(sent, std::vector<std::string>{"UPDATE mesRequesttoShopHeader SET SRHcancelled = 1, srhcancelledRemarks = "
-                                             "N'Ada:wrong' WHERE srhrequestid = 1 AND srhshopid = 1"});
+    EXPECT_EQ(sent,
+              std::vector<std::string>{"UPDATE mesRequesttoShopHeader SET SRHcancelled = 1, srhcancelledRemarks = "
+                                       "N'Ada:wrong' WHERE srhrequestid = 1 AND srhshopid = 1"});
     setField(records, "SRHremarks", automation::Null{});
     records->call("Update");
-    EXPECT_EQ(rows(*connection, "select SRHcancelled, srhcancelledRemarks, SRHremarks from mesRequesttoShopHeader where "
-                                "srhrequestid=1"),
+    EXPECT_EQ(rows(*connection,
+                   "select SRHcancelled, srhcancelledRemarks, SRHremarks from mesRequesttoShopHeader where "
+                   "srhrequestid=1"),
               "True,'Ada:wrong',NULL");
     setField(records, "SRHremarks", "thrown away");
     records->call("CancelUpdate");
