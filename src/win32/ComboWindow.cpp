@@ -75,6 +75,11 @@ void ComboWindow::refresh() {
     showChoice();
 }
 
+void ComboWindow::fontChanged() {
+    SendMessageW(handle(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), fieldHeight());
+    ControlWindow::fontChanged();
+}
+
 void ComboWindow::apply(forms::Aspect aspect) {
     switch (aspect) {
     case forms::Aspect::items:

@@ -11,6 +11,7 @@ public:
     ComboWindow(FormWindow& form, forms::ComboBox& box);
     void commanded(int code) override;
     void refresh() override;
+    void fontChanged() override;
 
 protected:
     RECT area(RECT wanted) const override;

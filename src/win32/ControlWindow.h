@@ -29,7 +29,7 @@ public:
     virtual LRESULT notified(NMHDR& header) { return (void)header, 0; }
     /// Catches up with the model after refreshLater().
     virtual void refresh() {}
-    void fontChanged();
+    virtual void fontChanged();
     virtual bool readOnly() const { return false; }
 
 protected:

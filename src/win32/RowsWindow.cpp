@@ -7,16 +7,51 @@
 #include <algorithm>
 
 namespace win32 {
+namespace {
+
+bool highContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON);
+}
+
+/// A third of `a` in `b`.
+COLORREF between(COLORREF a, COLORREF b) {
+    const auto mix = [](int x, int y) { return (x + 2 * y) / 3; };
+    return RGB(mix(GetRValue(a), GetRValue(b)), mix(GetGValue(a), GetGValue(b)), mix(GetBValue(a), GetBValue(b)));
+}
+
+} // namespace
 
 RowsWindow::RowsWindow(FormWindow& form, forms::Control& control) : ControlWindow(form, control) {}
 
+RowsWindow::~RowsWindow() {
+    if (heights_) ImageList_Destroy(heights_);
+}
+
 void RowsWindow::createRows(bool gridLines) {
-    create(WC_LISTVIEWW, LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
+    create(WC_LISTVIEWW,
+           LVS_REPORT | LVS_SHAREIMAGELISTS | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
            WS_EX_CLIENTEDGE);
     const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | (gridLines ? LVS_EX_GRIDLINES : 0);
     SendMessageW(handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style));
     SendMessageW(handle(), LVM_SETTOOLTIPS, 0, 0); // The form's own tips show whole cells.
+    giveHeight();
     refresh();
+}
+
+void RowsWindow::giveHeight() {
+    // The only way to tell a list view its rows' height is an image that they have to hold.
+    HIMAGELIST heights = ImageList_Create(1, form_.font().lineHeight() + form_.dpi().pixels(75), ILC_COLOR, 1, 1);
+    SendMessageW(handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(heights));
+    if (heights_) ImageList_Destroy(heights_);
+    heights_ = heights;
+}
+
+void RowsWindow::fontChanged() {
+    giveHeight();
+    ControlWindow::fontChanged();
 }
 
 void RowsWindow::apply(forms::Aspect aspect) {
@@ -60,7 +95,7 @@ void RowsWindow::showColumns() {
     if (!same) {
         while (SendMessageW(handle(), LVM_DELETECOLUMN, 0, 0)) {
         }
-        // The system keeps its first column to the left; a stand-in takes that place and goes again.
+        // The system keeps its first column to the left: an empty one of no width takes that place.
         column.pszText = const_cast<wchar_t*>(L"");
         SendMessageW(handle(), LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
     }
@@ -68,10 +103,8 @@ void RowsWindow::showColumns() {
         column.fmt = wanted[i].format;
         column.cx = wanted[i].width;
         column.pszText = const_cast<wchar_t*>(wanted[i].text.c_str());
-        SendMessageW(handle(), same ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, same ? i : i + 1,
-                     reinterpret_cast<LPARAM>(&column));
+        SendMessageW(handle(), same ? LVM_SETCOLUMNW : LVM_INSERTCOLUMNW, i + 1, reinterpret_cast<LPARAM>(&column));
     }
-    if (!same) SendMessageW(handle(), LVM_DELETECOLUMN, 0, 0);
     SendMessageW(handle(), WM_SETREDRAW, TRUE, 0);
     shown_ = wanted;
 }
@@ -103,9 +136,9 @@ RowsWindow::Cell RowsWindow::cellAt(POINT point) const {
     LVHITTESTINFO hit{};
     hit.pt = point;
     const auto row = static_cast<int>(SendMessageW(handle(), LVM_SUBITEMHITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-    if (row < 0 || row >= rowCount() || hit.iSubItem < 0 || hit.iSubItem >= static_cast<int>(shown_.size()))
+    if (row < 0 || row >= rowCount() || hit.iSubItem < 1 || hit.iSubItem > static_cast<int>(shown_.size()))
         return {-1, -1};
-    return {row, shown_[static_cast<std::size_t>(hit.iSubItem)].model};
+    return {row, shown_[static_cast<std::size_t>(hit.iSubItem - 1)].model};
 }
 
 void RowsWindow::pointerAt(POINT point) {
@@ -170,9 +203,9 @@ LRESULT RowsWindow::itemChanged(const NMLISTVIEW& change) {
 void RowsWindow::textOf(LVITEMW& item) const {
     if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
     text_.clear();
-    const bool there = item.iItem >= 0 && item.iItem < rowCount() && item.iSubItem >= 0 &&
-                       item.iSubItem < static_cast<int>(shown_.size());
-    if (there) text_ = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem)].model));
+    const bool there = item.iItem >= 0 && item.iItem < rowCount() && item.iSubItem >= 1 &&
+                       item.iSubItem <= static_cast<int>(shown_.size());
+    if (there) text_ = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem - 1)].model));
     item.pszText = text_.data(); // Read before the next one is asked for.
 }
 
@@ -182,10 +215,12 @@ LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {
     const auto row = static_cast<int>(drawing.nmcd.dwItemSpec);
     if (row < 0 || row >= rowCount()) return CDRF_DODEFAULT;
     if (row == currentRow()) {
-        // As plain to see without the focus as with it.
+        // Plain to see without the focus too, and yet other than with it.
+        const bool strong = GetFocus() == handle() || highContrast();
         drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-        drawing.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
-        drawing.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+        drawing.clrText = GetSysColor(strong ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+        drawing.clrTextBk =
+            strong ? GetSysColor(COLOR_HIGHLIGHT) : between(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
         return CDRF_NEWFONT;
     }
     const std::int32_t colour = rowColour(row);
@@ -195,6 +230,9 @@ LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {
 }
 
 LRESULT RowsWindow::headerNotified(NMHDR& header) {
+    const bool begins = header.code == HDN_BEGINTRACKW || header.code == HDN_BEGINTRACKA ||
+                        header.code == HDN_DIVIDERDBLCLICKW || header.code == HDN_DIVIDERDBLCLICKA;
+    if (begins) return reinterpret_cast<const NMHEADERW&>(header).iItem == 0; // The column of no width stays so.
     const bool ended = header.code == HDN_ENDTRACKW || header.code == HDN_ENDTRACKA ||
                        header.code == HDN_ITEMCHANGEDW || header.code == HDN_ITEMCHANGEDA;
     if (ended && !updating_) tellWidths();
@@ -203,7 +241,7 @@ LRESULT RowsWindow::headerNotified(NMHDR& header) {
 
 void RowsWindow::tellWidths() {
     for (std::size_t i = 0; i < shown_.size(); ++i) {
-        const auto width = std::max(4, static_cast<int>(SendMessageW(handle(), LVM_GETCOLUMNWIDTH, i, 0)));
+        const auto width = std::max(4, static_cast<int>(SendMessageW(handle(), LVM_GETCOLUMNWIDTH, i + 1, 0)));
         if (width == shown_[i].width) continue;
         shown_[i].width = width;
         widthChanged(shown_[i].model, width);

@@ -20,8 +20,10 @@ struct RowsColumn {
 class RowsWindow : public ControlWindow {
 public:
     RowsWindow(FormWindow& form, forms::Control& control);
+    ~RowsWindow() override;
     LRESULT notified(NMHDR& header) override;
     void refresh() override;
+    void fontChanged() override;
 
 protected:
     void createRows(bool gridLines);
@@ -58,12 +60,14 @@ private:
     void showColumns();
     void showCurrent();
     void tellWidths();
+    void giveHeight();
     LRESULT itemChanged(const NMLISTVIEW& change);
     LRESULT draw(NMLVCUSTOMDRAW& drawing);
     LRESULT headerNotified(NMHDR& header);
     void textOf(LVITEMW& item) const;
 
     std::vector<RowsColumn> shown_;
+    HIMAGELIST heights_ = nullptr;
     int shownRow_ = -1;
     int column_ = 0; ///< where the pointer last chose
     bool stale_ = false;
