@@ -6,6 +6,12 @@
 #include <string>
 #include <vector>
 
+// In the system since Windows Vista, but not in every compiler's headers.
+extern "C" {
+HRESULT WINAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+HRESULT WINAPI UnRegisterTypeLibForUser(REFGUID id, WORD major, WORD minor, LCID locale, SYSKIND system);
+}
+
 namespace com {
 namespace {
 

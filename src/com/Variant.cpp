@@ -19,8 +19,9 @@ using automation::Value;
 
 Value wideInteger(const VARIANT& variant) {
     Variant number;
-    if (FAILED(VariantChangeType(&number, &variant, 0, VT_I4))) {
-        if (FAILED(VariantChangeType(&number, &variant, 0, VT_DECIMAL))) automation::raise(automation::kTypeMismatch);
+    auto* source = const_cast<VARIANT*>(&variant); // only read, though the header does not say so
+    if (FAILED(VariantChangeType(&number, source, 0, VT_I4))) {
+        if (FAILED(VariantChangeType(&number, source, 0, VT_DECIMAL))) automation::raise(automation::kTypeMismatch);
         return automation::Decimal{decimalText(number.decVal)};
     }
     return static_cast<std::int32_t>(number.lVal);
@@ -165,7 +166,7 @@ Value toValue(const VARIANT& variant) {
     if (variant.vt == (VT_BYREF | VT_VARIANT)) return variant.pvarVal ? toValue(*variant.pvarVal) : Value();
     if (!variant.byref) return Value();
     Variant copy;
-    if (FAILED(VariantCopyInd(&copy, &variant))) automation::raise(automation::kTypeMismatch);
+    if (FAILED(VariantCopyInd(&copy, const_cast<VARIANT*>(&variant)))) automation::raise(automation::kTypeMismatch);
     return plainValue(copy);
 }
 

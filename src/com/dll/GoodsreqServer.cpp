@@ -2,11 +2,20 @@
 #include "com/ObjectFactory.h"
 #include "com/Server.h"
 #include "com/dll/clsGRtoShop.h"
+#include "component/Component.h"
+#include "win32/Win32Desktop.h"
+#include "win32/Win32System.h"
 
 namespace com {
 namespace {
 
-ComPtr<IUnknown> create(const ServerClass&) { return makeClsGRtoShop(); }
+// The process's one module comes with its first object, on the thread that will show its windows.
+ComPtr<IUnknown> create(const ServerClass&) {
+    if (!goodsreq::hasProcessModule())
+        goodsreq::installProcessModule(win32::makeDesktop(), win32::makeSystem(), comObjectFactory(),
+                                       win32::moduleFolder());
+    return makeClsGRtoShop();
+}
 
 } // namespace
 

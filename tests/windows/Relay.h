@@ -1,0 +1,62 @@
+// A component of somebody else's, made of one of our objects: it hands every call on and hides what lies behind it.
+#pragma once
+
+#include "com/Bridge.h"
+
+#include <oaidl.h>
+
+#include <atomic>
+#include <vector>
+
+namespace tests {
+
+class Relay final : public IDispatch {
+public:
+    static com::ComPtr<Relay> to(const automation::ObjectPtr& object) {
+        return com::ComPtr<Relay>::adopt(new Relay(com::toDispatch(object)));
+    }
+
+    WORD refused = 0;              ///< ways of access that it does not offer
+    std::vector<VARTYPE> kinds;    ///< of the last call's arguments, in call order
+    std::vector<WORD> attempts;    ///< ways of access that were tried
+    int lookUps = 0;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
+        *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        if (!*result) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (!left) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return inner_->GetTypeInfoCount(count); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override {
+        return inner_->GetTypeInfo(index, locale, result);
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID& id, LPOLESTR* names, UINT count, LCID locale,
+                                            DISPID* ids) override {
+        ++lookUps;
+        return inner_->GetIDsOfNames(id, names, count, locale, ids);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const IID& reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* information, UINT* wrong) override {
+        attempts.push_back(flags);
+        kinds.clear();
+        for (UINT i = parameters->cArgs; i-- > 0;) kinds.push_back(parameters->rgvarg[i].vt);
+        if (flags & refused) return DISP_E_MEMBERNOTFOUND;
+        return inner_->Invoke(id, reserved, locale, flags, parameters, result, information, wrong);
+    }
+
+private:
+    explicit Relay(com::ComPtr<IDispatch> inner) : inner_(std::move(inner)) {}
+    ~Relay() = default;
+
+    com::ComPtr<IDispatch> inner_;
+    std::atomic<ULONG> references_{1};
+};
+
+} // namespace tests

@@ -1,0 +1,305 @@
+// Late binding over COM: every kind of value, arguments by reference, errors, collections and identity.
+#include "Relay.h"
+#include "TestObject.h"
+#include "com/Bstr.h"
+#include "com/DispatchObject.h"
+#include "com/ObjectFactory.h"
+#include "com/Variant.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace automation;
+using com::ComPtr;
+using com::Variant;
+using tests::Relay;
+using tests::TestObject;
+
+namespace {
+
+/// Runs the call, which has to fail, and gives its error.
+template <class Call> RunTimeError errorOf(Call&& call) {
+    try {
+        call();
+    } catch (const RunTimeError& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no error was raised";
+    return RunTimeError(0, "");
+}
+
+class Bridge : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr))); }
+    void TearDown() override {
+        foreign.reset();
+        relay = {};
+        object.reset();
+        CoUninitialize();
+    }
+
+    std::shared_ptr<TestObject> object = std::make_shared<TestObject>();
+    ComPtr<Relay> relay = Relay::to(object);
+    ObjectPtr foreign = com::toObject(relay.get()); ///< our object as it looks behind somebody's component
+};
+
+TEST_F(Bridge, EveryKindOfValueComesBackAsItWent) {
+    const struct {
+        Value value;
+        VARTYPE kind;
+    } cases[] = {
+        {Empty(), VT_EMPTY},
+        {Null(), VT_NULL},
+        {Missing(), VT_ERROR},
+        {true, VT_BOOL},
+        {false, VT_BOOL},
+        {std::int16_t{-32768}, VT_I2},
+        {std::int32_t{2147483647}, VT_I4},
+        {0.1, VT_R8},
+        {Currency{-92233720368547758}, VT_CY},
+        {Decimal{"123456789012345678.125"}, VT_DECIMAL},
+        {Decimal{"-0.0000000000000000000000000001"}, VT_DECIMAL},
+        {Decimal{"79228162514264337593543950335"}, VT_DECIMAL},
+        {Decimal{"1.500"}, VT_DECIMAL},
+        {Date{45200.75}, VT_DATE},
+        {Date{-1.25}, VT_DATE},
+        {"", VT_BSTR},
+        {"Gr\xC3\xBC\xC3\x9F" "e \xF0\x9F\x8D\x8E", VT_BSTR},
+        {std::string("a\0b", 3), VT_BSTR},
+        {ObjectPtr(), VT_DISPATCH},
+        {Array{Value("a"), Value(std::int16_t{2}), Value(Array{Value(1.5)})}, VT_ARRAY | VT_VARIANT},
+        {Array{}, VT_ARRAY | VT_VARIANT},
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(&one - cases);
+        EXPECT_TRUE(foreign->call("Echo", one.value) == one.value);
+        EXPECT_EQ(relay->kinds, std::vector<VARTYPE>{one.kind});
+    }
+}
+
+TEST_F(Bridge, KindsThatOnlyOthersHaveBecomeTheNextWider) {
+    const auto made = [](VARTYPE kind, auto fill) {
+        auto variant = std::make_unique<Variant>();
+        variant->vt = kind;
+        fill(*variant);
+        return com::toValue(*variant);
+    };
+    EXPECT_TRUE(made(VT_UI1, [](VARIANT& v) { v.bVal = 200; }) == Value(std::int16_t{200}));
+    EXPECT_TRUE(made(VT_I1, [](VARIANT& v) { v.cVal = -3; }) == Value(std::int16_t{-3}));
+    EXPECT_TRUE(made(VT_UI2, [](VARIANT& v) { v.uiVal = 65535; }) == Value(std::int32_t{65535}));
+    EXPECT_TRUE(made(VT_UI4, [](VARIANT& v) { v.ulVal = 7; }) == Value(std::int32_t{7}));
+    EXPECT_TRUE(made(VT_UI4, [](VARIANT& v) { v.ulVal = 4294967295u; }) == Value(Decimal{"4294967295"}));
+    EXPECT_TRUE(made(VT_I8, [](VARIANT& v) { v.llVal = -9007199254740993; }) == Value(Decimal{"-9007199254740993"}));
+    EXPECT_TRUE(made(VT_R4, [](VARIANT& v) { v.fltVal = 0.5f; }) == Value(0.5));
+    EXPECT_TRUE(made(VT_BSTR, [](VARIANT& v) { v.bstrVal = nullptr; }) == Value(""));
+    EXPECT_EQ(errorOf([&] { made(VT_ERROR, [](VARIANT& v) { v.scode = E_FAIL; }); }).number(), kTypeMismatch);
+}
+
+TEST_F(Bridge, AnArrayOfTwoDimensionsIsAnArrayOfRows) {
+    SAFEARRAYBOUND bounds[] = {{2, 0}, {3, 1}};
+    Variant variant;
+    variant.parray = SafeArrayCreate(VT_I2, 2, bounds);
+    variant.vt = VT_ARRAY | VT_I2;
+    for (LONG row = 0; row < 2; ++row)
+        for (LONG column = 1; column <= 3; ++column) {
+            LONG at[] = {row, column};
+            short number = static_cast<short>(row * 10 + column);
+            SafeArrayPutElement(variant.parray, at, &number);
+        }
+    const auto row = [](std::int16_t a, std::int16_t b, std::int16_t c) { return Value(Array{a, b, c}); };
+    EXPECT_TRUE(com::toValue(variant) == Value(Array{row(1, 2, 3), row(11, 12, 13)}));
+}
+
+TEST_F(Bridge, ADecimalThatDoesNotFitOverflows) {
+    for (const char* text : {"79228162514264337593543950336", "0.00000000000000000000000000001"})
+        EXPECT_EQ(errorOf([&] { foreign->call("Echo", Decimal{text}); }).number(), kOverflow) << text;
+}
+
+TEST_F(Bridge, AnArgumentByReferenceTravelsInItsOwnKindAndComesBackChanged) {
+    const ObjectPtr other = std::make_shared<TestObject>();
+    const struct {
+        Value before, after;
+        VARTYPE kind;
+    } cases[] = {
+        {std::int16_t{13}, std::int16_t{0}, VT_I2},
+        {std::int32_t{70000}, std::int32_t{-1}, VT_I4},
+        {1.5, 2.25, VT_R8},
+        {false, true, VT_BOOL},
+        {Date{1}, Date{2.5}, VT_DATE},
+        {Currency{10000}, Currency{5}, VT_CY},
+        {"select 1", "select 2", VT_BSTR},
+        {ObjectPtr(), other, VT_DISPATCH},
+        {other, ObjectPtr(), VT_DISPATCH},
+        {Empty(), "text", VT_VARIANT},
+        {Null(), std::int32_t{4}, VT_VARIANT},
+        {Decimal{"1.10"}, Decimal{"2.20"}, VT_VARIANT},
+        {Array{Value(1.0)}, Array{Value("x"), Value("y")}, VT_VARIANT},
+        {std::int16_t{13}, std::int32_t{14}, VT_I2}, // keeps the variable's kind, as a typed variable does
+    };
+    for (const auto& one : cases) {
+        SCOPED_TRACE(&one - cases);
+        Value variable = one.before;
+        object->assignment = one.after;
+        foreign->call("Change", Value::byReference(variable));
+        EXPECT_EQ(relay->kinds, std::vector<VARTYPE>{static_cast<VARTYPE>(VT_BYREF | one.kind)});
+        const bool kindKept = one.kind == VT_I2 && one.after.as<std::int32_t>();
+        EXPECT_TRUE(variable == (kindKept ? Value(std::int16_t{14}) : one.after));
+    }
+}
+
+TEST_F(Bridge, WhatAFailedCallWroteByReferenceStays) {
+    Value variable(std::int16_t{1});
+    object->assignment = std::int16_t{2};
+    const RunTimeError error = errorOf([&] { foreign->call("ChangeAndFail", Value::byReference(variable)); });
+    EXPECT_EQ(error.description(), "changed, then failed");
+    EXPECT_TRUE(variable == Value(std::int16_t{2}));
+}
+
+TEST_F(Bridge, AScriptsVariableIsWrittenThroughWhateverKindItHeld) {
+    Variant variable, argument;
+    com::toVariant("before", variable);
+    argument.vt = VT_BYREF | VT_VARIANT;
+    argument.pvarVal = &variable;
+    object->assignment = Decimal{"3.50"};
+    const auto dispatch = com::toDispatch(object);
+    wchar_t name[] = L"change";
+    LPOLESTR names[] = {name};
+    DISPID id = 0;
+    ASSERT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id), S_OK);
+    DISPPARAMS parameters{&argument, nullptr, 1, 0};
+    ASSERT_EQ(dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_TRUE(com::toValue(variable) == Value(Decimal{"3.50"}));
+
+    // A typed variable that cannot take the value is a type mismatch, and keeps what it had.
+    short number = 7;
+    argument.vt = VT_BYREF | VT_I2;
+    argument.piVal = &number;
+    object->assignment = "no number";
+    EXPECT_EQ(dispatch->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+              static_cast<HRESULT>(0x800A000D));
+    EXPECT_EQ(number, 7);
+}
+
+TEST_F(Bridge, ErrorsKeepNumberSourceAndDescription) {
+    for (const std::int32_t number : {5, 91, 1004, 32767, 65535, -2147217900, -2147221503}) {
+        const RunTimeError error =
+            errorOf([&] { foreign->call("Fail", number, "Kein gr\xC3\xBC" "ner Apfel", "shop"); });
+        EXPECT_EQ(error.number(), number);
+        EXPECT_EQ(error.description(), "Kein gr\xC3\xBC" "ner Apfel");
+        EXPECT_EQ(error.source(), "shop");
+    }
+}
+
+TEST_F(Bridge, WhatIsNoRunTimeErrorDoesNotUnwindIntoTheCaller) {
+    EXPECT_EQ(errorOf([&] { foreign->call("Throw"); }).description(), "broken");
+    EXPECT_EQ(errorOf([&] { foreign->call("ThrowOther"); }).number(), E_UNEXPECTED);
+}
+
+TEST_F(Bridge, WrongCallsHaveTheLanguagesNumbers) {
+    EXPECT_EQ(errorOf([&] { foreign->call("NoSuchThing"); }).number(), kNoSuchMember);
+    EXPECT_EQ(errorOf([&] { foreign->call("Echo"); }).number(), kWrongNumberOfArguments);
+    EXPECT_EQ(errorOf([&] { foreign->put("Echo", 1.0); }).number(), kNoSuchMember);
+    EXPECT_FALSE(foreign->has("NoSuchThing"));
+    EXPECT_TRUE(foreign->has("ECHO"));
+}
+
+TEST_F(Bridge, NamedArgumentsAreRefused) {
+    const auto dispatch = com::toDispatch(object);
+    wchar_t member[] = L"Echo", argument[] = L"text";
+    LPOLESTR names[] = {member, argument};
+    DISPID ids[2] = {0, 0};
+    EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 2, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_GT(ids[0], 0);
+    EXPECT_EQ(ids[1], DISPID_UNKNOWN);
+}
+
+TEST_F(Bridge, ArgumentsArriveInCallOrder) {
+    EXPECT_TRUE(foreign->call("Order", "a", "b", "c") == Value("abc"));
+}
+
+TEST_F(Bridge, AMembersNameIsLookedUpOnce) {
+    for (int i = 0; i < 5; ++i) foreign->call(i % 2 ? "echo" : "Echo", 1.0);
+    EXPECT_EQ(relay->lookUps, 1);
+    EXPECT_TRUE(foreign->get("") == Value("by default"));
+    EXPECT_EQ(relay->lookUps, 1);
+}
+
+TEST_F(Bridge, AssigningFallsBackToTheWayThatTheComponentOffers) {
+    const ObjectPtr other = std::make_shared<TestObject>();
+    foreign->put("Kept", "value");
+    EXPECT_TRUE(object->kept == Value("value"));
+    EXPECT_EQ(object->lastAccess, Access::put);
+    foreign->putRef("Kept", other);
+    EXPECT_TRUE(object->kept == Value(other));
+    EXPECT_EQ(object->lastAccess, Access::putRef);
+
+    relay->refused = DISPATCH_PROPERTYPUTREF;
+    foreign->putRef("Kept", ObjectPtr());
+    EXPECT_EQ(object->lastAccess, Access::put);
+    relay->refused = DISPATCH_PROPERTYPUT;
+    foreign->put("Kept", other);
+    EXPECT_EQ(object->lastAccess, Access::putRef);
+    EXPECT_TRUE(object->kept == Value(other));
+}
+
+TEST_F(Bridge, ACollectionIsVisitedInItsOrder) {
+    object->items = {Value("a"), Value(std::int32_t{2}), Value(ObjectPtr(object)), Value(Null())};
+    EXPECT_TRUE(foreign->elements() == object->items);
+    object->items.clear();
+    EXPECT_TRUE(foreign->elements().empty());
+}
+
+TEST_F(Bridge, AnObjectStaysItselfOverTheEdge) {
+    EXPECT_EQ(com::toObject(com::toDispatch(object).get()), object);
+    EXPECT_EQ(com::toDispatch(object).get(), com::toDispatch(object).get());
+    EXPECT_EQ(com::toObject(relay.get()), foreign);
+    EXPECT_EQ(com::toDispatch(foreign).get(), relay.get());
+    EXPECT_TRUE(foreign->call("Echo", ObjectPtr(object)) == Value(ObjectPtr(object)));
+    EXPECT_TRUE(foreign->call("Echo", foreign) == Value(foreign));
+    EXPECT_EQ(com::toObject(nullptr), nullptr);
+    EXPECT_FALSE(com::toDispatch(nullptr));
+}
+
+TEST_F(Bridge, ABridgeKeepsItsObjectExactlyAsLongAsItIsHeld) {
+    auto shortLived = std::make_shared<TestObject>();
+    const std::weak_ptr<TestObject> watch = shortLived;
+    auto dispatch = com::toDispatch(shortLived);
+    shortLived.reset();
+    EXPECT_FALSE(watch.expired());
+    dispatch = {};
+    EXPECT_TRUE(watch.expired());
+}
+
+TEST_F(Bridge, AComponentLearnsAControlsClassFromItsTypeInformation) {
+    EXPECT_EQ(foreign->className(), "ComboBox");
+}
+
+TEST_F(Bridge, ADictionaryOfTheSystemIsDrivenByName) {
+    const auto create = com::comObjectFactory();
+    const ObjectPtr dictionary = create("Scripting.Dictionary");
+    EXPECT_EQ(dictionary->className(), "Dictionary");
+    dictionary->call("Add", "apple", std::int16_t{3});
+    dictionary->call("Add", "pear", ObjectPtr(object));
+    EXPECT_TRUE(dictionary->get("Count") == Value(std::int32_t{2}));
+    EXPECT_TRUE(dictionary->call("Exists", "pear") == Value(true));
+    EXPECT_TRUE(dictionary->call("", "apple") == Value(std::int16_t{3}));
+    EXPECT_TRUE(dictionary->call("Item", "pear") == Value(ObjectPtr(object)));
+    EXPECT_TRUE(dictionary->elements() == (Array{Value("apple"), Value("pear")}));
+    EXPECT_TRUE(dictionary->call("Keys") == Value(Array{Value("apple"), Value("pear")}));
+    Value replaced[] = {"apple", Decimal{"4.25"}};
+    dictionary->invoke(Access::put, "Item", replaced);
+    EXPECT_TRUE(dictionary->call("Item", "apple") == Value(Decimal{"4.25"}));
+    EXPECT_EQ(errorOf([&] { dictionary->call("Add", "apple", 1.0); }).number(), 457);
+    EXPECT_EQ(errorOf([&] { dictionary->call("Weigh"); }).number(), kNoSuchMember);
+}
+
+TEST_F(Bridge, AComponentThatIsNotInstalledIsNamedInTheError) {
+    const RunTimeError error = errorOf([] { com::comObjectFactory()("Nobody.HasThis"); });
+    EXPECT_EQ(error.number(), kCannotCreateObject);
+    EXPECT_NE(error.description().find("Nobody.HasThis"), std::string::npos);
+}
+
+} // namespace
