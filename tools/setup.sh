@@ -10,7 +10,7 @@ packages=(
     ca-certificates g++ cmake ninja-build googletest libgtest-dev libgmock-dev
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     wine wine64 libwine-dev fonts-wine fonts-liberation
-    xvfb xdotool imagemagick
+    xvfb xdotool imagemagick sqlite3
 )
 
 sqlitePackage=better-sqlite3@12.11.1

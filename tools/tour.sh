@@ -44,8 +44,126 @@ awaitHost() {
     return "$status"
 }
 
+# The database is read by its own shell, past everything that the module runs on. Only numbers are compared: text would
+# need the company's collation.
+stored() {
+    sqlite3 -batch -noheader -separator '|' "$folder/company.db" "$1"
+}
+
+# What is typed: three items that shops 1 and 2 both carry, each named in another way.
+requesting=1
+supplying=2
+both="a.active = 1 and hex(a.itemtype) <> '42' and p.active = 1 and s.shopid = $requesting
+    and a.itemid in (select itemid from ashopitemdetail where shopid = $supplying)
+    and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
+    and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $supplying)"
+itemAt() {
+    stored "select a.itemid, $2 from aitem a, ashopitemdetail s, aitempackingdetail p where a.itemid = s.itemid
+        and p.itemid = a.itemid and $both and s.shortcutno is not null group by a.itemid order by a.itemid limit 1 offset $1"
+}
+
+# One line: the code and Enter, the quantity and Enter, over the bad quantity to OK, which is pressed.
+enterLine() {
+    type_keys "$1"
+    press Return
+    await_log "focus frmRequestDetail.txtQuantity"
+    type_keys "$2"
+    press Return
+    await_log "focus frmRequestDetail.txtBadQuantity"
+    shot "$3"
+    press Return
+    await_log "focus frmRequestDetail.cmdOk"
+    press Return
+    await_log "focus frmRequestDetail.txtBarcode"
+}
+
+# With a wrong key the host makes the sample company, shows nothing and ends.
+startHost --key none
+awaitHost
+IFS='|' read -r firstItem barcode < <(itemAt 0 "min(p.packingbarcode)")
+IFS='|' read -r secondItem code < <(itemAt 40 a.itemcode)
+IFS='|' read -r thirdItem shortcut < <(itemAt 80 s.shortcutno)
+[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
+
 startHost
 await_log "active frmMaster"
+await_log "focus frmMaster.flexMaster"
+focus_window "Goods Request To Shop"
 shot 01-register
+
+press ctrl+Return
+await_log "active frmRequest"
+await_log "focus frmRequest.txtrequestDate"
+shot 02-new-request
+press alt+s
+await_log "focus frmRequest.cboShop"
+press Down
+press Return
+await_log "focus frmRequest.txtRemarks"
+type_keys "For the weekend"
+press Return
+await_log "focus frmRequest.lvwrequest"
+shot 03-shop-chosen
+
+press Return
+await_log "active frmRequestDetail"
+await_log "focus frmRequestDetail.txtBarcode"
+shot 04-line-entry
+enterLine "$barcode" 5 05-line-by-barcode
+enterLine "$code" 2.5 06-line-by-item-code
+enterLine "$shortcut" 12 07-line-by-shortcut
 press Escape
+await_log "unloaded frmRequestDetail"
+await_log "active frmRequest"
+shot 08-lines
+press alt+o
+await_log "unloaded frmRequest"
+await_log "active frmMaster"
+shot 09-register-with-request
+
+# The same request again: its second line gets another quantity.
+press Return
+await_log "active frmRequest"
+shot 10-edit-request
+press Tab Tab
+await_log "focus frmRequest.lvwrequest"
+press Down Return
+await_log "active frmRequestDetail"
+await_log "focus frmRequestDetail.txtQuantity"
+shot 11-edit-line
+type_keys "9"
+press Return
+await_log "focus frmRequestDetail.txtBadQuantity"
+press Return
+await_log "focus frmRequestDetail.cmdOk"
+press Return
+await_log "focus frmRequestDetail.txtQuantity"
+press Escape
+await_log "unloaded frmRequestDetail"
+await_log "active frmRequest"
+shot 12-changed-line
+press alt+o
+await_log "unloaded frmRequest"
+await_log "active frmMaster"
+shot 13-register-at-the-end
+press alt+c
 awaitHost
+
+request=$(stored "select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = $requesting")
+{
+    echo "number|shop|supplying shop|remarks|lines|type"
+    stored "select srhrequestno, srhshopid, srhtoshopid, SRHremarks, srhNoofDetails, srhtype from mesRequesttoShopHeader
+        where srhshopid = $requesting and srhrequestid = $request"
+    echo "item|good quantity|bad quantity|supplying shop"
+    stored "select srditemid, cast(srdgoodqty as real), cast(srdbadqty as real), srdtoshopid from mesRequesttoShopDetail
+        where srdshopid = $requesting and srdrequestid = $request order by srditemid"
+} >"$folder/request.txt"
+
+expected=$(printf '%s\n' "$requesting|$supplying|For the weekend|3|r" "$firstItem|5.0|0.0|$supplying" \
+    "$secondItem|9.0|0.0|$supplying" "$thirdItem|12.0|0.0|$supplying")
+found=$(sed -n '2s/^[^|]*|//p; 4,$p' "$folder/request.txt")
+if [ "$found" != "$expected" ]; then
+    printf 'the stored request is not the one typed\ntyped:\n%s\nstored:\n%s\n' "$expected" "$found" >&2
+    exit 1
+fi
+echo "the stored request is the one typed: $(sed -n 2p "$folder/request.txt")"
