@@ -58,9 +58,10 @@ void writeCompany(const Rows::Execute& execute) {
 }
 
 void writeShops(const Rows::Execute& execute) {
-    Rows shops(execute, "aShops",
-               "shopid,shopname,ActiveShop,futurevarchar,address,cityid,countryid,telephoneno,faxno,departmentid,CompanyID,"
-               "PreserveItemDetails,revisedcostpricepercent");
+    Rows shops(
+        execute, "aShops",
+        "shopid,shopname,ActiveShop,futurevarchar,address,cityid,countryid,telephoneno,faxno,departmentid,CompanyID,"
+        "PreserveItemDetails,revisedcostpricepercent");
     Rows shopCategories(execute, "ashopitemcategory", "shopid,itemcategoryid");
     Rows settings(execute, "LOsSettings", "ShopID,sNoofBackDays,defaultfetch");
     Rows closings(execute, "losShopDayClose", "shopid,closedate");
@@ -125,12 +126,19 @@ void writeSettings(const Rows::Execute& execute) {
     tables.add({1, "mesRequesttoShopHeader,ashops"});
     tables.flush();
     static constexpr const char* kColumns[][2] = {
-        {"sRHrequestID", "Request Id"},     {"sRHrequestno", "Request No"}, {"sRHrequestdate", "Request Date"},
-        {"Shopname", "Shop Name"},          {"Cancelled", "Cancelled"},     {"sRHremarks", "Remarks"},
-        {"srhUsed", "Used"},                {"Confirmed", "Confirmed"},     {"shopid", "Shop Id"},
+        {"sRHrequestID", "Request Id"},
+        {"sRHrequestno", "Request No"},
+        {"sRHrequestdate", "Request Date"},
+        {"Shopname", "Shop Name"},
+        {"Cancelled", "Cancelled"},
+        {"sRHremarks", "Remarks"},
+        {"srhUsed", "Used"},
+        {"Confirmed", "Confirmed"},
+        {"shopid", "Shop Id"},
     };
     Rows columns(execute, "atablecolumns", "tableid,columnno,columnname,ColumnHeader");
-    for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i) columns.add({1, i + 1, kColumns[i][0], kColumns[i][1]});
+    for (int i = 0; i < static_cast<int>(std::size(kColumns)); ++i)
+        columns.add({1, i + 1, kColumns[i][0], kColumns[i][1]});
     columns.flush();
 
     // The editor's list: numbers to the right, no item ids.

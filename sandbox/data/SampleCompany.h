@@ -16,14 +16,14 @@ struct Day {
 inline constexpr Day kSampleProcessDate{2026, 3, 31};
 
 inline constexpr int kSampleCompanyId = 1;
-inline constexpr int kGoodsRequest = 1507;          ///< screen id
-inline constexpr int kInterDivisionRequest = 1611;  ///< screen id
+inline constexpr int kGoodsRequest = 1507;         ///< screen id
+inline constexpr int kInterDivisionRequest = 1611; ///< screen id
 
 inline constexpr int kSampleShops = 8;
 inline constexpr int kMainShop = 1;
-inline constexpr int kTradeShop = 6;    ///< of kind B
-inline constexpr int kClosedShop = 7;   ///< not active any more
-inline constexpr int kGardenShop = 8;   ///< shares no item category with another
+inline constexpr int kTradeShop = 6;  ///< of kind B
+inline constexpr int kClosedShop = 7; ///< not active any more
+inline constexpr int kGardenShop = 8; ///< shares no item category with another
 
 inline constexpr int kFullRightsUser = 1;    ///< "NEDP"
 inline constexpr int kNoDeleteUser = 2;      ///< "NEP"

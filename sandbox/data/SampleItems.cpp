@@ -117,9 +117,10 @@ void writeUnitsAndPackings(const Rows::Execute& execute) {
 }
 
 void writeItems(const Rows::Execute& execute, const std::vector<SampleItem>& items, Random& random) {
-    Rows master(execute, "aitem",
-                "itemid,itemcode,ItemDescription,printdescription,UnitsId,itemcategoryid,itemtype,brand,modelno,part_code,"
-                "itemrate,PriceFixedAtHq,Active");
+    Rows master(
+        execute, "aitem",
+        "itemid,itemcode,ItemDescription,printdescription,UnitsId,itemcategoryid,itemtype,brand,modelno,part_code,"
+        "itemrate,PriceFixedAtHq,Active");
     Rows packings(execute, "aitempackingdetail", "itemid,packingtypeid,packingbarcode,RetailPacking,Active");
     Rows prices(execute, "losShopItemShipmentDetail", "ItemId,PackingTypeId,ShopId,SellingPrice,WholesalePrice");
 
@@ -132,8 +133,10 @@ void writeItems(const Rows::Execute& execute, const std::vector<SampleItem>& ite
                     static_cast<int>(item.product.unit), item.category, item.typeB ? "B" : "G",
                     brand == 0 ? Literal(nullptr) : Literal(kBrands[brand - 1]),
                     item.category >= 9 ? Literal("M" + number) : Literal(nullptr),
-                    item.category == 10 ? Literal("P-" + number) : Literal(nullptr), Literal::plain(money(item.product.pence * 7 / 10)),
-                    item.id % 100 == 99 ? Literal(nullptr) : Literal(isFixedAtHeadOffice ? 1 : 0), item.active ? 1 : 0});
+                    item.category == 10 ? Literal("P-" + number) : Literal(nullptr),
+                    Literal::plain(money(item.product.pence * 7 / 10)),
+                    item.id % 100 == 99 ? Literal(nullptr) : Literal(isFixedAtHeadOffice ? 1 : 0),
+                    item.active ? 1 : 0});
 
         // A few items are not priced yet, and a few are sold only from the carton.
         const bool isPriced = item.id % 400 != 250;
@@ -143,8 +146,8 @@ void writeItems(const Rows::Execute& execute, const std::vector<SampleItem>& ite
             const bool isStand = packing.id == kDisplayStand && item.id % 60 == 0;
             if (!isStand && (capacity == 0 || (packing.id != kSingle && !random.percent(45)))) continue;
             const bool isActive = packing.id == kSingle || !random.percent(4);
-            packings.add({item.id, packing.id, sampleBarcode(item.id, packing.id), packing.id == kSingle && isRetail ? 1 : 0,
-                          isActive ? 1 : 0});
+            packings.add({item.id, packing.id, sampleBarcode(item.id, packing.id),
+                          packing.id == kSingle && isRetail ? 1 : 0, isActive ? 1 : 0});
             if (!isPriced || capacity == 0) continue;
 
             const int price = item.product.pence * capacity * (capacity > 1 ? 95 : 100) / 100;

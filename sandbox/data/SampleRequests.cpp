@@ -41,7 +41,8 @@ std::string dayText(int daysBeforeProcessDate) {
 
 std::string timeText(int secondsOfDay) {
     char text[16];
-    std::snprintf(text, sizeof text, "%02d:%02d:%02d", secondsOfDay / 3600 % 24, secondsOfDay / 60 % 60, secondsOfDay % 60);
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", secondsOfDay / 3600 % 24, secondsOfDay / 60 % 60,
+                  secondsOfDay % 60);
     return text;
 }
 
@@ -49,7 +50,8 @@ std::string timeText(int secondsOfDay) {
 std::vector<const SampleItem*> itemsBetween(const std::vector<SampleItem>& items, int shop, int other) {
     std::vector<const SampleItem*> common;
     for (const SampleItem& item : items)
-        if (item.active && item.typeB == (shop == kTradeShop) && item.shops.contains(shop) && item.shops.contains(other))
+        if (item.active && item.typeB == (shop == kTradeShop) && item.shops.contains(shop) &&
+            item.shops.contains(other))
             common.push_back(&item);
     return common;
 }
@@ -82,15 +84,16 @@ const char* userName(int userId) {
 }
 
 void writeRequests(const Rows::Execute& execute, const std::vector<SampleItem>& items, Random& random) {
-    Rows headers(execute, "mesRequesttoShopHeader",
-                 "srhrequestid,srhshopid,srhrequestno,srhrequestdate,SRHrequestTime,srhtoShopid,SRHremarks,srhrecaddUser,"
-                 "srhTransfinished,srhNoofDetails,srhtype,srhused,SRHcancelled,srhcancelledRemarks");
+    Rows headers(
+        execute, "mesRequesttoShopHeader",
+        "srhrequestid,srhshopid,srhrequestno,srhrequestdate,SRHrequestTime,srhtoShopid,SRHremarks,srhrecaddUser,"
+        "srhTransfinished,srhNoofDetails,srhtype,srhused,SRHcancelled,srhcancelledRemarks");
     Rows details(execute, "mesRequesttoShopDetail",
                  "srdrequestid,srdshopid,srditemid,srdtoshopid,srdgoodqty,srdbadQty,srdSellingprice");
 
     std::map<std::pair<int, int>, std::vector<const SampleItem*>> common;
-    std::map<int, int> lastId;                        ///< by shop
-    std::map<std::pair<int, bool>, int> lastNumber;   ///< by shop and kind
+    std::map<int, int> lastId;                      ///< by shop
+    std::map<std::pair<int, bool>, int> lastNumber; ///< by shop and kind
     for (const Request& request : planRequests(random)) {
         const int id = ++lastId[request.shop];
         const bool isSale = random.percent(40);
@@ -116,7 +119,8 @@ void writeRequests(const Rows::Execute& execute, const std::vector<SampleItem>& 
             const std::string part = isWeighed && random.percent(50) ? ".500" : ".000";
             const std::string damaged = random.percent(10) ? "1.000" : "0.000";
             details.add({id, request.shop, item.id, other, Literal::plain(std::to_string(random.between(1, 24)) + part),
-                         Literal::plain(damaged), Literal::plain(isSale ? money(item.product.pence * 85 / 100) + "0" : "0.000")});
+                         Literal::plain(damaged),
+                         Literal::plain(isSale ? money(item.product.pence * 85 / 100) + "0" : "0.000")});
         }
 
         const bool isCancelled = random.percent(9);

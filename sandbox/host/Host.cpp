@@ -35,8 +35,8 @@ std::filesystem::path ownPath() {
 std::string errorText(DWORD error) {
     wchar_t* text = nullptr;
     const DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       error, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+        FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                       nullptr, error, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
     std::string result = length ? com::toUtf8(std::wstring_view(text, length)) : "error " + std::to_string(error);
     LocalFree(text);
     while (!result.empty() && (result.back() == '\n' || result.back() == '\r')) result.pop_back();
@@ -57,8 +57,10 @@ void prepareStandIns(const std::filesystem::path& folder) {
     std::vector<std::string> leftOut;
     std::string missing;
     for (const std::string& progId : sandbox::progIdsOf(whole)) {
-        if (progId.starts_with("ADODB.") || isInstalled(progId)) leftOut.push_back(progId);
-        else missing += (missing.empty() ? "" : ", ") + progId;
+        if (progId.starts_with("ADODB.") || isInstalled(progId))
+            leftOut.push_back(progId);
+        else
+            missing += (missing.empty() ? "" : ", ") + progId;
     }
     std::cout << (missing.empty() ? "Nothing is stood in for: the machine has every component of the suite."
                                   : "Stood in for, since this machine lacks them: " + missing)
@@ -80,7 +82,8 @@ int runConnected(const std::filesystem::path& folder) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &process))
         throw automation::RunTimeError(automation::kFileNotFound,
                                        com::toUtf8(program.wstring()) + ": " + errorText(GetLastError()));
     WaitForSingleObject(process.hProcess, INFINITE);

@@ -22,7 +22,8 @@ template <class Integer> Integer number(const std::string& option, std::string_v
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size())
         throw OptionError(option + " wants a whole number from " + std::to_string(std::numeric_limits<Integer>::min()) +
-                          " to " + std::to_string(std::numeric_limits<Integer>::max()) + ", not \"" + std::string(text) + "\"");
+                          " to " + std::to_string(std::numeric_limits<Integer>::max()) + ", not \"" +
+                          std::string(text) + "\"");
     return value;
 }
 
@@ -56,12 +57,14 @@ const std::map<std::string, Take>& takers() {
         {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
         {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
         {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
-        {"--interface",
-         [](HostOptions& o, const std::string& n, const std::string& v) { o.interfaceId = number<std::int32_t>(n, v); }},
+        {"--interface", [](HostOptions& o, const std::string& n,
+                           const std::string& v) { o.interfaceId = number<std::int32_t>(n, v); }},
         {"--company-id",
          [](HostOptions& o, const std::string& n, const std::string& v) { o.companyId = number<std::int16_t>(n, v); }},
-        {"--user", [](HostOptions& o, const std::string& n, const std::string& v) { o.user = number<std::int16_t>(n, v); }},
-        {"--shop", [](HostOptions& o, const std::string& n, const std::string& v) { o.shop = number<std::int16_t>(n, v); }},
+        {"--user",
+         [](HostOptions& o, const std::string& n, const std::string& v) { o.user = number<std::int16_t>(n, v); }},
+        {"--shop",
+         [](HostOptions& o, const std::string& n, const std::string& v) { o.shop = number<std::int16_t>(n, v); }},
     };
     return all;
 }

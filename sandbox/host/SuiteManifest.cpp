@@ -43,7 +43,8 @@ std::string manifestWithout(std::string_view sandboxManifest, std::string_view a
     bool renamed = false;
     eachLine(sandboxManifest, [&](std::string_view line) {
         const std::string_view id = attribute(line, "progid");
-        if (std::ranges::any_of(progIds, [&](const std::string& left) { return automation::sameName(left, id); })) return;
+        if (std::ranges::any_of(progIds, [&](const std::string& left) { return automation::sameName(left, id); }))
+            return;
         std::string kept(line);
         if (!renamed && !oldName.empty() && attribute(line, "name") == oldName) {
             kept.replace(kept.find(" name=\"") + 7, oldName.size(), assembly);

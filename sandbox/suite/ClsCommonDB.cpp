@@ -30,10 +30,12 @@ std::string cellLiteral(Object& line, std::int32_t subItem) {
 const automation::Members<ClsCommonDB>& ClsCommonDB::members() {
     static const auto table = [] {
         automation::Members<ClsCommonDB> m;
-        m.property("adocon", [](ClsCommonDB& self) { return Value(self.connection_); },
-                   [](ClsCommonDB& self, const Value& value) { self.connection_ = value.objectPtr(); });
-        m.property("strTableName", [](ClsCommonDB& self) { return Value(self.table_); },
-                   [](ClsCommonDB& self, const Value& value) { self.table_ = basic::cStr(value); });
+        m.property(
+            "adocon", [](ClsCommonDB& self) { return Value(self.connection_); },
+            [](ClsCommonDB& self, const Value& value) { self.connection_ = value.objectPtr(); });
+        m.property(
+            "strTableName", [](ClsCommonDB& self) { return Value(self.table_); },
+            [](ClsCommonDB& self, const Value& value) { self.table_ = basic::cStr(value); });
         m.method("fnReturnField", 1, 2, [](ClsCommonDB& self, Arguments a) {
             const bool hasCriterion = a.size() > 1 && !a[1].isMissing();
             return self.fnReturnField(basic::cStr(a[0]), hasCriterion ? basic::cStr(a[1]) : "");

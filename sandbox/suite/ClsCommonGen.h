@@ -11,8 +11,8 @@ public:
     static const automation::Members<ClsCommonGen>& members();
 };
 
-/// Whether `text` is a number as far as it is typed: "-" only in front, one ".", no more than `digits` digits in all and
-/// `decimals` after the ".". Empty text, "-" and "." are beginnings of a number.
+/// Whether `text` is a number as far as it is typed: "-" only in front, one ".", no more than `digits` digits in all
+/// and `decimals` after the ".". Empty text, "-" and "." are beginnings of a number.
 bool isNumberSoFar(std::string_view text, int digits, int decimals);
 
 } // namespace sandbox

@@ -47,31 +47,41 @@ constexpr std::int32_t kDefaultWidth = 2000;
 const automation::Members<ClsFetch>& ClsFetch::members() {
     static const auto table = [] {
         automation::Members<ClsFetch> m;
-        m.property("adocon", [](ClsFetch& self) { return Value(self.connection_); },
-                   [](ClsFetch& self, const Value& v) { self.connection_ = v.objectPtr(); });
-        m.property("strQuery", [](ClsFetch& self) { return Value(self.query_); },
-                   [](ClsFetch& self, const Value& v) { self.query_ = basic::cStr(v); });
-        m.property("setInterfaceCaption", [](ClsFetch& self) { return Value(self.caption_); },
-                   [](ClsFetch& self, const Value& v) { self.caption_ = basic::cStr(v); });
-        m.property("setFieldNames", [](ClsFetch& self) { return Value(Array(self.fields_.begin(), self.fields_.end())); },
-                   [](ClsFetch& self, const Value& v) { self.fields_ = texts(v); });
-        m.property("setFieldCaptions",
-                   [](ClsFetch& self) { return Value(Array(self.captions_.begin(), self.captions_.end())); },
-                   [](ClsFetch& self, const Value& v) { self.captions_ = texts(v); });
-        m.property("setFieldWidths", [](ClsFetch& self) { return Value(Array(self.widths_.begin(), self.widths_.end())); },
-                   [](ClsFetch& self, const Value& v) { self.widths_ = numbers(v); });
-        m.property("setDefaultFetchField", [](ClsFetch& self) { return Value(self.defaultField_); },
-                   [](ClsFetch& self, const Value& v) { self.defaultField_ = basic::cLng(v); });
-        m.property("PreserveData", [](ClsFetch& self) { return Value(self.preserve_); },
-                   [](ClsFetch& self, const Value& v) { self.preserve_ = basic::cBool(v); });
-        m.property("setRecordset", [](ClsFetch& self) { return Value(self.recordset_); },
-                   [](ClsFetch& self, const Value& v) { self.setRecordset(v); });
+        m.property(
+            "adocon", [](ClsFetch& self) { return Value(self.connection_); },
+            [](ClsFetch& self, const Value& v) { self.connection_ = v.objectPtr(); });
+        m.property(
+            "strQuery", [](ClsFetch& self) { return Value(self.query_); },
+            [](ClsFetch& self, const Value& v) { self.query_ = basic::cStr(v); });
+        m.property(
+            "setInterfaceCaption", [](ClsFetch& self) { return Value(self.caption_); },
+            [](ClsFetch& self, const Value& v) { self.caption_ = basic::cStr(v); });
+        m.property(
+            "setFieldNames", [](ClsFetch& self) { return Value(Array(self.fields_.begin(), self.fields_.end())); },
+            [](ClsFetch& self, const Value& v) { self.fields_ = texts(v); });
+        m.property(
+            "setFieldCaptions",
+            [](ClsFetch& self) { return Value(Array(self.captions_.begin(), self.captions_.end())); },
+            [](ClsFetch& self, const Value& v) { self.captions_ = texts(v); });
+        m.property(
+            "setFieldWidths", [](ClsFetch& self) { return Value(Array(self.widths_.begin(), self.widths_.end())); },
+            [](ClsFetch& self, const Value& v) { self.widths_ = numbers(v); });
+        m.property(
+            "setDefaultFetchField", [](ClsFetch& self) { return Value(self.defaultField_); },
+            [](ClsFetch& self, const Value& v) { self.defaultField_ = basic::cLng(v); });
+        m.property(
+            "PreserveData", [](ClsFetch& self) { return Value(self.preserve_); },
+            [](ClsFetch& self, const Value& v) { self.preserve_ = basic::cBool(v); });
+        m.property(
+            "setRecordset", [](ClsFetch& self) { return Value(self.recordset_); },
+            [](ClsFetch& self, const Value& v) { self.setRecordset(v); });
         m.readOnly("getRecordset", [](ClsFetch& self) { return Value(self.recordset_); });
         m.readOnly("getCancelledStatus", [](ClsFetch& self) { return Value(self.cancelled_); });
         for (const std::string name : {"setFetchType", "setLocationType", "setShopId", "strMsgboxTitle", "interfaceid",
                                        "lngUserID", "DataIdentifier"})
-            m.property(name, [name](ClsFetch& self) { return self.told_[name]; },
-                       [name](ClsFetch& self, const Value& v) { self.told_[name] = v.resolved(); });
+            m.property(
+                name, [name](ClsFetch& self) { return self.told_[name]; },
+                [name](ClsFetch& self, const Value& v) { self.told_[name] = v.resolved(); });
         m.method("Show", 0, 0, [](ClsFetch& self, Arguments) {
             self.Show();
             return Value();
@@ -127,7 +137,8 @@ void ClsFetch::Show() {
 }
 
 void ClsFetch::openResult(const Value& key) {
-    const std::string sql = "select * from (" + withoutOrder(query_) + ") q where q." + fields_.front() + "=" + literal(key);
+    const std::string sql =
+        "select * from (" + withoutOrder(query_) + ") q where q." + fields_.front() + "=" + literal(key);
     if (ownsRecordset_) {
         recordset_ = connection_->call("Execute", sql).objectPtr();
         return;

@@ -13,8 +13,8 @@ namespace {
 void applySavedWidths(std::int32_t user, std::int32_t company, automation::Object& grid,
                       const automation::ObjectPtr& connection) {
     const std::int32_t columns = basic::cLng(grid.get("Cols"));
-    Query query(connection, "select ColumnNo,ColumnWidth from aMasterGridSettings where UserID=" + std::to_string(user) +
-                                " and CompanyID=" + std::to_string(company) +
+    Query query(connection, "select ColumnNo,ColumnWidth from aMasterGridSettings where UserID=" +
+                                std::to_string(user) + " and CompanyID=" + std::to_string(company) +
                                 " and GridName=" + quoted(basic::cStr(grid.get("Name"))));
     for (; !query.atEnd(); query.next()) {
         const std::int32_t column = basic::cLng(query.value(0));

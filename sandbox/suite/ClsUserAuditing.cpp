@@ -32,8 +32,9 @@ const automation::Members<ClsUserAuditing>& ClsUserAuditing::members() {
             self.OpenObject(a);
             return Value();
         });
-        m.property("LoggedTime", [](ClsUserAuditing& self) { return Value(self.loggedTime_); },
-                   [](ClsUserAuditing& self, const Value& value) { self.loggedTime_ = basic::cDate(value); });
+        m.property(
+            "LoggedTime", [](ClsUserAuditing& self) { return Value(self.loggedTime_); },
+            [](ClsUserAuditing& self, const Value& value) { self.loggedTime_ = basic::cDate(value); });
         m.method("SaveUserAuditingInfo", 4, 5, [](ClsUserAuditing& self, Arguments a) {
             const bool hasForm = a.size() > 4 && a[4].isObject();
             self.SaveUserAuditingInfo(basic::cStr(a[0]), basic::cStr(a[1]), basic::cStr(a[3]),
@@ -63,12 +64,12 @@ void ClsUserAuditing::OpenObject(Arguments arguments) {
 void ClsUserAuditing::SaveUserAuditingInfo(const std::string& documentId, const std::string& documentNo,
                                            const std::string& action, Object* form) {
     const std::string changed = form ? basic::left(changedControls(*form), kRemarksLength) : "";
-    execute(connection_, "insert into loUserAuditing "
-                         "(CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime,Remarks) values (" +
-                             std::to_string(company_) + "," + std::to_string(shop_) + "," + std::to_string(user_) + "," +
-                             std::to_string(screen_) + "," + quoted(documentId) + "," + quoted(documentNo) + "," +
-                             quoted(action) + "," + literal(loggedTime_) + "," +
-                             (changed.empty() ? "null" : quoted(changed)) + ")");
+    execute(connection_,
+            "insert into loUserAuditing "
+            "(CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime,Remarks) values (" +
+                std::to_string(company_) + "," + std::to_string(shop_) + "," + std::to_string(user_) + "," +
+                std::to_string(screen_) + "," + quoted(documentId) + "," + quoted(documentNo) + "," + quoted(action) +
+                "," + literal(loggedTime_) + "," + (changed.empty() ? "null" : quoted(changed)) + ")");
 }
 
 void ClsUserAuditing::SaveInToTag(Object& form) {

@@ -40,8 +40,8 @@ const automation::Members<ErrorDetails>& ErrorDetails::members() {
 
 void ErrorDetails::ErrorTrack(const Details& details) {
     writeLog(details);
-    desktop_.messageBox({"Error " + details.number + ": " + details.description + "\r\n\r\nWhere: " + details.module + ", " +
-                             details.routine + "\r\nSource: " + details.source,
+    desktop_.messageBox({"Error " + details.number + ": " + details.description + "\r\n\r\nWhere: " + details.module +
+                             ", " + details.routine + "\r\nSource: " + details.source,
                          "Error", forms::MessageIcon::critical, forms::MessageButtons::ok, forms::Answer::ok});
 }
 

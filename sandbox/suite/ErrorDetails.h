@@ -12,7 +12,8 @@ public:
     static const automation::Members<ErrorDetails>& members();
 
     /// `desktop` outlives this; the log is errors.log in `logFolder`, none where that is empty.
-    ErrorDetails(forms::Desktop& desktop, std::string logFolder) : desktop_(desktop), logFolder_(std::move(logFolder)) {}
+    ErrorDetails(forms::Desktop& desktop, std::string logFolder)
+        : desktop_(desktop), logFolder_(std::move(logFolder)) {}
 
 private:
     struct Details {

@@ -91,8 +91,7 @@ void FetchWindow::design() {
 
 void FetchWindow::onLoad() {
     for (std::size_t i = 0; i < content_.columns.size(); ++i)
-        if (content_.columns[i].width > 0)
-            cboColumn.addItem(content_.columns[i].caption, static_cast<std::int32_t>(i));
+        if (content_.columns[i].width > 0) cboColumn.addItem(content_.columns[i].caption, static_cast<std::int32_t>(i));
     txtSearch.setText(search_.text);
     for (int i = 0; i < cboColumn.listCount(); ++i)
         if (cboColumn.itemData(i) == static_cast<std::int32_t>(search_.column)) cboColumn.setListIndex(i);

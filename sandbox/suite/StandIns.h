@@ -13,8 +13,8 @@ struct Surroundings {
     std::string logFolder;             ///< where errors.log is written; no log where it is empty
 };
 
-/// The stand-in of that ProgID (in any case), or ADO's Connection or Recordset over the sandbox's database. Null for any
-/// other.
+/// The stand-in of that ProgID (in any case), or ADO's Connection or Recordset over the sandbox's database. Null for
+/// any other.
 automation::ObjectPtr createStandIn(std::string_view progId, const Surroundings& surroundings);
 
 /// Makes stand-ins only: error 429 for any other ProgID.

@@ -1,0 +1,99 @@
+// The audit trail, and the memory of what a form's boxes held.
+#include "basic/Calendar.h"
+#include "tests/forms/SampleForm.h"
+#include "tests/suite/SampleCopy.h"
+#include "tests/support/ScriptedDesktop.h"
+
+#include <gtest/gtest.h>
+
+using automation::Value;
+
+namespace {
+
+class Auditing : public testing::Test {
+protected:
+    SampleCopy company;
+    support::ScriptedDesktop desktop;
+    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
+    automation::ObjectPtr auditing = sandbox::createStandIn("PosUserAuditing.clsUserAuditing", {&desktop, ""});
+
+    void SetUp() override {
+        form->ensureLoaded();
+        form->cboShop.addItem("High Street", 1);
+        form->cboShop.addItem("Harbour", 5);
+        auditing->call("OpenObject", company.connection, std::int32_t{1}, std::int16_t{1}, std::int32_t{2},
+                       std::int32_t{1507}, basic::dateOf(2026, 3, 31, 9, 0, 0));
+    }
+    Value formObject() { return automation::ObjectPtr(form); }
+    void remember() { auditing->call("SaveInToTag", formObject()); }
+    bool changed() { return basic::cBool(auditing->call("DataChanged", formObject())); }
+};
+
+} // namespace
+
+TEST_F(Auditing, WritesWhoDidWhatWithinTheCallersTransaction) {
+    auditing->put("LoggedTime", basic::dateOf(2026, 3, 31, 10, 15, 30));
+    remember();
+    form->txtName.setText("O'Neil");
+
+    company.connection->call("BeginTrans");
+    auditing->call("SaveUserAuditingInfo", "12", "GR/12", true, "D");
+    company.connection->call("RollbackTrans");
+    EXPECT_EQ(company.value("select count(*) from loUserAuditing"), "0") << "what is rolled back was never audited";
+
+    company.connection->call("BeginTrans");
+    auditing->call("SaveUserAuditingInfo", "13", "O'N/13", true, "E", formObject());
+    company.connection->call("CommitTrans");
+    EXPECT_EQ(company.rows("select CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,"
+                           "convert(varchar,LoggedTime,120),Remarks from loUserAuditing"),
+              (RowTexts{{"1", "1", "2", "1507", "13", "O'N/13", "E", "2026-03-31 10:15:30", "txtName"}}));
+}
+
+TEST_F(Auditing, NoticesAChangeInEachKindOfBoxAndItsTakingBack) {
+    struct Case {
+        const char* box;
+        void (*change)(SampleForm&);
+        void (*back)(SampleForm&);
+    };
+    const Case cases[] = {
+        {"text box", [](SampleForm& f) { f.txtName.setText("else"); },
+         [](SampleForm& f) { f.txtName.setText("as designed"); }},
+        {"combo box", [](SampleForm& f) { f.cboShop.setListIndex(1); },
+         [](SampleForm& f) { f.cboShop.setListIndex(-1); }},
+        {"free combo box", [](SampleForm& f) { f.cboFree.setText("x"); }, [](SampleForm& f) { f.cboFree.setText(""); }},
+        {"check box", [](SampleForm& f) { f.chkDone.setValue(1); }, [](SampleForm& f) { f.chkDone.setValue(0); }},
+        {"option", [](SampleForm& f) { f.optDown.setValue(true); }, [](SampleForm& f) { f.optUp.setValue(true); }},
+    };
+    for (const Case& c : cases) {
+        remember();
+        EXPECT_FALSE(changed()) << c.box;
+        c.change(*form);
+        EXPECT_TRUE(changed()) << c.box;
+        c.back(*form);
+        EXPECT_FALSE(changed()) << c.box;
+    }
+    form->lvwLines.add("1");
+    form->lblName.setText("another caption");
+    EXPECT_FALSE(changed()) << "lists and labels are no boxes to fill in";
+}
+
+TEST_F(Auditing, LeavesTheFormsOwnTagsReadable) {
+    form->lvwLines.setTag("Loaded");
+    form->cboShop.setListIndex(0);
+    form->cboShop.setTag("Harbour");
+    remember();
+    remember();
+    EXPECT_EQ(form->lvwLines.tag(), "Loaded");
+    EXPECT_TRUE(form->cboShop.tag().starts_with("Harbour"));
+    EXPECT_FALSE(changed());
+
+    form->cboShop.setTag("High Street");
+    EXPECT_FALSE(changed()) << "the form may overwrite its tag";
+    form->cboShop.setListIndex(1);
+    EXPECT_TRUE(changed()) << "and what was remembered is still known";
+}
+
+TEST_F(Auditing, AFormThatWasNeverRememberedHasNotChanged) {
+    form->txtName.setText("typed");
+    EXPECT_FALSE(changed());
+}

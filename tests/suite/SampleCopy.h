@@ -1,0 +1,68 @@
+// A copy of the sample company for one test, and what stands in it.
+#pragma once
+
+#include "basic/Conversion.h"
+#include "sandbox/database/Company.h"
+#include "sandbox/suite/Query.h"
+#include "sandbox/suite/StandIns.h"
+
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+using RowTexts = std::vector<std::vector<std::string>>;
+
+/// A folder of the test's own, removed at the end.
+class TestFolder {
+public:
+    TestFolder() {
+        static int count = 0;
+        path_ = std::filesystem::temp_directory_path() /
+                ("suite-" + std::to_string(getpid()) + "-" + std::to_string(++count));
+        std::filesystem::create_directories(path_);
+    }
+    TestFolder(const TestFolder&) = delete;
+    TestFolder& operator=(const TestFolder&) = delete;
+    ~TestFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    std::string file(const std::string& name) const { return (path_ / name).string(); }
+    std::string path() const { return path_.string(); }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// What a query gives, as text; null is "".
+inline RowTexts rowsOf(const automation::ObjectPtr& connection, const std::string& sql) {
+    RowTexts rows;
+    sandbox::Query query(connection, sql);
+    const int columns = query.columns();
+    for (; !query.atEnd(); query.next()) {
+        std::vector<std::string>& row = rows.emplace_back();
+        for (int column = 0; column < columns; ++column) row.push_back(basic::concatText(query.value(column)));
+    }
+    return rows;
+}
+
+class SampleCopy {
+public:
+    SampleCopy() {
+        const std::string path = folder_.file("company.db");
+        std::filesystem::copy_file(SAMPLE_COMPANY, path);
+        connection = sandbox::openConnection(path);
+    }
+    RowTexts rows(const std::string& sql) const { return rowsOf(connection, sql); }
+    std::string value(const std::string& sql) const {
+        const RowTexts found = rows(sql);
+        return found.empty() ? "no row" : found.front().front();
+    }
+    int number(const std::string& sql) const { return std::stoi(value(sql)); }
+
+    automation::ObjectPtr connection;
+
+private:
+    TestFolder folder_;
+};
