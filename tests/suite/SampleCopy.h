@@ -49,11 +49,7 @@ inline RowTexts rowsOf(const automation::ObjectPtr& connection, const std::strin
 
 class SampleCopy {
 public:
-    SampleCopy() {
-        const std::string path = folder_.file("company.db");
-        std::filesystem::copy_file(SAMPLE_COMPANY, path);
-        connection = sandbox::openConnection(path);
-    }
+    SampleCopy();
     RowTexts rows(const std::string& sql) const { return rowsOf(connection, sql); }
     std::string value(const std::string& sql) const {
         const RowTexts found = rows(sql);
