@@ -1,0 +1,103 @@
+// Whole slips, byte for byte, over the switches of the print settings. A slip that differs is written beside the golden one
+// as NAME.txt.new; tools/accept-golden.sh takes it over.
+#include "tests/printing/SlipWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace printing {
+namespace {
+
+struct Slip {
+    const char* name;
+    int request;
+    Settings changes;
+};
+
+void PrintTo(const Slip& slip, std::ostream* out) { *out << slip.name; }
+
+const Slip kSlips[] = {
+    {"plain", kThreeLines, {}},
+    {"costs", kThreeLines, {{"showcostintrans", "1"}}},
+    {"selling_prices", kThreeLines, {{"showspintransrep", "1"}}},
+    {"costs_and_selling_prices", kThreeLines, {{"showcostintrans", "1"}, {"showspintransrep", "1"}}},
+    {"item_codes", kThreeLines, {{"showitemcodeinprint", "1"}}},
+    {"item_codes_2_leaves_room_only", kThreeLines, {{"showitemcodeinprint", "2"}, {"showtotalqty", "1"}}},
+    {"total_quantity", kThreeLines, {{"showtotalqty", "1"}}},
+    {"total_quantity_and_cost", kThreeLines, {{"showtotalqty", "1"}, {"showcostintrans", "1"}, {"showitemcodeinprint", "1"}}},
+    {"by_description", kThreeLines, {{"printinsavedorder", "2"}}},
+    {"separator_one_blank", kThreeLines, {{"spaceinlinecode", "1"}, {"pagewidth", "60"}}},
+    {"separator_three_blanks_odd_width", kThreeLines, {{"spaceinlinecode", "3"}, {"pagewidth", "71"}}},
+    {"separator_of_one_dash_is_empty", kThreeLines, {{"spaceinlinecode", "79"}}},
+    {"no_separators", kThreeLines,
+     {{"printheadertopline", "0"}, {"printheaderbottomline", "0"}, {"printdetailbottomline", "0"}}},
+    {"title_below", kThreeLines, {{"printtransnameabove", "0"}}},
+    {"no_company", kThreeLines, {{"PrintCompanyName", "0"}, {"printtransnameabove", "0"}, {"printadd1", "-"}}},
+    {"all_addresses_with_margin", kThreeLines, {{"printadd2", "1"}, {"headerleftmargin", "5"}, {"linesafteraddress", "2"}}},
+    {"skipped_lines", kThreeLines, {{"linetoskipfirst", "4"}}},
+    {"head_count_cuts_the_header", kThreeLines, {{"totalheadcount", "6"}}},
+    {"head_count_cuts_the_skipped_lines", kThreeLines, {{"totalheadcount", "2"}, {"linetoskipfirst", "3"}}},
+    {"head_count_filled", kThreeLines, {{"totalheadcount", "18"}, {"linesafterheader", "1"}}},
+    {"header_higher_than_no_head_count", kThreeLines, {{"totalheadcount", "-5"}, {"linesafterheader", "1"}}},
+    {"several_pages", kTwentyFiveLines, {}},
+    {"several_pages_footer_on_each", kTwentyFiveLines, {{"printfooterineachpage", "1"}}},
+    {"several_pages_costs_footer_on_each", kTwentyFiveLines,
+     {{"printfooterineachpage", "1"}, {"showcostintrans", "1"}, {"showtotalqty", "1"}}},
+    {"several_pages_without_lines", kTwentyFiveLines,
+     {{"printheadertopline", "0"}, {"printheaderbottomline", "0"}, {"printdetailbottomline", "0"}}},
+    {"exactly_one_page", kTenLines, {{"internalprintnoofrecords", "28"}}},
+    {"one_line_too_many_for_a_page", kTenLines, {{"internalprintnoofrecords", "27"}}},
+    {"page_shorter_than_its_header", kThreeLines, {{"internalprintnoofrecords", "5"}}},
+    {"one_line", kOneLine, {{"showtotalqty", "1"}}},
+    {"no_lines", kNoLines, {}},
+    {"no_lines_totals", kNoLines, {{"showtotalqty", "1"}, {"showcostintrans", "1"}}},
+    {"several_packings", kSeveralPackings, {{"showtotalqty", "1"}}},
+    {"long_names_and_units", kLongTexts, {{"showitemcodeinprint", "1"}, {"showcostintrans", "1"}}},
+    {"letters_outside_ascii", kForeignLetters, {{"showspintransrep", "1"}}},
+    {"widths_larger_than_the_page", kThreeLines, {{"pagewidth", "20"}, {"showitemcodeinprint", "1"}, {"showcostintrans", "1"}}},
+};
+
+std::string goldenPath(const Slip& slip) { return std::string(PROJECT_DIR "/tests/printing/golden/") + slip.name + ".txt"; }
+
+std::string readAll(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class GoldenSlip : public testing::TestWithParam<Slip> {};
+
+TEST_P(GoldenSlip, PrintsAsBefore) {
+    const Slip& slip = GetParam();
+    SlipWorld world(slip.changes);
+    const std::string printed = world.print(slip.request);
+    EXPECT_TRUE(world.desktop.messages.empty()) << world.desktop.messages.front();
+    const std::string path = goldenPath(slip);
+    if (printed == readAll(path)) {
+        std::filesystem::remove(path + ".new");
+        return;
+    }
+    std::ofstream(path + ".new", std::ios::binary) << printed;
+    ADD_FAILURE() << "The slip differs: see " << slip.name << ".txt.new\n" << printed;
+}
+
+INSTANTIATE_TEST_SUITE_P(Slips, GoldenSlip, testing::ValuesIn(kSlips), [](const auto& slip) { return std::string(slip.param.name); });
+
+TEST(SlipSettingsFile, LineEndsAndByteOrderMarkChangeNothing) {
+    const Settings changes{{"showcostintrans", "1"}};
+    SlipWorld world(changes);
+    const std::string printed = world.print(kThreeLines);
+    std::string withoutLastEnd = SlipWorld::settingsText(changes);
+    withoutLastEnd.erase(withoutLastEnd.size() - 2);
+    for (const std::string& content : {SlipWorld::settingsText(changes, "\n"), SlipWorld::settingsText(changes, "\r"),
+                                       "\xEF\xBB\xBF" + SlipWorld::settingsText(changes), withoutLastEnd}) {
+        world.setSettings(content);
+        EXPECT_EQ(world.print(kThreeLines), printed);
+    }
+    EXPECT_TRUE(world.desktop.messages.empty());
+}
+
+} // namespace
+} // namespace printing

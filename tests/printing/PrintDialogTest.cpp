@@ -1,0 +1,133 @@
+// The Print button, its dialog and the three ways out of it, as a clerk uses them.
+#include "tests/support/Shop.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::CompanyFile;
+using support::Shop;
+
+constexpr const char* kSettings = PROJECT_DIR "/sandbox/data\\ShopSetting.txt";
+
+class PrintDialog : public testing::Test {
+protected:
+    CompanyFile company;
+    Shop shop{company};
+
+    /// The sample settings with some of their lines replaced.
+    void sets(std::initializer_list<std::pair<std::string, std::string>> values) {
+        std::string text = shop.system.readFile(kSettings);
+        for (const auto& [key, value] : values) {
+            const std::size_t at = text.find("\n" + key + " :=");
+            ASSERT_NE(at, std::string::npos) << key;
+            const std::size_t from = at + 1 + key.size() + 3;
+            text.replace(from, text.find("\r\n", from) - from, value);
+        }
+        shop.system.files[kSettings] = text;
+    }
+    void opensDialog() {
+        shop.opens();
+        shop.user.selectsRow("flexMaster", 1);
+        shop.user.clicks("cmdPrev");
+        ASSERT_EQ(shop.user.form(), "frmPrint");
+    }
+    std::string requestNumber() { return shop.user.grid("flexMaster").at(0).at(1); }
+};
+
+TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
+    struct Case {
+        const char* toScreen;
+        const char* reports;
+        const char* chosen;
+    };
+    for (const Case& c : {Case{"1", "0", "optScreen"}, {"0", "0", "optPrint"}, {"2", "0", "optPrint"},
+                          {"1", "1", "OptWindowsPrint"}, {"0", "1", "OptWindowsPrint"}}) {
+        sets({{"printtoscreen", c.toScreen}, {"windowsprint", c.reports}});
+        opensDialog();
+        EXPECT_TRUE(shop.user.control<forms::OptionButton>(c.chosen)->value()) << c.toScreen << c.reports;
+        EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *c.reports == '1');
+        shop.user.presses(forms::kKeyEscape);
+        EXPECT_EQ(shop.user.form(), "frmMaster");
+        shop.user.clicks("CmdClose");
+    }
+}
+
+TEST_F(PrintDialog, ToScreenWritesTheSlipAndOpensTheEditor) {
+    sets({{"windowsprint", "0"}});
+    opensDialog();
+    shop.user.clicks("cmdOK");
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+    EXPECT_NE(shop.system.files["C:\\ShopReq.txt"].find("Request No     : " + requestNumber() + "\r\n"), std::string::npos);
+    EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{"C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"});
+    EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
+    EXPECT_TRUE(shop.errors().empty());
+}
+
+TEST_F(PrintDialog, TheEditorLiesWhereTheNameOfWindowsSays) {
+    struct Case {
+        const char* folder;
+        const char* editor;
+    };
+    for (const Case& c : {Case{"C:\\WINDOWS", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
+                          {"C:\\Windows", "C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"},
+                          {"C:\\WINNT", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"}}) {
+        shop.system.windows = c.folder;
+        sets({{"windowsprint", "0"}});
+        opensDialog();
+        shop.user.clicks("cmdOK");
+        EXPECT_EQ(shop.desktop.programs.back(), c.editor);
+        shop.user.clicks("CmdClose");
+    }
+}
+
+TEST_F(PrintDialog, ToPrinterWritesTheSameSlipToThePort) {
+    sets({{"windowsprint", "0"}, {"port", "\\\\server\\slips"}});
+    opensDialog();
+    shop.user.clicks("cmdOK");
+    shop.user.clicks("cmdPrev");
+    shop.user.clicks("optPrint");
+    shop.user.clicks("cmdOK");
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+    EXPECT_EQ(shop.system.files["\\\\SERVER\\SLIPS"], shop.system.files["C:\\ShopReq.txt"]);
+    EXPECT_EQ(shop.desktop.programs.size(), 1u);
+}
+
+TEST_F(PrintDialog, AnOutputThatCannotBeOpenedIsReportedOnceAndMayBeTriedAgain) {
+    sets({{"windowsprint", "0"}});
+    shop.system.refused["C:\\ShopReq.txt"] = 70;
+    opensDialog();
+    shop.user.clicks("cmdOK");
+    ASSERT_TRUE(shop.user.message());
+    EXPECT_NE(shop.user.message()->text.find("frmPrint, cmdOK_Click"), std::string::npos) << shop.user.message()->text;
+    shop.user.answers(forms::Answer::ok);
+    EXPECT_EQ(shop.user.form(), "frmPrint");
+    EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
+    EXPECT_TRUE(shop.desktop.programs.empty());
+    shop.system.refused.clear();
+    shop.user.clicks("cmdOK");
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+    EXPECT_EQ(shop.errors().size(), 1u);
+}
+
+TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
+    shop.system.files[kSettings] = "port :=LPT1\r\n";
+    shop.opens();
+    shop.user.selectsRow("flexMaster", 1);
+    shop.user.clicks("cmdPrev");
+    shop.user.answers("printtoscreen  invalid parameter in Settings.ini file", forms::Answer::ok);
+    ASSERT_TRUE(shop.user.message());
+    EXPECT_NE(shop.user.message()->text.find("cmdPrev_Click"), std::string::npos);
+    shop.user.answers(forms::Answer::ok);
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+}
+
+TEST_F(PrintDialog, CancelPrintsNothing) {
+    sets({{"windowsprint", "1"}});
+    opensDialog();
+    shop.user.clicks("cmdCancel");
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+    EXPECT_FALSE(shop.system.files.contains("C:\\ShopReq.txt"));
+}
+
+} // namespace
