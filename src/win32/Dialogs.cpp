@@ -98,9 +98,8 @@ Modality::Modality(HWND modal) {
     EnumThreadWindows(GetCurrentThreadId(), disableOther, reinterpret_cast<LPARAM>(&state));
 }
 
-void Modality::release() {
+Modality::~Modality() {
     for (HWND window : disabled_) EnableWindow(window, TRUE);
-    disabled_.clear();
 }
 
 } // namespace win32

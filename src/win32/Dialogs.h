@@ -15,15 +15,13 @@ forms::Answer showMessage(HWND owner, const forms::Message& message);
 /// At the pointer; the place of the item chosen, or none.
 std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu);
 
-/// Switches off the thread's other windows while one form has the screen. They are switched on again by release(),
-/// which comes before that form's window is destroyed: else the system would activate another program's window.
+/// Switches off the thread's other windows while it lives.
 class Modality {
 public:
     explicit Modality(HWND modal);
-    ~Modality() { release(); }
+    ~Modality();
     Modality(const Modality&) = delete;
     Modality& operator=(const Modality&) = delete;
-    void release();
 
 private:
     std::vector<HWND> disabled_;

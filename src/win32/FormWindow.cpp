@@ -60,6 +60,7 @@ FormWindow::~FormWindow() {
     if (form_.view() == this) form_.attach(nullptr);
     for (const auto& control : controls_)
         if (control->control().view() == control.get()) control->control().attach(nullptr);
+    giveScreenBack();
     DestroyWindow(window_); // The controls' objects live until their windows have had their last message.
     for (const auto& [colour, brush] : brushes_) DeleteObject(brush);
 }
@@ -99,10 +100,18 @@ void FormWindow::placeInMiddle(HWND owner) {
 }
 
 void FormWindow::show() {
+    modality_ = std::make_unique<Modality>(window_);
     ShowWindow(window_, SW_SHOW);
     SetForegroundWindow(window_);
     restoreFocus();
     UpdateWindow(window_);
+}
+
+void FormWindow::giveScreenBack() {
+    modality_.reset();
+    // Before this window goes: else the system would bring another program's to the front.
+    HWND below = GetWindow(window_, GW_OWNER);
+    if (GetActiveWindow() == window_ && below && IsWindowEnabled(below)) SetActiveWindow(below);
 }
 
 void FormWindow::announce() {
@@ -180,8 +189,8 @@ void FormWindow::formUnloaded() {
     alive_ = false;
     for (const auto& control : controls_)
         if (control->control().view() == control.get()) control->control().attach(nullptr);
-    SetWindowPos(window_, nullptr, 0, 0, 0, 0,
-                 SWP_HIDEWINDOW | SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER);
+    giveScreenBack();
+    ShowWindow(window_, SW_HIDE);
     PostMessageW(window_, WM_NULL, 0, 0); // The modal loop looks again.
     logWindow("unloaded", form_.name());
 }

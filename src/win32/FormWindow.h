@@ -3,6 +3,7 @@
 
 #include "forms/Form.h"
 #include "win32/ControlWindow.h"
+#include "win32/Dialogs.h"
 #include "win32/Dpi.h"
 #include "win32/ToolTips.h"
 
@@ -22,6 +23,7 @@ public:
     /// Whether `window` is, or lies in, a window of this class of ours.
     static bool owns(HWND window);
 
+    /// From now on the form has the screen: the thread's other windows are switched off.
     void show();
     /// The form stands and has been activated: from now on its activations are logged.
     void announce();
@@ -56,6 +58,7 @@ private:
     void resized();
     void dpiChanged(Dpi dpi, const RECT* suggested);
     void restoreFocus();
+    void giveScreenBack();
     LRESULT coloursOf(HWND control, HDC dc);
     void eraseBackground(HDC dc);
     ControlWindow* windowOf(HWND control) const;
@@ -68,6 +71,7 @@ private:
     Dpi dpi_;
     std::unique_ptr<DialogFont> font_;
     std::unique_ptr<ToolTips> toolTips_;
+    std::unique_ptr<Modality> modality_;
     std::vector<std::unique_ptr<ControlWindow>> controls_;
     std::vector<std::pair<COLORREF, HBRUSH>> brushes_;
     SIZE smallest_{};

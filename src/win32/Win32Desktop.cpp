@@ -43,15 +43,14 @@ protected:
         const auto lasts = [&form, showing] { return form.showing() == showing; };
         const VisualStyles styles;
         HWND behind = owner ? windowOf(*owner) : nullptr;
-        FormWindow window(form, behind ? behind : this->owner(), hourglass_);
-        Modality modality(window.handle());
+        if (!behind) behind = this->owner();
+        FormWindow window(form, behind, hourglass_);
         windows_.push_back(&window);
         window.show();
         shown();
         window.announce();
         serve(lasts);
         windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
-        modality.release();
     }
 
     std::optional<std::size_t> chooseFromMenu(forms::Form& form, const forms::Menu& menu) override {

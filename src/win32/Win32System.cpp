@@ -82,7 +82,8 @@ private:
 /// A port, which is opened as it is; all else is made anew.
 bool isDevice(const std::string& name) {
     std::string port = name.substr(0, name.find(':'));
-    std::transform(port.begin(), port.end(), port.begin(), [](char c) { return c >= 'a' && c <= 'z' ? char(c - 32) : c; });
+    std::transform(port.begin(), port.end(), port.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? char(c - 32) : c; });
     if (port == "PRN") return true;
     return port.size() == 4 && (port.starts_with("LPT") || port.starts_with("COM")) && port[3] >= '0' && port[3] <= '9';
 }
@@ -90,8 +91,9 @@ bool isDevice(const std::string& name) {
 class MachineSystem : public goodsreq::System {
 public:
     std::string readFile(const std::string& path) override {
-        const Handle file(CreateFileW(wide(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+        const Handle file(CreateFileW(wide(path).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
         if (!file.valid()) raiseSystemError(GetLastError(), automation::kFileNotFound);
         std::string content;
         while (true) {
@@ -122,7 +124,8 @@ public:
             letters += unit >= 0xD800 && unit < 0xDC00 ? L'?' : unit;
         }
         const int units = static_cast<int>(letters.size());
-        const int size = WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, letters.data(), units, nullptr, 0, "?", nullptr);
+        const int size =
+            WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, letters.data(), units, nullptr, 0, "?", nullptr);
         std::string bytes(static_cast<std::size_t>(size), '\0');
         WideCharToMultiByte(CP_ACP, WC_NO_BEST_FIT_CHARS, letters.data(), units, bytes.data(), size, "?", nullptr);
         return bytes;
