@@ -162,14 +162,19 @@ LRESULT RowsWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM l
         const Cell cell = cellAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         if (cell.row >= 0) column_ = cell.column;
     }
+    // The header reports to the list, which does not tell its own parent everything.
+    const auto* header = message == WM_NOTIFY ? reinterpret_cast<const NMHDR*>(lParam) : nullptr;
+    if (header && refusesOfHeader(*header)) return TRUE;
     const LRESULT result = ControlWindow::onMessage(window, message, wParam, lParam);
+    if (header && !updating_ && alive() && (header->code == HDN_ITEMCHANGEDW || header->code == HDN_ITEMCHANGEDA))
+        tellWidths();
     const bool mayScroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN;
     if (mayScroll && alive()) scrolled(static_cast<int>(SendMessageW(handle(), LVM_GETTOPINDEX, 0, 0)));
     return result;
 }
 
 LRESULT RowsWindow::notified(NMHDR& header) {
-    if (header.hwndFrom != handle()) return headerNotified(header);
+    if (header.hwndFrom != handle()) return 0;
     switch (header.code) {
     case LVN_GETDISPINFOW: textOf(reinterpret_cast<NMLVDISPINFOW&>(header).item); return 0;
     case LVN_ITEMCHANGED: return itemChanged(reinterpret_cast<const NMLISTVIEW&>(header));
@@ -229,14 +234,15 @@ LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {
     return CDRF_NEWFONT;
 }
 
-LRESULT RowsWindow::headerNotified(NMHDR& header) {
-    const bool begins = header.code == HDN_BEGINTRACKW || header.code == HDN_BEGINTRACKA ||
-                        header.code == HDN_DIVIDERDBLCLICKW || header.code == HDN_DIVIDERDBLCLICKA;
-    if (begins) return reinterpret_cast<const NMHEADERW&>(header).iItem == 0; // The column of no width stays so.
-    const bool ended = header.code == HDN_ENDTRACKW || header.code == HDN_ENDTRACKA ||
-                       header.code == HDN_ITEMCHANGEDW || header.code == HDN_ITEMCHANGEDA;
-    if (ended && !updating_) tellWidths();
-    return 0;
+bool RowsWindow::refusesOfHeader(const NMHDR& header) const {
+    const int column = reinterpret_cast<const NMHEADERW&>(header).iItem;
+    switch (header.code) {
+    case HDN_BEGINTRACKW:
+    case HDN_BEGINTRACKA:
+    case HDN_DIVIDERDBLCLICKW:
+    case HDN_DIVIDERDBLCLICKA: return column == 0; // The column of no width stays so.
+    default: return false;
+    }
 }
 
 void RowsWindow::tellWidths() {

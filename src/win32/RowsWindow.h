@@ -63,7 +63,7 @@ private:
     void giveHeight();
     LRESULT itemChanged(const NMLISTVIEW& change);
     LRESULT draw(NMLVCUSTOMDRAW& drawing);
-    LRESULT headerNotified(NMHDR& header);
+    bool refusesOfHeader(const NMHDR& header) const;
     void textOf(LVITEMW& item) const;
 
     std::vector<RowsColumn> shown_;
