@@ -144,6 +144,8 @@ list(APPEND delivered_files ${generated}/goodsreq.tlb)
 add_custom_target(dist
     COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${delivered_files} ${dist_folder}
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${CMAKE_SOURCE_DIR}/sandbox/data/ShopSetting.txt ${dist_folder}
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sandbox/data/reports ${dist_folder}/reports
     ${copy_connecting_host}
     DEPENDS ${delivered} VERBATIM)
 

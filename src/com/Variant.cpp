@@ -8,6 +8,8 @@
 
 #include <memory>
 #include <new>
+#include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -17,14 +19,9 @@ namespace {
 using automation::Array;
 using automation::Value;
 
-Value wideInteger(const VARIANT& variant) {
-    Variant number;
-    auto* source = const_cast<VARIANT*>(&variant); // only read, though the header does not say so
-    if (FAILED(VariantChangeType(&number, source, 0, VT_I4))) {
-        if (FAILED(VariantChangeType(&number, source, 0, VT_DECIMAL))) automation::raise(automation::kTypeMismatch);
-        return automation::Decimal{decimalText(number.decVal)};
-    }
-    return static_cast<std::int32_t>(number.lVal);
+template <class Integer> Value wideInteger(Integer number) {
+    if (std::in_range<std::int32_t>(number)) return static_cast<std::int32_t>(number);
+    return automation::Decimal{std::to_string(number)};
 }
 
 Value objectValue(IUnknown* unknown) {
@@ -141,9 +138,9 @@ Value plainValue(const VARIANT& variant) {
     case VT_I4:
     case VT_INT: return static_cast<std::int32_t>(variant.lVal);
     case VT_UI4:
-    case VT_UINT:
-    case VT_I8:
-    case VT_UI8: return wideInteger(variant);
+    case VT_UINT: return wideInteger(variant.ulVal);
+    case VT_I8: return wideInteger(variant.llVal);
+    case VT_UI8: return wideInteger(variant.ullVal);
     case VT_R4: return static_cast<double>(variant.fltVal);
     case VT_R8: return variant.dblVal;
     case VT_CY: return automation::Currency{variant.cyVal.int64};

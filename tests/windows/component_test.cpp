@@ -1,0 +1,196 @@
+// The component as a host meets it: created by its ProgID, fields, refusals, type library, registration, staying loaded.
+#include "TestObject.h"
+#include "com/Bridge.h"
+#include "com/Bstr.h"
+#include "com/ObjectFactory.h"
+
+#include <initguid.h>
+#include "goodsreq_h.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace automation;
+using com::ComPtr;
+
+namespace {
+
+long errorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+class Component : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+        object = com::comObjectFactory()("goodsreq.clsGRtoShop");
+        face = com::toDispatch(object).query<_clsGRtoShop>(IID__clsGRtoShop);
+        ASSERT_TRUE(face);
+    }
+    void TearDown() override {
+        face = {};
+        object.reset();
+        CoUninitialize();
+    }
+
+    ObjectPtr object;            ///< late-bound
+    ComPtr<_clsGRtoShop> face; ///< early-bound
+};
+
+ObjectPtr create(const char* progId) { return com::comObjectFactory()(progId); }
+
+template <class Function> Function exported(const char* name) {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"goodsreq.dll"), name)));
+}
+
+TEST_F(Component, FieldsKeepWhatTheHostSets) {
+    const struct {
+        const char* field;
+        Value value;
+    } cases[] = {
+        {"strProjectKey", "kova"},          {"strMsgboxCaption", "B\xC3\xA4" "ckerei"}, {"intCompanyID", std::int16_t{1}},
+        {"intUserID", std::int16_t{-7}},    {"intShopid", std::int16_t{32767}},
+        {"interfaceid", std::int32_t{1507}}, {"dtProcessDate", Date{45291.5}},
+    };
+    for (const auto& one : cases) {
+        object->put(one.field, one.value);
+        EXPECT_TRUE(object->get(one.field) == one.value) << one.field;
+    }
+    short user = 0;
+    EXPECT_EQ(face->get_intUserID(&user), S_OK);
+    EXPECT_EQ(user, -7);
+    object->put("INTUSERID", "12"); // text converts, names are without case
+    EXPECT_TRUE(object->get("intUserID") == Value(std::int16_t{12}));
+}
+
+TEST_F(Component, ANumberBeyondItsFieldOverflowsAndLeavesIt) {
+    object->put("intShopid", std::int16_t{3});
+    EXPECT_EQ(errorOf([&] { object->put("intShopid", std::int32_t{40000}); }), kOverflow);
+    EXPECT_TRUE(object->get("intShopid") == Value(std::int16_t{3}));
+}
+
+TEST_F(Component, AConnectionIsTakenWithSetAndWithout) {
+    const ObjectPtr connection = create("ADODB.Connection");
+    object->putRef("adocon", connection);
+    EXPECT_EQ(object->get("adocon").objectPtr(), connection);
+    object->putRef("adocon", ObjectPtr());
+    EXPECT_EQ(object->get("adocon").objectPtr(), nullptr);
+    object->put("adocon", connection);
+    EXPECT_EQ(object->get("adocon").objectPtr(), connection);
+}
+
+TEST_F(Component, WhatIsNoConnectionIsATypeMismatch) {
+    const ObjectPtr connection = create("ADODB.Connection");
+    object->putRef("adocon", connection);
+    const Value wrong[] = {create("Scripting.Dictionary"), std::make_shared<tests::TestObject>(), std::int16_t{5},
+                           "Provider=x", Null()};
+    for (const Value& value : wrong) {
+        SCOPED_TRACE(&value - wrong);
+        EXPECT_EQ(errorOf([&] { object->putRef("adocon", value); }), kTypeMismatch);
+        EXPECT_EQ(errorOf([&] { object->put("adocon", value); }), kTypeMismatch);
+        EXPECT_EQ(object->get("adocon").objectPtr(), connection);
+    }
+}
+
+TEST_F(Component, AnEarlyBoundCallersErrorCarriesInformation) {
+    const ComPtr<IDispatch> dictionary = com::toDispatch(create("Scripting.Dictionary"));
+    EXPECT_EQ(face->put_adocon(dictionary.get()), static_cast<HRESULT>(0x800A000D));
+    const auto support = face.query<ISupportErrorInfo>(IID_ISupportErrorInfo);
+    ASSERT_TRUE(support);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID__clsGRtoShop), S_OK);
+    ComPtr<IErrorInfo> information;
+    ASSERT_EQ(GetErrorInfo(0, information.out()), S_OK);
+    com::Bstr source, description;
+    information->GetSource(source.out());
+    information->GetDescription(description.out());
+    EXPECT_EQ(source.utf8(), "goodsreq");
+    EXPECT_EQ(description.utf8(), "Type mismatch");
+    EXPECT_EQ(face->get_adocon(nullptr), E_POINTER);
+}
+
+TEST_F(Component, AWrongProjectKeyShowsNothingAndTheComponentStaysLoaded) {
+    object->put("strProjectKey", "kova/xb/tram/842");
+    object->call("Show");
+    EXPECT_TRUE(object->get("adocon").objectPtr()->has("Execute")); // none was given, so it made one
+    face = {};
+    object.reset();
+    const auto canUnload = exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
+    ASSERT_TRUE(canUnload);
+    EXPECT_EQ(canUnload(), S_FALSE);
+}
+
+TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {
+    EXPECT_EQ(object->className(), "clsGRtoShop");
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(face->GetTypeInfo(0, 0, info.out()), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    std::vector<std::string> names;
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        FUNCDESC* function = nullptr;
+        ASSERT_EQ(info->GetFuncDesc(i, &function), S_OK);
+        com::Bstr name;
+        UINT count = 0;
+        info->GetNames(function->memid, name.out(), 1, &count);
+        const bool own = function->memid > 0 && function->memid < 100; // not IUnknown's and IDispatch's
+        if (own && (names.empty() || names.back() != name.utf8())) names.push_back(name.utf8());
+        info->ReleaseFuncDesc(function);
+    }
+    info->ReleaseTypeAttr(attributes);
+    EXPECT_EQ(names, (std::vector<std::string>{"adocon", "strProjectKey", "strMsgboxCaption", "intCompanyID",
+                                               "intUserID", "intShopid", "interfaceid", "dtProcessDate", "Show"}));
+}
+
+TEST_F(Component, TheSuitesStandInsAreCreatedByName) {
+    for (const char* progId : {"ADODB.Connection", "ADODB.Recordset", "CommonModule.clscommondb", "CommonModule.clsCommonGen",
+                               "Formcolor.clsFormcolor", "PosUserAuditing.clsUserAuditing",
+                               "MasterGridSetting.clsMasterGridSetting", "ErrorHandler.ErrorDetails", "Fetch.clsFetch",
+                               "Crystal.CRPE.Application"})
+        EXPECT_TRUE(create(progId)) << progId;
+    EXPECT_TRUE(create("CommonModule.clsCommonDB")->has("fnReturnField"));
+}
+
+std::string registered(HKEY root, const wchar_t* key) {
+    wchar_t text[300] = L"";
+    DWORD size = sizeof text;
+    RegGetValueW(root, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
+    return com::toUtf8(std::wstring_view(text));
+}
+
+TEST_F(Component, RegistersForTheMachineOrForOneUserAndTakesItBack) {
+    const wchar_t* const classIdKey = L"Software\\Classes\\goodsreq.clsGRtoShop\\CLSID";
+    const wchar_t* const classKey = L"Software\\Classes\\CLSID\\{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}";
+    const std::wstring serverKey = std::wstring(classKey) + L"\\InprocServer32";
+    const wchar_t* const libraryKey = L"Software\\Classes\\TypeLib\\{43C993A4-2E06-4565-8D37-6AC551703A18}\\1.0";
+    const auto install = exported<HRESULT(STDAPICALLTYPE*)(BOOL, PCWSTR)>("DllInstall");
+    const auto registerServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer");
+    const auto unregisterServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer");
+    ASSERT_TRUE(install && registerServer && unregisterServer);
+    for (const bool user : {false, true}) {
+        SCOPED_TRACE(user ? "user" : "machine");
+        const HKEY root = user ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+        ASSERT_EQ(user ? install(TRUE, L"User") : registerServer(), S_OK);
+        EXPECT_EQ(registered(root, classIdKey), "{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}");
+        EXPECT_EQ(registered(root, classKey), "Goods Request To Shop");
+        const std::string path = registered(root, serverKey.data());
+        EXPECT_TRUE(path.ends_with("\\goodsreq.dll")) << path;
+        if (!user) {
+            EXPECT_EQ(registered(root, libraryKey), "Goods Request To Shop");
+        }
+        ASSERT_EQ(user ? install(FALSE, L"user") : unregisterServer(), S_OK);
+        EXPECT_EQ(registered(root, classIdKey), "");
+        EXPECT_EQ(registered(root, classKey), "");
+        EXPECT_EQ(user ? install(FALSE, L"user") : unregisterServer(), S_OK) << "twice is no error";
+    }
+}
+
+} // namespace
