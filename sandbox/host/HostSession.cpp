@@ -1,5 +1,6 @@
 #include "sandbox/host/HostSession.h"
 
+#include "automation/RunTimeError.h"
 #include "basic/Calendar.h"
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/database/Company.h"
@@ -16,7 +17,12 @@ std::filesystem::path pathOf(const std::string& utf8) { return std::u8string(utf
 class OpenConnection {
 public:
     OpenConnection(automation::ObjectPtr object, const std::string& connectionString) : object_(std::move(object)) {
-        object_->call("Open", connectionString);
+        try {
+            object_->call("Open", connectionString);
+        } catch (const automation::RunTimeError& error) {
+            throw automation::RunTimeError(error.number(), "the connection cannot be opened: " + error.description(),
+                                           error.source());
+        }
     }
     OpenConnection(const OpenConnection&) = delete;
     OpenConnection& operator=(const OpenConnection&) = delete;
