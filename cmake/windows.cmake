@@ -137,9 +137,6 @@ foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-hos
         cscript.exe)
     list(APPEND delivered_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
 endforeach()
-if(TARGET goodsreq-host)
-    list(APPEND delivered_files ${CMAKE_BINARY_DIR}/goodsreq-connect.exe)
-endif()
 list(APPEND delivered_files ${generated}/goodsreq.tlb)
 add_custom_target(dist
     COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
