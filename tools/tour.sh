@@ -50,9 +50,9 @@ stored() {
     sqlite3 -batch -noheader -separator '|' "$folder/company.db" "$1"
 }
 
-# What is typed: three items that shops 1 and 2 both carry, each named in another way.
+# What is typed: three items that shops 1 and 5 both carry, each named in another way.
 requesting=1
-supplying=2
+supplying=5
 both="a.active = 1 and hex(a.itemtype) <> '42' and p.active = 1 and s.shopid = $requesting
     and a.itemid in (select itemid from ashopitemdetail where shopid = $supplying)
     and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
@@ -80,20 +80,18 @@ enterLine() {
 # With a wrong key the host makes the sample company, shows nothing and ends.
 startHost --key none
 awaitHost
-IFS='|' read -r firstItem barcode < <(itemAt 0 "min(p.packingbarcode)")
+IFS='|' read -r firstItem barcode < <(itemAt 0 "min(p.packingbarcode || '')")
 IFS='|' read -r secondItem code < <(itemAt 40 a.itemcode)
 IFS='|' read -r thirdItem shortcut < <(itemAt 80 s.shortcutno)
 [ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
 
 startHost
 await_log "active frmMaster"
-await_log "focus frmMaster.flexMaster"
 focus_window "Goods Request To Shop"
 shot 01-register
 
 press ctrl+Return
 await_log "active frmRequest"
-await_log "focus frmRequest.txtrequestDate"
 shot 02-new-request
 press alt+s
 await_log "focus frmRequest.cboShop"
@@ -107,18 +105,15 @@ shot 03-shop-chosen
 
 press Return
 await_log "active frmRequestDetail"
-await_log "focus frmRequestDetail.txtBarcode"
 shot 04-line-entry
 enterLine "$barcode" 5 05-line-by-barcode
 enterLine "$code" 2.5 06-line-by-item-code
 enterLine "$shortcut" 12 07-line-by-shortcut
 press Escape
 await_log "unloaded frmRequestDetail"
-await_log "active frmRequest"
 shot 08-lines
 press alt+o
 await_log "unloaded frmRequest"
-await_log "active frmMaster"
 shot 09-register-with-request
 
 # The same request again: its second line gets another quantity.
@@ -129,7 +124,6 @@ press Tab Tab
 await_log "focus frmRequest.lvwrequest"
 press Down Return
 await_log "active frmRequestDetail"
-await_log "focus frmRequestDetail.txtQuantity"
 shot 11-edit-line
 type_keys "9"
 press Return
@@ -140,11 +134,9 @@ press Return
 await_log "focus frmRequestDetail.txtQuantity"
 press Escape
 await_log "unloaded frmRequestDetail"
-await_log "active frmRequest"
 shot 12-changed-line
 press alt+o
 await_log "unloaded frmRequest"
-await_log "active frmMaster"
 shot 13-register-at-the-end
 press alt+c
 awaitHost

@@ -119,7 +119,7 @@ void frmRequestDetail::design() {
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice}) box->setRightAligned(true);
     Frame1.place({kMargin, kMargin, kWidth - 2 * kMargin, top - kMargin + 60});
 
-    lvwpacktype.setColumns({{"PackID", 900}, {"Packing Type", 3600}, {"Quantity", 1500, forms::ColumnAlignment::right}});
+    lvwpacktype.setColumns({{"PackID", 900}, {"Packing Type", 5300}, {"Quantity", 1900, forms::ColumnAlignment::right}});
     lvwpacktype.place({kMargin, Frame1.bounds().bottom() + 150, kWidth - 2 * kMargin, kPacksHeight});
     const int buttons = lvwpacktype.bounds().bottom() + 150;
     int left = kMargin;

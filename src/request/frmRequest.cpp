@@ -92,7 +92,8 @@ void frmRequest::design() {
     lblRequestNo.place({kMargin, kMargin + 45, kLabelWidth, 240});
     lblRequestNo.setText("Request &No:");
     txtRequestNo.place({fieldLeft, kMargin, 2600, kRowHeight});
-    txtRequestNo.setLocked(true); // the number is made at saving
+    txtRequestNo.setLocked(true); // the number is made at saving, so there is nothing to stop for
+    txtRequestNo.setTabStop(false);
     lblrequestDate.place({rightLabel, kMargin + 45, kLabelWidth, 240});
     lblrequestDate.setText("&Date:");
     txtrequestDate.place({rightField, kMargin, 1700, kRowHeight});
