@@ -1,4 +1,4 @@
-// The component as a host meets it: created by its ProgID, fields, refusals, type library, registration, staying loaded.
+// The component as a host meets it: created by its ProgID, its fields and refusals, type library and registration.
 #include "TestObject.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
@@ -57,9 +57,13 @@ TEST_F(Component, FieldsKeepWhatTheHostSets) {
         const char* field;
         Value value;
     } cases[] = {
-        {"strProjectKey", "kova"},          {"strMsgboxCaption", "B\xC3\xA4" "ckerei"}, {"intCompanyID", std::int16_t{1}},
-        {"intUserID", std::int16_t{-7}},    {"intShopid", std::int16_t{32767}},
-        {"interfaceid", std::int32_t{1507}}, {"dtProcessDate", Date{45291.5}},
+        {"strProjectKey", "kova"},
+        {"strMsgboxCaption", "B\xC3\xA4" "ckerei"},
+        {"intCompanyID", std::int16_t{1}},
+        {"intUserID", std::int16_t{-7}},
+        {"intShopid", std::int16_t{32767}},
+        {"interfaceid", std::int32_t{1507}},
+        {"dtProcessDate", Date{45291.5}},
     };
     for (const auto& one : cases) {
         object->put(one.field, one.value);
@@ -151,8 +155,8 @@ TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {
 }
 
 TEST_F(Component, TheSuitesStandInsAreCreatedByName) {
-    for (const char* progId : {"ADODB.Connection", "ADODB.Recordset", "CommonModule.clscommondb", "CommonModule.clsCommonGen",
-                               "Formcolor.clsFormcolor", "PosUserAuditing.clsUserAuditing",
+    for (const char* progId : {"ADODB.Connection", "ADODB.Recordset", "CommonModule.clscommondb",
+                               "CommonModule.clsCommonGen", "Formcolor.clsFormcolor", "PosUserAuditing.clsUserAuditing",
                                "MasterGridSetting.clsMasterGridSetting", "ErrorHandler.ErrorDetails", "Fetch.clsFetch",
                                "Crystal.CRPE.Application"})
         EXPECT_TRUE(create(progId)) << progId;
