@@ -32,6 +32,11 @@ std::string dataSource(const std::string& connectionString) {
     return path;
 }
 
+std::string& lastOpenedPath() {
+    static std::string path;
+    return path;
+}
+
 } // namespace
 
 Database& Connection::database() {
@@ -41,13 +46,17 @@ Database& Connection::database() {
 
 void Connection::open(const std::string& connectionString) {
     if (database_) fail(kObjectOpen);
-    auto database = Database::open(dataSource(connectionString));
+    const std::string path = dataSource(connectionString);
+    auto database = Database::open(path);
     if (const std::string file = partOf(connectionString, "trace"); !file.empty()) trace_ = traceFileSink(file);
     database->trace(trace_);
     database->failOn(failOn_);
     database_ = std::move(database);
     connectionString_ = connectionString;
+    lastOpenedPath() = path;
 }
+
+const std::string& Connection::lastOpened() { return lastOpenedPath(); }
 
 void Connection::close() {
     if (database().inTransaction()) fail(kInTransaction);

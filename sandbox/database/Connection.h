@@ -19,6 +19,9 @@ public:
     bool has(std::string_view member) const override;
     std::string className() const override { return "Connection"; }
 
+    /// What this process opened last, for those that reach the company by another road; empty before.
+    static const std::string& lastOpened();
+
     bool isOpen() const { return database_ != nullptr; }
     /// Error 3704 when closed.
     Database& database();

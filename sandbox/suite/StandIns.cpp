@@ -10,6 +10,7 @@
 #include "sandbox/suite/ClsMasterGridSetting.h"
 #include "sandbox/suite/ClsUserAuditing.h"
 #include "sandbox/suite/ErrorDetails.h"
+#include "sandbox/suite/ReportEngine.h"
 
 namespace sandbox {
 
@@ -33,6 +34,7 @@ constexpr Maker kMakers[] = {
     {"ErrorHandler.ErrorDetails",
      [](const Surroundings& s) -> ObjectPtr { return std::make_shared<ErrorDetails>(*s.desktop, s.logFolder); }},
     {"Fetch.clsFetch", [](const Surroundings& s) -> ObjectPtr { return std::make_shared<ClsFetch>(*s.desktop); }},
+    {"Crystal.CRPE.Application", [](const Surroundings& s) -> ObjectPtr { return std::make_shared<ReportEngine>(s); }},
     {"ADODB.Connection", plain<Connection>},
     {"ADODB.Recordset", plain<Recordset>},
 };

@@ -5,12 +5,14 @@
 #include "forms/Desktop.h"
 
 #include <string>
+#include <vector>
 
 namespace sandbox {
 
 struct Surroundings {
     forms::Desktop* desktop = nullptr; ///< where messages and dialogs are shown; outlives the stand-ins
     std::string logFolder;             ///< where errors.log is written; no log where it is empty
+    std::vector<std::string>* reportCalls = nullptr; ///< what the report engine is told, for tests; outlives it
 };
 
 /// The stand-in of that ProgID (in any case), or ADO's Connection or Recordset over the sandbox's database. Null for

@@ -27,7 +27,7 @@ enum class ControlKind {
 };
 
 /// What of a control's model has changed.
-enum class Aspect { text, enabled, visible, bounds, items, selection, columns, toolTip, colours, focus };
+enum class Aspect { text, enabled, visible, bounds, items, selection, columns, toolTip, colours, font, focus };
 
 /// What shows a control; it is told of each change of the model and draws what the model says.
 class ControlView {

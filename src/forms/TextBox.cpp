@@ -70,6 +70,12 @@ void TextBox::setLocked(bool locked) {
     notify(Aspect::enabled);
 }
 
+void TextBox::setFixedPitch(int percent) {
+    if (percent == fixedPitch_) return;
+    fixedPitch_ = percent;
+    notify(Aspect::font);
+}
+
 void TextBox::edited(std::string text, int selStart, int selLength) {
     const bool differs = text != this->text();
     textStorage() = std::move(text);
@@ -91,6 +97,7 @@ void TextBox::reset() {
     multiLine_ = false;
     locked_ = false;
     rightAligned_ = false;
+    fixedPitch_ = 0;
 }
 
 Value TextBox::invoke(Access access, std::string_view member, Arguments arguments) {

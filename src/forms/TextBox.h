@@ -24,6 +24,9 @@ public:
     void setMultiLine(bool multiLine) { multiLine_ = multiLine; }
     bool locked() const { return locked_; }
     void setLocked(bool locked);
+    /// Percent of the usual size at which the text stands in letters of one width, as in a preview; 0 for the form's own font.
+    int fixedPitch() const { return fixedPitch_; }
+    void setFixedPitch(int percent);
     bool rightAligned() const { return rightAligned_; }
     void setRightAligned(bool right) { rightAligned_ = right; }
 
@@ -49,6 +52,7 @@ private:
     bool multiLine_ = false;
     bool locked_ = false;
     bool rightAligned_ = false;
+    int fixedPitch_ = 0;
 };
 
 } // namespace forms

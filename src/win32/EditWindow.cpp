@@ -11,7 +11,10 @@ namespace {
 
 DWORD styleOf(const forms::TextBox& box) {
     DWORD style = box.rightAligned() ? ES_RIGHT : ES_LEFT;
-    style |= box.multiLine() ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL : ES_AUTOHSCROLL;
+    if (box.multiLine() && box.fixedPitch() > 0) // as it is laid out, never wrapped
+        style |= ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL | WS_VSCROLL | WS_HSCROLL;
+    else
+        style |= box.multiLine() ? ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN | WS_VSCROLL : ES_AUTOHSCROLL;
     return box.locked() ? style | ES_READONLY : style;
 }
 
@@ -33,7 +36,23 @@ EditWindow::EditWindow(FormWindow& form, forms::TextBox& box) : ControlWindow(fo
     create(WC_EDITW, styleOf(box), WS_EX_CLIENTEDGE);
     SendMessageW(handle(), EM_LIMITTEXT, static_cast<WPARAM>(box.maxLength()), 0);
     SendMessageW(handle(), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(2, 2));
+    fontChanged();
     showSelection();
+}
+
+EditWindow::~EditWindow() {
+    if (fixedPitch_) DeleteObject(fixedPitch_);
+}
+
+void EditWindow::fontChanged() {
+    ControlWindow::fontChanged();
+    if (box_.fixedPitch() <= 0) return;
+    const HFONT former = fixedPitch_;
+    fixedPitch_ = CreateFontW(-MulDiv(form_.font().lineHeight(), box_.fixedPitch(), 110), 0, 0, 0, FW_NORMAL, FALSE, FALSE,
+                              FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
+                              FIXED_PITCH | FF_MODERN, L"Courier New");
+    SendMessageW(handle(), WM_SETFONT, reinterpret_cast<WPARAM>(fixedPitch_), TRUE);
+    if (former) DeleteObject(former);
 }
 
 RECT EditWindow::area(RECT wanted) const {
@@ -55,6 +74,7 @@ void EditWindow::apply(forms::Aspect aspect) {
         showSelection();
         break;
     case forms::Aspect::selection: showSelection(); break;
+    case forms::Aspect::font: fontChanged(); break;
     case forms::Aspect::enabled:
         SendMessageW(handle(), EM_SETREADONLY, box_.locked(), 0);
         ControlWindow::apply(aspect);

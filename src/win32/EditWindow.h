@@ -11,6 +11,8 @@ namespace win32 {
 class EditWindow : public ControlWindow {
 public:
     EditWindow(FormWindow& form, forms::TextBox& box);
+    ~EditWindow() override;
+    void fontChanged() override;
     void commanded(int code) override;
     bool readOnly() const override { return box_.locked(); }
 
@@ -31,6 +33,7 @@ private:
     bool acceptsClipboard() const;
 
     forms::TextBox& box_;
+    HFONT fixedPitch_ = nullptr; ///< our own, where the box wants letters of one width
 };
 
 } // namespace win32

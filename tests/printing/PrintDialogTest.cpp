@@ -122,6 +122,66 @@ TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
     EXPECT_EQ(shop.user.form(), "frmMaster");
 }
 
+struct ReportKind {
+    std::int32_t screenId;
+    const char* file;
+    const char* title;
+    const char* firstValue;
+    bool hasCurrency;
+};
+
+// What the engine is told, in its order, and the preview that it shows.
+TEST(ReportPreview, ShowsTheRequestAsAReport) {
+    const CompanyFile company;
+    for (const ReportKind& kind :
+         {ReportKind{1507, "reqtoshop.rpt", "Goods Request To Shop", "Request To Shop - ", false},
+          ReportKind{1611, "rptinterdivisionsalesreq.rpt", "Inter Divsion Sales Request", "Inter Divison Sales Request  ", true}}) {
+        Shop shop(company, {.screenId = kind.screenId});
+        auto& user = shop.user;
+        shop.opens();
+        user.selectsRow("flexMaster", 1);
+        const auto row = user.grid("flexMaster").at(0);
+        user.clicks("cmdPrev");
+        ASSERT_EQ(user.form(), "frmPrint");
+        user.clicks("cmdOK");
+        ASSERT_EQ(user.form(), "ReportWindow") << (user.message() ? user.message()->text : "");
+        EXPECT_EQ(user.caption(), kind.title);
+
+        const std::string shopName = company.value("select shopname from ashops where shopid = 1");
+        const std::string department = company.value(
+            "select departmentname from ashops a,adepartmentmaster b where shopid=1 and a.departmentid=b.departmentid");
+        const std::string symbol = company.value(
+            "select symbol from ashops a,adepartmentmaster b,acurrencymaster c where shopid=1 and a.departmentid=b.departmentid "
+            "and b.depcurrencyid=c.currencyid");
+        std::vector<std::string> expected{
+            "LogOnServer(pdsodbc.dll|admindsnv2|adminv2|admin|brackmoss417)",
+            std::string("OpenReport(" PROJECT_DIR "/sandbox/data\\reports\\") + kind.file + ")",
+            std::string("SetCurrentValue 1(") + kind.firstValue + (kind.hasCurrency ? "" : shopName) + ")",
+            "SetCurrentValue 2( )",
+            "SetCurrentValue 3(" + row[0] + ")",
+            "SetCurrentValue 4(1)",
+            "SetCurrentValue 5(" + company.value("select username from lousers where userid=1") + ")",
+            "SetCurrentValue 6(" + department + ")"};
+        if (kind.hasCurrency) expected.push_back("SetCurrentValue 7(" + symbol + ")");
+        for (const char* option : {"HasPrintSetupButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl", "HasExportButton"})
+            expected.push_back(std::string(option) + "(True)");
+        expected.push_back(std::string("Preview(") + kind.title + "|0|0|0|0|" + std::to_string(0x01CF0000) + ")");
+        EXPECT_EQ(shop.reportCalls, expected);
+
+        EXPECT_NE(user.text("txtPage").find("Request No    " + row[1]), std::string::npos) << user.text("txtPage");
+        EXPECT_EQ(user.text("lblPage").substr(0, 5), "1 of ");
+        user.picks("cboZoom", "150 %");
+        EXPECT_EQ(user.control<forms::TextBox>("txtPage")->fixedPitch(), 150);
+        user.enters("txtSearch", department + "\r");
+        EXPECT_EQ(user.control<forms::TextBox>("txtPage")->selLength(), static_cast<int>(department.size()));
+        user.clicks("cmdClose");
+        EXPECT_EQ(user.form(), "frmPrint"); // the dialog stays
+        EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
+        user.presses(forms::kKeyEscape);
+        EXPECT_EQ(user.form(), "frmMaster");
+    }
+}
+
 TEST_F(PrintDialog, CancelPrintsNothing) {
     sets({{"windowsprint", "1"}});
     opensDialog();

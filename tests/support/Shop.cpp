@@ -57,7 +57,7 @@ void CompanyFile::change(const std::string& script) const {
 
 Shop::Shop(const CompanyFile& company, Seat seat)
     : connection(sandbox::openConnection(company.path())),
-      module(desktop, system, sandbox::standInFactory({&desktop, ""}), goodsreq::formMakers(), PROJECT_DIR "/sandbox/data"),
+      module(desktop, system, sandbox::standInFactory({&desktop, "", &reportCalls}), goodsreq::formMakers(), PROJECT_DIR "/sandbox/data"),
       component(module), user(desktop) {
     const sandbox::Day day = sandbox::kSampleProcessDate;
     desktop.time = basic::dateOf(day.year, day.month, day.day, 10, 30);

@@ -57,6 +57,7 @@ public:
 
     ScriptedDesktop desktop;
     PortableSystem system;
+    std::vector<std::string> reportCalls; ///< what the report engine was told, as "Member(argument|argument)"
     std::shared_ptr<sandbox::Connection> connection;
     goodsreq::Module module;
     goodsreq::Component component;

@@ -1,0 +1,96 @@
+// Fuzzes what reads the shop's print settings: the file's lines, and every layout that numbers from it can ask for.
+#include "automation/RunTimeError.h"
+#include "basic/Conversion.h"
+#include "basic/Numbers.h"
+#include "printing/SettingsFile.h"
+#include "printing/SlipPages.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+using goodsreq::SlipSettings;
+
+/// The setting as a 16-bit number, however the file has it; 0 where it has none.
+int number(std::string_view content, const char* key) {
+    const auto value = goodsreq::findSetting(content, key);
+    if (!value) return 0;
+    if (value->data() < content.data() || value->data() + value->size() > content.data() + content.size()) std::abort();
+    try {
+        return basic::cInt(basic::val(*value));
+    } catch (const automation::RunTimeError&) {
+        return -1;
+    }
+}
+
+SlipSettings settingsOf(std::string_view content) {
+    SlipSettings s;
+    s.pageLines = number(content, "p");
+    s.pageWidth = number(content, "w");
+    s.serialWidth = number(content, "s");
+    s.quantityWidth = number(content, "q");
+    s.unitWidth = number(content, "u");
+    s.rateWidth = number(content, "r");
+    s.amountWidth = number(content, "a");
+    s.showCost = number(content, "c");
+    s.showSellingPrice = number(content, "e");
+    s.showItemCode = number(content, "i");
+    s.headerTopLine = number(content, "t");
+    s.headerBottomLine = number(content, "h");
+    s.detailBottomLine = number(content, "b");
+    s.separatorBlanks = number(content, "k");
+    s.footerOnEachPage = number(content, "f");
+    s.showTotalQuantity = number(content, "g");
+    return s;
+}
+
+/// No line is longer than all widths and the page together ask for.
+constexpr std::size_t kLongestLine = 8 * 32768 * 2 + 1000;
+constexpr int kRecords = 20;
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string content(reinterpret_cast<const char*>(data), size);
+    const SlipSettings s = settingsOf(content);
+    const int headerLines = number(content, "l") & 0x7FFF;
+    int details = 0;
+    int lines = 0;
+    int feeds = 0;
+    try {
+        goodsreq::printPages(s, headerLines, kRecords,
+                             {[&](int index) {
+                                  ++details;
+                                  goodsreq::SlipLine line;
+                                  line.number = index + 1;
+                                  line.code = content.substr(0, 40);
+                                  line.description = content.substr(content.size() / 2, 100);
+                                  line.unit = content.substr(0, 12);
+                                  line.quantity = 1.5;
+                                  line.sellingPrice = automation::Null{};
+                                  return line;
+                              },
+                              [&] { ++lines; },
+                              [&](const std::string& text) {
+                                  if (text.size() > kLongestLine || text.find_first_of("\r\n\f") != std::string::npos) std::abort();
+                                  ++lines;
+                              },
+                              [&] { ++feeds; }});
+        if (details != kRecords || feeds >= kRecords || lines > kRecords * 6 + 2) std::abort();
+        goodsreq::totalLine(s, 1, 2);
+        goodsreq::HeaderSettings h;
+        h.titleAbove = s.showCost;
+        h.companyName = 1;
+        h.leftMargin = s.rateWidth;
+        h.linesToSkipFirst = number(content, "n") % 100;
+        h.linesAfterAddress = number(content, "m") % 100;
+        goodsreq::headerOpening(h, s.pageWidth, {content, content, content, content});
+        goodsreq::headerBody(h, s.pageWidth, {content, content, content, content, content, content, content, content, content, content});
+        goodsreq::messageLine(content, "M", s.pageWidth);
+    } catch (const automation::RunTimeError& error) {
+        if (error.number() != automation::kDivisionByZero || s.separatorBlanks != -1) std::abort();
+    }
+    return 0;
+}
