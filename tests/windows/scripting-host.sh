@@ -1,0 +1,41 @@
+# The component in the system's scripting host: with a wrong key Show returns at once and nothing is shown; with the right
+# one the register opens, and Show returns when it is closed.
+. "$root/tools/screen.sh"
+
+# The host's manifest lies beside it, so it works on a copy with all that it names.
+cp "$DIST_X64"/* "$OUT/"
+cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$OUT/"
+company=$(wine_path "$OUT/company.db")
+script=$(wine_path "$root/tests/windows/host.vbs")
+wine_run "$OUT/goodsreq-host.exe" --company "$company" --key none >/dev/null
+
+screenLog=$OUT/windows.log
+export GOODSREQ_WINDOW_LOG
+GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog")
+host() {
+    wine_run -t 60 "$OUT/cscript.exe" //nologo "$script" "$company" "$1"
+}
+expectEnd() {
+    if [ "$2" -ne 42 ]; then
+        echo "$1: the script ended with $2"
+        exit 1
+    fi
+}
+
+status=0
+host "kova/xb/tram/842" || status=$?
+expectEnd "a key in the wrong letter case" "$status"
+if [ -e "$screenLog" ]; then
+    echo "a wrong key has shown something: $(cat "$screenLog")"
+    exit 1
+fi
+
+host "KOVA/XB/TRAM/842" &
+programPid=$!
+await_log "active frmMaster"
+focus_window "Goods Request To Shop"
+press alt+c
+await_log "unloaded frmMaster"
+status=0
+wait "$programPid" || status=$?
+expectEnd "the right key" "$status"
