@@ -163,6 +163,12 @@ if(GTEST_SOURCE AND windows_tests)
         add_dependencies(${name} typelib)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endforeach()
+    if(TARGET slip_test) # the golden slips once more, through the real files and the real code page
+        target_sources(slip_test PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
+            tests/support/PortableSystem.cpp)
+        target_link_libraries(slip_test PRIVATE component suite data)
+        target_compile_definitions(slip_test PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
+    endif()
     if(TARGET desktop_test)
         target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
     endif()

@@ -87,19 +87,5 @@ TEST_P(GoldenSlip, PrintsAsBefore) {
 
 INSTANTIATE_TEST_SUITE_P(Slips, GoldenSlip, testing::ValuesIn(kSlips), [](const auto& slip) { return std::string(slip.param.name); });
 
-TEST(SlipSettingsFile, LineEndsAndByteOrderMarkChangeNothing) {
-    const Settings changes{{"showcostintrans", "1"}};
-    SlipWorld world(changes);
-    const std::string printed = world.print(kThreeLines);
-    std::string withoutLastEnd = SlipWorld::settingsText(changes);
-    withoutLastEnd.erase(withoutLastEnd.size() - 2);
-    for (const std::string& content : {SlipWorld::settingsText(changes, "\n"), SlipWorld::settingsText(changes, "\r"),
-                                       "\xEF\xBB\xBF" + SlipWorld::settingsText(changes), withoutLastEnd}) {
-        world.setSettings(content);
-        EXPECT_EQ(world.print(kThreeLines), printed);
-    }
-    EXPECT_TRUE(world.desktop.messages.empty());
-}
-
 } // namespace
 } // namespace printing

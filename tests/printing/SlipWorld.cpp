@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* kFolder = "C:\\Retail";
 constexpr const char* kPort = "LPT1";
+constexpr const char* kPortFile = "C:\\SLIP.TXT";
 
 const Settings& plainSettings() {
     static const Settings settings{
@@ -107,7 +108,12 @@ SlipWorld::SlipWorld(const Settings& changes)
     module.session.shopId = 1;
     module.session.screenId = goodsreq::kGoodsRequestToShop;
     module.session.messageBoxCaption = "Retail";
-    setSettings(settingsText(changes));
+    Settings settings = changes;
+    if (makeMachine) {
+        system.real = makeMachine();
+        settings["port"] = kPortFile;
+    }
+    setSettings(settingsText(settings));
 }
 
 std::string SlipWorld::settingsText(const Settings& changes, const std::string& lineEnd) {
@@ -123,7 +129,7 @@ void SlipWorld::setSettings(const std::string& content) { system.files[std::stri
 
 std::string SlipWorld::print(int request) {
     goodsreq::SlipPrinter(module, goodsreq::SlipPrinter::Target::port).PrintBill(request);
-    return system.files.at(kPort);
+    return system.real ? system.real->readFile(kPortFile) : system.files.at(kPort);
 }
 
 } // namespace printing

@@ -7,7 +7,9 @@
 
 #include "common/Module.h"
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -55,8 +57,11 @@ public:
 
     static std::string settingsText(const Settings& changes, const std::string& lineEnd = "\r\n");
     void setSettings(const std::string& content);
-    /// The slip as the port got it.
+    /// The slip as the port got it; on a real machine the port is a file.
     std::string print(int request);
+
+    /// Makes the real machine that outputs are opened on; without it they are kept in memory.
+    static inline std::function<std::unique_ptr<goodsreq::System>()> makeMachine;
 
     UnattendedDesktop desktop;
     support::PortableSystem system;

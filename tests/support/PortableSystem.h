@@ -17,6 +17,8 @@ public:
     std::map<std::string, long> refused;
     std::string windows = "C:\\Windows";
     std::vector<std::string> read; ///< each path read, in order
+    /// Where there is one, it opens the outputs and knows the code page in place of this one.
+    std::unique_ptr<goodsreq::System> real;
 
     /// One of `files`, or else a real file ("\" parts folders as "/" does).
     std::string readFile(const std::string& path) override;
