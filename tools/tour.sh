@@ -13,7 +13,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 mkdir -p "$1"
 folder=$(cd "$1" && pwd)
 shotFolder=$folder
-rm -f "$folder"/*.png "$folder"/{statements.sql,request.txt,host.log,host.out}
+rm -f "$folder"/*.png "$folder"/{company.db*,statements.sql,request.txt,host.log,host.out}
 
 trap wine_stop EXIT
 trap 'exit 130' INT TERM HUP
@@ -22,6 +22,8 @@ wine_start
 # The host runs beside us; its own log says what happens in its windows.
 startHost() {
     screenLog=$folder/host.log
+    rm -f "$screenLog"
+    logSeen=0
     timeout --foreground -k 5 900 wine "$root/dist/x64/goodsreq-host.exe" --company "$(wine_path "$folder/company.db")" \
         --trace "$(wine_path "$folder/statements.sql")" --log "$(wine_path "$screenLog")" "$@" \
         >"$folder/host.out" 2>&1 </dev/null &
@@ -106,6 +108,11 @@ shot 03-shop-chosen
 press Return
 await_log "active frmRequestDetail"
 shot 04-line-entry
+press F3
+await_log "active FetchWindow"
+shot 04-item-search
+press Escape
+await_log "unloaded FetchWindow"
 enterLine "$barcode" 5 05-line-by-barcode
 enterLine "$code" 2.5 06-line-by-item-code
 enterLine "$shortcut" 12 07-line-by-shortcut
@@ -138,6 +145,53 @@ shot 12-changed-line
 press alt+o
 await_log "unloaded frmRequest"
 shot 13-register-at-the-end
+
+# The request before it is deleted, with a reason.
+press Up Delete
+await_log "message Are you sure you want to Delete"
+shot 14-delete
+press alt+y
+await_log "active frmcancelreason"
+type_keys "Ordered twice"
+shot 15-reason
+press Return
+await_log "focus frmcancelreason.cmdOk"
+press Return
+await_log "unloaded frmcancelreason"
+shot 16-deleted
+click_in "Goods Request To Shop" 200 200 3
+await_log "menu mnupopup"
+shot 17-register-menu
+press Escape
+await_log "chosen"
+press alt+c
+awaitHost
+
+# The other kind of request has a price on its lines.
+startHost --interface 1611
+await_log "active frmMaster"
+focus_window "Inter Division Sales Request"
+press ctrl+Return
+await_log "active frmRequest"
+press alt+s
+await_log "focus frmRequest.cboShop"
+press Down Return
+await_log "focus frmRequest.txtRemarks"
+press Return
+await_log "focus frmRequest.lvwrequest"
+press Return
+await_log "active frmRequestDetail"
+type_keys "$barcode"
+press Return
+await_log "focus frmRequestDetail.txtQuantity"
+shot 18-line-with-price
+press Escape
+await_log "unloaded frmRequestDetail"
+press Escape
+await_log "message Save Changes?"
+shot 19-save-changes
+press alt+n
+await_log "unloaded frmRequest"
 press alt+c
 awaitHost
 
