@@ -146,22 +146,46 @@ press alt+o
 await_log "unloaded frmRequest"
 shot 13-register-at-the-end
 
-# The request before it is deleted, with a reason.
+# It is printed: as a report in the preview, then as a slip on the screen.
+press alt+p
+await_log "active frmPrint"
+shot 14-print
+press alt+o
+await_log "active ReportWindow"
+shot 15-report
+press Escape
+await_log "unloaded ReportWindow"
+press shift+Tab
+await_log "focus frmPrint.OptWindowsPrint"
+press Down
+await_log "focus frmPrint.optScreen"
+press alt+o
+await_window "ShopReq"
+shot 16-slip
+focus_window "ShopReq"
+press alt+F4
+await_no_window "ShopReq"
+focus_window "Goods Request To Shop"
+
+# The request before it is deleted, with a reason. A click goes to the list, Ctrl+D to its end.
+click_in "Goods Request To Shop" 200 200
+await_log "focus frmMaster.flexMaster"
+press ctrl+d
 press Up Delete
 await_log "message Are you sure you want to Delete"
-shot 14-delete
+shot 17-delete
 press alt+y
 await_log "active frmcancelreason"
 type_keys "Ordered twice"
-shot 15-reason
+shot 18-reason
 press Return
 await_log "focus frmcancelreason.cmdOk"
 press Return
 await_log "unloaded frmcancelreason"
-shot 16-deleted
+shot 19-deleted
 click_in "Goods Request To Shop" 200 200 3
 await_log "menu mnupopup"
-shot 17-register-menu
+shot 20-register-menu
 press Escape
 await_log "chosen"
 press alt+c
@@ -184,12 +208,12 @@ await_log "active frmRequestDetail"
 type_keys "$barcode"
 press Return
 await_log "focus frmRequestDetail.txtQuantity"
-shot 18-line-with-price
+shot 21-line-with-price
 press Escape
 await_log "unloaded frmRequestDetail"
 press Escape
 await_log "message Save Changes?"
-shot 19-save-changes
+shot 22-save-changes
 press alt+n
 await_log "unloaded frmRequest"
 press alt+c
