@@ -35,7 +35,7 @@ struct Session {
     std::string userName;
     automation::Date fromDate; ///< the register shows requests from this day on
     std::string userRights;
-    bool hasRightsRow = false; ///< a user without one has every right
+    bool hasEveryRight = false; ///< for a user without a row of rights
     bool blnIntegerQuantity = false;
     bool aliasInUse = false; ///< the site has a word of its own for a shop:
     std::string alias;

@@ -19,17 +19,13 @@ constexpr int kLongestReason = 230; ///< characters of the reason
 
 void frmMaster::USerRights() {
     Session& s = session();
-    s.userRights.clear();
-    s.hasRightsRow = false;
     Recordset rights = module().openRecordset("select functionrights from louserrights where userid = " +
                                               std::to_string(s.userId) + " and interfaceid = " + std::to_string(s.screenId) +
                                               " and companyid = " + std::to_string(s.companyId));
-    if (!rights.eof()) {
-        s.hasRightsRow = true;
-        s.userRights = basic::concatText(rights.value("functionrights"));
-    }
+    s.hasEveryRight = rights.eof();
+    if (!s.hasEveryRight) s.userRights = basic::concatText(rights.value("functionrights"));
     rights.close();
-    if (!s.hasRightsRow) return;
+    if (s.hasEveryRight) return;
     cmdnew.setEnabled(fnUSerRights("N"));
     CmdEdit.setEnabled(fnUSerRights("E"));
     CmdDelete.setEnabled(fnUSerRights("D"));
@@ -42,7 +38,7 @@ bool frmMaster::fnUSerRights(const std::string& letter) {
     return rights != "ADMIN" && basic::instr(rights, basic::trim(basic::ucase(letter))) > 0;
 }
 
-bool frmMaster::mayUse(const std::string& letter) { return !session().hasRightsRow || fnUSerRights(letter); }
+bool frmMaster::mayUse(const std::string& letter) { return session().hasEveryRight || fnUSerRights(letter); }
 
 void frmMaster::newRequest() {
     Session& s = session();

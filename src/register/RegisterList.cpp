@@ -120,7 +120,7 @@ void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vec
     if (!headers.eof()) {
         const std::vector<Field> fields = headers.fields();
         headers.moveNext(); // the hidden id column's
-        for (int col = 1; !headers.eof() && col < cols; headers.moveNext(), ++col) {
+        for (int col = 1; !headers.eof(); headers.moveNext(), ++col) {
             const std::string text = shown(fields.at(0).value());
             flexMaster.setCell(0, col, text);
             cboColNames.addItem(text, col);
@@ -141,7 +141,7 @@ void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vec
     flexMaster.selectRow(1);
 }
 
-// Widens the visible columns alike until they fill the grid.
+// Widens the visible columns alike until they fill the grid; the remarks only as far as they may go.
 void frmMaster::fillWidth() {
     constexpr int kScrollBar = 330;
     int used = 0;
@@ -151,9 +151,12 @@ void frmMaster::fillWidth() {
         visible += flexMaster.colWidth(col) > 0;
     }
     const int spare = flexMaster.bounds().width - kScrollBar - used;
-    if (visible == 0 || spare <= 0) return;
+    if (visible < 2 || spare <= 0) return;
+    const int toRemarks = std::min(spare / visible, kWidestRemarks - flexMaster.colWidth(kColRemarks));
+    const int toOthers = (spare - toRemarks) / (visible - 1);
     for (int col = 0; col < flexMaster.cols(); ++col)
-        if (flexMaster.colWidth(col) > 0) flexMaster.setColWidth(col, flexMaster.colWidth(col) + spare / visible);
+        if (const int width = flexMaster.colWidth(col))
+            flexMaster.setColWidth(col, width + (col == kColRemarks ? toRemarks : toOthers));
 }
 
 void frmMaster::sortByChosenColumn() {
@@ -167,6 +170,7 @@ void frmMaster::sortByChosenColumn() {
         flexMaster.sort(column, numeric ? SortOrder::genericAscending : SortOrder::stringAscending);
     else
         flexMaster.sort(column, numeric ? SortOrder::genericDescending : SortOrder::stringDescending);
+    enableRowCommands(); // The current row's number now belongs to another request.
 }
 
 void frmMaster::search() {
@@ -174,6 +178,7 @@ void frmMaster::search() {
     if (!cboSearch.hasSelection() || sought.empty()) return;
     const int column = cboSearch.selectedData();
     flexMaster.sort(column, forms::SortOrder::stringAscending);
+    enableRowCommands();
 
     const int length = basic::len(txtsearch.text());
     const bool numeric = basic::isNumeric(flexMaster.cell(1, column));

@@ -92,6 +92,9 @@ void frmMaster::design() {
 void frmMaster::onLoad() {
     trap("Form_Load ", [this] {
         Session& s = session();
+        // A load that fails before it has read the rights leaves none, least of all an earlier user's.
+        s.userRights.clear();
+        s.hasEveryRight = false;
         db_ = CommonDb(module().create("CommonModule.clscommonDB"), s.connection);
         s.formColour = FormColour(module().create("Formcolor.clsFormcolor"));
         s.formColour.Applyformcolor(*this);

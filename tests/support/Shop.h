@@ -43,6 +43,8 @@ struct Seat {
 };
 
 class Shop {
+    std::vector<std::string> statements_; ///< first, as closing the open forms at the end sends more
+
 public:
     explicit Shop(const CompanyFile& company, Seat seat = {});
 
@@ -63,8 +65,6 @@ public:
     goodsreq::Component component;
     User user;
 
-private:
-    std::vector<std::string> statements_;
 };
 
 /// An item that a shop may request from another, and the ways to name it.

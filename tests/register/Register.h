@@ -1,0 +1,85 @@
+// A register with a few requests of the test's own.
+#pragma once
+
+#include "tests/support/Shop.h"
+
+#include "register/frmMaster.h"
+#include "register/frmcancelreason.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace support {
+
+struct Request {
+    int id;
+    std::string remarks;
+    std::string date = "20260320";
+    bool used = false;
+    bool confirmed = false;
+    bool cancelled = false;
+    char type = 'r';
+};
+
+/// A person of the sample company's first shop, with its requests replaced.
+class Register : public testing::Test {
+protected:
+    CompanyFile company;
+    std::optional<Shop> shop;
+
+    /// Request n has the number "GR/n", and goes to shop 2.
+    void has(const std::vector<Request>& requests) {
+        const auto bit = [](bool value) { return value ? ",1" : ",0"; };
+        std::string script = "delete mesRequesttoShopHeader";
+        for (const Request& r : requests)
+            script += ";insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
+                      "srhtoShopid,SRHremarks,srhtype,srhused,srhTransfinished,SRHcancelled) values (" +
+                      std::to_string(r.id) + ",1,'GR/" + std::to_string(r.id) + "','" + r.date + "',2,'" + r.remarks +
+                      "','" + r.type + "'" + bit(r.used) + bit(r.confirmed) + bit(r.cancelled) + ")";
+        company.change(script);
+    }
+    User& opens(Seat seat = {}) {
+        shop.emplace(company, seat);
+        shop->opens();
+        return shop->user;
+    }
+    User& user() { return shop->user; }
+    forms::Grid& grid() { return *user().control<forms::Grid>("flexMaster"); }
+    goodsreq::Session& session() { return shop->module.session; }
+
+    /// What stands in one column, from the first data row on.
+    std::vector<std::string> column(int col) {
+        std::vector<std::string> cells;
+        for (const auto& row : user().grid("flexMaster")) cells.push_back(row.at(static_cast<std::size_t>(col)));
+        return cells;
+    }
+    /// Takes note of the error boxes and closes them; each as "module, routine".
+    std::vector<std::string> reports() {
+        std::vector<std::string> places;
+        while (user().message()) {
+            const std::string text = user().message()->text;
+            const std::size_t from = text.find("Where: ");
+            if (from == std::string::npos) {
+                ADD_FAILURE() << "No error box: " << text;
+                break;
+            }
+            places.push_back(text.substr(from + 7, text.find("\r\n", from) - from - 7));
+            user().answers(forms::Answer::ok);
+        }
+        return places;
+    }
+    /// Whole row `row` is selected, and it is the current one.
+    void expectSelected(int row) {
+        EXPECT_EQ(grid().row(), row);
+        EXPECT_EQ(grid().rowSel(), row);
+        EXPECT_EQ(grid().col(), 0);
+        EXPECT_EQ(grid().colSel(), goodsreq::kColShopId);
+    }
+};
+
+using Texts = std::vector<std::string>;
+
+} // namespace support

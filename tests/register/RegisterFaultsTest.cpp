@@ -1,0 +1,224 @@
+// Where the register meets what it cannot help: wrong keys, missing rows, a connection that dies.
+#include "tests/register/Register.h"
+
+#include "automation/RunTimeError.h"
+#include "sandbox/suite/StandIns.h"
+
+namespace {
+
+using namespace goodsreq;
+using automation::RunTimeError;
+using support::Register;
+using support::Texts;
+
+using RegisterFaults = Register;
+using Starting = Register;
+using EditedRow = Register;
+
+TEST_F(Starting, AWrongKeyShowsNothing) {
+    for (const char* key : {"", "kova/xb/tram/842", "KOVA/XB/TRAM/842 ", "KOVA/XB/TRAM/84"}) {
+        shop.emplace(company);
+        shop->component.strProjectKey = key;
+        shop->opens();
+        EXPECT_TRUE(user().ended()) << key;
+        EXPECT_TRUE(shop->desktop.messages.empty());
+        EXPECT_TRUE(shop->statements().empty());
+    }
+}
+
+TEST_F(Starting, TheHostsFieldsBecomeTheSession) {
+    shop.emplace(company);
+    Component& host = shop->component;
+    host.intCompanyID = -7;
+    host.intUserID = -5;
+    host.intShopid = -2;
+    host.interfaceid = 70000;
+    host.strMsgboxCaption = "Caption";
+    host.strProjectKey = "other";
+    shop->opens();
+    EXPECT_EQ(session().companyId, -7);
+    EXPECT_EQ(session().userId, -5);
+    EXPECT_EQ(session().shopId, -2);
+    EXPECT_EQ(session().screenId, 70000);
+    EXPECT_EQ(session().messageBoxCaption, "Caption");
+    EXPECT_EQ(session().processDate.days, host.dtProcessDate.days);
+    EXPECT_EQ(session().connection, host.adocon);
+}
+
+TEST_F(Starting, IsRefusedWhileTheRegisterIsOpen) {
+    opens();
+    shop->component.intShopid = 5;
+    long error = 0;
+    user().happens([&] {
+        try {
+            shop->component.show();
+        } catch (const RunTimeError& refused) {
+            error = refused.number();
+        }
+    });
+    EXPECT_EQ(error, 400);
+    EXPECT_EQ(session().shopId, 1);
+    EXPECT_EQ(user().form(), "frmMaster");
+    user().clicks("CmdClose");
+    EXPECT_TRUE(user().ended());
+    shop->opens();
+    EXPECT_EQ(session().shopId, 5);
+    EXPECT_EQ(user().form(), "frmMaster");
+}
+
+TEST_F(Starting, WithoutAConnectionTheRegisterReportsAndCanBeClosed) {
+    shop.emplace(company);
+    shop->component.adocon = nullptr;
+    shop->opens();
+    EXPECT_EQ(reports(), (Texts{"frmMaster, Form_Load", "frmMaster, Form_Activate"}));
+    ASSERT_TRUE(shop->component.adocon);
+    EXPECT_EQ(shop->component.adocon, session().connection);
+    EXPECT_EQ(user().form(), "frmMaster");
+    user().clicks("CmdClose");
+    EXPECT_TRUE(user().ended());
+}
+
+TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
+    const std::string load = "frmMaster, Form_Load";
+    const std::string activate = "frmMaster, Form_Activate";
+    const std::string setShop = " where ShopID = 1";
+    struct Case {
+        const char* name;
+        std::string change;  ///< of the company
+        std::string failing; ///< what no statement may contain
+        bool dies;           ///< the connection dies of it
+        Texts reports;
+        std::size_t rows; ///< shown all the same; an empty grid keeps one
+    };
+    for (const Case& c : {
+             Case{"nothing", "", "", false, {}, 2},
+             {"no back days", "delete LOsSettings" + setShop, "", false, {load}, 1},
+             {"back days null", "update LOsSettings set sNoofBackDays = null" + setShop, "", false, {load}, 1},
+             {"back days past 16 bits", "update LOsSettings set sNoofBackDays = 32768" + setShop, "", false, {load}, 1},
+             {"no view of day closes", "", "vwshopCloseDate", false, {load}, 1},
+             {"no package settings", "delete aPAckageSettings", "", false, {}, 2},
+             {"alias not readable", "", "select alias", false, {load, activate}, 1},
+             {"alias set but missing", "update aPAckageSettings set alias = 1; delete aalias", "", false, {}, 2},
+             {"no header catalogue", "delete atablecolumns", "", false, {}, 2},
+             {"too few headers", "delete atablecolumns where columnno > 4", "", false, {}, 2},
+             {"too many headers",
+              "insert into atablecolumns (tableid,columnno,columnname,ColumnHeader) values (1,10,'more','More')",
+              "",
+              false,
+              {load},
+              2},
+             {"no user", "delete loUsers", "", false, {}, 2},
+             {"rights not readable", "", "louserrights", false, {load}, 2},
+             {"dies at the list", "", " select sRHrequestID", true, {load, activate}, 1},
+             {"dies at the headers", "", "atablecolumns", true, {load, activate}, 2},
+             {"dies at the saved layout", "", "aMasterGridSettings", true, {load, activate}, 2},
+         }) {
+        SCOPED_TRACE(c.name);
+        const support::CompanyFile broken;
+        broken.change("delete mesRequesttoShopHeader where not (srhshopid = 1 and srhtype = 'r')");
+        broken.change("delete mesRequesttoShopHeader where srhrequestid not in (select top 2 srhrequestid from"
+                      " mesRequesttoShopHeader where srhrequestdate > '20260301' order by srhrequestid)");
+        if (!c.change.empty()) broken.change(c.change);
+        shop.emplace(broken);
+        shop->connection->failOn([&c, dead = false](std::string_view s) mutable {
+            const bool met = !c.failing.empty() && s.find(c.failing) != s.npos;
+            dead = dead || (c.dies && met);
+            return met || dead;
+        });
+        shop->opens();
+        EXPECT_EQ(reports(), c.reports);
+        EXPECT_EQ(user().form(), "frmMaster");
+        EXPECT_EQ(user().grid("flexMaster").size(), c.rows);
+        EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
+        user().clicks("CmdClose");
+        EXPECT_TRUE(user().ended());
+        shop.reset();
+    }
+}
+
+TEST_F(RegisterFaults, AConnectionThatDiesWhileTheRegisterIsOpen) {
+    has({{1, "a"}});
+    struct Case {
+        std::function<void(support::User&)> act;
+        const char* report;
+    };
+    for (const Case& c : {Case{[](auto& u) { u.clicks("CmdDelete"); }, "frmMaster, CmdDelete_Click"},
+                          {[](auto& u) {
+                               u.rightClicks("flexMaster");
+                               u.choosesMenu("mnurefresh");
+                           },
+                           "frmMaster, mnurefresh_Click"}}) {
+        opens();
+        shop->connection->kill();
+        c.act(user());
+        EXPECT_EQ(reports(), Texts{c.report});
+        // What needs no database goes on.
+        user().picks("cboColNames", "Remarks");
+        user().clicks("CmdClose");
+        EXPECT_TRUE(user().ended());
+    }
+}
+
+TEST_F(RegisterFaults, AreShownAlsoWithoutTheErrorComponent) {
+    support::ScriptedDesktop desktop;
+    support::PortableSystem system;
+    Module module(
+        desktop, system,
+        [](std::string_view) -> automation::ObjectPtr { throw RunTimeError(429, "No such component"); }, formMakers(),
+        "");
+    module.session.messageBoxCaption = "Caption";
+    support::User person(desktop);
+    person.starts([&] { trap(module, "basGRtoShop ", "Routine", [] { throw RunTimeError(6, "Overflow"); }); });
+    ASSERT_TRUE(person.message());
+    EXPECT_EQ(person.message()->icon, forms::MessageIcon::critical);
+    EXPECT_NE(person.message()->text.find("Error 6 in "), std::string::npos);
+    EXPECT_NE(person.message()->text.find("Overflow"), std::string::npos);
+    person.answers(forms::Answer::ok);
+    EXPECT_TRUE(person.ended());
+}
+
+TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
+    struct Case {
+        const char* name;
+        const char* mode;
+        std::vector<support::Request> before;
+        int row;
+        std::string condition;
+        Texts numbers; ///< of the grid afterwards
+        int current;
+    };
+    for (const Case& c :
+         {Case{"E overwrites the current row", "E", {{1, ""}, {2, ""}}, 2, " srhrequestid =7", {"GR/1", "GR/7"}, 2},
+          {"N adds a row", "N", {{1, ""}, {2, ""}}, 1, " srhrequestid =7", {"GR/1", "GR/2", "GR/7"}, 3},
+          {"N adds to one row", "N", {{1, ""}}, 1, " srhrequestid =7", {"GR/1", "GR/7"}, 2},
+          {"N fills an empty register", "N", {}, 1, " srhrequestid =7", {"GR/7"}, 1},
+          {"not found", "E", {{1, ""}, {2, ""}}, 1, " srhrequestid =99", {"GR/1", "GR/2"}, 1},
+          {"not found, new", "N", {{1, ""}}, 1, " srhrequestid =99", {"GR/1"}, 1},
+          {"of the other kind", "N", {{1, ""}}, 1, " srhrequestid =8", {"GR/1"}, 1},
+          {"before the period", "N", {{1, ""}}, 1, " srhrequestid =9", {"GR/1"}, 1}}) {
+        SCOPED_TRACE(c.name);
+        has(c.before);
+        opens();
+        std::vector<support::Request> after = c.before;
+        after.push_back({7, "new", "20260331"});
+        after.push_back({8, "sale", "20260331", false, false, false, 's'});
+        after.push_back({9, "old", "20240101"});
+        has(after);
+        company.change("update mesRequesttoShopHeader set SRHremarks = null where srhrequestid = 7");
+        user().selectsRow("flexMaster", c.row);
+        user().happens([&] {
+            session().editMode = c.mode;
+            UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery, c.condition);
+        });
+        EXPECT_EQ(column(kColNumber), c.numbers);
+        expectSelected(c.current);
+        if (c.numbers.at(static_cast<std::size_t>(c.current - 1)) != "GR/7") continue;
+        EXPECT_EQ(column(kColId).at(static_cast<std::size_t>(c.current - 1)), "7");
+        EXPECT_EQ(column(kColRemarks).at(static_cast<std::size_t>(c.current - 1)), "");
+        EXPECT_EQ(column(kColDate).at(static_cast<std::size_t>(c.current - 1)), "31/03/2026");
+    }
+    user().happens([&] { UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery, " nosuchcolumn =1"); });
+    EXPECT_EQ(reports(), Texts{"basGRtoShop, UpdateEditedRow"});
+}
+
+} // namespace
