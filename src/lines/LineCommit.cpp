@@ -30,9 +30,9 @@ void frmRequestDetail::commitLine() {
         if (fnItemAlreadyInList())
             module().inform(cboItem.text() + " Already Exists");
         else if (isNewLine())
-            writeLine(list.add(std::to_string(list.count() + 1)), true);
+            addLine(list);
         else
-            writeLine(list.item(selected), false);
+            writeLine(list.item(selected));
         if (session().auditing.DataChanged(*this)) list.setTag("C");
 
         if (isNewLine()) {
@@ -75,14 +75,21 @@ bool frmRequestDetail::fnItemAlreadyInList() const {
     return false;
 }
 
-void frmRequestDetail::writeLine(forms::ListItem& line, bool isNew) {
-    if (isNew) line.setSubItem(kLineItemCode, strItemCode);
+void frmRequestDetail::addLine(forms::ListView& list) {
+    // Read first: a failure must leave no half line behind.
+    const std::string unit = fnGetUnitCode(module(), cboItem.selectedData());
+    forms::ListItem& line = list.add(std::to_string(list.count() + 1));
+    line.setSubItem(kLineItemCode, strItemCode);
+    writeLine(line);
+    line.setSubItem(kLineUnit, unit);
+}
+
+void frmRequestDetail::writeLine(forms::ListItem& line) {
     line.setSubItem(kLineItemName, cboItem.text());
     line.setSubItem(kLineGoodQty, quantityText(txtQuantity.text()));
     line.setSubItem(kLineBadQty, quantityText(txtBadQuantity.text()));
     line.setSubItem(kLineItemId, std::to_string(cboItem.selectedData()));
     if (showsPrice()) line.setSubItem(kLinePrice, quantityText(txtsellingprice.text()));
-    if (isNew) line.setSubItem(kLineUnit, fnGetUnitCode(module(), cboItem.selectedData()));
 }
 
 void frmRequestDetail::prepareNextLine() {

@@ -43,7 +43,7 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
             txtBarcode.setText(basic::replaceAll(txtBarcode.text(), "'", ""));
     };
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
-    cmdbarcode.onClick = [this] { trap("cmdbarcode_Click ", [this] { fetchItem(); }); };
+    cmdbarcode.onClick = [this] { trap("cmdbarcode_Click", [this] { fetchItem(); }); };
     cboItem.onClick = [this] { trap("cboItem_Click ", [this] { itemChosen(); }); };
     cboItem.onValidate = [this] {
         trap("cboItem_Validate", [this] {

@@ -85,7 +85,8 @@ private:
     void commitLine();
     bool checked();
     bool fnItemAlreadyInList() const;
-    void writeLine(forms::ListItem& line, bool isNew);
+    void addLine(forms::ListView& list);
+    void writeLine(forms::ListItem& line);
     void prepareNextLine();
     void goTo(int row);
     bool isNewLine() const { return session().strLineMode == "N"; }

@@ -195,7 +195,7 @@ void frmRequest::shopChosen() {
 }
 
 void frmRequest::onQueryUnload(bool& cancel, forms::CloseReason) {
-    trap("Form_QueryUnload", [&] {
+    const bool asked = trap("Form_QueryUnload", [&] {
         if (!cmdOk.enabled()) return;
         if (lvwrequest.tag() != "C" && !session().auditing.DataChanged(*this)) return;
         const forms::Answer answer =
@@ -207,6 +207,7 @@ void frmRequest::onQueryUnload(bool& cancel, forms::CloseReason) {
             cancel = loaded(); // a save that went through has unloaded the editor
         }
     });
+    if (!asked) cancel = true; // whether anything is lost is not known
 }
 
 } // namespace goodsreq

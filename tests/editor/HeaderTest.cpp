@@ -1,0 +1,295 @@
+// The head of a request: whom it can be sent to, its number, opening and closing.
+#include "tests/editor/Till.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace editor;
+using Names = std::vector<std::string>;
+
+class Header : public testing::Test {
+protected:
+    CompanyFile company;
+    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 3);
+
+    std::string newest(const std::string& field) const {
+        return company.value("select " + field + " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
+                             " (select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1)");
+    }
+    std::string count() const { return company.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1"); }
+};
+
+TEST_F(Header, OffersTheOtherActiveShopsThatDealInTheSameGoods) {
+    company.change("insert into ashopitemcategory values (8, 11)"); // the garden centre takes up a common category
+    {
+        Till till(company);
+        till.newRequest(0);
+        EXPECT_EQ(till.user.entries("cboShop"),
+                  (Names{"Brackenway Garden Centre", "Brackenway Harbour", "Brackenway Market Square",
+                         "Brackenway Riverside", "Brackenway Station Road", "Brackenway Trade Counter"}));
+        EXPECT_EQ(till.user.text("cboShop"), "");
+    }
+    company.change("delete ashopitemcategory where shopid = 8 and itemcategoryid = 11;"
+                   "update aShops set ActiveShop = 0 where shopid = 3");
+    Till till(company);
+    till.newRequest(0);
+    EXPECT_EQ(till.user.entries("cboShop"),
+              (Names{"Brackenway Harbour", "Brackenway Market Square", "Brackenway Station Road", "Brackenway Trade Counter"}));
+}
+
+TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
+    Till till(company);
+    till.newRequest(0);
+    till.picksShop(3);
+    till.picksShop(kSupplier);
+    EXPECT_EQ(till.said(), Names{});
+    till.enters(items);
+
+    const std::string question = "Already entered data will be cleared. Do you want to change shop?";
+    till.picksShop(4);
+    ASSERT_TRUE(till.user.message());
+    EXPECT_EQ(till.user.message()->defaultAnswer, Answer::no);
+    EXPECT_EQ(till.user.message()->icon, forms::MessageIcon::question);
+    EXPECT_EQ(till.user.message()->title, "Retail Back Office");
+    till.user.answers(question, Answer::no);
+    EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
+    EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+    EXPECT_EQ(till.module.session.lngOtherShopID, kSupplier);
+
+    till.picksShop(4);
+    till.user.answers(question, Answer::yes);
+    EXPECT_EQ(till.user.text("cboShop"), "Brackenway Market Square");
+    EXPECT_TRUE(till.user.list("lvwrequest").empty());
+    EXPECT_EQ(till.module.session.lngOtherShopID, 4);
+    EXPECT_FALSE(till.user.message());
+}
+
+TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
+    struct Case {
+        const char* what;
+        const char* numbers; ///< that the shop's requests have before
+        const char* prefix;
+        const char* next;
+    };
+    const std::string gone = "delete aPrefix where shopid = 1 and InterfaceID = 1507";
+    for (const Case& c : {Case{"no request yet", "", "GR/", "GR/1"}, {"by number, not text", "GR/9 GR/10", "GR/", "GR/11"},
+                          {"a remainder that is no number", "GR/41 GR/X1", "GR/", "GR/42"},
+                          {"other prefixes", "GR/7 IS/90 GR24/80", "GR/", "GR/8"},
+                          {"no row of prefixes", "", nullptr, "1"},
+                          {"plain numbers go on", "8 GR/30", nullptr, "9"},
+                          {"an apostrophe in the prefix", "O'B/3", "O''B/", "O'B/4"},
+                          {"the last one that fits", "GR/32766", "GR/", "GR/32767"}}) {
+        SCOPED_TRACE(c.what);
+        CompanyFile file;
+        std::string script = "delete mesRequesttoShopDetail where srdshopid = 1;"
+                             "delete mesRequesttoShopHeader where srhshopid = 1;"
+                             "delete aPrefix where shopid = 1 and InterfaceID = 1507";
+        if (c.prefix) script += std::string(";insert into aPrefix values (1507, 2, 1, '") + c.prefix + "')";
+        std::string number;
+        int id = 0;
+        for (const char* at = c.numbers;; ++at) {
+            if (*at != ' ' && *at != '\0') {
+                number += *at == '\'' ? "''" : std::string(1, *at);
+                continue;
+            }
+            if (!number.empty())
+                script += ";insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
+                          "srhtoShopid,srhtype) values (" + std::to_string(++id) + ",1,'" + number + "','20260301',2,'r')";
+            number.clear();
+            if (*at == '\0') break;
+        }
+        file.change(script);
+        Till till(file);
+        till.newRequest();
+        till.enters({items[0]});
+        till.user.clicks("cmdOk");
+        ASSERT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(file.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
+                             std::to_string(id + 1)),
+                  c.next);
+    }
+}
+
+TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
+    company.change("update mesRequesttoShopHeader set srhrequestno = 'GR/32767' where srhshopid = 1 and srhrequestid = 1");
+    const std::string before = count();
+    Till till(company);
+    till.newRequest();
+    till.enters(items);
+    till.user.clicks("cmdOk");
+    EXPECT_NE(till.readsReport().find("Error 6: Overflow"), std::string::npos);
+    EXPECT_EQ(till.user.form(), "frmRequest");
+    EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+    EXPECT_EQ(till.user.text("txtRequestNo"), "");
+    EXPECT_EQ(count(), before);
+
+    company.change("update mesRequesttoShopHeader set srhrequestno = 'GR/500' where srhshopid = 1 and srhrequestid = 1");
+    till.user.clicks("cmdOk");
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(newest("srhrequestno"), "GR/501");
+}
+
+TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
+    Till till(company);
+    till.newRequest();
+    till.enters({items[0]});
+    till.user.happens([&] { till.user.control<forms::TextBox>("txtRequestNo")->setText("it's"); });
+    till.user.clicks("cmdOk");
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(till.errors(), Names{});
+}
+
+TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
+    struct Case {
+        std::int32_t screen;
+        bool alias;
+        const char *caption, *label, *lineCaption, *refusal;
+        bool price;
+    };
+    for (const Case& c :
+         {Case{1507, false, "Goods Request To Shop", "&Shop :", "Goods Request To Shop", "Select Shop", false},
+          {1611, false, "Inter Division Sales Request", "&Shop :", "Inter Division Sales Request", "Select Shop", true},
+          {1507, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false},
+          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet", true}}) {
+        company.change(std::string("update aPAckageSettings set alias = ") + (c.alias ? "1" : "0"));
+        Till till(company, {.screenId = c.screen});
+        till.newRequest(0);
+        EXPECT_EQ(till.user.caption(), c.caption);
+        EXPECT_EQ(till.user.text("Label1"), c.label);
+        till.user.clicks("cmdOk");
+        till.user.answers(c.refusal, Answer::ok);
+        till.addsLines();
+        EXPECT_EQ(till.user.caption(), c.lineCaption);
+        EXPECT_EQ(till.user.visible("txtsellingprice"), c.price);
+        EXPECT_EQ(till.user.visible("lblsellingprice"), c.price);
+    }
+}
+
+TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
+    struct Case {
+        const char* what;
+        const char* change;
+        bool locked, finished;
+        Names said;
+    };
+    for (const Case& c :
+         {Case{"open", "", false, false, {}}, {"used", "update mesRequesttoShopHeader set srhused = 1 where srhrequestid = 900", true, false, {}},
+          {"finished", "update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 900", true, true,
+           {"Request is confirmed, You can't edit"}}}) {
+        SCOPED_TRACE(c.what);
+        CompanyFile file;
+        storeRequest(file, items, c.change);
+        Till till(file);
+        till.editRequest(kStored);
+        if (till.user.message()) till.user.answers(Answer::ok);
+        ASSERT_EQ(till.user.form(), "frmRequest");
+        EXPECT_EQ(till.said(), c.said);
+        EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
+        EXPECT_EQ(till.user.text("txtRemarks"), "as agreed");
+        EXPECT_EQ(till.column(3), (Names{"4.000", "5.500", "6.000"}));
+        EXPECT_EQ(till.column(0), (Names{"1", "2", "3"}));
+        EXPECT_EQ(till.user.enabled("cmdOk"), !c.locked);
+        EXPECT_EQ(till.user.checked("chkTransFinished"), c.finished);
+        EXPECT_EQ(till.user.enabled("chkTransFinished"), !c.finished);
+        if (!c.locked) continue;
+        till.user.selectsRow("lvwrequest", 2);
+        till.user.types("\r\n");
+        till.user.presses(forms::kKeyF10);
+        till.user.presses(forms::kKeyDelete);
+        till.user.doubleClicks("lvwrequest");
+        till.user.rightClicks("lvwrequest");
+        const auto menu = till.user.menu();
+        ASSERT_EQ(menu.size(), 4u);
+        for (std::size_t i = 0; i < 3; ++i) EXPECT_FALSE(menu[i].enabled) << menu[i].name;
+        till.user.dismissesMenu();
+        EXPECT_EQ(till.user.form(), "frmRequest");
+        EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+        till.user.enters("txtRemarks", "too late");
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.user.form(), "frmMaster");
+    }
+}
+
+TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
+    enum class Change { none, remarks, line };
+    struct Case {
+        const char* what;
+        Change change;
+        std::optional<Answer> answer; ///< none where nothing is asked
+        const char* after;            ///< the form that has the screen then
+        const char* remarks;
+    };
+    for (const Case& c : {Case{"nothing changed", Change::none, {}, "frmMaster", "as agreed"},
+                          {"a remark, cancel", Change::remarks, Answer::cancel, "frmRequest", "as agreed"},
+                          {"a remark, no", Change::remarks, Answer::no, "frmMaster", "as agreed"},
+                          {"a remark, yes", Change::remarks, Answer::yes, "frmMaster", "urgent"},
+                          {"a line, cancel", Change::line, Answer::cancel, "frmRequest", "as agreed"},
+                          {"a line, no", Change::line, Answer::no, "frmMaster", "as agreed"},
+                          {"a line, yes", Change::line, Answer::yes, "frmMaster", "as agreed"}}) {
+        for (const bool frame : {false, true}) {
+            SCOPED_TRACE(std::string(c.what) + (frame ? ", by the window" : ", by the button"));
+            CompanyFile file;
+            storeRequest(file, items);
+            Till till(file);
+            till.editRequest(kStored);
+            if (c.change == Change::remarks) till.user.enters("txtRemarks", "urgent");
+            if (c.change == Change::line) {
+                till.changesLine(3);
+                till.user.enters("txtQuantity", "77");
+                till.user.clicks("cmdOk");
+                EXPECT_EQ(till.user.form(), "frmRequest");
+            }
+            if (frame)
+                till.user.closesFrame();
+            else
+                till.user.clicks("cmdCancel");
+            EXPECT_EQ(till.user.message().has_value(), c.answer.has_value());
+            if (c.answer) till.user.answers("Save Changes?", *c.answer);
+            EXPECT_EQ(till.user.form(), c.after);
+            EXPECT_EQ(file.value("select SRHremarks from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
+                      c.remarks);
+            const bool stored = c.change == Change::line && c.answer == Answer::yes;
+            EXPECT_EQ(file.value("select max(srdgoodqty) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"),
+                      stored ? "77" : "6");
+            EXPECT_EQ(till.errors(), Names{});
+        }
+    }
+}
+
+TEST_F(Header, YesToSaveChangesKeepsTheEditorOpenWhileTheRequestIsRefused) {
+    Till till(company);
+    till.newRequest();
+    till.user.enters("txtRemarks", "nothing in it");
+    till.user.closesFrame();
+    till.user.answers("Save Changes?", Answer::yes);
+    till.user.answers("Atleast one detail needed", Answer::ok);
+    EXPECT_EQ(till.user.form(), "frmRequest");
+    till.user.closesFrame();
+    till.user.answers("Save Changes?", Answer::no);
+    EXPECT_EQ(till.user.form(), "frmMaster");
+}
+
+TEST_F(Header, ARequestWhoseSupplierHasClosedCannotBeSaved) {
+    storeRequest(company, items, "update aShops set ActiveShop = 0 where shopid = 2");
+    Till till(company);
+    till.editRequest(kStored);
+    EXPECT_EQ(till.user.text("cboShop"), "");
+    EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+    till.user.clicks("cmdOk");
+    till.user.answers("Select Shop", Answer::ok);
+    EXPECT_EQ(till.user.form(), "frmRequest");
+    EXPECT_EQ(till.statements("BEGIN"), Names{});
+}
+
+TEST_F(Header, LinesThatCannotBeLoadedWholeKeepOkDisabled) {
+    storeRequest(company, items, "delete aitem where itemid = " + items[1].id);
+    Till till(company);
+    till.editRequest(kStored);
+    EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
+    EXPECT_FALSE(till.user.enabled("cmdOk"));
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"), "3");
+}
+
+} // namespace
