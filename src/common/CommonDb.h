@@ -25,9 +25,10 @@ public:
     /// `connection` is what all its statements run on.
     CommonDb(automation::ObjectPtr helper, const automation::ObjectPtr& connection);
 
-    /// The field in the first row of `table` (a table, several with aliases, or one with a where-condition) that meets the
-    /// criterion, a condition without the word "where". Null or Empty when there is none.
-    automation::Value lookUp(const std::string& table, const std::string& field, const std::string& criterion = {}) const;
+    /// The field in the first row of `table` (a table, several with aliases, or one with a where-condition) that meets
+    /// the criterion, a condition without the word "where". Null or Empty when there is none.
+    automation::Value lookUp(const std::string& table, const std::string& field,
+                             const std::string& criterion = {}) const;
     Recordset fnReturnRecords(const std::string& query) const;
     /// The highest value of the field in `table` plus 1, or 1 when there is no row.
     automation::Value fnGetNextMaxNo(const std::string& table, const std::string& field) const;

@@ -23,8 +23,8 @@ private:
     automation::ObjectPtr object_;
 };
 
-/// Rolls back at its end unless it was committed. Where beginning fails it rolls back too, so that a transaction left open
-/// by an earlier failure does not refuse every save that follows.
+/// Rolls back at its end unless it was committed. Where beginning fails it rolls back too, so that a transaction left
+/// open by an earlier failure does not refuse every save that follows.
 class Transaction {
 public:
     explicit Transaction(const Connection& connection);

@@ -3,7 +3,8 @@
 namespace goodsreq {
 namespace {
 
-template <class F> F& single(std::shared_ptr<F>& form, const std::function<std::shared_ptr<F>(Module&)>& make, Module& module) {
+template <class F>
+F& single(std::shared_ptr<F>& form, const std::function<std::shared_ptr<F>(Module&)>& make, Module& module) {
     if (!form) form = make(module);
     return *form;
 }
@@ -12,7 +13,8 @@ template <class F> F& single(std::shared_ptr<F>& form, const std::function<std::
 
 Module::Module(forms::Desktop& desktop, System& system, automation::ObjectFactory factory, FormMakers makers,
                std::string folder)
-    : desktop_(desktop), system_(system), factory_(std::move(factory)), makers_(std::move(makers)), folder_(std::move(folder)) {}
+    : desktop_(desktop), system_(system), factory_(std::move(factory)), makers_(std::move(makers)),
+      folder_(std::move(folder)) {}
 
 Module::~Module() = default;
 
@@ -36,7 +38,8 @@ Recordset Module::openRecordset(const std::string& query, Cursor cursor, Lock lo
 }
 
 void Module::inform(const std::string& text) const {
-    ask({text, session.messageBoxCaption, forms::MessageIcon::information, forms::MessageButtons::ok, forms::Answer::ok});
+    ask({text, session.messageBoxCaption, forms::MessageIcon::information, forms::MessageButtons::ok,
+         forms::Answer::ok});
 }
 
 bool Module::confirm(const std::string& text, forms::MessageIcon icon) const {

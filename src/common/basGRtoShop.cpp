@@ -23,8 +23,8 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
     trap(module, kModuleName, "LoadListViewLayout", [&] {
         Recordset layout = module.openRecordset(
             "select * from alistviewdetails where lvwdid=(select lvwid from alistviewheader where  "
-            " ltrim(rtrim(upper(lvwtransname)))=" + quoted(key(screenName)) +
-            " and ltrim(rtrim(upper(lvwname)))=" + quoted(key(list.name())) +
+            " ltrim(rtrim(upper(lvwtransname)))=" +
+            quoted(key(screenName)) + " and ltrim(rtrim(upper(lvwname)))=" + quoted(key(list.name())) +
             " and ltrim(rtrim(upper(lvwmodulename)))=" + quoted(key(moduleName)) + ")");
         if (!layout.eof()) {
             const Field column = layout.field("lvwcolid");
@@ -88,7 +88,8 @@ void ReportError(Module& module, const std::string& moduleName, const std::strin
     }
 }
 
-bool trap(Module& module, const std::string& moduleName, const std::string& routine, const std::function<void()>& body) {
+bool trap(Module& module, const std::string& moduleName, const std::string& routine,
+          const std::function<void()>& body) {
     try {
         body();
         return true;

@@ -19,9 +19,9 @@ constexpr int kLongestReason = 230; ///< characters of the reason
 
 void frmMaster::USerRights() {
     Session& s = session();
-    Recordset rights = module().openRecordset("select functionrights from louserrights where userid = " +
-                                              std::to_string(s.userId) + " and interfaceid = " + std::to_string(s.screenId) +
-                                              " and companyid = " + std::to_string(s.companyId));
+    Recordset rights = module().openRecordset(
+        "select functionrights from louserrights where userid = " + std::to_string(s.userId) +
+        " and interfaceid = " + std::to_string(s.screenId) + " and companyid = " + std::to_string(s.companyId));
     s.hasEveryRight = rights.eof();
     if (!s.hasEveryRight) s.userRights = basic::concatText(rights.value("functionrights"));
     rights.close();
@@ -86,13 +86,12 @@ void frmMaster::deleteRequest() {
     const std::string userName = basic::trim(
         shown(db_.lookUp("loUsers", "UserName", "Userid=" + std::to_string(s.userId) + " and shopid=" + shop)));
     if (!hasCurrentRequest()) return module().inform("Request not selected ");
-    // Never true, as the upper-cased text is compared with "Yes": what keeps a cancelled request from being deleted again
-    // is the disabled button. The message stays for the day on which the comparison is put right.
+    // Never true, as the upper-cased text is compared with "Yes": what keeps a cancelled request from being deleted
+    // again is the disabled button. The message stays for the day on which the comparison is put right.
     if (basic::ucase(current(kColCancelled)) == "Yes") return module().inform("Record already deleted ");
     const std::string used = current(kColUsed);
     if (!used.empty() && basic::cBool(used)) return module().inform("Entry Processed,Cannot Delete");
-    if (isFinished("srhrequestid"))
-        return module().inform("Transaction confirmed as finished, Cannot Delete");
+    if (isFinished("srhrequestid")) return module().inform("Transaction confirmed as finished, Cannot Delete");
 
     const int row = flexMaster.row();
     requestId = basic::cLng(basic::val(current(kColId)));
@@ -101,7 +100,8 @@ void frmMaster::deleteRequest() {
     const Connection connection = module().connection();
     connection.beginTrans();
     if (current(kColId).empty()) return;
-    if (!module().confirm("Are you sure you want to Delete  - " + current(kColNumber) + " ?", forms::MessageIcon::critical)) {
+    if (!module().confirm("Are you sure you want to Delete  - " + current(kColNumber) + " ?",
+                          forms::MessageIcon::critical)) {
         connection.rollbackTrans();
         return;
     }
@@ -109,8 +109,8 @@ void frmMaster::deleteRequest() {
 
     s.selectedRequestId = basic::cLng(basic::val(current(kColId)));
     Recordset header = module().openRecordset("select * from  mesRequesttoShopHeader "
-                                              "where SRHshopid=" + shop + " and sRHrequestID  = " +
-                                                  std::to_string(s.selectedRequestId),
+                                              "where SRHshopid=" +
+                                                  shop + " and sRHrequestID  = " + std::to_string(s.selectedRequestId),
                                               Cursor::keyset, Lock::optimistic);
     if (!header.eof()) {
         header.set("SRHcancelled", std::int16_t{1});
@@ -133,9 +133,11 @@ void frmMaster::refreshRequest() {
     const std::string shop = std::to_string(session().shopId);
     const Connection connection = module().connection();
     connection.execute("update mesrequesttoshopheader set SRHcancelled=SRHcancelled where "
-                       " SRHrequestID = " + id + " and SRHshopid =" + shop);
+                       " SRHrequestID = " +
+                       id + " and SRHshopid =" + shop);
     connection.execute("update mesrequesttoshopdetail set srdbadqty=srdbadqty where "
-                       " SRDrequestid=" + id + " and srdshopid =" + shop);
+                       " SRDrequestid=" +
+                       id + " and srdshopid =" + shop);
 }
 
 } // namespace goodsreq

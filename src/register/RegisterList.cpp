@@ -37,7 +37,8 @@ private:
 void frmMaster::readSettings() {
     Session& s = session();
     const std::string shop = std::to_string(s.shopId);
-    s.userName = shown(db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username"));
+    s.userName =
+        shown(db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username"));
     s.fromDate = fnPopulateDate();
     s.blnIntegerQuantity = basic::cBool(db_.lookUp("aPAckageSettings", "IntegerQuantity"));
     s.aliasInUse = isTrue(db_.lookUp("apackagesettings", "alias"));
@@ -65,7 +66,8 @@ std::string frmMaster::buildListQuery() const {
            " shopid from "
            "mesRequesttoShopHeader,ashops"
            " where mesrequesttoshopheader.srhtoShopid=ashops.shopid and "
-           " srhrequestdate >='" + basic::format(s.fromDate, "yyyymmdd") + "' and srhShopid=" + std::to_string(s.shopId) +
+           " srhrequestdate >='" +
+           basic::format(s.fromDate, "yyyymmdd") + "' and srhShopid=" + std::to_string(s.shopId) +
            (s.screenId == kInterDivisionSales ? " and srhtype ='s' order by sRHrequestID"
                                               : " and srhtype ='r' order by sRHrequestID ");
 }
@@ -113,9 +115,11 @@ void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vec
         const std::string alias = quoted(s.alias);
         header = " replace(replace(tc.ColumnHeader, 'shop'," + alias + "),'godown'," + alias + ")";
     }
-    Recordset headers = module().openRecordset("select " + header + ",tc.columnname from atables t,"
+    Recordset headers = module().openRecordset("select " + header +
+                                               ",tc.columnname from atables t,"
                                                "atablecolumns tc where t.tableid = tc.tableid and "
-                                               "tablename ='" + tableExpression + "'");
+                                               "tablename ='" +
+                                               tableExpression + "'");
     const int cols = flexMaster.cols();
     if (!headers.eof()) {
         const std::vector<Field> fields = headers.fields();

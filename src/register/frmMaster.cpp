@@ -45,7 +45,8 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     cboColNames.onClick = [this] { trap("cboColNames_Click", [this] { sortByChosenColumn(); }); };
     optAscend.onClick = optDescend.onClick = [this] { cboColNames.setListIndex(-1); };
     txtsearch.onKeyUp = [this](std::int16_t&, std::int16_t) { trap("txtsearch_KeyUp", [this] { search(); }); };
-    for (forms::Control* box : std::initializer_list<forms::Control*>{&cboColNames, &cboSearch, &optAscend, &optDescend, &txtsearch})
+    for (forms::Control* box :
+         std::initializer_list<forms::Control*>{&cboColNames, &cboSearch, &optAscend, &optDescend, &txtsearch})
         box->onKeyPress = enterMovesOn();
 
     cmdnew.onClick = [this] { trap("cmdnew_Click ", [this] { newRequest(); }); };
@@ -82,7 +83,11 @@ void frmMaster::design() {
         forms::CommandButton& button;
         const char* text;
     };
-    for (const Caption& caption : {Caption{cmdnew, "&New"}, {CmdEdit, "&Edit"}, {CmdDelete, "&Delete"}, {cmdPrev, "&Print"}, {CmdClose, "&Close"}}) {
+    for (const Caption& caption : {Caption{cmdnew, "&New"},
+                                   {CmdEdit, "&Edit"},
+                                   {CmdDelete, "&Delete"},
+                                   {cmdPrev, "&Print"},
+                                   {CmdClose, "&Close"}}) {
         caption.button.place({left, buttons, kButtonWidth, kButtonHeight}, belowRight);
         caption.button.setText(caption.text);
         left += kButtonWidth + 100;
@@ -121,8 +126,9 @@ void frmMaster::onActivate() {
 }
 
 std::string frmMaster::current(RegisterColumn column) const {
-    return flexMaster.row() < flexMaster.fixedRows() || column >= flexMaster.cols() ? std::string()
-                                                                                    : flexMaster.cell(flexMaster.row(), column);
+    return flexMaster.row() < flexMaster.fixedRows() || column >= flexMaster.cols()
+               ? std::string()
+               : flexMaster.cell(flexMaster.row(), column);
 }
 
 void frmMaster::enableRowCommands() {
