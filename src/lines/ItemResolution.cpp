@@ -192,7 +192,8 @@ void frmRequestDetail::QuickFetch() {
         request.shopId = s.shopId;
         request.screenId = s.screenId;
         request.preserveData = s.preserveItemDetails;
-        Value shared = s.itemRecordset;
+        // The dialog opens the choice in it.
+        Value shared = s.itemRecordset ? s.itemRecordset : module().create("ADODB.Recordset");
         const automation::ObjectPtr chosen = fetch_.show(request, shared);
         if (!chosen) return;
         s.itemRecordset = chosen;

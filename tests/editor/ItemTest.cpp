@@ -1,0 +1,275 @@
+// From a code, or the search, to the item of a line: what is found, what is refused, and what then stands in the boxes.
+#include "basic/Conversion.h"
+#include "tests/editor/Till.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace editor;
+using Names = std::vector<std::string>;
+
+constexpr const char* kScan = "Scan valid barcode";
+constexpr const char* kNotHere = "Given item does not exist in this shop.   ";
+
+class Item : public testing::Test {
+protected:
+    CompanyFile company;
+    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 4);
+    const SampleItem& item = items[0];
+
+    /// What a code gives: the item shown, the message, and where the focus is then.
+    struct Found {
+        std::string description, message, focus, code;
+        bool operator==(const Found&) const = default;
+        friend std::ostream& operator<<(std::ostream& out, const Found& f) {
+            return out << "{" << f.description << " | " << f.message << " | " << f.focus << " | " << f.code << "}";
+        }
+    };
+    static Found scans(Till& till, const std::string& code) {
+        till.user.enters("txtBarcode", code + "\r");
+        Found found;
+        if (till.user.message()) {
+            found.message = till.user.message()->text;
+            EXPECT_EQ(till.user.message()->icon, forms::MessageIcon::information);
+            till.user.answers(Answer::ok);
+        }
+        found.description = till.user.text("cboItem");
+        found.focus = till.user.focus();
+        found.code = till.user.text("txtBarcode");
+        return found;
+    }
+    static void reachesLines(Till& till) {
+        till.newRequest();
+        till.addsLines();
+    }
+};
+
+TEST_F(Item, IsFoundByBarcodeShortcutOrCode) {
+    const std::string of = " where itemid = " + item.id;
+    const std::string shortcut = "update ashopitemdetail set shortcutno = ";
+    struct Case {
+        const char* what;
+        std::string change, code;
+        Found found;
+    };
+    const Found byCode{item.description, "", "txtQuantity", item.code};
+    const Found byBarcode{item.description, "", "txtQuantity", item.barcode};
+    for (const Case& c : {
+             Case{"barcode", "", item.barcode, byBarcode},
+             {"barcode between blanks", "", " " + item.barcode + " ", {item.description, "", "txtQuantity", " " + item.barcode + " "}},
+             {"shortcut number", "", item.shortcut, {item.description, "", "txtQuantity", item.shortcut}},
+             {"shortcut number, first four digits", shortcut + "8765" + of + " and shopid = 1", "87654321",
+              {item.description, "", "txtQuantity", "87654321"}},
+             {"another shop's shortcut number", shortcut + "8765" + of + " and shopid = 3", "8765", {"", kScan, "txtBarcode", "8765"}},
+             {"item code", "", item.code, byCode},
+             {"no such code", "", "NOPE-1", {"", kScan, "txtBarcode", "NOPE-1"}},
+             {"nothing", "", "", {"", "", "cmdbarcode", ""}},
+             {"inactive packing", "update aitempackingdetail set Active = 0" + of, item.barcode, {"", kScan, "txtBarcode", item.barcode}},
+             {"inactive packing, barcode is also the code",
+              "update aitempackingdetail set Active = 0" + of + ";update aitem set itemcode = '" + item.barcode + "'" + of,
+              item.barcode, byBarcode},
+             {"inactive item", "update aitem set Active = 0" + of, item.code, {"", kScan, "txtBarcode", item.code}},
+             {"codes may be shared", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.code,
+              {"", kScan, "txtBarcode", item.code}},
+             {"codes may be shared, barcode", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.barcode, byBarcode},
+             {"not in the supplying shop, by barcode", "delete ashopitemdetail" + of + " and shopid = 2", item.barcode,
+              {"", "", "cmdbarcode", ""}},
+             {"not in the supplying shop, by code", "delete ashopitemdetail" + of + " and shopid = 2", item.code,
+              {"", kNotHere, "txtBarcode", ""}},
+             {"not in the supplying shop, by shortcut", "delete ashopitemdetail" + of + " and shopid = 2", item.shortcut,
+              {"", "", "txtBarcode", ""}},
+             {"category not in the supplying shop",
+              "delete ashopitemcategory where shopid = 2 and itemcategoryid = (select itemcategoryid from aitem" + of + ")",
+              item.code, {"", kNotHere, "txtBarcode", ""}},
+             {"of the trade's type", "update aitem set itemtype = 'B'" + of, item.barcode, {"", kScan, "txtBarcode", item.barcode}},
+             {"trade shop, other goods", "update aShops set futurevarchar = 'b9' where shopid = 1", item.barcode,
+              {"", kScan, "txtBarcode", item.barcode}},
+             {"trade shop, its goods",
+              "update aShops set futurevarchar = 'b9' where shopid = 1;update aitem set itemtype = 'B'" + of, item.barcode, byBarcode},
+         }) {
+        SCOPED_TRACE(c.what);
+        CompanyFile file;
+        if (!c.change.empty()) file.change(c.change);
+        Till till(file);
+        reachesLines(till);
+        EXPECT_EQ(scans(till, c.code), c.found);
+        EXPECT_EQ(till.user.entries("cboItem").size(), c.found.description.empty() ? 0u : 1u);
+    }
+}
+
+TEST_F(Item, ANewScanClearsWhatTheLastOneLeft) {
+    Till till(company, {.screenId = 1611});
+    reachesLines(till);
+    scans(till, item.barcode);
+    EXPECT_NE(till.user.text("txtQuantity"), "");
+    EXPECT_NE(till.user.text("txtsellingprice"), "");
+    EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+    scans(till, "NOPE-1");
+    EXPECT_EQ(till.user.text("cboItem") + till.user.text("txtQuantity") + till.user.text("txtsellingprice"), "");
+    EXPECT_TRUE(till.user.list("lvwpacktype").empty());
+}
+
+TEST_F(Item, NoApostropheEntersTheBarcodeBox) {
+    Till till(company);
+    reachesLines(till);
+    till.user.types("1'2''3");
+    EXPECT_EQ(till.user.text("txtBarcode"), "123");
+    till.user.pastes("'; delete aitem --'x");
+    EXPECT_EQ(till.user.text("txtBarcode"), "123; delete aitem --x");
+    till.user.types("\r");
+    till.user.answers(kScan, Answer::ok);
+    EXPECT_EQ(till.errors(), Names{});
+}
+
+TEST_F(Item, TheShopsReorderQuantityIsProposed) {
+    for (const auto& [stored, shown] : std::vector<std::pair<std::string, std::string>>{{"12", "12"}, {"2.5", "2.5"}, {"0", "0"}}) {
+        company.change("update ashopitemdetail set ReorderQuantity = " + stored + " where shopid = 1 and itemid = " + item.id);
+        Till till(company);
+        reachesLines(till);
+        scans(till, item.barcode);
+        EXPECT_EQ(till.user.text("txtQuantity"), shown);
+        till.user.types("7"); // takes its place
+        EXPECT_EQ(till.user.text("txtQuantity"), "7");
+    }
+    // Without a supplying shop nothing is proposed, and nothing is carried by both.
+    Till till(company);
+    till.newRequest(0);
+    till.addsLines();
+    EXPECT_EQ(scans(till, item.barcode), (Found{"", "", "cmdbarcode", ""}));
+}
+
+TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
+    Till till(company);
+    reachesLines(till);
+    till.user.presses(forms::kKeyF3);
+    ASSERT_EQ(till.user.form(), "FetchWindow");
+    EXPECT_EQ(till.user.caption(), "Item Fetch");
+    EXPECT_EQ(till.user.text("cboColumn"), "Item Description");
+    EXPECT_EQ(till.user.entries("cboColumn"), (Names{"Item Code", "Item Description", "Brand", "Model No", "Part Code"}));
+    const std::string all = company.value(
+        "select count(*) from aitem a where a.active = 1 and a.itemcategoryid in (select itemcategoryid from ashopitemcategory"
+        " where shopid = 1 intersect select itemcategoryid from ashopitemcategory where shopid = 2) and a.itemid in (select"
+        " itemid from ashopitemdetail where shopid = 1 intersect select itemid from ashopitemdetail where shopid = 2)");
+    EXPECT_EQ(till.user.list("lvwItems").size(), static_cast<std::size_t>(std::stoi(all)));
+    till.user.types(items[1].description);
+    const auto listed = till.user.list("lvwItems");
+    ASSERT_FALSE(listed.empty());
+    till.user.types("\r");
+    ASSERT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(till.user.text("cboItem"), listed[0][2]);
+    EXPECT_EQ(till.user.focus(), "txtQuantity");
+    EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+    till.user.enters("txtQuantity", "3");
+    till.user.clicks("cmdOk");
+    till.user.clicks("cmdbarcode");
+    till.user.presses(forms::kKeyEscape);
+    ASSERT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(till.user.text("cboItem"), "");
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(till.column(1), (Names{listed[0][1]}));
+
+    // What was fetched stays open until another shop is chosen.
+    const auto fetched = till.module.session.itemRecordset;
+    ASSERT_TRUE(fetched);
+    EXPECT_EQ(basic::cLng(fetched->get("State")), 1);
+    till.picksShop(4);
+    till.user.answers(Answer::yes);
+    EXPECT_EQ(basic::cLng(fetched->get("State")), 0);
+    EXPECT_FALSE(till.module.session.itemRecordset);
+}
+
+TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
+    for (const auto& [setting, shown] : std::vector<std::pair<std::string, std::string>>{
+             {"'ItemCode'", "Item Code"}, {"'Part_Code'", "Part Code"}, {"'ItemID'", "Item Description"},
+             {"'Colour'", "Item Description"}, {"null", "Item Description"}}) {
+        company.change("update LOsSettings set defaultfetch = " + setting + " where ShopID = 1");
+        Till till(company);
+        reachesLines(till);
+        till.user.clicks("cmdbarcode");
+        ASSERT_EQ(till.user.form(), "FetchWindow");
+        EXPECT_EQ(till.user.text("cboColumn"), shown) << setting;
+        till.user.presses(forms::kKeyEscape);
+    }
+}
+
+TEST_F(Item, PackingsAreListedAndCountedInFractions) {
+    const std::string of = " where itemid = " + item.id;
+    company.change("delete aitempackingdetail" + of +
+                   ";delete apackingtypecapacitydetail where packingtypeid in (91, 92, 93);"
+                   "insert into apackingtype values (91, 'Dozen');insert into apackingtype values (92, 'Pallet');"
+                   "insert into apackingtype values (93, 'Loose');"
+                   "insert into apackingtypecapacitydetail select 91, UnitsId, 12 from aitem" + of +
+                   ";insert into apackingtypecapacitydetail select 92, UnitsId, 40 from aitem" + of +
+                   ";insert into aitempackingdetail values (" + item.id + ", 91, '2991', 1, 1)"
+                   ";insert into aitempackingdetail values (" + item.id + ", 92, '2992', 0, 0)"
+                   ";insert into aitempackingdetail values (" + item.id + ", 93, '2993', 0, 1)");
+    Till till(company);
+    reachesLines(till);
+    scans(till, "2991");
+    EXPECT_EQ(till.user.list("lvwpacktype"), (Rows{{"91", "Dozen", ""}})); // 92 is inactive, 93 has no capacity
+    till.user.types("30\r");
+    EXPECT_EQ(till.user.list("lvwpacktype"), (Rows{{"91", "Dozen", "2.50"}}));
+    EXPECT_EQ(till.user.focus(), "txtBadQuantity");
+    till.user.enters("txtQuantity", "0\r");
+    EXPECT_EQ(till.user.focus(), "txtQuantity");
+
+    company.change("update apackingtypecapacitydetail set quantity = 0 where packingtypeid = 91");
+    till.user.enters("txtQuantity", "5\r");
+    EXPECT_NE(till.readsReport().find("Error 11: Division by zero"), std::string::npos);
+    EXPECT_EQ(till.user.text("txtQuantity"), "5");
+    till.user.clicks("cmdOk");
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(till.column(3), (Names{"5.000"}));
+}
+
+TEST_F(Item, PricesComeFromTheProcedureAndKeepTwoDecimals) {
+    const std::string of = " where ItemId = " + item.id;
+    struct Case {
+        const char* what;
+        std::int32_t screen;
+        std::string rows; ///< of "ItemId, PackingTypeId, ShopId, SellingPrice, WholesalePrice"
+        const char* price;
+    };
+    const std::string packing = company.value("select packingtypeid from vwitemretailpacking" + of);
+    const std::string row = "insert into losShopItemShipmentDetail values (" + item.id + "," + packing;
+    for (const Case& c : {Case{"selling price", 1507, row + ",1,12.347,9.993)", "12.35"},
+                          {"wholesale price", 1611, row + ",1,12.347,9.993)", "9.99"},
+                          {"head office's", 1611, row + ",null,5,4.125)", "4.13"},
+                          {"the shop's before head office's", 1611, row + ",null,5,4);" + row + ",1,6,3)", "3"},
+                          {"another shop's", 1611, row + ",2,5,4)", "0"},
+                          {"a price that is null", 1611, row + ",1,5,null)", "0"},
+                          {"no row", 1611, "", "0"}}) {
+        SCOPED_TRACE(c.what);
+        company.change("delete losShopItemShipmentDetail" + of + (c.rows.empty() ? "" : ";" + c.rows));
+        Till till(company, {.screenId = c.screen});
+        reachesLines(till);
+        scans(till, item.barcode);
+        EXPECT_EQ(till.user.control<forms::TextBox>("txtsellingprice")->text(), c.price);
+        till.user.enters("txtQuantity", "1");
+        till.user.clicks("cmdOk");
+        if (std::string(c.price) == "0") {
+            till.user.answers("Selling price cannot be sero.   ", Answer::ok);
+            EXPECT_EQ(till.user.focus(), "txtsellingprice");
+            till.user.types("2.5");
+            till.user.clicks("cmdOk");
+        }
+        EXPECT_FALSE(till.user.message());
+        EXPECT_EQ(till.user.text("cboItem"), "");
+    }
+}
+
+TEST_F(Item, APriceProcedureThatFailsIsReportedOnceAndTheItemStays) {
+    Till till(company, {.screenId = 1611});
+    reachesLines(till);
+    till.connection->failOn([](std::string_view statement) { return statement.starts_with("spSellingPriceFetch"); });
+    till.user.enters("txtBarcode", item.barcode + "\r");
+    EXPECT_NE(till.readsReport().find("cboItem_Click"), std::string::npos);
+    till.connection->failOn(nullptr);
+    EXPECT_EQ(till.user.text("cboItem"), item.description);
+    till.user.enters("txtBarcode", item.barcode + "\r");
+    EXPECT_FALSE(till.user.message());
+    EXPECT_NE(till.user.text("txtsellingprice"), "");
+}
+
+} // namespace

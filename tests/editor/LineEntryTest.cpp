@@ -1,0 +1,215 @@
+// Line entry from the number boxes to OK: filters, refusals, duplicates, walking through lines, the scanner.
+#include "request/frmRequest.h"
+#include "tests/editor/Till.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace editor;
+using Names = std::vector<std::string>;
+
+constexpr const char* kInteger = "Only Integer Quantity is allowed";
+
+class LineEntry : public testing::Test {
+protected:
+    CompanyFile company;
+    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 10);
+
+    static std::string buttons(Till& till) {
+        std::string text;
+        for (const char* name : {"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"}) text += till.user.enabled(name) ? '+' : '-';
+        return text;
+    }
+};
+
+TEST_F(LineEntry, TheNumberBoxesTakeNumbersOnly) {
+    struct Case {
+        const char *box, *keys, *text;
+    };
+    Till till(company, {.screenId = 1611});
+    till.newRequest();
+    till.addsLines();
+    for (const Case& c : {Case{"txtQuantity", "1x2.3456", "12.345"}, {"txtQuantity", "-5", "5"}, {"txtQuantity", "1e5,", "15"},
+                          {"txtQuantity", "1..5", "1.5"}, {"txtQuantity", "123456789012345678", "123456789012345678"},
+                          {"txtQuantity", "1234567890123456789", "123456789012345678"}, {"txtBadQuantity", "-2.5", "-2.5"},
+                          {"txtBadQuantity", "2-", "2"}, {"txtsellingprice", "3a.25", "3.25"}}) {
+        till.user.enters(c.box, c.keys);
+        EXPECT_EQ(till.user.text(c.box), c.text) << c.keys;
+    }
+    for (const Case& c : {Case{"txtQuantity", "12.5", "12.5"}, {"txtQuantity", "-5", "7"}, {"txtQuantity", "1e5", "7"},
+                          {"txtQuantity", "..", "7"}, {"txtQuantity", "1.2345", "7"}, {"txtQuantity", "1234567890123456789", "7"},
+                          {"txtBadQuantity", "-4", "-4"}, {"txtBadQuantity", "4 pcs", "7"}, {"txtsellingprice", "GBP 4", "7"}}) {
+        till.user.enters(c.box, "7");
+        till.user.happens([&] { till.user.control<forms::TextBox>(c.box)->selectAll(); });
+        till.user.pastes(c.keys);
+        EXPECT_EQ(till.user.text(c.box), c.text) << c.keys;
+    }
+    till.user.enters("txtQuantity", "1234.5");
+    till.user.movesOver("txtQuantity");
+    EXPECT_EQ(till.user.control("txtQuantity")->toolTip(), "1,234.500");
+    till.user.enters("txtBadQuantity", "0.125");
+    till.user.movesOver("txtBadQuantity");
+    EXPECT_EQ(till.user.control("txtBadQuantity")->toolTip(), "0.125");
+    EXPECT_EQ(till.errors(), Names{});
+}
+
+TEST_F(LineEntry, WholeQuantitiesWhereTheSiteWantsThem) {
+    company.change("update aPAckageSettings set IntegerQuantity = 1");
+    Till till(company);
+    till.newRequest();
+    till.addsLines();
+    till.user.enters("txtBarcode", items[0].barcode + "\r");
+    till.user.types("1.");
+    till.user.answers(kInteger, Answer::ok);
+    till.user.types("5");
+    EXPECT_EQ(till.user.text("txtQuantity"), "15");
+    till.user.enters("txtBadQuantity", "0.5");
+    EXPECT_EQ(till.user.text("txtBadQuantity"), "0.5");
+    till.user.happens([&] { till.user.control<forms::TextBox>("txtQuantity")->setText("1.0"); });
+    till.user.clicks("cmdOk");
+    till.user.answers(kInteger, Answer::ok);
+    EXPECT_EQ(till.user.focus(), "txtQuantity");
+    till.user.types("2");
+    till.user.clicks("cmdOk");
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(till.column(3), (Names{"2.000"}));
+    EXPECT_EQ(till.column(4), (Names{"0.500"}));
+}
+
+TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
+    for (const std::int32_t screen : {1507, 1611}) {
+        Till till(company, {.screenId = screen});
+        till.newRequest();
+        till.addsLines();
+        till.user.clicks("cmdOk");
+        till.user.answers("Select an item.   ", Answer::ok);
+        EXPECT_EQ(till.user.focus(), "cboItem");
+        till.user.enters("txtBarcode", items[0].barcode + "\r");
+        for (const char* nothing : {"0.0", "."}) {
+            till.user.enters("txtQuantity", nothing);
+            till.user.clicks("cmdOk");
+            till.user.answers("Enter the quantity.   ", Answer::ok);
+            EXPECT_EQ(till.user.focus(), "txtQuantity");
+        }
+        till.user.types("2.5");
+        if (screen == 1611) {
+            till.user.enters("txtsellingprice", "0");
+            till.user.clicks("cmdOk");
+            till.user.answers("Selling price cannot be sero.   ", Answer::ok);
+            till.user.types("4.5");
+        }
+        till.user.clicks("cmdOk");
+        EXPECT_EQ(till.user.focus(), "txtBarcode");
+        EXPECT_TRUE(till.user.list("lvwpacktype").empty());
+        for (const char* box : {"txtBarcode", "cboItem", "txtQuantity", "txtBadQuantity"}) EXPECT_EQ(till.user.text(box), "");
+
+        // The same item again, found by its description.
+        till.user.enters("txtBarcode", items[0].code + "\r");
+        till.user.enters("txtQuantity", "9");
+        till.user.clicks("cmdOk");
+        till.user.answers(items[0].description + " Already Exists", Answer::ok);
+        EXPECT_EQ(till.user.text("cboItem"), "");
+        EXPECT_EQ(till.user.focus(), "txtBarcode");
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.user.list("lvwrequest"),
+                  (Rows{{"1", items[0].code, items[0].description, "2.500", "0.000", items[0].id, screen == 1611 ? "4.500" : "",
+                         items[0].unit}}));
+    }
+}
+
+TEST_F(LineEntry, AFailureWhileALineIsAddedLeavesNoHalfLine) {
+    Till till(company);
+    till.newRequest();
+    till.addsLines();
+    till.user.enters("txtBarcode", items[0].barcode + "\r");
+    till.user.enters("txtQuantity", "4");
+    till.connection->failOn([](std::string_view s) { return s.find("u.UnitCode") != std::string_view::npos; });
+    till.user.clicks("cmdOk");
+    EXPECT_NE(till.readsReport().find("cmdOk_Click"), std::string::npos);
+    till.connection->failOn(nullptr);
+    EXPECT_EQ(till.module.request().lvwrequest.count(), 0);
+    EXPECT_EQ(till.user.text("txtQuantity"), "4");
+    till.user.clicks("cmdOk");
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(till.column(7), (Names{items[0].unit}));
+}
+
+TEST_F(LineEntry, EditingWalksDownTheLinesAndClosesAfterTheLast) {
+    for (const std::int32_t screen : {1507, 1611}) {
+        Till till(company, {.screenId = screen});
+        till.newRequest();
+        till.enters({items[0], items[1], items[2]});
+        till.changesLine(2);
+        EXPECT_EQ(till.user.text("cboItem"), items[1].description);
+        EXPECT_EQ(till.user.text("txtQuantity"), "2");
+        EXPECT_EQ(till.user.text("txtBadQuantity"), "0");
+        for (const char* fixed : {"cboItem", "cmdbarcode", "txtBarcode"}) EXPECT_FALSE(till.user.enabled(fixed)) << fixed;
+        till.user.presses(forms::kKeyF3); // the item of a line stays
+        EXPECT_EQ(till.user.form(), "frmRequestDetail");
+        till.user.enters("txtQuantity", "20");
+        till.user.clicks("cmdOk");
+        EXPECT_EQ(till.user.text("cboItem"), items[2].description);
+        EXPECT_EQ(till.module.request().CurrentLineIndex, 3);
+        EXPECT_EQ(buttons(till), "++--");
+        EXPECT_EQ(till.user.focus(), "txtQuantity");
+        till.user.types("30");
+        till.user.clicks("cmdOk");
+        ASSERT_EQ(till.user.form(), "frmRequest");
+        EXPECT_EQ(till.module.request().lvwrequest.tag().substr(0, 1), "C");
+        EXPECT_EQ(till.column(3), (Names{"1.000", "20.000", "30.000"}));
+        EXPECT_EQ(till.column(1), (Names{items[0].code, items[1].code, items[2].code}));
+        EXPECT_EQ(till.column(7), (Names{items[0].unit, items[1].unit, items[2].unit}));
+    }
+}
+
+TEST_F(LineEntry, TheButtonsWalkThroughTheLines) {
+    Till till(company);
+    till.newRequest();
+    till.enters({items[0]});
+    till.changesLine(1);
+    EXPECT_EQ(buttons(till), "----");
+    till.user.clicks("cmdCancel");
+    till.addsLines();
+    EXPECT_EQ(buttons(till), "----");
+    till.line(items[1], "2");
+    till.line(items[2], "3");
+    till.user.clicks("cmdCancel");
+    till.changesLine(2);
+    struct Step {
+        const char* button;
+        int row;
+        const char* states;
+    };
+    EXPECT_EQ(buttons(till), "++++");
+    for (const Step& s : {Step{"cmdNext", 3, "++--"}, {"cmdPrev", 2, "++++"}, {"cmdFirst", 1, "--++"}, {"cmdLast", 3, "++--"}}) {
+        till.user.clicks(s.button);
+        EXPECT_EQ(till.user.text("cboItem"), items[static_cast<std::size_t>(s.row) - 1].description) << s.button;
+        EXPECT_EQ(till.user.text("txtQuantity"), std::to_string(s.row));
+        EXPECT_EQ(till.module.request().CurrentLineIndex, s.row);
+        EXPECT_EQ(till.module.request().lvwrequest.selectedIndex(), s.row);
+        EXPECT_EQ(buttons(till), s.states) << s.button;
+    }
+}
+
+TEST_F(LineEntry, AScannerAndTypedQuantitiesTenTimesInARow) {
+    Till till(company);
+    till.newRequest();
+    till.addsLines();
+    std::string keys;
+    Names quantities;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        EXPECT_EQ(items[i].barcode.size(), 13u);
+        keys += items[i].barcode + "\r" + std::to_string(i + 11) + "\r\r\r"; // quantity, bad quantity, OK
+        quantities.push_back(std::to_string(i + 11) + ".000");
+    }
+    till.user.types(keys);
+    EXPECT_EQ(till.user.focus(), "txtBarcode");
+    EXPECT_EQ(till.user.text("txtBarcode"), "");
+    till.user.clicks("cmdCancel");
+    EXPECT_EQ(till.column(3), quantities);
+    for (std::size_t i = 0; i < items.size(); ++i) EXPECT_EQ(till.column(5)[i], items[i].id);
+    EXPECT_EQ(till.said(), Names{});
+}
+
+} // namespace
