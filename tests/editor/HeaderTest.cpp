@@ -14,10 +14,13 @@ protected:
     std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 3);
 
     std::string newest(const std::string& field) const {
-        return company.value("select " + field + " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
+        return company.value("select " + field +
+                             " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
                              " (select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1)");
     }
-    std::string count() const { return company.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1"); }
+    std::string count() const {
+        return company.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1");
+    }
 };
 
 TEST_F(Header, OffersTheOtherActiveShopsThatDealInTheSameGoods) {
@@ -34,8 +37,8 @@ TEST_F(Header, OffersTheOtherActiveShopsThatDealInTheSameGoods) {
                    "update aShops set ActiveShop = 0 where shopid = 3");
     Till till(company);
     till.newRequest(0);
-    EXPECT_EQ(till.user.entries("cboShop"),
-              (Names{"Brackenway Harbour", "Brackenway Market Square", "Brackenway Station Road", "Brackenway Trade Counter"}));
+    EXPECT_EQ(till.user.entries("cboShop"), (Names{"Brackenway Harbour", "Brackenway Market Square",
+                                                   "Brackenway Station Road", "Brackenway Trade Counter"}));
 }
 
 TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
@@ -73,7 +76,8 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
         const char* next;
     };
     const std::string gone = "delete aPrefix where shopid = 1 and InterfaceID = 1507";
-    for (const Case& c : {Case{"no request yet", "", "GR/", "GR/1"}, {"by number, not text", "GR/9 GR/10", "GR/", "GR/11"},
+    for (const Case& c : {Case{"no request yet", "", "GR/", "GR/1"},
+                          {"by number, not text", "GR/9 GR/10", "GR/", "GR/11"},
                           {"a remainder that is no number", "GR/41 GR/X1", "GR/", "GR/42"},
                           {"other prefixes", "GR/7 IS/90 GR24/80", "GR/", "GR/8"},
                           {"no row of prefixes", "", nullptr, "1"},
@@ -95,7 +99,8 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
             }
             if (!number.empty())
                 script += ";insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
-                          "srhtoShopid,srhtype) values (" + std::to_string(++id) + ",1,'" + number + "','20260301',2,'r')";
+                          "srhtoShopid,srhtype) values (" +
+                          std::to_string(++id) + ",1,'" + number + "','20260301',2,'r')";
             number.clear();
             if (*at == '\0') break;
         }
@@ -112,7 +117,8 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
 }
 
 TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
-    company.change("update mesRequesttoShopHeader set srhrequestno = 'GR/32767' where srhshopid = 1 and srhrequestid = 1");
+    company.change(
+        "update mesRequesttoShopHeader set srhrequestno = 'GR/32767' where srhshopid = 1 and srhrequestid = 1");
     const std::string before = count();
     Till till(company);
     till.newRequest();
@@ -124,7 +130,8 @@ TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
     EXPECT_EQ(till.user.text("txtRequestNo"), "");
     EXPECT_EQ(count(), before);
 
-    company.change("update mesRequesttoShopHeader set srhrequestno = 'GR/500' where srhshopid = 1 and srhrequestid = 1");
+    company.change(
+        "update mesRequesttoShopHeader set srhrequestno = 'GR/500' where srhshopid = 1 and srhrequestid = 1");
     till.user.clicks("cmdOk");
     EXPECT_EQ(till.user.form(), "frmMaster");
     EXPECT_EQ(newest("srhrequestno"), "GR/501");
@@ -151,7 +158,8 @@ TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
          {Case{1507, false, "Goods Request To Shop", "&Shop :", "Goods Request To Shop", "Select Shop", false},
           {1611, false, "Inter Division Sales Request", "&Shop :", "Inter Division Sales Request", "Select Shop", true},
           {1507, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false},
-          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet", true}}) {
+          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet",
+           true}}) {
         company.change(std::string("update aPAckageSettings set alias = ") + (c.alias ? "1" : "0"));
         Till till(company, {.screenId = c.screen});
         till.newRequest(0);
@@ -174,8 +182,12 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         Names said;
     };
     for (const Case& c :
-         {Case{"open", "", false, false, {}}, {"used", "update mesRequesttoShopHeader set srhused = 1 where srhrequestid = 900", true, false, {}},
-          {"finished", "update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 900", true, true,
+         {Case{"open", "", false, false, {}},
+          {"used", "update mesRequesttoShopHeader set srhused = 1 where srhrequestid = 900", true, false, {}},
+          {"finished",
+           "update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 900",
+           true,
+           true,
            {"Request is confirmed, You can't edit"}}}) {
         SCOPED_TRACE(c.what);
         CompanyFile file;
@@ -247,11 +259,14 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
             EXPECT_EQ(till.user.message().has_value(), c.answer.has_value());
             if (c.answer) till.user.answers("Save Changes?", *c.answer);
             EXPECT_EQ(till.user.form(), c.after);
-            EXPECT_EQ(file.value("select SRHremarks from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
-                      c.remarks);
+            EXPECT_EQ(
+                file.value("select SRHremarks from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
+                c.remarks);
             const bool stored = c.change == Change::line && c.answer == Answer::yes;
-            EXPECT_EQ(file.value("select max(srdgoodqty) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"),
-                      stored ? "77" : "6");
+            EXPECT_EQ(
+                file.value(
+                    "select max(srdgoodqty) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"),
+                stored ? "77" : "6");
             EXPECT_EQ(till.errors(), Names{});
         }
     }
@@ -289,7 +304,8 @@ TEST_F(Header, LinesThatCannotBeLoadedWholeKeepOkDisabled) {
     EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
     EXPECT_FALSE(till.user.enabled("cmdOk"));
     till.user.clicks("cmdCancel");
-    EXPECT_EQ(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"), "3");
+    EXPECT_EQ(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"),
+              "3");
 }
 
 } // namespace

@@ -57,36 +57,65 @@ TEST_F(Item, IsFoundByBarcodeShortcutOrCode) {
     const Found byBarcode{item.description, "", "txtQuantity", item.barcode};
     for (const Case& c : {
              Case{"barcode", "", item.barcode, byBarcode},
-             {"barcode between blanks", "", " " + item.barcode + " ", {item.description, "", "txtQuantity", " " + item.barcode + " "}},
+             {"barcode between blanks",
+              "",
+              " " + item.barcode + " ",
+              {item.description, "", "txtQuantity", " " + item.barcode + " "}},
              {"shortcut number", "", item.shortcut, {item.description, "", "txtQuantity", item.shortcut}},
-             {"shortcut number, first four digits", shortcut + "8765" + of + " and shopid = 1", "87654321",
+             {"shortcut number, first four digits",
+              shortcut + "8765" + of + " and shopid = 1",
+              "87654321",
               {item.description, "", "txtQuantity", "87654321"}},
-             {"another shop's shortcut number", shortcut + "8765" + of + " and shopid = 3", "8765", {"", kScan, "txtBarcode", "8765"}},
+             {"another shop's shortcut number",
+              shortcut + "8765" + of + " and shopid = 3",
+              "8765",
+              {"", kScan, "txtBarcode", "8765"}},
              {"item code", "", item.code, byCode},
              {"no such code", "", "NOPE-1", {"", kScan, "txtBarcode", "NOPE-1"}},
              {"nothing", "", "", {"", "", "cmdbarcode", ""}},
-             {"inactive packing", "update aitempackingdetail set Active = 0" + of, item.barcode, {"", kScan, "txtBarcode", item.barcode}},
+             {"inactive packing",
+              "update aitempackingdetail set Active = 0" + of,
+              item.barcode,
+              {"", kScan, "txtBarcode", item.barcode}},
              {"inactive packing, barcode is also the code",
-              "update aitempackingdetail set Active = 0" + of + ";update aitem set itemcode = '" + item.barcode + "'" + of,
+              "update aitempackingdetail set Active = 0" + of + ";update aitem set itemcode = '" + item.barcode + "'" +
+                  of,
               item.barcode, byBarcode},
              {"inactive item", "update aitem set Active = 0" + of, item.code, {"", kScan, "txtBarcode", item.code}},
-             {"codes may be shared", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.code,
+             {"codes may be shared",
+              "update aPAckageSettings set AllowItemCodeDuplication = 1",
+              item.code,
               {"", kScan, "txtBarcode", item.code}},
-             {"codes may be shared, barcode", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.barcode, byBarcode},
-             {"not in the supplying shop, by barcode", "delete ashopitemdetail" + of + " and shopid = 2", item.barcode,
+             {"codes may be shared, barcode", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.barcode,
+              byBarcode},
+             {"not in the supplying shop, by barcode",
+              "delete ashopitemdetail" + of + " and shopid = 2",
+              item.barcode,
               {"", "", "cmdbarcode", ""}},
-             {"not in the supplying shop, by code", "delete ashopitemdetail" + of + " and shopid = 2", item.code,
+             {"not in the supplying shop, by code",
+              "delete ashopitemdetail" + of + " and shopid = 2",
+              item.code,
               {"", kNotHere, "txtBarcode", ""}},
-             {"not in the supplying shop, by shortcut", "delete ashopitemdetail" + of + " and shopid = 2", item.shortcut,
+             {"not in the supplying shop, by shortcut",
+              "delete ashopitemdetail" + of + " and shopid = 2",
+              item.shortcut,
               {"", "", "txtBarcode", ""}},
              {"category not in the supplying shop",
-              "delete ashopitemcategory where shopid = 2 and itemcategoryid = (select itemcategoryid from aitem" + of + ")",
-              item.code, {"", kNotHere, "txtBarcode", ""}},
-             {"of the trade's type", "update aitem set itemtype = 'B'" + of, item.barcode, {"", kScan, "txtBarcode", item.barcode}},
-             {"trade shop, other goods", "update aShops set futurevarchar = 'b9' where shopid = 1", item.barcode,
+              "delete ashopitemcategory where shopid = 2 and itemcategoryid = (select itemcategoryid from aitem" + of +
+                  ")",
+              item.code,
+              {"", kNotHere, "txtBarcode", ""}},
+             {"of the trade's type",
+              "update aitem set itemtype = 'B'" + of,
+              item.barcode,
+              {"", kScan, "txtBarcode", item.barcode}},
+             {"trade shop, other goods",
+              "update aShops set futurevarchar = 'b9' where shopid = 1",
+              item.barcode,
               {"", kScan, "txtBarcode", item.barcode}},
              {"trade shop, its goods",
-              "update aShops set futurevarchar = 'b9' where shopid = 1;update aitem set itemtype = 'B'" + of, item.barcode, byBarcode},
+              "update aShops set futurevarchar = 'b9' where shopid = 1;update aitem set itemtype = 'B'" + of,
+              item.barcode, byBarcode},
          }) {
         SCOPED_TRACE(c.what);
         CompanyFile file;
@@ -123,8 +152,10 @@ TEST_F(Item, NoApostropheEntersTheBarcodeBox) {
 }
 
 TEST_F(Item, TheShopsReorderQuantityIsProposed) {
-    for (const auto& [stored, shown] : std::vector<std::pair<std::string, std::string>>{{"12", "12"}, {"2.5", "2.5"}, {"0", "0"}}) {
-        company.change("update ashopitemdetail set ReorderQuantity = " + stored + " where shopid = 1 and itemid = " + item.id);
+    for (const auto& [stored, shown] :
+         std::vector<std::pair<std::string, std::string>>{{"12", "12"}, {"2.5", "2.5"}, {"0", "0"}}) {
+        company.change("update ashopitemdetail set ReorderQuantity = " + stored +
+                       " where shopid = 1 and itemid = " + item.id);
         Till till(company);
         reachesLines(till);
         scans(till, item.barcode);
@@ -146,10 +177,13 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
     ASSERT_EQ(till.user.form(), "FetchWindow");
     EXPECT_EQ(till.user.caption(), "Item Fetch");
     EXPECT_EQ(till.user.text("cboColumn"), "Item Description");
-    EXPECT_EQ(till.user.entries("cboColumn"), (Names{"Item Code", "Item Description", "Brand", "Model No", "Part Code"}));
+    EXPECT_EQ(till.user.entries("cboColumn"),
+              (Names{"Item Code", "Item Description", "Brand", "Model No", "Part Code"}));
     const std::string all = company.value(
-        "select count(*) from aitem a where a.active = 1 and a.itemcategoryid in (select itemcategoryid from ashopitemcategory"
-        " where shopid = 1 intersect select itemcategoryid from ashopitemcategory where shopid = 2) and a.itemid in (select"
+        "select count(*) from aitem a where a.active = 1 and a.itemcategoryid in (select itemcategoryid from "
+        "ashopitemcategory"
+        " where shopid = 1 intersect select itemcategoryid from ashopitemcategory where shopid = 2) and a.itemid in "
+        "(select"
         " itemid from ashopitemdetail where shopid = 1 intersect select itemid from ashopitemdetail where shopid = 2)");
     EXPECT_EQ(till.user.list("lvwItems").size(), static_cast<std::size_t>(std::stoi(all)));
     till.user.types(items[1].description);
@@ -180,9 +214,12 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
 }
 
 TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
-    for (const auto& [setting, shown] : std::vector<std::pair<std::string, std::string>>{
-             {"'ItemCode'", "Item Code"}, {"'Part_Code'", "Part Code"}, {"'ItemID'", "Item Description"},
-             {"'Colour'", "Item Description"}, {"null", "Item Description"}}) {
+    for (const auto& [setting, shown] :
+         std::vector<std::pair<std::string, std::string>>{{"'ItemCode'", "Item Code"},
+                                                          {"'Part_Code'", "Part Code"},
+                                                          {"'ItemID'", "Item Description"},
+                                                          {"'Colour'", "Item Description"},
+                                                          {"null", "Item Description"}}) {
         company.change("update LOsSettings set defaultfetch = " + setting + " where ShopID = 1");
         Till till(company);
         reachesLines(till);
@@ -199,11 +236,15 @@ TEST_F(Item, PackingsAreListedAndCountedInFractions) {
                    ";delete apackingtypecapacitydetail where packingtypeid in (91, 92, 93);"
                    "insert into apackingtype values (91, 'Dozen');insert into apackingtype values (92, 'Pallet');"
                    "insert into apackingtype values (93, 'Loose');"
-                   "insert into apackingtypecapacitydetail select 91, UnitsId, 12 from aitem" + of +
-                   ";insert into apackingtypecapacitydetail select 92, UnitsId, 40 from aitem" + of +
-                   ";insert into aitempackingdetail values (" + item.id + ", 91, '2991', 1, 1)"
-                   ";insert into aitempackingdetail values (" + item.id + ", 92, '2992', 0, 0)"
-                   ";insert into aitempackingdetail values (" + item.id + ", 93, '2993', 0, 1)");
+                   "insert into apackingtypecapacitydetail select 91, UnitsId, 12 from aitem" +
+                   of + ";insert into apackingtypecapacitydetail select 92, UnitsId, 40 from aitem" + of +
+                   ";insert into aitempackingdetail values (" + item.id +
+                   ", 91, '2991', 1, 1)"
+                   ";insert into aitempackingdetail values (" +
+                   item.id +
+                   ", 92, '2992', 0, 0)"
+                   ";insert into aitempackingdetail values (" +
+                   item.id + ", 93, '2993', 0, 1)");
     Till till(company);
     reachesLines(till);
     scans(till, "2991");

@@ -18,7 +18,8 @@ protected:
 
     static std::string buttons(Till& till) {
         std::string text;
-        for (const char* name : {"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"}) text += till.user.enabled(name) ? '+' : '-';
+        for (const char* name : {"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"})
+            text += till.user.enabled(name) ? '+' : '-';
         return text;
     }
 };
@@ -30,16 +31,27 @@ TEST_F(LineEntry, TheNumberBoxesTakeNumbersOnly) {
     Till till(company, {.screenId = 1611});
     till.newRequest();
     till.addsLines();
-    for (const Case& c : {Case{"txtQuantity", "1x2.3456", "12.345"}, {"txtQuantity", "-5", "5"}, {"txtQuantity", "1e5,", "15"},
-                          {"txtQuantity", "1..5", "1.5"}, {"txtQuantity", "123456789012345678", "123456789012345678"},
-                          {"txtQuantity", "1234567890123456789", "123456789012345678"}, {"txtBadQuantity", "-2.5", "-2.5"},
-                          {"txtBadQuantity", "2-", "2"}, {"txtsellingprice", "3a.25", "3.25"}}) {
+    for (const Case& c : {Case{"txtQuantity", "1x2.3456", "12.345"},
+                          {"txtQuantity", "-5", "5"},
+                          {"txtQuantity", "1e5,", "15"},
+                          {"txtQuantity", "1..5", "1.5"},
+                          {"txtQuantity", "123456789012345678", "123456789012345678"},
+                          {"txtQuantity", "1234567890123456789", "123456789012345678"},
+                          {"txtBadQuantity", "-2.5", "-2.5"},
+                          {"txtBadQuantity", "2-", "2"},
+                          {"txtsellingprice", "3a.25", "3.25"}}) {
         till.user.enters(c.box, c.keys);
         EXPECT_EQ(till.user.text(c.box), c.text) << c.keys;
     }
-    for (const Case& c : {Case{"txtQuantity", "12.5", "12.5"}, {"txtQuantity", "-5", "7"}, {"txtQuantity", "1e5", "7"},
-                          {"txtQuantity", "..", "7"}, {"txtQuantity", "1.2345", "7"}, {"txtQuantity", "1234567890123456789", "7"},
-                          {"txtBadQuantity", "-4", "-4"}, {"txtBadQuantity", "4 pcs", "7"}, {"txtsellingprice", "GBP 4", "7"}}) {
+    for (const Case& c : {Case{"txtQuantity", "12.5", "12.5"},
+                          {"txtQuantity", "-5", "7"},
+                          {"txtQuantity", "1e5", "7"},
+                          {"txtQuantity", "..", "7"},
+                          {"txtQuantity", "1.2345", "7"},
+                          {"txtQuantity", "1234567890123456789", "7"},
+                          {"txtBadQuantity", "-4", "-4"},
+                          {"txtBadQuantity", "4 pcs", "7"},
+                          {"txtsellingprice", "GBP 4", "7"}}) {
         till.user.enters(c.box, "7");
         till.user.happens([&] { till.user.control<forms::TextBox>(c.box)->selectAll(); });
         till.user.pastes(c.keys);
@@ -102,7 +114,8 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
         till.user.clicks("cmdOk");
         EXPECT_EQ(till.user.focus(), "txtBarcode");
         EXPECT_TRUE(till.user.list("lvwpacktype").empty());
-        for (const char* box : {"txtBarcode", "cboItem", "txtQuantity", "txtBadQuantity"}) EXPECT_EQ(till.user.text(box), "");
+        for (const char* box : {"txtBarcode", "cboItem", "txtQuantity", "txtBadQuantity"})
+            EXPECT_EQ(till.user.text(box), "");
 
         // The same item again, found by its description.
         till.user.enters("txtBarcode", items[0].code + "\r");
@@ -112,9 +125,8 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
         EXPECT_EQ(till.user.text("cboItem"), "");
         EXPECT_EQ(till.user.focus(), "txtBarcode");
         till.user.clicks("cmdCancel");
-        EXPECT_EQ(till.user.list("lvwrequest"),
-                  (Rows{{"1", items[0].code, items[0].description, "2.500", "0.000", items[0].id, screen == 1611 ? "4.500" : "",
-                         items[0].unit}}));
+        EXPECT_EQ(till.user.list("lvwrequest"), (Rows{{"1", items[0].code, items[0].description, "2.500", "0.000",
+                                                       items[0].id, screen == 1611 ? "4.500" : "", items[0].unit}}));
     }
 }
 
@@ -144,7 +156,8 @@ TEST_F(LineEntry, EditingWalksDownTheLinesAndClosesAfterTheLast) {
         EXPECT_EQ(till.user.text("cboItem"), items[1].description);
         EXPECT_EQ(till.user.text("txtQuantity"), "2");
         EXPECT_EQ(till.user.text("txtBadQuantity"), "0");
-        for (const char* fixed : {"cboItem", "cmdbarcode", "txtBarcode"}) EXPECT_FALSE(till.user.enabled(fixed)) << fixed;
+        for (const char* fixed : {"cboItem", "cmdbarcode", "txtBarcode"})
+            EXPECT_FALSE(till.user.enabled(fixed)) << fixed;
         till.user.presses(forms::kKeyF3); // the item of a line stays
         EXPECT_EQ(till.user.form(), "frmRequestDetail");
         till.user.enters("txtQuantity", "20");
@@ -182,7 +195,8 @@ TEST_F(LineEntry, TheButtonsWalkThroughTheLines) {
         const char* states;
     };
     EXPECT_EQ(buttons(till), "++++");
-    for (const Step& s : {Step{"cmdNext", 3, "++--"}, {"cmdPrev", 2, "++++"}, {"cmdFirst", 1, "--++"}, {"cmdLast", 3, "++--"}}) {
+    for (const Step& s :
+         {Step{"cmdNext", 3, "++--"}, {"cmdPrev", 2, "++++"}, {"cmdFirst", 1, "--++"}, {"cmdLast", 3, "++--"}}) {
         till.user.clicks(s.button);
         EXPECT_EQ(till.user.text("cboItem"), items[static_cast<std::size_t>(s.row) - 1].description) << s.button;
         EXPECT_EQ(till.user.text("txtQuantity"), std::to_string(s.row));

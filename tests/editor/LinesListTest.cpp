@@ -127,9 +127,9 @@ TEST_F(LinesList, AClickedLineTellsItsQuantityAndItsWholeName) {
 }
 
 TEST_F(LinesList, KnowsWhetherTheSupplyingShopCarriesAnItem) {
-    const std::string notThere = company.value(
-        "select top 1 itemid from ashopitemdetail where shopid = 1 and itemid not in"
-        " (select itemid from ashopitemdetail where shopid = 2) order by itemid");
+    const std::string notThere =
+        company.value("select top 1 itemid from ashopitemdetail where shopid = 1 and itemid not in"
+                      " (select itemid from ashopitemdetail where shopid = 2) order by itemid");
     till.newRequest();
     goodsreq::frmRequest& editor = till.module.request();
     bool common = false, missing = true, told = true;
@@ -147,11 +147,13 @@ TEST_F(LinesList, KnowsWhetherTheSupplyingShopCarriesAnItem) {
 TEST_F(LinesList, SuggestsWhatIsOrderedAboveTheShopsWholeStock) {
     CompanyFile file;
     // Of the shop's items three are left, for speed.
-    file.change("delete ashopitemdetail where shopid = 1 and itemid not in (" + items[0].id + "," + items[1].id + "," +
-                items[2].id + ");delete losShopItemStock where shopid = 1;insert into losShopItemStock values (1," +
-                items[0].id + ",20);update ashopitemdetail set ItemReorderLevel = 20 where shopid = 1;"
-                "update ashopitemdetail set ItemReorderLevel = 20.001, ReorderQuantity = 7 where shopid = 1 and itemid = " +
-                items[1].id);
+    file.change(
+        "delete ashopitemdetail where shopid = 1 and itemid not in (" + items[0].id + "," + items[1].id + "," +
+        items[2].id + ");delete losShopItemStock where shopid = 1;insert into losShopItemStock values (1," +
+        items[0].id +
+        ",20);update ashopitemdetail set ItemReorderLevel = 20 where shopid = 1;"
+        "update ashopitemdetail set ItemReorderLevel = 20.001, ReorderQuantity = 7 where shopid = 1 and itemid = " +
+        items[1].id);
     Till other(file);
     other.newRequest();
     other.user.happens([&] { other.module.request().FillReorderSuggestions(); });

@@ -22,7 +22,8 @@ protected:
     std::string newestId() const { return newestId(company); }
     Rows details(const std::string& id) const {
         return company.rows("select srditemid, srdtoshopid, srdgoodqty, srdbadQty, srdSellingprice from"
-                            " mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = " + id + " order by srditemid");
+                            " mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = " +
+                            id + " order by srditemid");
     }
     /// How many rows requests and the audit trail have.
     std::string sizes(const CompanyFile& file) const {
@@ -61,9 +62,10 @@ TEST_F(Saving, RefusesInOrder) {
     till.user.clicks("cmdOk");
     till.user.answers(kFinished, Answer::yes);
     EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(company.value("select srhTransfinished from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
-                            newestId()),
-              "1");
+    EXPECT_EQ(
+        company.value("select srhTransfinished from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
+                      newestId()),
+        "1");
 }
 
 TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
@@ -92,12 +94,15 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
         ASSERT_EQ(stored.size(), 2u);
         EXPECT_EQ(stored[0], (std::vector<std::string>{items[0].id, "2", "3", "1.5", c.price}));
         EXPECT_EQ(stored[1][2], "0");
-        EXPECT_EQ(company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
-                               " srhTransfinished, convert(varchar(10), srhrequestdate, 111) from mesRequesttoShopHeader"
-                               " where srhshopid = 1 and srhrequestid = " + id),
-                  (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "2026/03/31"}}));
-        EXPECT_EQ(company.rows("select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and DocumentID = '" +
-                               id + "'"),
+        EXPECT_EQ(
+            company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
+                         " srhTransfinished, convert(varchar(10), srhrequestdate, 111) from mesRequesttoShopHeader"
+                         " where srhshopid = 1 and srhrequestid = " +
+                         id),
+            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "2026/03/31"}}));
+        EXPECT_EQ(company.rows(
+                      "select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and DocumentID = '" +
+                      id + "'"),
                   (Rows{{"N", "2", std::to_string(c.screen)}}));
         EXPECT_EQ(till.user.grid("flexMaster").back()[0], id);
     }
@@ -116,29 +121,36 @@ TEST_F(Saving, AnotherScreenWritesNothingAndSaysNothing) {
 
 TEST_F(Saving, AnEditRewritesTheLinesAndLeavesTheRestOfTheHead) {
     storeRequest(company, items);
-    const std::string kept = "select srhrequestno, srhrequestdate, srhtoShopid, srhrecaddUser, SRHrequestTime, srhtype from"
-                             " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
+    const std::string kept =
+        "select srhrequestno, srhrequestdate, srhtoShopid, srhrecaddUser, SRHrequestTime, srhtype from"
+        " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
     const Rows before = company.rows(kept);
     struct Case {
         const char* what;
         std::function<void(Till&)> edit;
         Names quantities; ///< by item
     };
-    for (const Case& c : {Case{"one quantity", [](Till& t) {
+    for (const Case& c : {Case{"one quantity",
+                               [](Till& t) {
                                    t.changesLine(2);
                                    t.user.types("8\r\r\r");
                                    t.user.presses(forms::kKeyEscape);
-                               }, {"4", "8", "6"}},
-                          {"a line more", [this](Till& t) {
+                               },
+                               {"4", "8", "6"}},
+                          {"a line more",
+                           [this](Till& t) {
                                t.addsLines();
                                t.line(items[3], "2");
                                t.user.clicks("cmdCancel");
-                           }, {"4", "8", "6", "2"}},
-                          {"a line less", [](Till& t) {
+                           },
+                           {"4", "8", "6", "2"}},
+                          {"a line less",
+                           [](Till& t) {
                                t.user.selectsRow("lvwrequest", 1);
                                t.user.presses(forms::kKeyDelete);
                                t.user.answers(Answer::yes);
-                           }, {"8", "6", "2"}}}) {
+                           },
+                           {"8", "6", "2"}}}) {
         SCOPED_TRACE(c.what);
         Till till(company, {.userId = 2});
         till.editRequest(kStored);
@@ -155,15 +167,18 @@ TEST_F(Saving, AnEditRewritesTheLinesAndLeavesTheRestOfTheHead) {
         EXPECT_EQ(stored, items_);
         EXPECT_EQ(quantities, c.quantities);
         EXPECT_EQ(company.rows(kept), before);
-        EXPECT_EQ(company.rows("select srhNoofDetails, srhrecmoduser, case when updatetime is null then 0 else 1 end from"
-                               " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
-                  (Rows{{std::to_string(items_.size()), "Tom Barker", "1"}}));
+        EXPECT_EQ(
+            company.rows("select srhNoofDetails, srhrecmoduser, case when updatetime is null then 0 else 1 end from"
+                         " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
+            (Rows{{std::to_string(items_.size()), "Tom Barker", "1"}}));
     }
 }
 
 TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
-    storeRequest(company, items, "update mesRequesttoShopDetail set srdgoodqty = 123456789012345.678 where srdshopid = 1 and"
-                                 " srdrequestid = 900 and srditemid = " + items[0].id);
+    storeRequest(company, items,
+                 "update mesRequesttoShopDetail set srdgoodqty = 123456789012345.678 where srdshopid = 1 and"
+                 " srdrequestid = 900 and srditemid = " +
+                     items[0].id);
     Till till(company);
     till.editRequest(kStored);
     EXPECT_EQ(till.column(3)[0], "123456789012345.678");
@@ -264,8 +279,10 @@ TEST_F(Saving, ASecondUserWhoTakesTheNumberCostsOneReportAndASecondOk) {
     ASSERT_EQ(first.user.form(), "frmMaster");
     EXPECT_EQ(std::stoi(newestId()), std::stoi(secondsId) + 1);
     EXPECT_EQ(details(newestId()).size(), 2u);
-    EXPECT_NE(company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId()),
-              company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + secondsId));
+    EXPECT_NE(company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
+                            newestId()),
+              company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
+                            secondsId));
 }
 
 TEST_F(Saving, ALeftOverTransactionIsClearedByTheFirstOk) {
@@ -311,9 +328,10 @@ TEST_F(Saving, BadInputIsOneReportAndCanBePutRight) {
         const char* box;
         std::string bad, good;
     };
-    for (const Case& c : {Case{"no date", "txtrequestDate", "soon", "31/03/2026"},
-                          {"an empty date", "txtrequestDate", "", "31/03/2026"},
-                          {"remarks that are too long", "txtRemarks", std::string(10000, 'x'), "quote ' and \"quote\""}}) {
+    for (const Case& c :
+         {Case{"no date", "txtrequestDate", "soon", "31/03/2026"},
+          {"an empty date", "txtrequestDate", "", "31/03/2026"},
+          {"remarks that are too long", "txtRemarks", std::string(10000, 'x'), "quote ' and \"quote\""}}) {
         SCOPED_TRACE(c.what);
         const std::string before = sizes();
         Till till(company);
@@ -331,9 +349,9 @@ TEST_F(Saving, BadInputIsOneReportAndCanBePutRight) {
         writes(c.good);
         till.user.clicks("cmdOk");
         EXPECT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(company.value(std::string("select ") + (std::string(c.box) == "txtRemarks"
-                                                              ? "SRHremarks"
-                                                              : "convert(varchar(10), srhrequestdate, 103)") +
+        EXPECT_EQ(company.value(std::string("select ") +
+                                (std::string(c.box) == "txtRemarks" ? "SRHremarks"
+                                                                    : "convert(varchar(10), srhrequestdate, 103)") +
                                 " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId()),
                   c.good);
     }
@@ -343,7 +361,8 @@ TEST_F(Saving, AnItemThatWasRetiredMeanwhileIsStoredAllTheSame) {
     storeRequest(company, items);
     Till till(company);
     till.editRequest(kStored);
-    company.change("update aitem set Active = 0 where itemid = " + items[0].id + ";delete aitem where itemid = " + items[1].id);
+    company.change("update aitem set Active = 0 where itemid = " + items[0].id +
+                   ";delete aitem where itemid = " + items[1].id);
     till.user.enters("txtRemarks", "still wanted");
     till.user.clicks("cmdOk");
     EXPECT_EQ(till.user.form(), "frmMaster");

@@ -83,7 +83,8 @@ void storeRequest(const CompanyFile& company, const std::vector<SampleItem>& ite
         "(900,1,'GR/900','20260330','20260330 09:15:00',2,'as agreed','Owen Pryce',0,3,'r')";
     const char* const quantities[] = {"4", "5.5", "6"};
     for (std::size_t i = 0; i < 3; ++i)
-        script += ";insert into mesRequesttoShopDetail values (900,1," + items[i].id + ",2," + quantities[i] + ",0.5,0)";
+        script +=
+            ";insert into mesRequesttoShopDetail values (900,1," + items[i].id + ",2," + quantities[i] + ",0.5,0)";
     company.change(script + (changes.empty() ? "" : ";" + changes));
 }
 
