@@ -5,6 +5,7 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$root/tools/wine.sh"
 . "$root/tools/screen.sh"
+. "$root/tools/host.sh"
 
 [ $# -eq 1 ] || {
     echo "usage: tools/tour.sh DIR" >&2
@@ -13,56 +14,11 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 mkdir -p "$1"
 folder=$(cd "$1" && pwd)
 shotFolder=$folder
-rm -f "$folder"/*.png "$folder"/{company.db*,statements.sql,request.txt,host.log,host.out}
+rm -f "$folder"/*.png "$folder"/{company.db*,making.sql,statements*.sql,request.txt,host.log,host.out}
 
 trap wine_stop EXIT
 trap 'exit 130' INT TERM HUP
 wine_start
-
-# The host runs beside us; its own log says what happens in its windows.
-startHost() {
-    screenLog=$folder/host.log
-    rm -f "$screenLog"
-    logSeen=0
-    timeout --foreground -k 5 900 wine "$root/dist/x64/goodsreq-host.exe" --company "$(wine_path "$folder/company.db")" \
-        --trace "$(wine_path "$folder/statements.sql")" --log "$(wine_path "$screenLog")" "$@" \
-        >"$folder/host.out" 2>&1 </dev/null &
-    programPid=$!
-}
-
-# Waits until the host has ended by itself, at most 30 seconds; its exit status is ours.
-awaitHost() {
-    local status=0 waited=0
-    while kill -0 "$programPid" 2>/dev/null; do
-        waited=$((waited + 1))
-        if [ "$waited" -gt 300 ]; then
-            echo "the host does not end" >&2
-            return 1
-        fi
-        sleep 0.1
-    done
-    wait "$programPid" || status=$?
-    programPid=""
-    return "$status"
-}
-
-# The database is read by its own shell, past everything that the module runs on. Only numbers are compared: text would
-# need the company's collation.
-stored() {
-    sqlite3 -batch -noheader -separator '|' "$folder/company.db" "$1"
-}
-
-# What is typed: three items that shops 1 and 5 both carry, each named in another way.
-requesting=1
-supplying=5
-both="a.active = 1 and hex(a.itemtype) <> '42' and p.active = 1 and s.shopid = $requesting
-    and a.itemid in (select itemid from ashopitemdetail where shopid = $supplying)
-    and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
-    and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $supplying)"
-itemAt() {
-    stored "select a.itemid, $2 from aitem a, ashopitemdetail s, aitempackingdetail p where a.itemid = s.itemid
-        and p.itemid = a.itemid and $both and s.shortcutno is not null group by a.itemid order by a.itemid limit 1 offset $1"
-}
 
 # One line: the code and Enter, the quantity and Enter, over the bad quantity to OK, which is pressed.
 enterLine() {
@@ -79,15 +35,14 @@ enterLine() {
     await_log "focus frmRequestDetail.txtBarcode"
 }
 
-# With a wrong key the host makes the sample company, shows nothing and ends.
-startHost --key none
-awaitHost
-IFS='|' read -r firstItem barcode < <(itemAt 0 "min(p.packingbarcode || '')")
-IFS='|' read -r secondItem code < <(itemAt 40 a.itemcode)
-IFS='|' read -r thirdItem shortcut < <(itemAt 80 s.shortcutno)
+# What is typed: three items, each named in another way.
+makeCompany
+IFS='|' read -r firstItem barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
+IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 41p)
+IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 81p)
 [ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
 
-startHost
+startHost statements
 await_log "active frmMaster"
 focus_window "Goods Request To Shop"
 shot 01-register
@@ -95,11 +50,7 @@ shot 01-register
 press ctrl+Return
 await_log "active frmRequest"
 shot 02-new-request
-press alt+s
-await_log "focus frmRequest.cboShop"
-press Down
-press Return
-await_log "focus frmRequest.txtRemarks"
+chooseShop
 type_keys "For the weekend"
 press Return
 await_log "focus frmRequest.lvwrequest"
@@ -192,15 +143,12 @@ press alt+c
 awaitHost
 
 # The other kind of request has a price on its lines.
-startHost --interface 1611
+startHost statements-1611 --interface 1611
 await_log "active frmMaster"
 focus_window "Inter Division Sales Request"
 press ctrl+Return
 await_log "active frmRequest"
-press alt+s
-await_log "focus frmRequest.cboShop"
-press Down Return
-await_log "focus frmRequest.txtRemarks"
+chooseShop
 press Return
 await_log "focus frmRequest.lvwrequest"
 press Return
@@ -219,6 +167,7 @@ await_log "unloaded frmRequest"
 press alt+c
 awaitHost
 
+rm -f "$folder/making.sql"
 request=$(stored "select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = $requesting")
 {
     echo "number|shop|supplying shop|remarks|lines|type"
