@@ -3,7 +3,7 @@
 . "$root/tools/screen.sh"
 
 # The host's manifest lies beside it, so it works on a copy with all that it names.
-cp "$DIST_X64"/* "$OUT/"
+cp -r "$DIST_X64"/. "$OUT/"
 cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$OUT/"
 company=$(wine_path "$OUT/company.db")
 script=$(wine_path "$root/tests/windows/host.vbs")
