@@ -61,9 +61,14 @@ await_log "active frmRequestDetail"
 shot 04-line-entry
 press F3
 await_log "active FetchWindow"
+type_keys "Rye Loaf"
 shot 04-item-search
-press Escape
+press Return
 await_log "unloaded FetchWindow"
+await_log "focus frmRequestDetail.txtQuantity"
+shot 04-item-found
+press shift+Tab
+await_log "focus frmRequestDetail.txtBarcode"
 enterLine "$barcode" 5 05-line-by-barcode
 enterLine "$code" 2.5 06-line-by-item-code
 enterLine "$shortcut" 12 07-line-by-shortcut
