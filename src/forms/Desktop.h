@@ -59,4 +59,16 @@ private:
     Level ground_; ///< handlers that run while no form is shown
 };
 
+/// Shows the hourglass until its end.
+class HourGlass {
+public:
+    explicit HourGlass(Desktop& desktop) : desktop_(desktop) { desktop_.setPointer(Pointer::hourglass); }
+    HourGlass(const HourGlass&) = delete;
+    HourGlass& operator=(const HourGlass&) = delete;
+    ~HourGlass() { desktop_.setPointer(Pointer::normal); }
+
+private:
+    Desktop& desktop_;
+};
+
 } // namespace forms

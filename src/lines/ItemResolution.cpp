@@ -43,7 +43,7 @@ void frmRequestDetail::resolveBarcode() {
     readItemTypeFilter();
     const std::string code = basic::trim(txtBarcode.text());
     if (code.empty() || foundByBarcode(code)) return focusAfterResolution();
-    if (basic::isNumeric(code) && foundByShortcut(code)) return;
+    if (basic::isNumeric(code) && foundByShortcut()) return;
     findByItemCode(code);
 }
 
@@ -61,7 +61,7 @@ bool frmRequestDetail::foundByBarcode(const std::string& code) {
     return true;
 }
 
-bool frmRequestDetail::foundByShortcut(const std::string&) {
+bool frmRequestDetail::foundByShortcut() {
     const std::string shortcut = basic::decimalText(basic::val(basic::left(txtBarcode.text(), kShortcutLength)));
     Recordset found = module().openRecordset("select ai.itemid from ashopitemDetail ai, aitem a"
                                              " Where a.itemid = ai.itemid"
@@ -167,7 +167,7 @@ void frmRequestDetail::fnGetDeptCurrID(std::int32_t lngshopid) {
     lngOtherShopCurrID = department.eof() ? 0 : basic::cLng(department.value("DepCurrencyID"));
 }
 
-void frmRequestDetail::FillPackingTypesOf(std::int32_t itemId) { FillPackingTypes(module(), lvwpacktype, itemId); }
+void frmRequestDetail::fillPackings() { FillPackingTypes(module(), lvwpacktype, cboItem.selectedData()); }
 
 void frmRequestDetail::fetchItem() {
     QuickFetch();

@@ -62,7 +62,7 @@ bool frmRequestDetail::checked() {
     if (txtsellingprice.visible() && basic::val(txtsellingprice.text()) <= 0)
         return refuse("Selling price cannot be sero.   ", txtsellingprice);
     if (session().blnIntegerQuantity && txtQuantity.text().find('.') != std::string::npos)
-        return refuse("Only Integer Quantity is allowed", txtQuantity);
+        return refuse(kIntegerOnly, txtQuantity);
     return true;
 }
 

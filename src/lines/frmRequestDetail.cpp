@@ -20,7 +20,6 @@ constexpr int kRowHeight = 330;
 constexpr int kRowStep = 435;
 constexpr int kPacksHeight = 1700;
 constexpr int kButtonHeight = 390;
-constexpr const char* kIntegerOnly = "Only Integer Quantity is allowed";
 
 } // namespace
 

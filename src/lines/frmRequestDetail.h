@@ -10,6 +10,9 @@
 
 namespace goodsreq {
 
+/// Refuses a fraction, as it is typed and again at OK.
+inline constexpr const char* kIntegerOnly = "Only Integer Quantity is allowed";
+
 class frmRequestDetail : public ModuleForm {
 public:
     explicit frmRequestDetail(Module& module);
@@ -59,7 +62,7 @@ private:
     // Item resolution.
     void resolveBarcode();
     bool foundByBarcode(const std::string& code);
-    bool foundByShortcut(const std::string& code);
+    bool foundByShortcut();
     void findByItemCode(const std::string& code);
     void focusAfterResolution();
     void refuseCode(const std::string& message);
@@ -71,8 +74,7 @@ private:
     void QuickFetch();
     std::int16_t defaultFetchColumn(const std::vector<FetchColumn>& columns);
     void fnGetDeptCurrID(std::int32_t lngshopid);
-    void fillPackings() { FillPackingTypesOf(cboItem.selectedData()); }
-    void FillPackingTypesOf(std::int32_t itemId);
+    void fillPackings();
 
     // Boxes.
     void filterNumber(forms::TextBox& box, std::int16_t& character);

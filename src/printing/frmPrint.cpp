@@ -20,18 +20,6 @@ constexpr int kButtonHeight = 390;
 /// An overlapped window with every part of its frame, maximised.
 constexpr std::int32_t kMaximisedWindow = 0x01CF0000;
 
-/// The hourglass until its end.
-class Busy {
-public:
-    explicit Busy(forms::Desktop& desktop) : desktop_(desktop) { desktop_.setPointer(forms::Pointer::hourglass); }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-    ~Busy() { desktop_.setPointer(forms::Pointer::normal); }
-
-private:
-    forms::Desktop& desktop_;
-};
-
 } // namespace
 
 frmPrint::frmPrint(Module& module) : ModuleForm(module, "frmPrint") {
@@ -92,7 +80,7 @@ std::string frmPrint::selectedId() const {
 }
 
 void frmPrint::accept() {
-    const Busy busy(desktop());
+    const forms::HourGlass busy(desktop());
     if (OptWindowsPrint.value()) return WIndowsPrint();
     printSlip();
     unload();

@@ -21,17 +21,6 @@ constexpr int kWidestRemarks = 4000;
 constexpr int kFirstColumnWidth = 960;
 constexpr std::int32_t kRed = 255;
 
-class HourGlass {
-public:
-    explicit HourGlass(forms::Desktop& desktop) : desktop_(desktop) { desktop_.setPointer(forms::Pointer::hourglass); }
-    HourGlass(const HourGlass&) = delete;
-    HourGlass& operator=(const HourGlass&) = delete;
-    ~HourGlass() { desktop_.setPointer(forms::Pointer::normal); }
-
-private:
-    forms::Desktop& desktop_;
-};
-
 } // namespace
 
 void frmMaster::readSettings() {
@@ -73,7 +62,7 @@ std::string frmMaster::buildListQuery() const {
 }
 
 void frmMaster::GridPopulate(const std::string& query, const std::string& tableExpression) {
-    const HourGlass busy(desktop());
+    const forms::HourGlass busy(desktop());
     flexMaster.clear();
     flexMaster.setFixedRows(1);
     flexMaster.setFixedCols(0);
@@ -164,7 +153,7 @@ void frmMaster::fillWidth() {
 }
 
 void frmMaster::sortByChosenColumn() {
-    const HourGlass busy(desktop());
+    const forms::HourGlass busy(desktop());
     if (!cboColNames.hasSelection()) return;
     // Ids rise with the dates, and compare as numbers.
     const int column = basic::containsNoCase(cboColNames.text(), "date") ? kColId : cboColNames.selectedData();
