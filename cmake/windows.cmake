@@ -163,13 +163,13 @@ if(GTEST_SOURCE AND windows_tests)
         add_dependencies(${name} typelib)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endforeach()
-    if(TARGET slip_test) # the golden slips once more, through the real files and the real code page
-        target_sources(slip_test PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
+    # The golden slips once more, through the real files and the real code page: from these sources, and out of the DLL.
+    foreach(name slip_test dll_slip_test)
+        target_sources(${name} PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
             tests/support/PortableSystem.cpp)
-        target_link_libraries(slip_test PRIVATE component suite data)
-        target_compile_definitions(slip_test PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
-    endif()
-    if(TARGET desktop_test)
-        target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
-    endif()
+        target_link_libraries(${name} PRIVATE component suite data)
+        target_compile_definitions(${name} PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
+    endforeach()
+    target_sources(dll_slip_test PRIVATE tests/windows/Person.cpp)
+    target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
 endif()

@@ -9,6 +9,7 @@ namespace printing {
 namespace {
 
 constexpr const char* kFolder = "C:\\Retail";
+constexpr const char* kSettingsFile = "C:\\Retail\\ShopSetting.txt";
 constexpr const char* kPort = "LPT1";
 constexpr const char* kPortFile = "C:\\SLIP.TXT";
 
@@ -44,7 +45,7 @@ std::string price(int itemId, const std::string& shop, const std::string& amount
 
 std::string header(int id, const std::string& remarks) {
     return "insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid, "
-           "SRHremarks) values (" + number(id) + ", 1, 'RQ/26/" + number(1000 + id) + "', '20260330', 2, N'" + remarks + "');";
+           "srhtype, SRHremarks) values (" + number(id) + ", 1, 'RQ/26/" + number(1000 + id) + "', '20260330', 2, 'r', N'" + remarks + "');";
 }
 
 std::string line(int request, int itemId, const std::string& quantity) {
@@ -52,8 +53,13 @@ std::string line(int request, int itemId, const std::string& quantity) {
            number(request) + ", 1, " + number(itemId) + ", 2, " + quantity + ");";
 }
 
-std::string companyScript() {
+} // namespace
+
+std::string SlipWorld::companyScript() {
     std::string s =
+        // What the register asks for; its nine columns have no other names here.
+        "insert into aPAckageSettings (IntegerQuantity, alias, AllowItemCodeDuplication) values (0, 0, 0);"
+        "insert into LOsSettings (ShopID, sNoofBackDays) values (1, 60);"
         "insert into acompanymaster values (1, 'Harbour Retail Limited', '12 Quay Street', 'Second Floor', 'Portmouth PM1 4QS', '');"
         "insert into acountrymaster values (44, 'England'); insert into acity values (9, 'Portmouth', 44);"
         "insert into aShops (shopid, shopname, address, cityid, countryid, telephoneno, faxno, departmentid, CompanyID, "
@@ -94,8 +100,6 @@ std::string companyScript() {
     return s;
 }
 
-} // namespace
-
 SlipWorld::SlipWorld(const Settings& changes)
     : connection(sandbox::createCompany(":memory:", sandbox::schemaText())),
       module(desktop, system, sandbox::standInFactory({&desktop, ""}), {}, kFolder) {
@@ -109,10 +113,8 @@ SlipWorld::SlipWorld(const Settings& changes)
     module.session.screenId = goodsreq::kGoodsRequestToShop;
     module.session.messageBoxCaption = "Retail";
     Settings settings = changes;
-    if (makeMachine) {
-        system.real = makeMachine();
-        settings["port"] = kPortFile;
-    }
+    if (makeMachine) system.real = makeMachine();
+    if (makeMachine || printElsewhere) settings["port"] = kPortFile;
     setSettings(settingsText(settings));
 }
 
@@ -125,9 +127,10 @@ std::string SlipWorld::settingsText(const Settings& changes, const std::string& 
     return text;
 }
 
-void SlipWorld::setSettings(const std::string& content) { system.files[std::string(kFolder) + "\\ShopSetting.txt"] = content; }
+void SlipWorld::setSettings(const std::string& content) { system.files[kSettingsFile] = content; }
 
 std::string SlipWorld::print(int request) {
+    if (printElsewhere) return printElsewhere(system.files.at(kSettingsFile), request, desktop.time);
     goodsreq::SlipPrinter(module, goodsreq::SlipPrinter::Target::port).PrintBill(request);
     return system.real ? system.real->readFile(kPortFile) : system.files.at(kPort);
 }

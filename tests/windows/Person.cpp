@@ -31,25 +31,14 @@ INPUT stroke(WORD key, bool up) {
     return input;
 }
 
-void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)); }
-
-} // namespace
-
-void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
-                  const std::function<void(Person&)>& script) {
-    HWND ear = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(ear, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&listen));
+/// Runs `module` here and `script` in a thread beside it; after the script, `close` again and again until `module` ends.
+void beside(const std::function<void()>& module, const std::function<void()>& script, const std::function<void()>& close) {
     std::atomic<bool> ended = false;
     std::thread acting([&] {
-        Person person(desktop, ear);
-        script(person);
+        script();
         while (!ended) {
             if (HWND box = FindWindowW(L"#32770", nullptr)) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-            const std::function<void()> close = [&] {
-                if (forms::Form* form = desktop.topForm()) form->unload();
-            };
-            DWORD_PTR answer = 0;
-            SendMessageTimeoutW(ear, kRun, 0, reinterpret_cast<LPARAM>(&close), SMTO_NORMAL, 200, &answer);
+            close();
             Sleep(20);
         }
     });
@@ -58,7 +47,43 @@ void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
     // What the other thread sent last is still served.
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
     acting.join();
+}
+
+void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)); }
+
+} // namespace
+
+void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
+                  const std::function<void(Person&)>& script) {
+    HWND ear = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(ear, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&listen));
+    const std::function<void()> closeForm = [&] {
+        if (forms::Form* form = desktop.topForm()) form->unload();
+    };
+    beside(
+        module,
+        [&] {
+            Person person(desktop, ear);
+            script(person);
+        },
+        [&] {
+            DWORD_PTR answer = 0;
+            SendMessageTimeoutW(ear, kRun, 0, reinterpret_cast<LPARAM>(&closeForm), SMTO_NORMAL, 200, &answer);
+        });
     DestroyWindow(ear);
+}
+
+void Person::sits(const std::function<void()>& module, const std::function<void()>& script) {
+    const DWORD thread = GetCurrentThreadId();
+    beside(module, script, [thread] {
+        EnumThreadWindows(
+            thread,
+            [](HWND window, LPARAM) -> BOOL {
+                if (IsWindowVisible(window) && IsWindowEnabled(window)) PostMessageW(window, WM_CLOSE, 0, 0);
+                return TRUE;
+            },
+            0);
+    });
 }
 
 void Person::look(const std::function<void()>& body) {

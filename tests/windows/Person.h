@@ -16,6 +16,8 @@ public:
     /// Runs `module` here and `script` beside it. When the script has ended, what is still shown is closed.
     static void sits(forms::Desktop& desktop, const std::function<void()>& module,
                      const std::function<void(Person&)>& script);
+    /// The same beside a module in a DLL, whose forms cannot be looked into: the script has keys alone.
+    static void sits(const std::function<void()>& module, const std::function<void()>& script);
 
     /// Runs `body` on the module's thread, between its messages. Fails the test when that thread does not answer.
     void look(const std::function<void()>& body);
@@ -25,8 +27,8 @@ public:
     bool seesForm(const std::string& name);
 
     /// All keys are queued before the first is handled. "\r" is Enter, "\t" Tab, "\b" Backspace.
-    void types(const std::string& ascii);
-    void presses(int key, int withKey = 0);
+    static void types(const std::string& ascii);
+    static void presses(int key, int withKey = 0);
     void clicks(forms::Control& control);
     /// Clicks at a point in pixels of the control's window.
     void clicksAt(forms::Control& control, int x, int y);
