@@ -13,6 +13,7 @@ namespace {
 using automation::RunTimeError;
 
 constexpr std::size_t kReadAtOnce = 64 * 1024;
+constexpr std::size_t kWrittenAtOnce = 16 * 1024;
 
 /// `missing` is the number for what is not there.
 [[noreturn]] void raiseSystemError(DWORD error, long missing) {
@@ -57,26 +58,41 @@ private:
     HANDLE handle_;
 };
 
+/// Lines are handed over many at once: a port takes each hand-over as a job of its own.
 class FileOutput : public goodsreq::Output {
 public:
     explicit FileOutput(Handle handle) : handle_(std::move(handle)) {}
-
-    void write(std::string_view bytes) override {
-        while (!bytes.empty()) {
-            DWORD written = 0;
-            const auto size = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kReadAtOnce));
-            if (!WriteFile(handle_.get(), bytes.data(), size, &written, nullptr))
-                raiseSystemError(GetLastError(), kDeviceUnavailable);
-            if (written == 0) raiseSystemError(ERROR_WRITE_FAULT, kDeviceUnavailable);
-            bytes.remove_prefix(written);
+    ~FileOutput() override {
+        try {
+            handOver();
+        } catch (const RunTimeError&) {
+            // The slip has failed for another reason, which is reported.
         }
     }
+
+    void write(std::string_view bytes) override {
+        held_ += bytes;
+        if (held_.size() >= kWrittenAtOnce) handOver();
+    }
     void close() override {
+        handOver();
         if (handle_.valid() && !handle_.close()) raiseSystemError(GetLastError(), kDeviceUnavailable);
     }
 
 private:
+    void handOver() {
+        const std::string text = std::exchange(held_, {});
+        for (std::string_view rest = text; !rest.empty() && handle_.valid();) {
+            DWORD written = 0;
+            if (!WriteFile(handle_.get(), rest.data(), static_cast<DWORD>(rest.size()), &written, nullptr))
+                raiseSystemError(GetLastError(), kDeviceUnavailable);
+            if (written == 0) raiseSystemError(ERROR_WRITE_FAULT, kDeviceUnavailable);
+            rest.remove_prefix(written);
+        }
+    }
+
     Handle handle_;
+    std::string held_;
 };
 
 /// A port, which is opened as it is; all else is made anew.

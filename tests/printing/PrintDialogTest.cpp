@@ -81,6 +81,25 @@ TEST_F(PrintDialog, TheEditorLiesWhereTheNameOfWindowsSays) {
     }
 }
 
+TEST_F(PrintDialog, WithoutTheEditorTheSlipOpensInTheViewer) {
+    sets({{"windowsprint", "0"}});
+    shop.desktop.missingProgram = "edit.com";
+    opensDialog();
+    shop.user.clicks("cmdOK");
+    EXPECT_EQ(shop.user.form(), "frmMaster");
+    EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{"C:\\Windows\\notepad.exe c:\\ShopReq.txt"});
+    // With neither, the slip is written all the same, and one report says so.
+    shop.desktop.missingProgram = ".";
+    shop.system.files.erase("C:\\ShopReq.txt");
+    shop.user.clicks("cmdPrev");
+    shop.user.clicks("optScreen");
+    shop.user.clicks("cmdOK");
+    shop.user.answers(forms::Answer::ok);
+    EXPECT_EQ(shop.user.form(), "frmPrint");
+    EXPECT_TRUE(shop.system.files.contains("C:\\ShopReq.txt"));
+    EXPECT_EQ(shop.errors().size(), 1u);
+}
+
 TEST_F(PrintDialog, ToPrinterWritesTheSameSlipToThePort) {
     sets({{"windowsprint", "0"}, {"port", "\\\\server\\slips"}});
     opensDialog();

@@ -1,5 +1,6 @@
 #include "tests/support/ScriptedDesktop.h"
 
+#include "automation/RunTimeError.h"
 #include "forms/Form.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +107,8 @@ void ScriptedDesktop::setPointer(forms::Pointer wanted) {
 }
 
 void ScriptedDesktop::startProgram(const std::string& commandLine, forms::WindowStyle) {
+    if (!missingProgram.empty() && commandLine.find(missingProgram) != std::string::npos)
+        automation::raise(automation::kFileNotFound);
     programs.push_back(commandLine);
 }
 

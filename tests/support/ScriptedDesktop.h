@@ -51,6 +51,7 @@ public:
     forms::Pointer pointer = forms::Pointer::normal;
     std::vector<forms::Pointer> pointers; ///< each one set, in order
     std::vector<std::string> programs;    ///< each command line started, in order
+    std::string missingProgram;           ///< what a command line holds that cannot be started
     std::vector<forms::Message> messages; ///< each box shown, in order
 
     forms::Answer messageBox(const forms::Message& message) override;
