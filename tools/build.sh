@@ -1,5 +1,5 @@
 #!/bin/bash
-# Builds one target: build.sh native|x64|x86. The Windows ones end in dist/x64 and dist/x86. What is up to date is not built.
+# Builds one target: build.sh native|bench|x64|x86. The Windows ones end in dist/x64 and dist/x86. What is up to date is not built.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
@@ -7,11 +7,12 @@ cd "$root"
 target=${1:-}
 case $target in
 native) goals=(all) ;;
+bench) goals=(benchmarks) ;;
 x64) goals=(all dist) ;;
 # Programs for 32-bit Windows cannot run on every build machine, so only what is delivered is built.
 x86) goals=(dist) ;;
 *)
-    echo "usage: tools/build.sh native|x64|x86" >&2
+    echo "usage: tools/build.sh native|bench|x64|x86" >&2
     exit 2
     ;;
 esac

@@ -47,6 +47,7 @@ struct Expression {
     std::vector<std::unique_ptr<Expression>> parts;
     std::unique_ptr<Select> select;
     SqlType type;
+    int parameter = 0; ///< of a literal: the number under which its value is bound; 0 where it is written out
     std::optional<int> style;
     bool negated = false; ///< "not like", "is not null" ...
     bool distinct = false;

@@ -6,6 +6,7 @@
 #include "sandbox/database/SqlFunctions.h"
 #include "sandbox/database/SqliteCell.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <sqlite3.h>
 
@@ -13,8 +14,9 @@ namespace sandbox {
 namespace {
 
 constexpr int kBusyMilliseconds = 2000;
-/// Statements carry their values as literals, so few come again; those that do come soon.
 constexpr std::size_t kMostPrepared = 200;
+/// Longer ones are scripts' lists of rows, which never come again.
+constexpr std::size_t kMostParameters = 100;
 
 automation::Value columnValue(sqlite3_stmt* statement, int i, const SqlType& type) {
     switch (sqlite3_column_type(statement, i)) {
@@ -37,9 +39,19 @@ std::filesystem::path filePath(const std::string& path) {
 } // namespace
 
 struct Database::Prepared {
-    Translation translation;
+    bool isQuery = false;
+    std::shared_ptr<const std::vector<OutputColumn>> columns;
+    std::string baseTable;
     std::unique_ptr<sqlite3_stmt, CloseStatement> statement;
     bool writes = false;
+    std::vector<int> parameters;                       ///< numbers of the values that are bound
+    std::vector<StoredParameter> stored;               ///< those of them that are converted to their columns' types
+    std::vector<std::pair<std::size_t, Cell>> written; ///< values that stand in the text, with their places
+
+    bool serves(const std::vector<Cell>& values) const {
+        return std::all_of(written.begin(), written.end(),
+                           [&](const auto& one) { return values[one.first] == one.second; });
+    }
 };
 
 void Database::CloseStatement::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -93,33 +105,71 @@ void Database::send(std::string_view statement) {
     if (failOn_ && failOn_(statement)) fail(kServerFailure, "The server refused the statement.");
 }
 
-Database::Prepared& Database::prepare(std::string_view statement) {
-    std::string key(statement);
-    auto found = prepared_.find(key);
-    if (found != prepared_.end()) return *found->second;
+std::unique_ptr<Database::Prepared> Database::translate(std::string_view statement, const StatementShape& shape) {
+    const bool binds = shape.values.size() <= kMostParameters;
+    Translation translation =
+        Translator(schema_).translate(binds ? parseWithParameters(statement) : parseStatement(statement));
     auto prepared = std::make_unique<Prepared>();
-    prepared->translation = Translator(schema_).translate(parseStatement(statement));
-    const std::string& sql = prepared->translation.sql;
+    const std::string& sql = translation.sql;
     sqlite3_stmt* raw = nullptr;
     const int code = sqlite3_prepare_v2(connection_, sql.data(), static_cast<int>(sql.size()), &raw, nullptr);
     prepared->statement.reset(raw);
     if (code != SQLITE_OK) raise(code);
+    prepared->isQuery = translation.isQuery;
+    prepared->columns = std::make_shared<const std::vector<OutputColumn>>(std::move(translation.columns));
+    prepared->baseTable = std::move(translation.baseTable);
+    prepared->stored = std::move(translation.stored);
     prepared->writes = !sqlite3_stmt_readonly(raw);
-    if (prepared_.size() >= kMostPrepared) prepared_.clear();
-    return *prepared_.emplace(std::move(key), std::move(prepared)).first->second;
+    for (std::size_t i = 0; i < shape.values.size(); ++i) {
+        const int number = static_cast<int>(i) + 1;
+        if (sqlite3_bind_parameter_name(raw, number))
+            prepared->parameters.push_back(number);
+        else
+            prepared->written.emplace_back(i, shape.values[i]);
+    }
+    return prepared;
+}
+
+Database::Prepared& Database::prepare(std::string_view statement, const StatementShape& shape) {
+    if (const auto found = prepared_.find(shape.key); found != prepared_.end())
+        for (const auto& prepared : found->second)
+            if (prepared->serves(shape.values)) return *prepared;
+    auto prepared = translate(statement, shape);
+    if (preparedCount_ >= kMostPrepared) {
+        prepared_.clear();
+        preparedCount_ = 0;
+    }
+    ++preparedCount_;
+    return *prepared_[shape.key].emplace_back(std::move(prepared));
+}
+
+/// SQLite reads the values where they stand: they outlive the run.
+void Database::bind(const Prepared& prepared, std::vector<Cell>& values) {
+    sqlite3_stmt* statement = prepared.statement.get();
+    for (const StoredParameter& one : prepared.stored) {
+        Cell& value = values[static_cast<std::size_t>(one.number) - 1];
+        value = storeCell(value, one.from, one.to);
+    }
+    for (int number : prepared.parameters) bindCell(statement, number, values[static_cast<std::size_t>(number) - 1]);
 }
 
 Outcome Database::execute(std::string_view statement) {
     send(statement);
-    return run(prepare(statement));
+    return translateAndRun(statement);
 }
 
 Outcome Database::executeSilently(std::string_view statement) {
     if (dead_) fail(kServerFailure);
-    return run(prepare(statement));
+    return translateAndRun(statement);
 }
 
-Outcome Database::run(Prepared& prepared) {
+Outcome Database::translateAndRun(std::string_view statement) {
+    StatementShape shape = shapeOf(statement);
+    return run(prepare(statement, shape), shape.values);
+}
+
+Outcome Database::run(Prepared& prepared, std::vector<Cell>& values) {
+    bind(prepared, values);
     if (prepared.writes && inTransaction_) takeWriteLock();
     sqlite3_stmt* statement = prepared.statement.get();
     struct Reset {
@@ -128,16 +178,16 @@ Outcome Database::run(Prepared& prepared) {
     } reset{statement};
     raised_.reset();
     Outcome outcome;
-    outcome.isQuery = prepared.translation.isQuery;
-    outcome.columns = prepared.translation.columns;
-    outcome.baseTable = prepared.translation.baseTable;
-    const std::size_t width = outcome.columns.size();
+    outcome.isQuery = prepared.isQuery;
+    outcome.columns = prepared.columns;
+    outcome.baseTable = prepared.baseTable;
+    const std::vector<OutputColumn>& columns = *prepared.columns;
     int code;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
         Row& row = outcome.rows.emplace_back();
-        row.reserve(width);
-        for (std::size_t i = 0; i < width; ++i)
-            row.push_back(columnValue(statement, static_cast<int>(i), outcome.columns[i].type));
+        row.reserve(columns.size());
+        for (std::size_t i = 0; i < columns.size(); ++i)
+            row.push_back(columnValue(statement, static_cast<int>(i), columns[i].type));
     }
     if (code != SQLITE_DONE) raise(code);
     if (prepared.writes) outcome.affected = sqlite3_changes64(connection_);

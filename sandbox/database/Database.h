@@ -3,6 +3,7 @@
 
 #include "automation/RunTimeError.h"
 #include "automation/Value.h"
+#include "sandbox/database/StatementShape.h"
 #include "sandbox/database/Trace.h"
 #include "sandbox/database/Translator.h"
 
@@ -24,7 +25,7 @@ using Row = std::vector<automation::Value>;
 /// What a statement gave; a query's rows are read whole.
 struct Outcome {
     bool isQuery = false;
-    std::vector<OutputColumn> columns;
+    std::shared_ptr<const std::vector<OutputColumn>> columns; ///< never null for a query
     std::vector<Row> rows;
     std::string baseTable; ///< see Translation
     long long affected = 0;
@@ -77,8 +78,11 @@ private:
     void openFile(const std::string& path, int flags);
     void load(std::string_view schemaText);
     void send(std::string_view statement);
-    Prepared& prepare(std::string_view statement);
-    Outcome run(Prepared& prepared);
+    Outcome translateAndRun(std::string_view statement);
+    Prepared& prepare(std::string_view statement, const StatementShape& shape);
+    std::unique_ptr<Prepared> translate(std::string_view statement, const StatementShape& shape);
+    void bind(const Prepared& prepared, std::vector<Cell>& values);
+    Outcome run(Prepared& prepared, std::vector<Cell>& values);
     void takeWriteLock();
     void runPlain(const char* sql);
     [[noreturn]] void raise(int code);
@@ -87,7 +91,8 @@ private:
     sqlite3* connection_ = nullptr;
     std::optional<automation::RunTimeError> raised_; ///< by a function of ours inside SQLite
     Schema schema_;
-    std::unordered_map<std::string, std::unique_ptr<Prepared>> prepared_;
+    std::unordered_map<std::string, std::vector<std::unique_ptr<Prepared>>> prepared_; ///< by shape
+    std::size_t preparedCount_ = 0;
     bool inTransaction_ = false;
     bool dead_ = false;
     TraceSink trace_;

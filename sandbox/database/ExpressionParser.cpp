@@ -147,7 +147,12 @@ ExpressionPtr Parser::unary() {
 ExpressionPtr Parser::primary() {
     const Token token = peek();
     switch (token.sort) {
-    case Token::Sort::whole: take(); return make(Form::whole, token.text);
+    case Token::Sort::whole: {
+        take();
+        auto number = make(Form::whole, token.text);
+        number->parameter = token.parameter;
+        return number;
+    }
     case Token::Sort::decimal: take(); return make(Form::decimal, token.text);
     case Token::Sort::real: take(); return make(Form::real, token.text);
     case Token::Sort::variable: take(); return make(Form::variable, token.text);
@@ -155,6 +160,7 @@ ExpressionPtr Parser::primary() {
         take();
         auto text = make(Form::text, token.text);
         text->wide = token.wide;
+        text->parameter = token.parameter;
         return text;
     }
     default: break;

@@ -17,6 +17,8 @@ std::string typeArguments(const SqlType& from, const SqlType& to) {
            ", " + std::to_string(to.size) + ", " + std::to_string(last);
 }
 
+std::string parameterName(const Expression& expression) { return "?" + std::to_string(expression.parameter); }
+
 } // namespace
 
 std::string ExpressionWriter::collated(const TypedText& value) {
@@ -52,6 +54,7 @@ TypedText ExpressionWriter::number(const Expression& expression) const {
         // SQLite reads "1e3" itself; what it cannot hold is infinite and refused here.
         return {expression.name, {Kind::real}};
     }
+    if (expression.parameter > 0) return {parameterName(expression), {Kind::integer}};
     const std::string exact = parseDecimal(expression.name).value_or("0");
     if (expression.form == Form::whole && compareDecimals(exact, "2147483647") <= 0) return {exact, {Kind::integer}};
     const int scale = decimalScale(exact);
@@ -66,7 +69,9 @@ TypedText ExpressionWriter::value(const Expression& expression) const {
     case Form::whole:
     case Form::decimal:
     case Form::real: return number(expression);
-    case Form::text: return {quotedText(expression.name), {Kind::text, 0, 0, expression.wide, false}};
+    case Form::text:
+        return {expression.parameter > 0 ? parameterName(expression) : quotedText(expression.name),
+                {Kind::text, 0, 0, expression.wide, false}};
     case Form::variable: {
         auto found = queries_.variables().find(expression.name);
         if (found == queries_.variables().end())

@@ -34,7 +34,7 @@ Database& Recordset::database() const {
 
 const std::vector<OutputColumn>& Recordset::columns() const {
     wantOpen();
-    return data_.columns;
+    return *data_.columns;
 }
 
 std::size_t Recordset::indexOf(const Value& nameOrPosition) const {
@@ -62,7 +62,7 @@ bool Recordset::atBegin() const {
 
 Value Recordset::value(std::size_t index) const {
     wantOpen();
-    if (index >= data_.columns.size()) fail(kItemNotFound);
+    if (index >= columns().size()) fail(kItemNotFound);
     if (editing_ != Editing::none && pending_[index]) return *pending_[index];
     if (editing_ == Editing::adding) return automation::Null{};
     if (atEnd() || atBegin()) fail(kNoCurrentRecord);

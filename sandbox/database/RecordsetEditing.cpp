@@ -41,15 +41,15 @@ void Recordset::wantWritable() const {
 
 void Recordset::setValue(std::size_t index, const Value& value) {
     wantWritable();
-    if (index >= data_.columns.size()) fail(kItemNotFound);
+    if (index >= columns().size()) fail(kItemNotFound);
     if (editing_ == Editing::none && (atEnd() || atBegin())) fail(kNoCurrentRecord);
     const Table* table = database().schema().table(data_.baseTable);
-    const Column* column = table->column(data_.columns[index].baseColumn);
+    const Column* column = table->column(columns()[index].baseColumn);
     if (!column || column->identity) fail(kMultipleStepErrors);
     Value converted = fieldValue(*column, value);
     if (editing_ == Editing::none) {
         editing_ = Editing::changing;
-        pending_.assign(data_.columns.size(), std::nullopt);
+        pending_.assign(columns().size(), std::nullopt);
     }
     pending_[index] = std::move(converted);
 }
@@ -58,7 +58,7 @@ void Recordset::addNew() {
     wantWritable();
     if (editing_ != Editing::none) update();
     editing_ = Editing::adding;
-    pending_.assign(data_.columns.size(), std::nullopt);
+    pending_.assign(columns().size(), std::nullopt);
 }
 
 void Recordset::cancelUpdate() {
@@ -86,9 +86,9 @@ void Recordset::insertPending() {
     const Table& table = *db.schema().table(data_.baseTable);
     std::vector<ColumnValue> values;
     for (std::size_t i = 0; i < pending_.size(); ++i)
-        if (pending_[i]) values.push_back({table.column(data_.columns[i].baseColumn), *pending_[i]});
+        if (pending_[i]) values.push_back({table.column(columns()[i].baseColumn), *pending_[i]});
     if (values.empty()) fail(kServerFailure, "A new row needs at least one value.");
-    Row row(data_.columns.size(), automation::Null{});
+    Row row(columns().size(), automation::Null{});
     db.atomically([&] {
         db.execute(insertStatement(table, values));
         // The new row as the table has it now, with what the server filled in.
@@ -103,11 +103,11 @@ void Recordset::insertPending() {
                 if (pending_[i]) row[i] = *pending_[i];
             return;
         }
-        const Outcome fresh = db.executeSilently(selectStatement(table, baseColumns(data_.columns), key));
+        const Outcome fresh = db.executeSilently(selectStatement(table, baseColumns(columns()), key));
         if (fresh.rows.empty()) return;
         std::size_t next = 0;
         for (std::size_t i = 0; i < row.size(); ++i)
-            if (!data_.columns[i].baseColumn.empty()) row[i] = fresh.rows.front()[next++];
+            if (!columns()[i].baseColumn.empty()) row[i] = fresh.rows.front()[next++];
     });
     data_.rows.push_back(std::move(row));
     position_ = static_cast<std::ptrdiff_t>(data_.rows.size()) - 1;
@@ -118,23 +118,23 @@ void Recordset::writePending() {
     const Table& table = *db.schema().table(data_.baseTable);
     Row& row = data_.rows[static_cast<std::size_t>(position_)];
     const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
-        for (std::size_t i = 0; i < data_.columns.size(); ++i)
-            if (automation::sameName(data_.columns[i].baseColumn, name)) return row[i];
+        for (std::size_t i = 0; i < columns().size(); ++i)
+            if (automation::sameName(columns()[i].baseColumn, name)) return row[i];
         return std::nullopt;
     });
     if (key.empty()) fail(kServerFailure, "Insufficient key column information for updating or refreshing.");
     std::vector<ColumnValue> changes;
     for (std::size_t i = 0; i < pending_.size(); ++i)
         if (pending_[i] && !(*pending_[i] == row[i]))
-            changes.push_back({table.column(data_.columns[i].baseColumn), *pending_[i]});
+            changes.push_back({table.column(columns()[i].baseColumn), *pending_[i]});
     if (changes.empty()) return;
     db.atomically([&] {
         // The server keeps the values that the cursor read and compares them before it writes.
-        const Outcome now = db.executeSilently(selectStatement(table, baseColumns(data_.columns), key));
+        const Outcome now = db.executeSilently(selectStatement(table, baseColumns(columns()), key));
         if (now.rows.empty()) fail(kRowChanged);
         std::size_t next = 0;
         for (std::size_t i = 0; i < row.size(); ++i)
-            if (!data_.columns[i].baseColumn.empty() && !(now.rows.front()[next++] == row[i])) fail(kRowChanged);
+            if (!columns()[i].baseColumn.empty() && !(now.rows.front()[next++] == row[i])) fail(kRowChanged);
         db.execute(updateStatement(table, changes, key));
     });
     for (std::size_t i = 0; i < pending_.size(); ++i)

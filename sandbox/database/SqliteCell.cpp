@@ -24,4 +24,15 @@ void setResult(sqlite3_context* context, const Cell& cell) {
     sqlite3_result_null(context);
 }
 
+void bindCell(sqlite3_stmt* statement, int number, const Cell& cell) {
+    if (auto* whole = std::get_if<std::int64_t>(&cell))
+        sqlite3_bind_int64(statement, number, *whole);
+    else if (auto* real = std::get_if<double>(&cell))
+        sqlite3_bind_double(statement, number, *real);
+    else if (auto* text = std::get_if<std::string>(&cell))
+        sqlite3_bind_text64(statement, number, text->data(), text->size(), SQLITE_STATIC, SQLITE_UTF8);
+    else
+        sqlite3_bind_null(statement, number);
+}
+
 } // namespace sandbox

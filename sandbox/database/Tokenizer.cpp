@@ -15,21 +15,27 @@ bool isNameStart(char c) {
 }
 bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '$' || c == '@'; }
 
+/// Doubled quotes made single.
+std::string unquoted(std::string_view text, char quote) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        result += text[i];
+        if (text[i] == quote) ++i;
+    }
+    return result;
+}
+
 class Cutter {
 public:
-    explicit Cutter(std::string_view text) : text_(text) {}
+    Cutter(std::string_view text, std::size_t from) : text_(text), at_(from) {}
 
-    std::vector<Token> cut() {
-        std::vector<Token> tokens;
-        while (skipBlanks(), at_ < text_.size()) {
-            const std::size_t begin = at_;
-            Token token = next();
-            token.begin = begin;
-            token.end = at_;
-            tokens.push_back(std::move(token));
-        }
-        tokens.push_back({Token::Sort::end, "", false, text_.size(), text_.size()});
-        return tokens;
+    TokenPlace next() {
+        skipBlanks();
+        TokenPlace place{Token::Sort::end, false, at_, at_};
+        if (at_ < text_.size()) place.sort = pass(place.wide);
+        place.end = at_;
+        return place;
     }
 
 private:
@@ -52,15 +58,11 @@ private:
         }
     }
 
-    Token next() {
+    Token::Sort pass(bool& wide) {
         const char c = at(0);
-        if ((c == 'N' || c == 'n') && at(1) == '\'') {
-            ++at_;
-            Token token = quoted(Token::Sort::text, '\'');
-            token.wide = true;
-            return token;
-        }
-        if (c == '\'') return quoted(Token::Sort::text, '\'');
+        wide = (c == 'N' || c == 'n') && at(1) == '\'';
+        if (wide) ++at_;
+        if (at(0) == '\'') return quoted(Token::Sort::text, '\'');
         if (c == '[') return quoted(Token::Sort::quoted, ']');
         if (c == '"') return quoted(Token::Sort::quoted, '"');
         if (isNameStart(c)) return name(Token::Sort::word);
@@ -69,61 +71,59 @@ private:
         return symbol();
     }
 
-    Token quoted(Token::Sort sort, char quote) {
-        Token token{sort};
-        for (++at_; at_ < text_.size(); ++at_) {
-            if (text_[at_] == quote) {
-                if (at(1) != quote) {
-                    ++at_;
-                    return token;
-                }
-                ++at_;
-            }
-            token.text += text_[at_];
-        }
-        fail(kSyntaxError, "Unclosed quotation mark before the character string '" + token.text + "'.");
-    }
-
-    Token name(Token::Sort sort) {
-        const std::size_t begin = at_++;
-        while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
-        return {sort, std::string(text_.substr(begin, at_ - begin))};
-    }
-
-    Token number() {
+    Token::Sort quoted(Token::Sort sort, char quote) {
         const std::size_t begin = at_;
-        Token token{Token::Sort::whole};
+        for (++at_; at_ < text_.size(); ++at_) {
+            if (text_[at_] != quote) continue;
+            if (at(1) != quote) {
+                ++at_;
+                return sort;
+            }
+            ++at_;
+        }
+        fail(kSyntaxError, "Unclosed quotation mark before the character string '" +
+                               unquoted(text_.substr(begin + 1), quote) + "'.");
+    }
+
+    Token::Sort name(Token::Sort sort) {
+        ++at_;
+        while (at_ < text_.size() && isNamePart(text_[at_])) ++at_;
+        return sort;
+    }
+
+    Token::Sort number() {
+        Token::Sort sort = Token::Sort::whole;
         while (isDigit(at(0))) ++at_;
         if (at(0) == '.') {
-            token.sort = Token::Sort::decimal;
+            sort = Token::Sort::decimal;
             ++at_;
             while (isDigit(at(0))) ++at_;
         }
         const std::size_t sign = at(1) == '+' || at(1) == '-' ? 1 : 0;
         if ((at(0) == 'e' || at(0) == 'E') && isDigit(at(1 + sign))) {
-            token.sort = Token::Sort::real;
+            sort = Token::Sort::real;
             at_ += 1 + sign;
             while (isDigit(at(0))) ++at_;
         }
-        token.text = text_.substr(begin, at_ - begin);
-        return token;
+        return sort;
     }
 
-    Token symbol() {
+    Token::Sort symbol() {
         static constexpr std::array<std::string_view, 6> kDouble{"<>", "<=", ">=", "!=", "!<", "!>"};
         for (std::string_view two : kDouble)
             if (text_.substr(at_, 2) == two) {
                 at_ += 2;
-                return {Token::Sort::symbol, std::string(two)};
+                return Token::Sort::symbol;
             }
         static constexpr std::string_view kSingle = "()+-*/%,.=<>;&|^~";
         if (kSingle.find(at(0)) == std::string_view::npos)
             fail(kSyntaxError, std::string("Incorrect syntax near '") + at(0) + "'.");
-        return {Token::Sort::symbol, std::string(1, text_[at_++])};
+        ++at_;
+        return Token::Sort::symbol;
     }
 
     std::string_view text_;
-    std::size_t at_ = 0;
+    std::size_t at_;
 };
 
 } // namespace
@@ -132,6 +132,26 @@ bool Token::is(std::string_view word) const {
     return (sort == Sort::word || sort == Sort::symbol) && automation::sameName(text, word);
 }
 
-std::vector<Token> tokenize(std::string_view statement) { return Cutter(statement).cut(); }
+TokenPlace nextToken(std::string_view statement, std::size_t from) { return Cutter(statement, from).next(); }
+
+std::string tokenText(std::string_view statement, const TokenPlace& place) {
+    std::string_view text = statement.substr(place.begin, place.end - place.begin);
+    if (place.sort != Token::Sort::text && place.sort != Token::Sort::quoted) return std::string(text);
+    text.remove_prefix(place.wide ? 2 : 1);
+    const char quote = text.back();
+    text.remove_suffix(1);
+    return unquoted(text, quote);
+}
+
+std::vector<Token> tokenize(std::string_view statement) {
+    std::vector<Token> tokens;
+    std::size_t at = 0;
+    do {
+        const TokenPlace place = nextToken(statement, at);
+        at = place.end;
+        tokens.push_back({place.sort, tokenText(statement, place), place.wide, place.begin, place.end});
+    } while (tokens.back().sort != Token::Sort::end);
+    return tokens;
+}
 
 } // namespace sandbox

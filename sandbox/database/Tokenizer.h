@@ -24,10 +24,25 @@ struct Token {
     bool wide = false;     ///< N'text'
     std::size_t begin = 0; ///< where it stands in the statement
     std::size_t end = 0;
+    int parameter = 0; ///< from 1: the token's place among the statement's plain values; 0 for none
 
     /// A keyword or symbol, without case. Quoted names are never keywords.
     bool is(std::string_view word) const;
 };
+
+/// Where a token stands, without its text.
+struct TokenPlace {
+    Token::Sort sort = Token::Sort::end;
+    bool wide = false; ///< N'text'
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+
+/// The first token at or behind `from`; comments and blanks are passed over. Errors as `tokenize`.
+TokenPlace nextToken(std::string_view statement, std::size_t from);
+
+/// What the token says: without its quotes, and doubled quotes made single.
+std::string tokenText(std::string_view statement, const TokenPlace& place);
 
 /// Comments and blanks are passed over; the last token is of the sort `end`.
 /// Errors: -2147217900 for a character that no statement has, and for a quote without its end.

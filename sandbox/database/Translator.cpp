@@ -97,6 +97,7 @@ Translation Translator::insert(const Insert& insert) const {
         sql = "WITH given(" + names + ") AS (" + written.sql + ") " + sql + tail + " FROM given WHERE true";
         return {std::move(sql), false, {}, ""};
     }
+    std::vector<StoredParameter> stored;
     sql += "VALUES ";
     for (const auto& row : insert.rows) {
         if (row.size() != named.size()) fail(kSyntaxError, mismatch);
@@ -111,11 +112,17 @@ Translation Translator::insert(const Insert& insert) const {
                     continue;
                 }
             }
-            sql += ExpressionWriter::stored(writer.value(*given), named[i]->type);
+            const TypedText value = writer.value(*given);
+            if (given->parameter > 0) {
+                sql += value.sql;
+                stored.push_back({given->parameter, value.type, named[i]->type});
+            } else {
+                sql += ExpressionWriter::stored(value, named[i]->type);
+            }
         }
         sql += tail + ")";
     }
-    return {std::move(sql), false, {}, ""};
+    return {std::move(sql), false, {}, "", std::move(stored)};
 }
 
 Translation Translator::update(const Update& update) const {

@@ -17,11 +17,19 @@ struct OutputColumn {
     std::string baseColumn; ///< the column of the base table it shows, unchanged
 };
 
+/// A parameter that is stored as it is: what its value is converted from and to.
+struct StoredParameter {
+    int number = 0;
+    SqlType from;
+    SqlType to;
+};
+
 struct Translation {
     std::string sql;
     bool isQuery = false;
     std::vector<OutputColumn> columns; ///< of a query
     std::string baseTable;             ///< the one table whose rows a query shows; empty where rows cannot be updated
+    std::vector<StoredParameter> stored; ///< of an insert
 };
 
 /// A piece of SQLite's text, and the type of the value it gives.

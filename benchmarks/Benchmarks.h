@@ -1,0 +1,21 @@
+// The parts of the measuring: each adds its rows to the report.
+#pragma once
+
+#include "benchmarks/Report.h"
+
+namespace bench {
+
+/// Everything random is drawn from this.
+inline constexpr unsigned kSeed = 20260331;
+
+struct Options {
+    bool quick = false;
+    /// How often each pair of times is taken.
+    int repeats() const { return quick ? 5 : 25; }
+};
+
+void measureRegister(const Options& options, Report& report);
+void measureRequests(const Options& options, Report& report);
+void measureSlips(const Options& options, Report& report);
+
+} // namespace bench

@@ -1,0 +1,187 @@
+// The register: opening, sorting, searching, and the memory that it takes.
+#include "benchmarks/Bare.h"
+#include "benchmarks/Benchmarks.h"
+#include "benchmarks/Timing.h"
+#include "tests/support/Shop.h"
+
+#include "basic/Text.h"
+#include "forms/Grid.h"
+
+#include <malloc.h>
+#include <random>
+
+namespace bench {
+namespace {
+
+constexpr int kFew = 10'000;
+constexpr int kMany = 100'000;
+
+/// A company whose shop 1 has that many requests of the sample's days, for browsing only.
+class Browsing {
+public:
+    explicit Browsing(int requests) {
+        static constexpr const char* kRemarks[] = {"Weekend order", "needed before Friday", "Shelf empty since Tuesday",
+                                                   "For the spring display", "please send with the van",
+                                                   "Customer is waiting", "Top up after stocktaking"};
+        // Milliseconds since 1899-12-30, as the sandbox keeps moments.
+        const long long lastDay = 46112LL * 86'400'000;
+        std::mt19937 random(kSeed);
+        std::string rows;
+        for (int i = 1; i <= requests; ++i) {
+            const long long day = lastDay - (requests - i) * 20LL / requests * 86'400'000;
+            const std::string remarks =
+                std::string(kRemarks[random() % std::size(kRemarks)]) + " " + std::to_string(random() % 1'000'000);
+            rows += (i > 1 ? ",(" : "(") + std::to_string(i) + ",1,'GR/" + std::to_string(random() % 900'000 + 100'000) +
+                    "/" + std::to_string(i) + "'," + std::to_string(day) + "," + std::to_string(random() % 5 + 2) +
+                    ",'" + remarks + "',0,12,'r',0," + (random() % 10 == 0 ? "1)" : "0)");
+        }
+        bare.run("DELETE FROM mesRequesttoShopHeader;"
+                 "INSERT INTO mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, "
+                 "srhtoShopid, SRHremarks, srhTransfinished, srhNoofDetails, srhtype, srhused, SRHcancelled) VALUES " +
+                 rows);
+    }
+
+    support::CompanyFile file;
+    Bare bare{file.path()};
+};
+
+std::vector<std::string> only(const support::Shop& shop, std::string_view beginning) { return shop.statements(beginning); }
+
+Race raceOpening(Browsing& company, int repeats) {
+    std::vector<Bare::Step> list;
+    const auto opens = [&] {
+        support::Shop shop(company.file);
+        const double seconds = secondsOf([&] { shop.opens(); });
+        if (list.empty()) list = company.bare.prepare(only(shop, " select sRHrequestID"));
+        return seconds;
+    };
+    opens();
+    return race(repeats, opens, [&] { return secondsOf([&] { company.bare.run(list); }); });
+}
+
+/// Bytes that the program has asked for and not given back.
+std::size_t bytesInUse() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+std::size_t textOf(const forms::Grid& grid) {
+    std::size_t bytes = 0;
+    for (int row = 0; row < grid.rows(); ++row)
+        for (int col = 0; col < grid.cols(); ++col) bytes += grid.cell(row, col).size();
+    return bytes;
+}
+
+/// Counts how often the grid's rows were laid out anew.
+class RowsWatch : public forms::ControlView {
+public:
+    void changed(forms::Control&, forms::Aspect aspect) override { count += aspect == forms::Aspect::items; }
+    int count = 0;
+};
+
+/// A register of many requests with a person before it.
+class Sitting {
+public:
+    explicit Sitting(const support::CompanyFile& file) : shop_(file) {
+        const std::size_t before = bytesInUse();
+        shop_.opens();
+        bytes_ = bytesInUse() - before;
+        grid_ = shop_.user.control<forms::Grid>("flexMaster");
+    }
+
+    double bytesPerText() const { return static_cast<double>(bytes_) / static_cast<double>(textOf(*grid_)); }
+
+    /// Sorts by the column of that heading; seconds.
+    double sorts(const std::string& heading) {
+        shop_.user.clicks("optAscend"); // so that the choice of the same column again sorts again
+        return secondsOf([&] { shop_.user.picks("cboColNames", heading); });
+    }
+    std::string heading(int column) const { return std::string(grid_->cell(0, column)); }
+    std::vector<std::string> column(int col) const {
+        std::vector<std::string> cells;
+        for (int row = 1; row < grid_->rows(); ++row) cells.emplace_back(grid_->cell(row, col));
+        return cells;
+    }
+
+    struct Key {
+        double seconds = 0;
+        int sorts = 0;
+    };
+    /// One more key in the search box, after the first of them has sorted the rows.
+    Key searches(const std::string& heading) {
+        shop_.user.picks("cboSearch", heading);
+        shop_.user.enters("txtsearch", "N");
+        RowsWatch watch;
+        grid_->attach(&watch);
+        Key key;
+        key.seconds = secondsOf([&] { shop_.user.types("e"); });
+        grid_->attach(nullptr);
+        key.sorts = watch.count;
+        return key;
+    }
+
+private:
+    support::Shop shop_;
+    std::size_t bytes_ = 0;
+    forms::Grid* grid_ = nullptr;
+};
+
+/// The same keys, made beforehand, in the order in which the rows stand.
+double sortTexts(const std::vector<std::string>& cells) {
+    std::vector<std::string> upper;
+    for (const std::string& cell : cells) upper.push_back(basic::ucase(cell));
+    std::vector<std::string_view> keys(upper.begin(), upper.end());
+    return secondsOf([&] { std::stable_sort(keys.begin(), keys.end()); });
+}
+
+double sortNumbers(const std::vector<std::string>& cells) {
+    std::vector<double> keys;
+    for (const std::string& cell : cells) keys.push_back(std::stod(cell));
+    return secondsOf([&] { std::stable_sort(keys.begin(), keys.end()); });
+}
+
+} // namespace
+
+void measureRegister(const Options& options, Report& report) {
+    Browsing few(kFew);
+    Browsing many(kMany);
+    const Race ofFew = raceOpening(few, options.repeats());
+    const Race ofMany = raceOpening(many, std::max(3, options.repeats() / 3));
+    report.add({"open the register, 10,000 requests", ofFew.ratio(), 3, "times bare"});
+    report.add({"open the register, 100,000 requests", ofMany.ratio(), 3, "times bare"});
+    report.add({"open the register, 100,000 to 10,000 requests", ofMany.module / ofFew.module, 11, "times"});
+
+    Sitting sitting(many.file);
+    report.add({"memory of the register, 100,000 requests", sitting.bytesPerText(), 3, "times the text"});
+
+    constexpr int kId = 0, kDate = 2, kRemarks = 5;
+    const std::string dates = sitting.heading(kDate);
+    const std::string remarks = sitting.heading(kRemarks);
+    // The requests came in the order of their ids; each sort undoes the other's order.
+    const std::vector<std::string> byId = sitting.column(kRemarks);
+    sitting.sorts(remarks);
+    const std::vector<std::string> byRemarks = sitting.column(kId);
+    sitting.sorts(dates);
+    const int repeats = std::max(3, options.repeats() / 3);
+    Race byText, byNumber;
+    for (int i = 0; i < repeats; ++i) {
+        byText.module = std::min(byText.module, sitting.sorts(remarks));
+        byText.bare = std::min(byText.bare, sortTexts(byId));
+        byNumber.module = std::min(byNumber.module, sitting.sorts(dates));
+        byNumber.bare = std::min(byNumber.bare, sortNumbers(byRemarks));
+    }
+    report.add({"sort 100,000 rows by text", byText.ratio(), 2, "times bare"});
+    report.add({"sort 100,000 rows by number", byNumber.ratio(), 2, "times bare"});
+
+    Sitting::Key key;
+    key.seconds = byText.module;
+    for (int i = 0; i < options.repeats(); ++i) {
+        const Sitting::Key next = sitting.searches(remarks);
+        key.seconds = std::min(key.seconds, next.seconds);
+        key.sorts = std::max(key.sorts, next.sorts);
+    }
+    report.add({"sorts at one key in the search box, 100,000 rows", double(key.sorts), 0, "sorts"});
+    report.add({"one key in the search box, 100,000 rows", 100 * key.seconds / byText.module, 1, "% of the sort"});
+}
+
+} // namespace bench

@@ -1,0 +1,32 @@
+#include "benchmarks/Report.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+
+namespace bench {
+
+void Report::add(const Result& result) {
+    if (results_.empty()) std::printf("%-56s %9s %9s  %s\n", "work", "measured", "at most", "unit");
+    std::printf("%-56s %9.3f %9.3f  %-16s %s\n", result.name.c_str(), result.value, result.limit, result.unit.c_str(),
+                result.held() ? "held" : "MISSED");
+    std::fflush(stdout);
+    results_.push_back(result);
+}
+
+bool Report::held() const {
+    return !results_.empty() && std::all_of(results_.begin(), results_.end(), [](const Result& r) { return r.held(); });
+}
+
+bool Report::writeJson(const std::string& path) const {
+    std::ofstream file(path);
+    file << "[";
+    for (const Result& r : results_)
+        file << (&r == &results_.front() ? "\n" : ",\n") << "  {\"name\": \"" << r.name << "\", \"value\": " << r.value
+             << ", \"limit\": " << r.limit << ", \"unit\": \"" << r.unit << "\", \"held\": " << (r.held() ? "true" : "false")
+             << "}";
+    file << "\n]\n";
+    return file.flush().good();
+}
+
+} // namespace bench
