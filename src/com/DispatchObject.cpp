@@ -1,5 +1,6 @@
 #include "com/DispatchObject.h"
 
+#include "automation/OutsideCall.h"
 #include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
@@ -73,6 +74,7 @@ private:
 HRESULT attempt(IDispatch& dispatch, DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
                 ExceptionInformation& information) {
     information.clear();
+    const automation::OutsideCall outside;
     return dispatch.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &information, nullptr);
 }
 

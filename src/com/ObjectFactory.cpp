@@ -1,5 +1,6 @@
 #include "com/ObjectFactory.h"
 
+#include "automation/OutsideCall.h"
 #include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
@@ -12,6 +13,7 @@ namespace com {
 namespace {
 
 automation::ObjectPtr create(std::string_view progId) {
+    const automation::OutsideCall outside;
     CLSID classId{};
     ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(toWide(progId).data(), &classId);

@@ -65,6 +65,4 @@ void installProcessModule(std::unique_ptr<forms::Desktop> desktop, std::unique_p
                                                 std::move(folder));
 }
 
-bool hasProcessModule() { return process().module != nullptr; }
-
 } // namespace goodsreq

@@ -36,6 +36,5 @@ private:
 Module& processModule();
 void installProcessModule(std::unique_ptr<forms::Desktop> desktop, std::unique_ptr<System> system,
                           automation::ObjectFactory factory, std::string folder);
-bool hasProcessModule();
 
 } // namespace goodsreq

@@ -154,6 +154,7 @@ void Control::reset() {
     text_.clear();
     tag_.clear();
     toolTip_.clear();
+    readAs_.clear();
     bounds_ = {};
     anchor_ = {};
     enabled_ = true;

@@ -61,6 +61,9 @@ public:
     void setTag(std::string tag) { tag_ = std::move(tag); }
     const std::string& toolTip() const { return toolTip_; }
     void setToolTip(std::string toolTip);
+    /// What a screen reader calls a control that has neither a caption nor a label before it.
+    const std::string& readAs() const { return readAs_; }
+    void setReadAs(std::string name) { readAs_ = std::move(name); }
     const Rect& bounds() const { return bounds_; }
     void setBounds(Rect bounds);
     const Anchor& anchor() const { return anchor_; }
@@ -107,6 +110,7 @@ private:
     std::string text_;
     std::string tag_;
     std::string toolTip_;
+    std::string readAs_;
     Rect bounds_;
     Anchor anchor_;
     bool enabled_ = true;

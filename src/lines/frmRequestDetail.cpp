@@ -106,7 +106,7 @@ void frmRequestDetail::design() {
                            {lblItem, "&Item:", cboItem, 5900},
                            {lblQuantity, "&Request Quantity:", txtQuantity, 1800},
                            {lblBadQuantity, "&Bad Quantity:", txtBadQuantity, 1800},
-                           {lblsellingprice, "Selling Price:", txtsellingprice, 1800}}) {
+                           {lblsellingprice, "Selling &Price:", txtsellingprice, 1800}}) {
         row.label.place({labelLeft, top + 45, kFieldLeft - labelLeft, 240});
         row.label.setText(row.caption);
         row.field.place({kFieldLeft, top, row.width, kRowHeight});
@@ -118,6 +118,7 @@ void frmRequestDetail::design() {
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice}) box->setRightAligned(true);
     Frame1.place({kMargin, kMargin, kWidth - 2 * kMargin, top - kMargin + 60});
 
+    lvwpacktype.setReadAs("Packing types of the item");
     lvwpacktype.setColumns({{"PackID", 900}, {"Packing Type", 5300}, {"Quantity", 1900, forms::ColumnAlignment::right}});
     lvwpacktype.place({kMargin, Frame1.bounds().bottom() + 150, kWidth - 2 * kMargin, kPacksHeight});
     const int buttons = lvwpacktype.bounds().bottom() + 150;

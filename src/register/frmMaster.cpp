@@ -65,6 +65,7 @@ void frmMaster::design() {
     const int buttons = kHeight - kMargin - kButtonHeight;
 
     flexMaster.place({kMargin, kMargin, kWidth - 2 * kMargin, boxes - 2 * kMargin}, {true, true, true, true});
+    flexMaster.setReadAs("Requests");
     lblSort.place({kMargin, boxes + 45, 700, 240}, below);
     lblSort.setText("S&ort by:");
     cboColNames.place({900, boxes, 2300, kRowHeight}, below);
@@ -77,6 +78,7 @@ void frmMaster::design() {
     lblSearch.setText("Searc&h in:");
     cboSearch.place({7250, boxes, 2300, kRowHeight}, below);
     txtsearch.place({9650, boxes, kWidth - kMargin - 9650, kRowHeight}, {true, false, true, true});
+    txtsearch.setReadAs("Search text");
 
     int left = kWidth - kMargin - 5 * kButtonWidth - 4 * 100;
     struct Caption {

@@ -20,6 +20,7 @@ frmcancelreason::frmcancelreason(Module& module) : ModuleForm(module, "frmcancel
 void frmcancelreason::design() {
     setSize(kWidth, kHeight);
     txtcanreason.place({150, 285, 4950, 345});
+    txtcanreason.setReadAs("Reason for deletion");
     cmdOk.place({5230, 270, 1100, 375});
     cmdOk.setText("&Ok");
     cmdOk.setEnabled(false);

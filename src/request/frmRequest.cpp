@@ -109,6 +109,7 @@ void frmRequest::design() {
     const int buttons = kHeight - kMargin - 390;
     lvwrequest.place({kMargin, list, kWidth - 2 * kMargin, buttons - 150 - list}, {true, true, true, true});
     lvwrequest.setColumns(lineColumns());
+    lvwrequest.setReadAs("Lines of the request");
     chkTransFinished.place({kMargin, buttons + 60, 2600, 270}, below);
     chkTransFinished.setText("Confirmed &Finished");
     cmdOk.place({kWidth - kMargin - 2 * 1300 - 100, buttons, 1300, 390}, belowRight);

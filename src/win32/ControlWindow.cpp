@@ -2,6 +2,7 @@
 
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
+#include "win32/InputGate.h"
 #include "win32/Module.h"
 #include "win32/Text.h"
 
@@ -44,6 +45,7 @@ LRESULT ControlWindow::native(HWND window, UINT message, WPARAM wParam, LPARAM l
 LRESULT CALLBACK ControlWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* self = reinterpret_cast<ControlWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!self) return DefWindowProcW(window, message, wParam, lParam);
+    if (isHeldBack(window, message, wParam, lParam)) return 0;
     return guarded([&] {
         return self->alive() ? self->onMessage(window, message, wParam, lParam)
                              : self->native(window, message, wParam, lParam);

@@ -2,6 +2,7 @@
 #include "forms/UserInput.h"
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
+#include "win32/InputGate.h"
 #include "win32/WindowLog.h"
 
 namespace win32 {
@@ -19,6 +20,7 @@ LRESULT CALLBACK FormWindow::procedure(HWND window, UINT message, WPARAM wParam,
     }
     auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!self) return DefWindowProcW(window, message, wParam, lParam);
+    if (isHeldBack(window, message, wParam, lParam)) return 0;
     return guarded([&] { return self->handle(message, wParam, lParam); });
 }
 

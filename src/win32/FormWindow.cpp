@@ -72,7 +72,13 @@ bool FormWindow::owns(HWND window) {
 }
 
 void FormWindow::createControls() {
-    for (forms::Control* control : form_.controls()) controls_.push_back(makeControlWindow(*this, *control));
+    for (forms::Control* control : form_.controls()) {
+        // Screen readers call a control by the label before it, and do not mind whether that is seen.
+        if (!control->readAs().empty())
+            CreateWindowExW(0, L"STATIC", wide(control->readAs()).c_str(), WS_CHILD, 0, 0, 0, 0, window_, nullptr,
+                            ownModule(), nullptr);
+        controls_.push_back(makeControlWindow(*this, *control));
+    }
     // Frames lie behind what stands in them.
     for (const auto& control : controls_)
         if (control->control().kind() == forms::ControlKind::frame)

@@ -1,6 +1,8 @@
 #include "win32/MessageLoop.h"
 
+#include "automation/OutsideCall.h"
 #include "win32/FormWindow.h"
+#include "win32/InputGate.h"
 
 namespace win32 {
 namespace {
@@ -33,7 +35,9 @@ void dispatch(MSG message) {
 } // namespace
 
 void serve(const std::function<bool()>& goesOn) {
+    const automation::OwnStretch own;
     while (goesOn()) {
+        if (handleKeptKey(dispatch)) continue;
         MSG message;
         const BOOL got = GetMessageW(&message, nullptr, 0, 0);
         if (got == 0) return PostQuitMessage(static_cast<int>(message.wParam));

@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace automation;
@@ -130,6 +131,30 @@ TEST_F(Component, AWrongProjectKeyShowsNothingAndTheComponentStaysLoaded) {
     const auto canUnload = exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow");
     ASSERT_TRUE(canUnload);
     EXPECT_EQ(canUnload(), S_FALSE);
+}
+
+TEST_F(Component, AnotherApartmentMayMakeItButNotShowIt) {
+    object->put("strProjectKey", "wrong");
+    object->call("Show"); // the windows belong to this thread now
+    std::thread([] {
+        ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+        {
+            const ObjectPtr other = create("goodsreq.clsGRtoShop");
+            other->put("intShopid", std::int16_t{4});
+            std::string said;
+            try {
+                other->call("Show");
+            } catch (const RunTimeError& error) {
+                EXPECT_EQ(error.number(), static_cast<long>(RPC_E_WRONG_THREAD));
+                EXPECT_EQ(error.source(), "goodsreq");
+                said = error.description();
+            }
+            EXPECT_NE(said.find("another thread"), std::string::npos) << said;
+            EXPECT_TRUE(other->get("intShopid") == Value(std::int16_t{4}));
+        }
+        CoUninitialize();
+    }).join();
+    object->call("Show");
 }
 
 TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {

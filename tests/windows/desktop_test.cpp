@@ -1,4 +1,5 @@
 // The desktop of real windows: what a person's keys, clicks and pasted text do there.
+#include "automation/OutsideCall.h"
 #include "forms/UserInput.h"
 #include "tests/support/EventOrder.h"
 #include "tests/windows/Person.h"
@@ -7,6 +8,8 @@
 #include "win32/Win32Desktop.h"
 
 #include <gtest/gtest.h>
+
+#include <atomic>
 
 using namespace forms;
 using namespace support;
@@ -145,6 +148,47 @@ TEST(RealWindows, LoseNoKeyOfAScannerThatQueuesThemAll) {
             person.types(keys);
             person.sees("ten lines", [&] { return lines.size() == expected.size(); });
             person.look([&] { EXPECT_EQ(lines, expected); });
+        });
+}
+
+TEST(RealWindows, TakeNoCommandWhileACallHasLeftTheModule) {
+    const auto desktop = win32::makeDesktop();
+    const auto form = std::make_shared<CounterForm>(*desktop);
+    std::atomic<bool> waits = false, goesOn = false;
+    std::atomic<int> keysServed = 0;
+    int clicks = 0;
+    form->cmdOk.onClick = [&] { ++clicks; };
+    form->txtQuantity.onKeyPress = [&](std::int16_t& c) {
+        if (c != kKeyReturn) return;
+        // A component that serves the thread's messages until it is ready.
+        const automation::OutsideCall outside;
+        waits = true;
+        while (!goesOn)
+            for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+                TranslateMessage(&message);
+                DispatchMessageW(&message);
+                if (message.message == WM_KEYDOWN) ++keysServed;
+            }
+        EXPECT_EQ(form->txtQuantity.text(), "1");
+        EXPECT_EQ(clicks, 0);
+        form->txtBarcode.setFocus();
+    };
+    Person::sits(
+        *desktop, [&] { form->showModal(nullptr); },
+        [&](Person& person) {
+            person.seesForm("frmCounter");
+            person.clicks(form->txtQuantity);
+            person.sees("the quantity", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
+            person.types("1\r");
+            person.sees("the component at work", [&] { return waits.load(); });
+            person.clicks(form->cmdOk);
+            person.look([&] { PostMessageW(GetAncestor(GetFocus(), GA_ROOT), WM_CLOSE, 0, 0); });
+            person.types("23Ab?");
+            person.sees("five keys and two of Shift", [&] { return keysServed == 7; });
+            goesOn = true;
+            person.sees("what was typed meanwhile", [&] { return form->txtBarcode.text() == "23Ab?"; });
+            EXPECT_EQ(clicks, 0);
+            EXPECT_TRUE(form->visible());
         });
 }
 
@@ -293,7 +337,7 @@ TEST(RealWindows, ScrollFiftyThousandRowsAtOnce) {
             person.seesForm("frmMaster");
             const ULONGLONG before = GetTickCount64();
             person.look([&] {
-                std::vector<std::vector<std::string>> rows;
+                std::vector<forms::RowText> rows;
                 for (int i = 1; i <= kRows; ++i)
                     rows.push_back({std::to_string(i), "R" + std::to_string(i), "2024", "5"});
                 grid.setDataRows(std::move(rows));

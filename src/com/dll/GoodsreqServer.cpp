@@ -6,14 +6,18 @@
 #include "win32/Win32Desktop.h"
 #include "win32/Win32System.h"
 
+#include <mutex>
+
 namespace com {
 namespace {
 
-// The process's one module comes with its first object, on the thread that will show its windows.
+// The process's one module comes with its first object.
 ComPtr<IUnknown> create(const ServerClass&) {
-    if (!goodsreq::hasProcessModule())
+    static std::once_flag once; // two apartments may ask at the same time
+    std::call_once(once, [] {
         goodsreq::installProcessModule(win32::makeDesktop(), win32::makeSystem(), comObjectFactory(),
                                        win32::moduleFolder());
+    });
     return makeClsGRtoShop();
 }
 

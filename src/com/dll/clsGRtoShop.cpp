@@ -1,5 +1,6 @@
 #include "com/dll/clsGRtoShop.h"
 
+#include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
 #include "com/Errors.h"
@@ -38,6 +39,16 @@ automation::ObjectPtr connectionIn(IDispatch* dispatch) {
     automation::ObjectPtr object = toObject(dispatch);
     if (object && !(object->has("Execute") && object->has("BeginTrans"))) automation::raise(automation::kTypeMismatch);
     return object;
+}
+
+// Windows and the session's objects stay with the thread that showed them first, as COM has it for an apartment.
+void requireThreadOfTheWindows() {
+    static std::atomic<DWORD> threadOfTheWindows{0};
+    DWORD none = 0;
+    if (threadOfTheWindows.compare_exchange_strong(none, GetCurrentThreadId()) || none == GetCurrentThreadId()) return;
+    throw automation::RunTimeError(RPC_E_WRONG_THREAD,
+                                   "The goods requests are shown by another thread of this program. Call Show on the "
+                                   "thread that called it first.");
 }
 
 class ClsGRtoShop final : public _clsGRtoShop, public ISupportErrorInfo, public IProvideClassInfo {
@@ -136,7 +147,10 @@ public:
     HRESULT STDMETHODCALLTYPE Show() override {
         const ComPtr<_clsGRtoShop> alive(this); // the host may let go of us while the register is open
         ModuleReference::keepForEver();         // the session's globals live as long as the process
-        return guard([&] { component_.show(); });
+        return guard([&] {
+            requireThreadOfTheWindows();
+            component_.show();
+        });
     }
 
 private:

@@ -1,0 +1,139 @@
+// What every screen owes a person without a mouse, and one who hears it read.
+#include "forms/Form.h"
+#include "register/frmMaster.h"
+#include "tests/support/Shop.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <map>
+#include <set>
+
+namespace {
+
+using forms::Control;
+using forms::ControlKind;
+using support::CompanyFile;
+using support::Shop;
+
+bool isForInput(const Control& control) {
+    return control.kind() != ControlKind::label && control.kind() != ControlKind::frame &&
+           control.kind() != ControlKind::pictureBox;
+}
+
+bool hasCaption(const Control& control) {
+    return control.kind() == ControlKind::commandButton || control.kind() == ControlKind::checkBox ||
+           control.kind() == ControlKind::optionButton;
+}
+
+/// The letter behind the one "&" of a caption, small; 0 where there is none.
+char mnemonicOf(const Control& control) {
+    if (isForInput(control) && !hasCaption(control)) return 0;
+    const std::size_t at = control.text().find('&');
+    return at == std::string::npos || at + 1 == control.text().size() ? '\0'
+                                                                     : static_cast<char>(std::tolower(control.text()[at + 1]));
+}
+
+void expectUniqueMnemonics(const forms::Form& form) {
+    std::map<char, std::string> taken;
+    for (const Control* control : form.controls()) {
+        const char letter = mnemonicOf(*control);
+        if (!letter || !control->visible()) continue;
+        const auto [other, isNew] = taken.emplace(letter, control->name());
+        EXPECT_TRUE(isNew) << control->name() << " and " << other->second << " share the letter " << letter;
+    }
+}
+
+/// What is read out is the caption, the label before the control, or the name given for it.
+void expectNames(const forms::Form& form) {
+    const Control* before = nullptr;
+    for (const Control* control : form.controls()) {
+        const bool labelled = before && before->kind() == ControlKind::label && !before->text().empty();
+        if (isForInput(*control) && control->visible()) {
+            EXPECT_TRUE(hasCaption(*control) ? !control->text().empty() : labelled || !control->readAs().empty())
+                << control->name() << " has no name to read out";
+        }
+        before = control;
+    }
+}
+
+/// Tab reaches every control that can be used, comes round to the first, and always stands on something visible.
+void expectTabRound(Shop& shop, const forms::Form& form) {
+    std::set<std::string> wanted;
+    for (const Control* control : form.controls())
+        // Of option buttons only the chosen one is a stop; the arrow keys go to the others.
+        if (control->canTakeFocus() && control->tabStop() &&
+            (control->kind() != ControlKind::optionButton || dynamic_cast<const forms::OptionButton&>(*control).value()))
+            wanted.insert(control->name());
+    const std::string first = shop.user.focus();
+    EXPECT_FALSE(first.empty());
+    std::set<std::string> reached;
+    for (std::size_t i = 0; i < form.controls().size(); ++i) {
+        ASSERT_TRUE(form.activeControl() && form.activeControl()->canTakeFocus());
+        reached.insert(shop.user.focus());
+        shop.user.tabs();
+        if (shop.user.focus() == first) break;
+    }
+    for (const std::string& name : wanted) EXPECT_TRUE(reached.contains(name)) << "Tab does not reach " << name;
+}
+
+struct Screen {
+    const char* form;
+    std::int32_t screenId;
+    void (*open)(Shop& shop);
+};
+
+void PrintTo(const Screen& screen, std::ostream* out) { *out << screen.form << screen.screenId; }
+
+void openRegister(Shop& shop) { shop.opens(); }
+void openEditor(Shop& shop) {
+    shop.opens();
+    shop.user.clicks("cmdnew");
+}
+void openLineEntry(Shop& shop) {
+    openEditor(shop);
+    shop.picksShop(2);
+    shop.user.focuses("lvwrequest");
+    shop.user.types("\n");
+}
+void openPrint(Shop& shop) {
+    shop.opens();
+    shop.user.selectsRow("flexMaster", 1);
+    shop.user.clicks("cmdPrev");
+}
+void openReason(Shop& shop) {
+    shop.opens();
+    const auto rows = shop.user.grid("flexMaster");
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        shop.user.selectsRow("flexMaster", static_cast<int>(row) + 1);
+        if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" && rows[row][goodsreq::kColConfirmed] == "No")
+            break;
+    }
+    shop.user.clicks("CmdDelete");
+    shop.user.answers(forms::Answer::yes);
+}
+
+const Screen kScreens[] = {
+    {"frmMaster", 1507, openRegister},         {"frmRequest", 1507, openEditor}, {"frmRequest", 1611, openEditor},
+    {"frmRequestDetail", 1507, openLineEntry}, {"frmRequestDetail", 1611, openLineEntry},
+    {"frmPrint", 1507, openPrint},             {"frmcancelreason", 1507, openReason},
+};
+
+class EveryScreen : public testing::TestWithParam<Screen> {};
+
+TEST_P(EveryScreen, IsUsableByKeysAloneAndCanBeReadOut) {
+    const CompanyFile company;
+    Shop shop(company, {.screenId = GetParam().screenId});
+    GetParam().open(shop);
+    ASSERT_EQ(shop.user.form(), GetParam().form);
+    const forms::Form& form = *shop.desktop.topForm();
+    EXPECT_FALSE(form.caption().empty());
+    expectUniqueMnemonics(form);
+    expectNames(form);
+    expectTabRound(shop, form);
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, testing::ValuesIn(kScreens),
+                         [](const auto& screen) { return screen.param.form + std::to_string(screen.param.screenId); });
+
+} // namespace
