@@ -8,6 +8,7 @@
 # A script that a test run starts finds prefix and screen ready (WINEPREFIX, DISPLAY) and only calls wine_run.
 [ -n "${root:-}" ] || root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wineHome=$root/.cache/wine
+screenSize=1280x1024
 wineOwned=""
 screenPid=""
 
@@ -99,7 +100,7 @@ screenAnswers() {
 screenStart() {
     local answer=$WINEPREFIX/screen waited=0
     : >"$answer"
-    Xvfb -displayfd 7 -screen 0 1280x1024x24 -nolisten tcp -noreset 7>"$answer" >"$WINEPREFIX/screen.log" 2>&1 </dev/null &
+    Xvfb -displayfd 7 -screen 0 "${screenSize}x24" -nolisten tcp -noreset 7>"$answer" >"$WINEPREFIX/screen.log" 2>&1 </dev/null &
     screenPid=$!
     until [ -s "$answer" ] && DISPLAY=:$(<"$answer") screenAnswers; do
         waited=$((waited + 1))
@@ -113,7 +114,7 @@ screenStart() {
     export DISPLAY
     unset XAUTHORITY WAYLAND_DISPLAY
     # A plain colour behind the windows; for the pictures only.
-    timeout 10 display -window root -size 1280x1024 xc:'#5a7fa3' >/dev/null 2>&1 || true
+    timeout 10 display -window root -size "$screenSize" xc:'#5a7fa3' >/dev/null 2>&1 || true
 }
 
 wine_start() {

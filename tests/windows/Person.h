@@ -33,7 +33,7 @@ public:
     /// Clicks at a point in pixels of the control's window.
     void clicksAt(forms::Control& control, int x, int y);
     /// Presses and lets go the button of the message box on top.
-    void answers(int button);
+    static void answers(int button);
 
     /// The window that shows a control, or null.
     static HWND windowOf(const forms::Control& control);
