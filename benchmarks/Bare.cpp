@@ -20,6 +20,7 @@ const char* plainText(std::string_view statement) {
 
 Bare::Bare(const std::string& path) : company_(sandbox::Database::open(path)) {
     if (sqlite3_open_v2(path.c_str(), &connection_, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) fail();
+    sandbox::configure(connection_);
     sandbox::registerFunctions(connection_, raised_);
 }
 

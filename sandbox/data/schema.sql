@@ -315,6 +315,9 @@ create table mesRequesttoShopHeader (
     constraint UQ_mesRequesttoShopHeader_requestno unique (srhshopid, srhrequestno)
 )
 GO
+-- The register lists a shop's requests by their ids.
+create index IX_mesRequesttoShopHeader_shop on mesRequesttoShopHeader (srhshopid, srhrequestid)
+GO
 -- Written by column position: the order of the columns is part of the contract.
 create table mesRequesttoShopDetail (
     srdrequestid int not null,

@@ -38,6 +38,12 @@ std::filesystem::path filePath(const std::string& path) {
 
 } // namespace
 
+void configure(sqlite3* connection) {
+    sqlite3_extended_result_codes(connection, 1);
+    sqlite3_busy_timeout(connection, kBusyMilliseconds);
+    sqlite3_exec(connection, "PRAGMA cache_size = -65536", nullptr, nullptr, nullptr); // KiB
+}
+
 struct Database::Prepared {
     bool isQuery = false;
     std::shared_ptr<const std::vector<OutputColumn>> columns;
@@ -91,8 +97,7 @@ Database::~Database() {
 void Database::openFile(const std::string& path, int flags) {
     if (sqlite3_open_v2(path.c_str(), &connection_, flags, nullptr) != SQLITE_OK)
         fail(kServerFailure, "Cannot open database '" + path + "'.");
-    sqlite3_extended_result_codes(connection_, 1);
-    sqlite3_busy_timeout(connection_, kBusyMilliseconds);
+    configure(connection_);
     sqlite3_limit(connection_, SQLITE_LIMIT_EXPR_DEPTH, 2000);
     registerFunctions(connection_, raised_);
 }

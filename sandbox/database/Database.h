@@ -20,6 +20,10 @@ struct sqlite3_stmt;
 
 namespace sandbox {
 
+/// Sets a connection to a company's file as all of them are: waiting for locks, and with room for the pages of a large
+/// shop's tables, so that reading them in another order than they lie in does not read each page again and again.
+void configure(sqlite3* connection);
+
 using Row = std::vector<automation::Value>;
 
 /// What a statement gave; a query's rows are read whole.

@@ -6,8 +6,8 @@
 
 #include <functional>
 #include <initializer_list>
-#include <map>
 #include <string>
+#include <unordered_map>
 
 namespace automation {
 
@@ -17,6 +17,16 @@ struct NameLess {
     bool operator()(std::string_view a, std::string_view b) const;
 };
 bool sameName(std::string_view a, std::string_view b);
+
+/// For tables that are looked up at each call: names that are the same without case have the same hash.
+struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const;
+};
+struct NameEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const { return sameName(a, b); }
+};
 
 /// Maps names to what reads, writes or calls them on a `Self`. One static table serves all instances of a class.
 template <class Self> class Members {
@@ -72,7 +82,7 @@ public:
     }
 
 private:
-    std::map<std::string, Entry, NameLess> entries_;
+    std::unordered_map<std::string, Entry, NameHash, NameEqual> entries_;
 };
 
 } // namespace automation

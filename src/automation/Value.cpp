@@ -5,16 +5,6 @@
 
 namespace automation {
 
-const Value& Value::resolved() const {
-    const auto* reference = std::get_if<Reference>(&storage_);
-    return reference ? reference->target->resolved() : *this;
-}
-
-Value& Value::resolved() {
-    auto* reference = std::get_if<Reference>(&storage_);
-    return reference ? reference->target->resolved() : *this;
-}
-
 ObjectPtr Value::objectPtr() const {
     const ObjectPtr* held = as<ObjectPtr>();
     if (!held) raise(isEmpty() ? kObjectNotSet : kTypeMismatch);

@@ -80,8 +80,14 @@ public:
     }
 
     /// The value itself, or what a reference refers to.
-    const Value& resolved() const;
-    Value& resolved();
+    const Value& resolved() const {
+        const auto* reference = std::get_if<Reference>(&storage_);
+        return reference ? reference->target->resolved() : *this;
+    }
+    Value& resolved() {
+        auto* reference = std::get_if<Reference>(&storage_);
+        return reference ? reference->target->resolved() : *this;
+    }
 
     template <class T> bool is() const { return std::holds_alternative<T>(resolved().storage_); }
     template <class T> const T* as() const { return std::get_if<T>(&resolved().storage_); }

@@ -19,9 +19,23 @@ using automation::Value;
 /// How many objects may stand behind one another as default members, so that one that gives itself ends in an error.
 constexpr int kDeepestObject = 8;
 
-/// As plainValue, where Null has no meaning.
-Value definiteOf(const Value& value) {
-    Value plain = plainValue(value);
+/// What `value` stands for: its target where it is a reference, and its default member's value where it is an object.
+/// Neither copied nor changed, unless it is an object: then `held` holds it.
+const Value& plainOf(const Value& value, Value& held) {
+    const Value* plain = &value.resolved();
+    for (int depth = 0; plain->isObject(); ++depth) {
+        if (depth == kDeepestObject) raise(automation::kTypeMismatch);
+        Value member = plain->object().get("").resolved();
+        held = std::move(member);
+        plain = &held;
+    }
+    if (plain->is<automation::Array>() || plain->isMissing()) raise(automation::kTypeMismatch);
+    return *plain;
+}
+
+/// As plainOf, where Null has no meaning.
+const Value& definiteOf(const Value& value, Value& held) {
+    const Value& plain = plainOf(value, held);
     if (plain.isNull()) raise(automation::kInvalidUseOfNull);
     return plain;
 }
@@ -48,7 +62,8 @@ std::int64_t wholeOf(const Digits& digits) {
 }
 
 std::int64_t wholeOf(const Value& value) {
-    const Value plain = definiteOf(value);
+    Value held;
+    const Value& plain = definiteOf(value, held);
     if (const auto* v = plain.as<bool>()) return *v ? -1 : 0;
     if (const auto* v = plain.as<std::int16_t>()) return *v;
     if (const auto* v = plain.as<std::int32_t>()) return *v;
@@ -88,14 +103,9 @@ std::string textOf(const Value& plain, const Locale& locale) {
 } // namespace
 
 Value plainValue(const Value& value) {
-    Value plain = value.resolved();
-    for (int depth = 0; plain.isObject(); ++depth) {
-        if (depth == kDeepestObject) raise(automation::kTypeMismatch);
-        Value member = plain.object().get("").resolved();
-        plain = std::move(member);
-    }
-    if (plain.is<automation::Array>() || plain.isMissing()) raise(automation::kTypeMismatch);
-    return plain;
+    Value held;
+    const Value& plain = plainOf(value, held);
+    return &plain == &held ? std::move(held) : plain;
 }
 
 std::int16_t cInt(const Value& value) { return narrowed<std::int16_t>(wholeOf(value)); }
@@ -103,7 +113,8 @@ std::int16_t cInt(const Value& value) { return narrowed<std::int16_t>(wholeOf(va
 std::int32_t cLng(const Value& value) { return narrowed<std::int32_t>(wholeOf(value)); }
 
 double cDbl(const Value& value) {
-    const Value plain = definiteOf(value);
+    Value held;
+    const Value& plain = definiteOf(value, held);
     if (const auto* v = plain.as<bool>()) return *v ? -1 : 0;
     if (const auto* v = plain.as<std::int16_t>()) return *v;
     if (const auto* v = plain.as<std::int32_t>()) return *v;
@@ -116,7 +127,8 @@ double cDbl(const Value& value) {
 }
 
 bool cBool(const Value& value) {
-    const Value plain = definiteOf(value);
+    Value held;
+    const Value& plain = definiteOf(value, held);
     if (const auto* v = plain.as<std::string>()) {
         if (sameWord(*v, "true")) return true;
         if (sameWord(*v, "false")) return false;
@@ -124,12 +136,19 @@ bool cBool(const Value& value) {
     return cDbl(plain) != 0;
 }
 
-std::string cStr(const Value& value, const Locale& locale) { return textOf(definiteOf(value), locale); }
+std::string cStr(const Value& value, const Locale& locale) {
+    Value held;
+    return textOf(definiteOf(value, held), locale);
+}
 
-std::string concatText(const Value& value, const Locale& locale) { return textOf(plainValue(value), locale); }
+std::string concatText(const Value& value, const Locale& locale) {
+    Value held;
+    return textOf(plainOf(value, held), locale);
+}
 
 automation::Date cDate(const Value& value, const Locale& locale) {
-    const Value plain = definiteOf(value);
+    Value held;
+    const Value& plain = definiteOf(value, held);
     if (const auto* v = plain.as<automation::Date>()) return *v;
     if (const auto* v = plain.as<std::string>()) {
         const std::optional<automation::Date> date = parseDate(*v, locale);

@@ -31,16 +31,16 @@ std::size_t advance(std::string_view text, std::size_t from, int count) {
     return at;
 }
 
-template <class Case> std::string changed(std::string_view text, Case letter) {
-    std::string result;
-    result.reserve(text.size());
+template <class Case> void appendChanged(std::string& result, std::string_view text, Case letter) {
+    result.reserve(result.size() + text.size());
     for (std::size_t at = 0; at < text.size();) {
+        if (static_cast<unsigned char>(text[at]) < 0x80) {
+            result += static_cast<char>(letter(static_cast<unsigned char>(text[at++])));
+            continue;
+        }
         const std::size_t size = characterSize(text, at);
         const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
-        if (size == 1) {
-            const unsigned char c = byte(0);
-            result += c < 0x80 ? static_cast<char>(letter(c)) : text[at];
-        } else if (size == 2) {
+        if (size == 2) {
             appendUtf8(result, letter(static_cast<char32_t>((byte(0) & 0x1F) << 6 | (byte(1) & 0x3F))));
         } else if (size == 3) {
             appendUtf8(result, letter(static_cast<char32_t>((byte(0) & 0x0F) << 12 | (byte(1) & 0x3F) << 6 |
@@ -50,6 +50,11 @@ template <class Case> std::string changed(std::string_view text, Case letter) {
         }
         at += size;
     }
+}
+
+template <class Case> std::string changed(std::string_view text, Case letter) {
+    std::string result;
+    appendChanged(result, text, letter);
     return result;
 }
 
@@ -70,11 +75,14 @@ std::string trim(std::string_view text) { return ltrim(text.substr(0, text.find_
 
 std::string ucase(std::string_view text) { return changed(text, upperLetter); }
 
+void appendUpper(std::string& into, std::string_view text) { appendChanged(into, text, upperLetter); }
+
 std::string lcase(std::string_view text) { return changed(text, lowerLetter); }
 
 int len(std::string_view text) {
     int count = 0;
-    for (std::size_t at = 0; at < text.size(); at += characterSize(text, at)) ++count;
+    for (std::size_t at = 0; at < text.size(); ++count)
+        at += static_cast<unsigned char>(text[at]) < 0x80 ? 1 : characterSize(text, at);
     return count;
 }
 

@@ -17,6 +17,8 @@ std::string rtrim(std::string_view text);
 /// Letters of the Latin, Greek and Cyrillic scripts, one for one: a sharp s has no upper case here.
 std::string ucase(std::string_view text);
 std::string lcase(std::string_view text);
+/// As `ucase`, behind what stands in `into`.
+void appendUpper(std::string& into, std::string_view text);
 
 int len(std::string_view text);
 /// All of the text when it is shorter than `count`. Error 5 for a negative count.

@@ -1,55 +1,18 @@
 #include "forms/Grid.h"
 
-#include "basic/Conversion.h"
-#include "basic/Numbers.h"
-#include "basic/Text.h"
+#include "automation/RunTimeError.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace forms {
 namespace {
 
 constexpr int kColumnWidth = 960;
-const std::string kNoText;
-
-/// What one row sorts by; made once a row, since a comparison is made many times.
-struct SortKey {
-    bool number = false;
-    double value = 0;
-    std::string upper;
-    const std::string* text = &kNoText;
-};
-
-SortKey keyOf(const std::string& text, bool generic) {
-    SortKey key;
-    key.text = &text;
-    if (generic && basic::isNumeric(automation::Value(text))) {
-        key.number = true;
-        key.value = basic::cDbl(automation::Value(text));
-    } else {
-        key.upper = basic::ucase(text);
-    }
-    return key;
-}
-
-int compareKeys(const SortKey& a, const SortKey& b) {
-    if (a.number != b.number) return a.number ? -1 : 1;
-    if (a.number) return a.value < b.value ? -1 : a.value > b.value ? 1 : 0;
-    if (const int byLetters = a.upper.compare(b.upper)) return byLetters;
-    return a.text->compare(*b.text);
-}
-
 } // namespace
-
-int compareText(std::string_view a, std::string_view b) {
-    // Bytes of UTF-8 order as their characters' codes do.
-    if (const int byLetters = basic::ucase(a).compare(basic::ucase(b))) return byLetters;
-    return a.compare(b);
-}
 
 void Grid::setRows(int rows) {
     if (rows < 0) automation::raise(automation::kInvalidCall);
+    orderLost();
     cells_.resize(static_cast<std::size_t>(rows));
     fixedRows_ = std::min(fixedRows_, rows);
     keepCurrentInside();
@@ -60,7 +23,7 @@ void Grid::setCols(int cols) {
     if (cols < 0) automation::raise(automation::kInvalidCall);
     widths_.resize(static_cast<std::size_t>(cols), kColumnWidth);
     for (Row& row : cells_)
-        if (row.cells.size() > widths_.size()) row.cells.resize(widths_.size());
+        row.cells.shorten(widths_.size());
     fixedCols_ = std::min(fixedCols_, cols);
     keepCurrentInside();
     notify(Aspect::columns);
@@ -68,6 +31,7 @@ void Grid::setCols(int cols) {
 
 void Grid::setFixedRows(int rows) {
     if (rows < 0 || rows > this->rows()) automation::raise(automation::kInvalidCall);
+    orderLost();
     fixedRows_ = rows;
     keepCurrentInside();
     notify(Aspect::items);
@@ -80,28 +44,31 @@ void Grid::setFixedCols(int cols) {
 }
 
 void Grid::clear() {
+    orderLost();
     for (Row& row : cells_) row = Row{};
     notify(Aspect::items);
 }
 
-void Grid::setDataRows(std::vector<std::vector<std::string>> data) {
-    const auto tooWide = [&](const std::vector<std::string>& row) { return row.size() > widths_.size(); };
+void Grid::setDataRows(std::vector<RowText> data) {
+    const auto tooWide = [&](const RowText& row) { return row.count() > widths_.size(); };
     if (std::any_of(data.begin(), data.end(), tooWide)) automation::raise(automation::kSubscriptOutOfRange);
+    orderLost();
     cells_.resize(static_cast<std::size_t>(fixedRows_));
     cells_.reserve(cells_.size() + data.size());
-    for (std::vector<std::string>& row : data) cells_.push_back({std::move(row), kSystemColour});
+    for (RowText& row : data) cells_.push_back({std::move(row), kSystemColour});
     keepCurrentInside();
     notify(Aspect::items);
 }
 
 void Grid::addItem(std::string_view cells) {
     Row row;
-    while (row.cells.size() < widths_.size()) {
+    for (std::size_t col = 0; col < widths_.size(); ++col) {
         const std::size_t end = cells.find('\t');
-        row.cells.emplace_back(cells.substr(0, end));
+        row.cells.setCell(col, cells.substr(0, end));
         if (end == std::string_view::npos) break;
         cells.remove_prefix(end + 1);
     }
+    orderLost();
     cells_.push_back(std::move(row));
     notify(Aspect::items);
 }
@@ -114,19 +81,17 @@ void Grid::removeItem(int row) {
     notify(Aspect::items);
 }
 
-const std::string& Grid::cell(int row, int col) const {
+std::string_view Grid::cell(int row, int col) const {
     const Row& found = rowAt(row);
     checkCol(col);
-    const auto at = static_cast<std::size_t>(col);
-    return at < found.cells.size() ? found.cells[at] : kNoText;
+    return found.cells.cell(static_cast<std::size_t>(col));
 }
 
-void Grid::setCell(int row, int col, std::string text) {
+void Grid::setCell(int row, int col, std::string_view text) {
     Row& found = rowAt(row);
     checkCol(col);
-    const auto at = static_cast<std::size_t>(col);
-    if (at >= found.cells.size()) found.cells.resize(at + 1);
-    found.cells[at] = std::move(text);
+    found.cells.setCell(static_cast<std::size_t>(col), text);
+    if (row >= fixedRows_ && col == sortedBy_.first) orderLost();
     notify(Aspect::items);
 }
 
@@ -190,24 +155,22 @@ void Grid::setTopRow(int row) {
 
 void Grid::sort(int column, SortOrder order) {
     checkCol(column);
-    if (order == SortOrder::none) return;
+    if (order == SortOrder::none || sortedBy_ == std::pair(column, order)) return;
     const bool generic = order == SortOrder::genericAscending || order == SortOrder::genericDescending;
     const bool descending = order == SortOrder::genericDescending || order == SortOrder::stringDescending;
     const auto first = static_cast<std::size_t>(fixedRows_);
-    std::vector<SortKey> keys;
-    keys.reserve(cells_.size() - first);
-    for (std::size_t row = first; row < cells_.size(); ++row)
-        keys.push_back(keyOf(cell(static_cast<int>(row), column), generic));
-    std::vector<std::size_t> sequence(keys.size());
-    std::iota(sequence.begin(), sequence.end(), std::size_t{0});
-    std::stable_sort(sequence.begin(), sequence.end(), [&](std::size_t a, std::size_t b) {
-        const int order = compareKeys(keys[a], keys[b]);
-        return descending ? order > 0 : order < 0;
-    });
+    const auto cellAt = [&](std::size_t row) {
+        constexpr std::size_t kAhead = 16;
+        const std::size_t at = first + row;
+        if (at + kAhead < cells_.size()) cells_[at + kAhead].cells.prefetch();
+        return cells_[at].cells.cell(static_cast<std::size_t>(column));
+    };
     std::vector<Row> sorted;
-    sorted.reserve(sequence.size());
-    for (std::size_t from : sequence) sorted.push_back(std::move(cells_[first + from]));
+    sorted.reserve(cells_.size() - first);
+    for (const std::uint32_t from : sortedOrder(cells_.size() - first, cellAt, generic, descending))
+        sorted.push_back(std::move(cells_[first + from]));
     std::move(sorted.begin(), sorted.end(), cells_.begin() + fixedRows_);
+    sortedBy_ = {column, order};
     notify(Aspect::items);
 }
 
@@ -218,7 +181,9 @@ void Grid::pointedAt(int row, int col) {
 
 void Grid::reset() {
     Control::reset();
-    cells_.assign(2, Row{});
+    orderLost();
+    cells_.clear();
+    cells_.resize(2);
     widths_.assign(2, kColumnWidth);
     fixedRows_ = fixedCols_ = 1;
     row_ = col_ = rowSel_ = colSel_ = topRow_ = 1;

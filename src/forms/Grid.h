@@ -2,7 +2,10 @@
 #pragma once
 
 #include "forms/Control.h"
+#include "forms/RowOrder.h"
+#include "forms/RowText.h"
 
+#include <utility>
 #include <vector>
 
 namespace forms {
@@ -30,13 +33,14 @@ public:
     /// Empties every cell; rows and columns stay.
     void clear();
     /// Takes all data rows at once (below the fixed ones); each has at most cols() cells.
-    void setDataRows(std::vector<std::vector<std::string>> data);
+    void setDataRows(std::vector<RowText> data);
     /// Adds a row at the end; cells are parted by tabs.
     void addItem(std::string_view cells);
     void removeItem(int row);
 
-    const std::string& cell(int row, int col) const; ///< error 9 out of range
-    void setCell(int row, int col, std::string text);
+    /// Valid until the grid changes. Error 9 out of range.
+    std::string_view cell(int row, int col) const;
+    void setCell(int row, int col, std::string_view text);
     int colWidth(int col) const; ///< twips; 0 hides the column
     void setColWidth(int col, int twips);
     std::int32_t rowColour(int row) const; ///< foreground 0x00BBGGRR, or kSystemColour
@@ -60,7 +64,8 @@ public:
     /// The row the view shows first; raises nothing.
     void scrolledTo(int row) { topRow_ = row; }
 
-    /// Sorts the data rows by one column, stably. The current row stays at its number.
+    /// Sorts the data rows by one column, stably. The current row stays at its number. Rows that stand in that order
+    /// already, from the sort before, are left alone.
     void sort(int column, SortOrder order);
 
     /// Cell under the pointer, as the view last saw it.
@@ -77,13 +82,15 @@ public:
 
 private:
     struct Row {
-        std::vector<std::string> cells;
+        RowText cells;
         std::int32_t colour = kSystemColour;
     };
     Row& rowAt(int row);
     const Row& rowAt(int row) const;
     void checkCol(int col) const;
     void keepCurrentInside();
+    /// Rows came, or changed in ways that may part them from the order they were sorted in.
+    void orderLost() { sortedBy_ = {-1, SortOrder::none}; }
 
     std::vector<Row> cells_{2};
     std::vector<int> widths_{960, 960};
@@ -96,9 +103,7 @@ private:
     int topRow_ = 1;
     int mouseRow_ = 0;
     int mouseCol_ = 0;
+    std::pair<int, SortOrder> sortedBy_{-1, SortOrder::none}; ///< the column and order in which the data rows stand
 };
-
-/// The one comparison of string sorting and string searching: upper-cased text by character code, case breaking ties.
-int compareText(std::string_view a, std::string_view b);
 
 } // namespace forms

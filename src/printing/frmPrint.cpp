@@ -76,7 +76,7 @@ void frmPrint::onUnload() {
 
 std::string frmPrint::selectedId() const {
     const forms::Grid& grid = forms::touch(module().master()).flexMaster;
-    return grid.cell(grid.row(), kColId);
+    return std::string(grid.cell(grid.row(), kColId));
 }
 
 void frmPrint::accept() {

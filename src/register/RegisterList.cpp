@@ -74,14 +74,14 @@ void frmMaster::GridPopulate(const std::string& query, const std::string& tableE
     const std::vector<Field> fields = records.fields();
     flexMaster.setCols(static_cast<int>(fields.size()));
     std::vector<int> widths(fields.size());
-    std::vector<std::vector<std::string>> rows;
+    std::vector<forms::RowText> rows;
+    std::vector<std::string> row(fields.size());
     for (; !records.eof(); records.moveNext()) {
-        std::vector<std::string>& row = rows.emplace_back();
-        row.reserve(fields.size());
         for (std::size_t col = 0; col < fields.size(); ++col) {
-            row.push_back(basic::trim(shown(fields[col].value())));
-            widths[col] = std::max(widths[col], basic::len(row.back()));
+            row[col] = basic::trim(shown(fields[col].value()));
+            widths[col] = std::max(widths[col], basic::len(row[col]));
         }
+        rows.emplace_back(row);
     }
     if (!rows.empty()) flexMaster.setDataRows(std::move(rows));
     colourCancelledRows();
@@ -175,11 +175,25 @@ void frmMaster::search() {
 
     const int length = basic::len(txtsearch.text());
     const bool numeric = basic::isNumeric(flexMaster.cell(1, column));
+    const auto startOf = [&](int row) { return basic::left(basic::trim(flexMaster.cell(row, column)), length); };
     const auto compare = [&](int row) {
-        const std::string start = basic::left(basic::trim(flexMaster.cell(row, column)), length);
+        const std::string start = startOf(row);
         if (!numeric) return forms::compareText(basic::ucase(start), basic::ucase(sought));
         const double difference = basic::val(start) - basic::val(sought);
         return difference < 0 ? -1 : difference > 0 ? 1 : 0;
+    };
+    // The first of the rows up to `row` that begin as it does; sorted as text, they stand together.
+    const auto firstAlike = [&](int row) {
+        const std::string start = basic::ucase(startOf(row));
+        int first = 1;
+        for (int last = row; first < last;) {
+            const int middle = (first + last) / 2;
+            if (forms::compareText(basic::ucase(startOf(middle)), start) < 0)
+                first = middle + 1;
+            else
+                last = middle;
+        }
+        return first;
     };
     int low = 1;
     int high = flexMaster.rows() - 1;
@@ -187,7 +201,8 @@ void frmMaster::search() {
         int middle = (low + high) / 2;
         const int order = compare(middle);
         if (order == 0) {
-            while (middle > 1 && compare(middle - 1) == 0) --middle;
+            middle = firstAlike(middle);
+            while (middle > 1 && compare(middle - 1) == 0) middle = firstAlike(middle - 1);
             flexMaster.selectRow(middle);
             flexMaster.setTopRow(middle);
             return;

@@ -130,7 +130,7 @@ void frmMaster::onActivate() {
 std::string frmMaster::current(RegisterColumn column) const {
     return flexMaster.row() < flexMaster.fixedRows() || column >= flexMaster.cols()
                ? std::string()
-               : flexMaster.cell(flexMaster.row(), column);
+               : std::string(flexMaster.cell(flexMaster.row(), column));
 }
 
 void frmMaster::enableRowCommands() {
@@ -144,7 +144,7 @@ void frmMaster::showCellUnderPointer() {
     const int row = flexMaster.mouseRow();
     const int col = flexMaster.mouseCol();
     const bool inside = row >= 0 && row < flexMaster.rows() && col >= 0 && col < flexMaster.cols();
-    flexMaster.setToolTip(inside ? flexMaster.cell(row, col) : std::string());
+    flexMaster.setToolTip(inside ? std::string(flexMaster.cell(row, col)) : std::string());
 }
 
 void frmMaster::showMenu(const forms::MouseEvent& event) {

@@ -169,7 +169,8 @@ void frmRequest::onActivate() {
 void frmRequest::openForEditing() {
     gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
     const forms::Grid& grid = module().master().flexMaster;
-    const std::string condition = " srhRequestid=" + grid.cell(grid.row(), kColId) + shopCondition(" and srhshopid=");
+    const std::string condition = " srhRequestid=" + std::string(grid.cell(grid.row(), kColId)) +
+                                  shopCondition(" and srhshopid=");
     if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition))) cmdOk.setEnabled(false);
     if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition))) {
         cmdOk.setEnabled(false);

@@ -13,7 +13,7 @@ public:
 protected:
     int rowCount() const override { return grid_.rows() - grid_.fixedRows(); }
     std::vector<RowsColumn> columns() const override;
-    const std::string& cell(int row, int column) const override { return grid_.cell(row + grid_.fixedRows(), column); }
+    std::string_view cell(int row, int column) const override { return grid_.cell(row + grid_.fixedRows(), column); }
     int currentRow() const override { return grid_.row() - grid_.fixedRows(); }
     std::int32_t rowColour(int row) const override { return grid_.rowColour(row + grid_.fixedRows()); }
     void choose(int row, int column) override;

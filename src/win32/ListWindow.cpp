@@ -32,7 +32,7 @@ std::vector<RowsColumn> ListWindow::columns() const {
     return shown;
 }
 
-const std::string& ListWindow::cell(int row, int column) const {
+std::string_view ListWindow::cell(int row, int column) const {
     const forms::ListItem& item = list_.item(row + 1);
     return column == 0 ? item.text() : item.subItem(column);
 }

@@ -13,7 +13,7 @@ public:
 protected:
     int rowCount() const override { return list_.count(); }
     std::vector<RowsColumn> columns() const override;
-    const std::string& cell(int row, int column) const override;
+    std::string_view cell(int row, int column) const override;
     int currentRow() const override { return list_.selectedIndex() - 1; }
     void choose(int row, int column) override;
     void widthChanged(int column, int pixels) override;

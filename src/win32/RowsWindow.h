@@ -4,6 +4,7 @@
 #include "win32/ControlWindow.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace win32 {
@@ -31,7 +32,7 @@ protected:
     virtual int rowCount() const = 0;
     /// The columns to show, in order.
     virtual std::vector<RowsColumn> columns() const = 0;
-    virtual const std::string& cell(int row, int column) const = 0;
+    virtual std::string_view cell(int row, int column) const = 0;
     virtual int currentRow() const = 0; ///< -1 for none
     virtual std::int32_t rowColour(int row) const { return (void)row, forms::kSystemColour; }
     /// The person chose a cell.

@@ -21,13 +21,13 @@ protected:
     /// Fills column 0 with `texts` and column 1 with their numbers, from 1.
     void fill(const std::vector<std::string>& texts) {
         grid.setCols(2);
-        std::vector<std::vector<std::string>> data;
+        std::vector<RowText> data;
         for (const std::string& text : texts) data.push_back({text, std::to_string(data.size() + 1)});
         grid.setDataRows(std::move(data));
     }
     std::string column(int col) const {
         std::string all;
-        for (int row = grid.fixedRows(); row < grid.rows(); ++row) all += (row > 1 ? "|" : "") + grid.cell(row, col);
+        for (int row = grid.fixedRows(); row < grid.rows(); ++row) all.append(row > 1 ? "|" : "").append(grid.cell(row, col));
         return all;
     }
 };
@@ -59,6 +59,54 @@ TEST_F(GridRows, SortIsStableInEachOrder) {
         grid.sort(0, c.order);
         EXPECT_EQ(column(0), c.sorted);
         EXPECT_EQ(column(1), c.origins) << c.sorted;
+    }
+}
+
+TEST_F(GridRows, NumbersSortByValueHoweverTheyAreWritten) {
+    fill({"1,000", "-0.5", "9", "&H10", "00012.50", "123456789012345678", "1e3", "(7)", " 8 ", "999999999999999.5", ".25"});
+    grid.sort(0, SortOrder::genericAscending);
+    EXPECT_EQ(column(1), "8|2|11|9|3|5|4|1|7|10|6");
+}
+
+TEST_F(GridRows, RowsThatStandInTheOrderAskedForAreLeftAlone) {
+    class Count : public ControlView {
+    public:
+        void changed(Control&, Aspect aspect) override { count += aspect == Aspect::items; }
+        int count = 0;
+    } layouts;
+    struct Case {
+        const char* change;
+        std::function<void(Grid&)> act;
+        bool sortsAgain;
+    };
+    const Case cases[] = {
+        {"nothing", [](Grid&) {}, false},
+        {"another current row", [](Grid& g) { g.selectRow(2); }, false},
+        {"another column's text", [](Grid& g) { g.setCell(1, 1, "9"); }, false},
+        {"the heading", [](Grid& g) { g.setCell(0, 0, "zz"); }, false},
+        {"a row less", [](Grid& g) { g.removeItem(2); }, false},
+        {"a colour", [](Grid& g) { g.setRowColour(1, 255); }, false},
+        {"the column's text", [](Grid& g) { g.setCell(1, 0, "zz"); }, true},
+        {"a new row", [](Grid& g) { g.addItem("a"); }, true},
+        {"empty rows", [](Grid& g) { g.setRows(g.rows() + 1); }, true},
+        {"another order", [](Grid& g) { g.sort(0, SortOrder::stringDescending); }, true},
+        {"another column", [](Grid& g) { g.sort(1, SortOrder::stringAscending); }, true},
+        {"data rows", [](Grid& g) { g.setDataRows({}); }, true},
+        {"fewer heading rows", [](Grid& g) { g.setFixedRows(0); }, true},
+    };
+    for (const Case& c : cases) {
+        grid.reset();
+        grid.setFixedCols(0);
+        fill({"b", "c", "a"});
+        grid.sort(0, SortOrder::stringAscending);
+        c.act(grid);
+        grid.attach(&layouts);
+        layouts.count = 0;
+        grid.sort(0, SortOrder::stringAscending);
+        grid.attach(nullptr);
+        EXPECT_EQ(layouts.count > 0, c.sortsAgain) << c.change;
+        for (int row = grid.fixedRows() + 1; row < grid.rows(); ++row)
+            EXPECT_LE(compareText(grid.cell(row - 1, 0), grid.cell(row, 0)), 0) << c.change;
     }
 }
 
@@ -144,5 +192,7 @@ TEST_F(GridRows, CellsAreEmptyUntilSetAndAddedRowsSplitAtTabs) {
     grid.clear();
     EXPECT_EQ(column(0), "||");
     EXPECT_EQ(grid.rows(), 4);
-    EXPECT_THROW(grid.setDataRows({{"1", "2", "3", "4"}}), automation::RunTimeError);
+    std::vector<RowText> tooWide;
+    tooWide.push_back({"1", "2", "3", "4"});
+    EXPECT_THROW(grid.setDataRows(std::move(tooWide)), automation::RunTimeError);
 }

@@ -256,7 +256,7 @@ std::vector<std::vector<std::string>> User::grid(const std::string& name) const 
     const auto* found = control<Grid>(name);
     for (int row = found ? found->fixedRows() : 0; found && row < found->rows(); ++row) {
         rows.emplace_back();
-        for (int col = 0; col < found->cols(); ++col) rows.back().push_back(found->cell(row, col));
+        for (int col = 0; col < found->cols(); ++col) rows.back().emplace_back(found->cell(row, col));
     }
     return rows;
 }
