@@ -177,10 +177,21 @@ Outcome Database::run(Prepared& prepared, std::vector<Cell>& values) {
     bind(prepared, values);
     if (prepared.writes && inTransaction_) takeWriteLock();
     sqlite3_stmt* statement = prepared.statement.get();
-    struct Reset {
+    // Each call for a column takes the connection's lock; taking it again costs far less than taking it.
+    struct Run {
+        explicit Run(sqlite3_stmt* statement)
+            : statement(statement), lock(sqlite3_db_mutex(sqlite3_db_handle(statement))) {
+            sqlite3_mutex_enter(lock);
+        }
+        Run(const Run&) = delete;
+        Run& operator=(const Run&) = delete;
+        ~Run() {
+            sqlite3_reset(statement);
+            sqlite3_mutex_leave(lock);
+        }
         sqlite3_stmt* statement;
-        ~Reset() { sqlite3_reset(statement); }
-    } reset{statement};
+        sqlite3_mutex* lock;
+    } const run(statement);
     raised_.reset();
     Outcome outcome;
     outcome.isQuery = prepared.isQuery;

@@ -80,16 +80,28 @@ Value ClsCommonDB::fnGetNextMaxNo(const std::string& field) {
 
 void ClsCommonDB::fnUpdateListViewDetails(Arguments arguments) {
     if (arguments.size() % 2 == 0) automation::raise(automation::kWrongNumberOfArguments);
+    struct Source {
+        std::string fixed; ///< the literal; empty for a sub-item
+        std::int32_t subItem = 0;
+    };
+    std::vector<Source> sources;
+    for (std::size_t i = 1; i < arguments.size(); i += 2) {
+        const std::string kind = basic::ucase(basic::trim(basic::cStr(arguments[i])));
+        if (kind == "V")
+            sources.push_back({literal(arguments[i + 1])});
+        else if (kind == "C")
+            sources.push_back({"", basic::cLng(arguments[i + 1])});
+        else
+            automation::raise(automation::kInvalidCall);
+    }
     const automation::ObjectPtr lines = arguments[0].object().get("ListItems").objectPtr();
     const std::int32_t count = basic::cLng(lines->get("Count"));
     for (std::int32_t row = 1; row <= count; ++row) {
         const automation::ObjectPtr line = lines->call("Item", row).objectPtr();
         std::string values;
-        for (std::size_t i = 1; i < arguments.size(); i += 2) {
-            const std::string kind = basic::ucase(basic::trim(basic::cStr(arguments[i])));
-            if (kind != "V" && kind != "C") automation::raise(automation::kInvalidCall);
+        for (const Source& source : sources) {
             if (!values.empty()) values += ",";
-            values += kind == "V" ? literal(arguments[i + 1]) : cellLiteral(*line, basic::cLng(arguments[i + 1]));
+            values += source.fixed.empty() ? cellLiteral(*line, source.subItem) : source.fixed;
         }
         execute(connection_, "insert into " + table_ + " values (" + values + ")");
     }

@@ -177,8 +177,10 @@ std::optional<automation::Date> parseDate(std::string_view text, const Locale& l
 
 std::string dateText(automation::Date date, const Locale& locale) {
     const CivilTime parts = civil(date);
-    const std::string time = padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
-    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time;
+    const auto time = [&] {
+        return padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
+    };
+    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time();
 
     std::string text;
     const std::string_view pattern = locale.shortDate;
@@ -203,7 +205,7 @@ std::string dateText(automation::Date date, const Locale& locale) {
             text.append(run, c);
         i += run;
     }
-    return parts.hour || parts.minute || parts.second ? text + " " + time : text;
+    return parts.hour || parts.minute || parts.second ? text + " " + time() : text;
 }
 
 std::string padded(int number, std::size_t width) {
