@@ -28,6 +28,10 @@ frmRequestDetail& Module::requestDetail() { return single(requestDetail_, makers
 
 frmPrint& Module::print() { return single(print_, makers_.print, *this); }
 
+frmscanBc& Module::scanBarcode() { return single(scanBarcode_, makers_.scanBarcode, *this); }
+
+FrmFetch& Module::fetchItem() { return single(fetchItem_, makers_.fetchItem, *this); }
+
 CommonDb Module::createCommonDb() const { return CommonDb(create("CommonModule.clsCommonDB"), session.connection); }
 
 Recordset Module::openRecordset(const std::string& query, Cursor cursor, Lock lock) const {

@@ -14,10 +14,12 @@
 namespace goodsreq {
 
 class frmMaster;
+class FrmFetch;
 class frmPrint;
 class frmcancelreason;
 class frmRequest;
 class frmRequestDetail;
+class frmscanBc;
 class Module;
 
 /// How each form is made on its first use. Whoever runs the module fills this in, so that the forms' folders need not
@@ -28,6 +30,8 @@ struct FormMakers {
     std::function<std::shared_ptr<frmRequest>(Module&)> request;
     std::function<std::shared_ptr<frmRequestDetail>(Module&)> requestDetail;
     std::function<std::shared_ptr<frmPrint>(Module&)> print;
+    std::function<std::shared_ptr<frmscanBc>(Module&)> scanBarcode;
+    std::function<std::shared_ptr<FrmFetch>(Module&)> fetchItem;
 };
 
 /// One user at one screen. The component keeps the process's one; a test makes as many as it has users.
@@ -52,6 +56,8 @@ public:
     frmRequest& request();
     frmRequestDetail& requestDetail();
     frmPrint& print();
+    frmscanBc& scanBarcode();
+    FrmFetch& fetchItem();
 
     /// Error 429 where the component is missing.
     automation::ObjectPtr create(std::string_view progId) const { return factory_(progId); }
@@ -78,6 +84,8 @@ private:
     std::shared_ptr<frmRequest> request_;
     std::shared_ptr<frmRequestDetail> requestDetail_;
     std::shared_ptr<frmPrint> print_;
+    std::shared_ptr<frmscanBc> scanBarcode_;
+    std::shared_ptr<FrmFetch> fetchItem_;
 };
 
 } // namespace goodsreq

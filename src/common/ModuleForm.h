@@ -4,6 +4,7 @@
 #include "common/Module.h"
 #include "common/basGRtoShop.h"
 #include "forms/Form.h"
+#include "forms/TextBox.h"
 
 namespace goodsreq {
 
@@ -19,6 +20,10 @@ protected:
     }
     /// Whether a flag of the database is set; one that is null or missing is not.
     static bool isTrue(const automation::Value& flag);
+    /// Whether a flag is there and not set; one that is null or missing is neither true nor false.
+    static bool isFalse(const automation::Value& flag);
+    /// Keeps apostrophes out of a box whose text goes into statements, whichever way it comes in.
+    static void keepApostrophesOut(forms::TextBox& box);
     /// Text of a value as the user reads it.
     std::string shown(const automation::Value& value) const;
     /// A key-press handler for a box in which Enter moves on.

@@ -48,6 +48,12 @@ automation::Value Recordset::value(int position) const {
     return Field(object_->call("Fields", std::int32_t{position}).objectPtr()).value();
 }
 
+std::string Recordset::clipText() {
+    constexpr std::int32_t kClipString = 2;
+    constexpr std::int32_t kAllRows = -1;
+    return basic::concatText(object_->call("GetString", kClipString, kAllRows, "\t", "\r", ""));
+}
+
 void Recordset::addNew() { object_->call("AddNew"); }
 
 void Recordset::set(std::string_view name, automation::Value value) {

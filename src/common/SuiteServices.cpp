@@ -26,6 +26,11 @@ void CommonGen::SelectComboItemByValue(forms::ComboBox& box, std::int32_t value)
     object().call("SelectComboItemByValue", box.self(), Value::byReference(wanted));
 }
 
+void CommonGen::SelectComboItemByname(forms::ComboBox& box, const std::string& text) const {
+    Value wanted = text;
+    object().call("SelectComboItemByname", box.self(), Value::byReference(wanted));
+}
+
 void CommonGen::TextValidateNum(forms::TextBox& box, std::int16_t& character) const {
     Value key = character;
     object().call("TextValidateNum", box.self(), Value::byReference(key), kDigits, kDecimals);

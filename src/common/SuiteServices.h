@@ -30,6 +30,8 @@ public:
     using ServiceFace::ServiceFace;
     /// Selects the entry whose item data equals the value; none where there is no such entry.
     void SelectComboItemByValue(forms::ComboBox& box, std::int32_t value) const;
+    /// Selects the entry whose text equals `text`; none where there is no such entry.
+    void SelectComboItemByname(forms::ComboBox& box, const std::string& text) const;
     /// The numeric key filter: sets `character` to 0 where the box, read as a number, cannot take it.
     void TextValidateNum(forms::TextBox& box, std::int16_t& character) const;
 };

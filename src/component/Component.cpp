@@ -1,11 +1,13 @@
 #include "component/Component.h"
 
 #include "automation/RunTimeError.h"
+#include "fetch/FrmFetch.h"
 #include "lines/frmRequestDetail.h"
 #include "printing/frmPrint.h"
 #include "register/frmMaster.h"
 #include "register/frmcancelreason.h"
 #include "request/frmRequest.h"
+#include "request/frmscanBc.h"
 
 namespace goodsreq {
 namespace {
@@ -34,6 +36,21 @@ FormMakers formMakers() {
         [](Module& module) { return std::make_shared<frmRequest>(module); },
         [](Module& module) { return std::make_shared<frmRequestDetail>(module); },
         [](Module& module) { return std::make_shared<frmPrint>(module); },
+        [](Module& module) { return std::make_shared<frmscanBc>(module); },
+        [](Module& module) { return std::make_shared<FrmFetch>(module); },
+    };
+}
+
+void openOverLineEntry(Module& module, std::string_view dialog) {
+    forms::Form* opened = nullptr;
+    if (dialog == "scan") opened = &module.scanBarcode();
+    if (dialog == "fetch") opened = &module.fetchItem();
+    if (!opened) return;
+    frmRequestDetail& lineEntry = module.requestDetail();
+    lineEntry.onKeyDown = [&lineEntry, opened, ownKeys = lineEntry.onKeyDown](std::int16_t& keyCode, std::int16_t shift) {
+        if (keyCode != forms::kKeyF11) return ownKeys(keyCode, shift);
+        keyCode = 0;
+        opened->showModal(&lineEntry);
     };
 }
 

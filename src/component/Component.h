@@ -4,6 +4,7 @@
 #include "common/Module.h"
 
 #include <memory>
+#include <string_view>
 
 namespace goodsreq {
 
@@ -31,6 +32,10 @@ public:
 private:
     Module& module_;
 };
+
+/// Lets F11 in line entry open "scan" (the barcode dialog) or "fetch" (the item search of this module), which no screen opens
+/// by itself. Any other name changes nothing.
+void openOverLineEntry(Module& module, std::string_view dialog);
 
 /// The one module of the process, which lives as long as the process does. `install` comes first, once.
 Module& processModule();

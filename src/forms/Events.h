@@ -25,6 +25,7 @@ enum Key : std::int16_t {
     kKeyDelete = 46,
     kKeyF3 = 114,
     kKeyF10 = 121,
+    kKeyF11 = 122,
 };
 
 /// Bits of the shift state.

@@ -37,6 +37,12 @@ public:
     /// Adds a row at the end; cells are parted by tabs.
     void addItem(std::string_view cells);
     void removeItem(int row);
+    /// Headings for the columns from the first on, parted by "|", with the columns' widths: each is as wide as its heading
+    /// with the blanks behind it, so an empty one hides its column. Missing columns are added. A "<", "^" or ">" before a
+    /// heading (left, centred, right) is taken; cells stand at the left. Error 9 without a first row.
+    void setFormat(std::string_view format);
+    /// Writes into the selected cells; rows are parted by carriage returns, cells by tabs. What is too much is left out.
+    void setClip(std::string_view text);
 
     /// Valid until the grid changes. Error 9 out of range.
     std::string_view cell(int row, int col) const;

@@ -68,6 +68,9 @@ Members<Grid> gridMembers() {
     m.property(
         "Sort", [](Grid&) -> Value { automation::raise(automation::kNoSuchMember); }, // It is an act, not a state.
         [](Grid& g, const Value& v) { g.sort(g.col(), sortOrder(v)); });
+    m.property(
+        "FormatString", [](Grid&) -> Value { automation::raise(automation::kNoSuchMember); }, // The headings hold it.
+        [](Grid& g, const Value& v) { g.setFormat(textOf(g, v)); });
     m.method("AddItem", 1, 1, [](Grid& g, Arguments a) {
         g.addItem(textOf(g, a[0]));
         return Value();

@@ -84,7 +84,7 @@ bool frmRequestDetail::foundByShortcut() {
 void frmRequestDetail::findByItemCode(const std::string& code) {
     const Value duplicates = db_.lookUp("apackagesettings", "AllowItemCodeDuplication");
     // Only a plain False allows it: with the switch on, or no row at all, an item code does not name one item.
-    if (duplicates.isNull() || duplicates.isEmpty() || basic::cBool(duplicates)) return refuseCode("Scan valid barcode");
+    if (!isFalse(duplicates)) return refuseCode("Scan valid barcode");
     Recordset found = module().openRecordset("select a.itemid from aitem a"
                                              " where itemcode = '" + code + "'" + session().strItemTypeFilter +
                                                  " and a.Active = 1",
@@ -142,9 +142,13 @@ void frmRequestDetail::DisplayBarcodeItemDetails(const std::string& strBarcode, 
     showItem(basic::concatText(item.value(1)), lngItemid);
 }
 
-void frmRequestDetail::showItem(const std::string& description, std::int32_t itemId) {
+void frmRequestDetail::offerItem(const std::string& description, std::int32_t itemId) {
     cboItem.clear();
     cboItem.addItem(description, itemId);
+}
+
+void frmRequestDetail::showItem(const std::string& description, std::int32_t itemId) {
+    offerItem(description, itemId);
     cboItem.setListIndex(cboItem.newIndex());
 }
 
@@ -168,6 +172,12 @@ void frmRequestDetail::fnGetDeptCurrID(std::int32_t lngshopid) {
 }
 
 void frmRequestDetail::fillPackings() { FillPackingTypes(module(), lvwpacktype, cboItem.selectedData()); }
+
+void frmRequestDetail::showPackings() {
+    if (cboItem.hasSelection()) return fillPackings();
+    strItemCode.clear();
+    lvwpacktype.clear();
+}
 
 void frmRequestDetail::fetchItem() {
     QuickFetch();

@@ -36,11 +36,7 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
             if (character == forms::kKeyReturn) resolveBarcode();
         });
     };
-    // No apostrophe reaches a statement, whichever way text comes into the box.
-    txtBarcode.onChange = [this] {
-        if (txtBarcode.text().find('\'') != std::string::npos)
-            txtBarcode.setText(basic::replaceAll(txtBarcode.text(), "'", ""));
-    };
+    keepApostrophesOut(txtBarcode);
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
     cmdbarcode.onClick = [this] { trap("cmdbarcode_Click", [this] { fetchItem(); }); };
     cboItem.onClick = [this] { trap("cboItem_Click ", [this] { itemChosen(); }); };

@@ -53,6 +53,12 @@ public:
     /// Loads one item that both shops carry into `cboItem`; with item id 0 the id is looked up from the packing barcode. An
     /// item that is not carried by both empties the barcode box and leaves the combo without an entry.
     void DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid);
+    /// Makes the item the combo's one entry, not chosen yet.
+    void offerItem(const std::string& description, std::int32_t itemId);
+    /// The same, and chooses it.
+    void showItem(const std::string& description, std::int32_t itemId);
+    /// Lists the packing types of the chosen item; empties the list and `strItemCode` where none is chosen.
+    void showPackings();
 
 private:
     void design() override;
@@ -69,7 +75,6 @@ private:
     void readItemTypeFilter();
     std::string carriedByBothShops() const;
     void itemChosen();
-    void showItem(const std::string& description, std::int32_t itemId);
     void fetchItem();
     void QuickFetch();
     std::int16_t defaultFetchColumn(const std::vector<FetchColumn>& columns);

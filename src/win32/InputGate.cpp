@@ -24,7 +24,8 @@ std::deque<KeptKey>& keptKeys() {
 bool isHeldBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const bool key = message == WM_KEYDOWN || message == WM_KEYUP || message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
     // A character is made once more when its key is handled.
-    const bool character = message == WM_CHAR || message == WM_SYSCHAR || message == WM_DEADCHAR || message == WM_SYSDEADCHAR;
+    const bool character =
+        message == WM_CHAR || message == WM_SYSCHAR || message == WM_DEADCHAR || message == WM_SYSDEADCHAR;
     const bool mouse = message > WM_MOUSEMOVE && message <= WM_MOUSELAST;
     const bool command = message == WM_CLOSE || message == WM_CONTEXTMENU;
     if (!(key || character || mouse || command) || !automation::OutsideCall::lasts()) return false;

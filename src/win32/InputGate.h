@@ -7,8 +7,8 @@
 
 namespace win32 {
 
-/// Whether this message to one of our windows comes at such a time. Its keys are kept in their order; clicks are let go,
-/// since what they were meant for may be gone afterwards.
+/// Whether this message to one of our windows comes at such a time. Its keys are kept in their order; clicks are let
+/// go, since what they were meant for may be gone afterwards.
 bool isHeldBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// Handles the oldest key that was kept, with the Shift and Control keys as they were then. False when there is none.

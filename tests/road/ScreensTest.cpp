@@ -30,8 +30,9 @@ bool hasCaption(const Control& control) {
 char mnemonicOf(const Control& control) {
     if (isForInput(control) && !hasCaption(control)) return 0;
     const std::size_t at = control.text().find('&');
-    return at == std::string::npos || at + 1 == control.text().size() ? '\0'
-                                                                     : static_cast<char>(std::tolower(control.text()[at + 1]));
+    return at == std::string::npos || at + 1 == control.text().size()
+               ? '\0'
+               : static_cast<char>(std::tolower(control.text()[at + 1]));
 }
 
 void expectUniqueMnemonics(const forms::Form& form) {
@@ -63,7 +64,8 @@ void expectTabRound(Shop& shop, const forms::Form& form) {
     for (const Control* control : form.controls())
         // Of option buttons only the chosen one is a stop; the arrow keys go to the others.
         if (control->canTakeFocus() && control->tabStop() &&
-            (control->kind() != ControlKind::optionButton || dynamic_cast<const forms::OptionButton&>(*control).value()))
+            (control->kind() != ControlKind::optionButton ||
+             dynamic_cast<const forms::OptionButton&>(*control).value()))
             wanted.insert(control->name());
     const std::string first = shop.user.focus();
     EXPECT_FALSE(first.empty());
@@ -96,6 +98,13 @@ void openLineEntry(Shop& shop) {
     shop.user.focuses("lvwrequest");
     shop.user.types("\n");
 }
+void openOverLines(Shop& shop, const char* dialog) {
+    goodsreq::openOverLineEntry(shop.module, dialog);
+    openLineEntry(shop);
+    shop.user.presses(forms::kKeyF11);
+}
+void openScan(Shop& shop) { openOverLines(shop, "scan"); }
+void openFetch(Shop& shop) { openOverLines(shop, "fetch"); }
 void openPrint(Shop& shop) {
     shop.opens();
     shop.user.selectsRow("flexMaster", 1);
@@ -106,7 +115,8 @@ void openReason(Shop& shop) {
     const auto rows = shop.user.grid("flexMaster");
     for (std::size_t row = 0; row < rows.size(); ++row) {
         shop.user.selectsRow("flexMaster", static_cast<int>(row) + 1);
-        if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" && rows[row][goodsreq::kColConfirmed] == "No")
+        if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" &&
+            rows[row][goodsreq::kColConfirmed] == "No")
             break;
     }
     shop.user.clicks("CmdDelete");
@@ -114,9 +124,15 @@ void openReason(Shop& shop) {
 }
 
 const Screen kScreens[] = {
-    {"frmMaster", 1507, openRegister},         {"frmRequest", 1507, openEditor}, {"frmRequest", 1611, openEditor},
-    {"frmRequestDetail", 1507, openLineEntry}, {"frmRequestDetail", 1611, openLineEntry},
-    {"frmPrint", 1507, openPrint},             {"frmcancelreason", 1507, openReason},
+    {"frmMaster", 1507, openRegister},
+    {"frmRequest", 1507, openEditor},
+    {"frmRequest", 1611, openEditor},
+    {"frmRequestDetail", 1507, openLineEntry},
+    {"frmRequestDetail", 1611, openLineEntry},
+    {"frmPrint", 1507, openPrint},
+    {"frmcancelreason", 1507, openReason},
+    {"frmscanBc", 1507, openScan},
+    {"FrmFetch", 1507, openFetch},
 };
 
 class EveryScreen : public testing::TestWithParam<Screen> {};

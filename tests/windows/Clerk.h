@@ -30,8 +30,8 @@ public:
     /// Has the DLL's windows logged, as long as none of them has been shown before.
     Clerk();
 
-    /// Waits for the next line `text` of the log. Fails the test when nothing comes for ten seconds; false then. A message
-    /// box that comes first fails the test too.
+    /// Waits for the next line `text` of the log. Fails the test when nothing comes for ten seconds; false then. A
+    /// message box that comes first fails the test too.
     bool awaits(const std::string& text);
     // They return at once: what a key starts may last as long as a window stays open.
     void presses(int key);

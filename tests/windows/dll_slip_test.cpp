@@ -60,7 +60,8 @@ public:
     Host() {
         SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, L"dd/MM/yyyy");
         std::filesystem::remove(kCompanyFile);
-        sandbox::runScript(*sandbox::createCompany(kCompanyFile, sandbox::schemaText()), printing::SlipWorld::companyScript());
+        sandbox::runScript(*sandbox::createCompany(kCompanyFile, sandbox::schemaText()),
+                           printing::SlipWorld::companyScript());
         connection_ = support::openConnection(kCompanyFile);
     }
 

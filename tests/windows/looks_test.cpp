@@ -46,7 +46,8 @@ SIZE roomFor(const Seen& control, win32::Dpi dpi) {
     SIZE room{inside.right, inside.bottom};
     if (control.windowClass != L"Button") return room;
     const LONG_PTR kind = GetWindowLongPtrW(control.window, GWL_STYLE) & BS_TYPEMASK;
-    const bool marked = kind == BS_AUTOCHECKBOX || kind == BS_CHECKBOX || kind == BS_AUTORADIOBUTTON || kind == BS_RADIOBUTTON;
+    const bool marked =
+        kind == BS_AUTOCHECKBOX || kind == BS_CHECKBOX || kind == BS_AUTORADIOBUTTON || kind == BS_RADIOBUTTON;
     room.cx -= MulDiv(marked ? 17 : 6, dpi.value(), 96);
     return room;
 }
@@ -94,8 +95,10 @@ void expectWhole(HWND form) {
         }
         for (std::size_t other = i + 1; other < controls.size(); ++other) {
             RECT common{};
-            if (isFrame(controls[other]) || one.windowClass == L"Static" || controls[other].windowClass == L"Static") continue;
-            EXPECT_FALSE(IntersectRect(&common, &one.area, &controls[other].area)) << "lies over " << controls[other].name;
+            if (isFrame(controls[other]) || one.windowClass == L"Static" || controls[other].windowClass == L"Static")
+                continue;
+            EXPECT_FALSE(IntersectRect(&common, &one.area, &controls[other].area))
+                << "lies over " << controls[other].name;
         }
     }
 }

@@ -1,0 +1,339 @@
+// The two dialogs over line entry: one takes a scanned code, the other finds an item by a part of what is known of it.
+#include "component/Component.h"
+#include "fetch/FrmFetch.h"
+#include "lines/frmRequestDetail.h"
+#include "request/frmscanBc.h"
+#include "tests/editor/Till.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace editor;
+using forms::kKeyF11;
+using Names = std::vector<std::string>;
+
+class Dialogs : public testing::Test {
+protected:
+    CompanyFile company;
+    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 3);
+    const SampleItem& item = items[1];
+
+    /// From nothing to line entry with a dialog over it.
+    void opens(Till& till, const char* dialog) {
+        goodsreq::openOverLineEntry(till.module, dialog);
+        till.newRequest();
+        till.addsLines();
+        till.user.presses(kKeyF11);
+    }
+    static std::string chosenItem(Till& till) {
+        const forms::ComboBox& combo = till.module.requestDetail().cboItem;
+        return combo.hasSelection() ? std::to_string(combo.selectedData()) : "";
+    }
+};
+
+class Scan : public Dialogs {
+protected:
+    void SetUp() override { company.change("update miscsettings set AllowItemCodeDuplication = 0"); }
+};
+
+TEST_F(Scan, EachKindOfCodeBecomesTheItemOfTheLine) {
+    for (const std::string& code : {item.barcode, item.shortcut, item.code}) {
+        SCOPED_TRACE(code);
+        Till till(company);
+        opens(till, "scan");
+        ASSERT_EQ(till.user.form(), "frmscanBc");
+        EXPECT_EQ(till.user.caption(), "Scanning Barcode");
+        till.user.types(code + "\r");
+        ASSERT_EQ(till.user.form(), "frmRequestDetail");
+        EXPECT_EQ(chosenItem(till), item.id);
+        EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
+        EXPECT_EQ(till.module.requestDetail().strItemCode, item.code);
+        EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+        EXPECT_EQ(till.user.focus(), "txtQuantity");
+        // Line entry goes on from here as from its own box.
+        till.user.enters("txtQuantity", "3");
+        till.user.clicks("cmdOk");
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.column(1), Names{item.code});
+        EXPECT_EQ(till.column(3), Names{"3.000"});
+    }
+}
+
+struct Difference {
+    const char* point;
+    std::string change;
+    std::string typed;
+    bool scanFinds;
+    bool lineEntryFinds;
+};
+
+TEST_F(Scan, AsksLessOfACodeThanLineEntry) {
+    const std::string of = " where itemid = " + item.id;
+    const std::string shortcut = "update ashopitemdetail set shortcutno = ";
+    for (const Difference& d : {
+             Difference{"item codes shared says miscsettings", "update miscsettings set AllowItemCodeDuplication = 1",
+                        item.code, false, true},
+             {"miscsettings says nothing", "delete miscsettings", item.code, false, true},
+             {"item codes shared says apackagesettings", "update aPAckageSettings set AllowItemCodeDuplication = 1",
+              item.code, true, false},
+             {"an item of the other shops' kind", "update aitem set itemtype = 'B'" + of, item.barcode, true, false},
+             {"an item that is not active", "update aitem set active = 0" + of, item.barcode, true, false},
+             {"a packing that is not active", "update aitempackingdetail set Active = 0" + of, item.barcode, true,
+              false},
+             {"a shortcut number of seven figures", shortcut + "7654321" + of, "7654321", true, false},
+             {"more figures than the shortcut number", shortcut + "7654" + of, "7654321", false, true},
+             {"an item that the other shop does not carry", "delete ashopitemdetail" + of + " and shopid = 2",
+              item.barcode, true, false},
+         }) {
+        SCOPED_TRACE(d.point);
+        const CompanyFile own;
+        own.change("update miscsettings set AllowItemCodeDuplication = 0;" + d.change);
+        for (const bool scan : {true, false}) {
+            SCOPED_TRACE(scan ? "scan" : "line entry");
+            Till till(own);
+            opens(till, scan ? "scan" : "neither");
+            till.user.enters("txtBarcode", d.typed + "\r");
+            if (till.user.message()) till.user.answers(Answer::ok);
+            EXPECT_EQ(chosenItem(till), (scan ? d.scanFinds : d.lineEntryFinds) ? item.id : "");
+            if (scan) {
+                EXPECT_EQ(till.user.form(), d.scanFinds ? "frmRequestDetail" : "frmscanBc");
+            }
+        }
+    }
+}
+
+TEST_F(Scan, TakesTheFirstMeaningOfACode) {
+    const std::string& other = items[2].id;
+    struct Case {
+        const char* what;
+        std::string change;
+        std::string typed;
+    };
+    for (const Case& c :
+         {Case{"barcode before item code", "update aitem set itemcode = '" + item.barcode + "' where itemid = " + other,
+               item.barcode},
+          {"shortcut number before item code",
+           "update aitem set itemcode = '" + item.shortcut + "' where itemid = " + other, item.shortcut}}) {
+        SCOPED_TRACE(c.what);
+        const CompanyFile own;
+        own.change("update miscsettings set AllowItemCodeDuplication = 0;" + c.change);
+        Till till(own);
+        opens(till, "scan");
+        till.user.types(c.typed + "\r");
+        EXPECT_EQ(chosenItem(till), item.id);
+    }
+}
+
+TEST_F(Scan, StaysOpenForAnotherCode) {
+    Till till(company);
+    opens(till, "scan");
+    till.user.types("\r");
+    EXPECT_EQ(till.user.form(), "frmscanBc");
+    EXPECT_TRUE(till.said().empty());
+    till.user.types("no' such code\r");
+    till.user.answers("Scan valid barcode", Answer::ok);
+    EXPECT_EQ(till.user.focus(), "txtBarcode");
+    EXPECT_EQ(till.user.text("txtBarcode"), "no such code");
+    till.connection->failOn([](std::string_view s) { return s.find("packingbarcode") != std::string_view::npos; });
+    till.user.types(item.barcode + "\r"); // over the selected text
+    EXPECT_NE(till.readsReport().find("frmscanBc, txtBarcode_KeyPress"), std::string::npos);
+    EXPECT_EQ(till.user.text("txtBarcode"), item.barcode);
+    till.connection->failOn(nullptr);
+    till.user.types("\r");
+    EXPECT_EQ(chosenItem(till), item.id);
+}
+
+TEST_F(Scan, ClosesWithoutAChoice) {
+    Till till(company);
+    opens(till, "scan");
+    till.user.clicks("CmdClose");
+    ASSERT_EQ(till.user.form(), "frmRequestDetail");
+    till.user.presses(kKeyF11);
+    till.user.presses(forms::kKeyEscape);
+    EXPECT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(chosenItem(till), "");
+}
+
+class FetchDialog : public Dialogs {
+protected:
+    static void searches(Till& till, const std::string& column, const std::string& text) {
+        till.user.picks("cboFetch", column);
+        till.user.enters("txtFetch", "");
+        till.user.pastes(text);
+        till.user.types("\r");
+    }
+    static Names column(Till& till, std::size_t index) {
+        Names cells;
+        for (const auto& row : till.user.grid("flexMaster")) cells.push_back(row[index]);
+        return cells;
+    }
+    static forms::Grid& grid(Till& till) { return till.module.fetchItem().flexMaster; }
+    static Names headings(Till& till) {
+        Names texts;
+        for (int col = 0; col < grid(till).cols(); ++col) texts.emplace_back(grid(till).cell(0, col));
+        return texts;
+    }
+};
+
+TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
+    company.change("update aitem set brand = 'Northwold', modelno = 'NW-77', part_code = 'P/5' where itemid = " +
+                   item.id);
+    for (const auto& [column, text] :
+         std::initializer_list<std::pair<const char*, std::string>>{{"ItemCode", item.code},
+                                                                    {"ItemDescription", item.description},
+                                                                    {"Brand", "orthwo"},
+                                                                    {"ModelNo", "nw-77"},
+                                                                    {"Part_Code", " P/5 "}}) {
+        SCOPED_TRACE(column);
+        Till till(company);
+        opens(till, "fetch");
+        ASSERT_EQ(till.user.form(), "FrmFetch");
+        EXPECT_EQ(till.user.caption(), "Fetch Item");
+        searches(till, column, text);
+        ASSERT_EQ(till.user.grid("flexMaster"),
+                  (Rows{{item.id, item.code, item.description, "Northwold", "NW-77", "P/5"}}));
+        EXPECT_EQ(till.user.text("txtFetch"), "");
+        till.user.focuses("flexMaster");
+        till.user.types("\r");
+        ASSERT_EQ(till.user.form(), "frmRequestDetail");
+        EXPECT_EQ(chosenItem(till), item.id);
+        EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
+        EXPECT_EQ(till.module.requestDetail().strItemCode, item.code);
+        EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+        EXPECT_EQ(till.user.focus(), "txtQuantity");
+    }
+}
+
+TEST_F(FetchDialog, SendsItsQueryAsItStands) {
+    company.change("update aShops set futurevarchar = 'b1' where shopid = 1");
+    Till till(company);
+    opens(till, "fetch");
+    searches(till, "Part_Code", "O'Neil");
+    EXPECT_EQ(till.statements("select distinct(a.itemid)").back(),
+              "select distinct(a.itemid) itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' "
+              "')part_code "
+              " from aitem a, vwItemDescription v, ashopitemdetail sd "
+              " where a.active = 1 and a.itemcategoryid in (select itemcategoryid from "
+              " ashopitemcategory where shopid=2) and "
+              " v.itemid=a.itemid  and a.itemtype ='B' and sd.shopid=1 and sd.itemid=v.itemid"
+              " and a.Part_code like '%O''Neil%' ");
+    till.user.picks("cboColNames", "ItemCode,ItemDescription");
+    searches(till, "ItemCode", "");
+    EXPECT_TRUE(till.statements("select distinct(a.itemid)")
+                    .back()
+                    .ends_with(" and a.itemcode like '%%' order by ItemCode,ItemDescription"));
+}
+
+TEST_F(FetchDialog, HeadsItsColumns) {
+    Till till(company);
+    opens(till, "fetch");
+    EXPECT_EQ(headings(till), (Names{"", "Item Code", " Item Description", "Brand", " Model No", "Part Code"}));
+    EXPECT_EQ(grid(till).colWidth(0), 0); // nobody reads item ids
+    EXPECT_GT(grid(till).colWidth(2), grid(till).colWidth(1));
+    searches(till, "ItemCode", item.code);
+    EXPECT_EQ(headings(till), (Names{"", "Item Code", " Item Description", "Brand", " Model No", "Part_Code"}));
+    EXPECT_EQ(grid(till).colWidth(0), 0);
+    searches(till, "ItemCode", "no such code");
+    EXPECT_EQ(headings(till), (Names{"", "Item Code", " Item Description", "Brand", " Model No", " Part Code"}));
+    EXPECT_EQ(till.user.grid("flexMaster"), (Rows{{"", "", "", "", "", ""}}));
+}
+
+TEST_F(FetchDialog, OpensWithTheShopsColumnAndKeepsTheClerksChoice) {
+    for (const auto& [setting, chosen] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"'Brand'", "Brand"},
+                                                                    {"'Part_code'", "Part_Code"},
+                                                                    {"'nothing'", "ItemDescription"},
+                                                                    {"null", "ItemDescription"}}) {
+        company.change(std::string("update LOsSettings set defaultfetch = ") + setting + " where ShopID = 1");
+        Till till(company);
+        opens(till, "fetch");
+        EXPECT_EQ(till.user.text("cboFetch"), chosen);
+        EXPECT_EQ(till.user.focus(), "txtFetch");
+        till.user.picks("cboFetch", "ModelNo");
+        till.connection->failOn([](std::string_view s) { return s.find("like") != std::string_view::npos; });
+        till.user.enters("txtFetch", "7'\r");
+        EXPECT_NE(till.readsReport().find("FrmFetch, txtFetch_KeyPress"), std::string::npos);
+        EXPECT_EQ(till.user.text("cboFetch"), "ModelNo");
+        EXPECT_EQ(till.user.text("txtFetch"), "7''"); // as it was sent; nothing typed is lost
+        till.connection->failOn(nullptr);
+    }
+}
+
+TEST_F(FetchDialog, TakesAnyTextForAPattern) {
+    company.change("update aitem set brand = 'half [50%] off_cut' where itemid = " + item.id);
+    Till till(company);
+    opens(till, "fetch");
+    struct Case {
+        const char* what;
+        std::string text;
+        bool found;
+    };
+    for (const Case& c : {Case{"any text between", "half%off", true},
+                          {"any one letter", "off_cu_", true},
+                          {"one of a set", "[x5]0", true},
+                          {"none of a set", "[^5]0%]", false},
+                          {"a set without an end", "half [5", false},
+                          {"4,000 letters", std::string(4000, 'x'), false},
+                          {"a comment and a statement", "'; delete aitem --", false}}) {
+        SCOPED_TRACE(c.what);
+        searches(till, "Brand", c.text);
+        EXPECT_FALSE(till.user.message());
+        EXPECT_EQ(column(till, 0), c.found ? Names{item.id} : Names{""});
+    }
+    EXPECT_NE(company.value("select count(*) from aitem"), "0");
+}
+
+TEST_F(FetchDialog, ShowsTheLastMatchAndMovesToWhatIsTyped) {
+    Till till(company);
+    opens(till, "fetch");
+    till.user.picks("cboColNames", "ItemDescription");
+    searches(till, "ItemDescription", "");
+    const Names found = column(till, 2);
+    ASSERT_GT(found.size(), 10u);
+    EXPECT_EQ(grid(till).row(), static_cast<int>(found.size()));
+    EXPECT_EQ(grid(till).topRow(), grid(till).row());
+    till.user.picks("cboSearch", "ItemDescription");
+    till.user.enters("txtFetch", found[4].substr(0, found[4].size() - 1));
+    EXPECT_EQ(grid(till).cell(grid(till).row(), 2).substr(0, 3), found[4].substr(0, 3));
+    EXPECT_LE(grid(till).row(), 5);
+}
+
+TEST_F(FetchDialog, HandsNothingOverWithoutAnItem) {
+    Till till(company);
+    opens(till, "fetch");
+    till.user.clicks("cmdOk"); // nothing was searched for
+    ASSERT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(chosenItem(till), "");
+    till.user.types(item.barcode + "\r");
+    ASSERT_EQ(chosenItem(till), item.id);
+    for (const char* way : {"cmdOk", "CmdClose"}) {
+        till.user.presses(kKeyF11);
+        searches(till, "ItemCode", *way == 'c' ? "no such code" : "");
+        till.user.clicks(way);
+        ASSERT_EQ(till.user.form(), "frmRequestDetail");
+        EXPECT_EQ(chosenItem(till), item.id);
+    }
+    till.user.presses(kKeyF11);
+    searches(till, "ItemCode", items[0].code);
+    till.user.happens([&] { grid(till).setRow(0); }); // the heading
+    till.user.clicks("cmdOk");
+    EXPECT_EQ(chosenItem(till), item.id);
+}
+
+TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
+    // The search asks for this shop's items in the other shop's categories; line entry wants both shops to carry them.
+    company.change("delete ashopitemdetail where shopid = 2 and itemid = " + item.id);
+    Till till(company);
+    opens(till, "fetch");
+    searches(till, "ItemCode", item.code);
+    ASSERT_EQ(column(till, 0), Names{item.id});
+    till.user.clicks("cmdOk");
+    ASSERT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(till.user.entries("cboItem"), Names{});
+    EXPECT_EQ(till.user.text("txtBarcode"), "");
+    EXPECT_EQ(till.module.requestDetail().strItemCode, "");
+    EXPECT_TRUE(till.user.list("lvwpacktype").empty());
+}
+
+} // namespace
