@@ -55,9 +55,9 @@ Race raceOpening(Browsing& company, int repeats) {
     if (list.size() != 1) throw std::runtime_error("The register did not read its list once");
     const auto opens = [&] {
         shop.user.clicks("CmdClose");
-        return secondsOf([&] { shop.opens(); });
+        return busy([&] { shop.opens(); });
     };
-    return race(repeats, opens, [&] { return secondsOf([&] { company.bare.run(list); }); });
+    return race(repeats, opens, [&] { return busy([&] { company.bare.run(list); }); });
 }
 
 /// Bytes that the program has asked for and not given back, without what SQLite keeps of its file: a shop's database is
@@ -96,7 +96,7 @@ public:
     /// Sorts by the column of that heading; seconds.
     double sorts(const std::string& heading) {
         shop_.user.clicks("optAscend"); // so that the choice of the same column again sorts again
-        return secondsOf([&] { shop_.user.picks("cboColNames", heading); });
+        return busy([&] { shop_.user.picks("cboColNames", heading); });
     }
     std::string heading(int column) const { return std::string(grid_->cell(0, column)); }
     std::vector<std::string> column(int col) const {
@@ -116,7 +116,7 @@ public:
         RowsWatch watch;
         grid_->attach(&watch);
         Key key;
-        key.seconds = secondsOf([&] { shop_.user.types("e"); });
+        key.seconds = busy([&] { shop_.user.types("e"); });
         grid_->attach(nullptr);
         key.sorts = watch.count;
         return key;
@@ -133,13 +133,13 @@ double sortTexts(const std::vector<std::string>& cells) {
     std::vector<std::string> upper;
     for (const std::string& cell : cells) upper.push_back(basic::ucase(cell));
     std::vector<std::string_view> keys(upper.begin(), upper.end());
-    return secondsOf([&] { std::stable_sort(keys.begin(), keys.end()); });
+    return busy([&] { std::stable_sort(keys.begin(), keys.end()); });
 }
 
 double sortNumbers(const std::vector<std::string>& cells) {
     std::vector<double> keys;
     for (const std::string& cell : cells) keys.push_back(std::stod(cell));
-    return secondsOf([&] { std::stable_sort(keys.begin(), keys.end()); });
+    return busy([&] { std::stable_sort(keys.begin(), keys.end()); });
 }
 
 } // namespace
@@ -148,7 +148,7 @@ void measureRegister(const Options& options, Report& report) {
     Browsing few(kFew);
     Browsing many(kMany);
     const Race ofFew = raceOpening(few, options.repeats());
-    const Race ofMany = raceOpening(many, std::max(3, options.repeats() / 3));
+    const Race ofMany = raceOpening(many, options.repeatsOfMany());
     report.add({"open the register, 10,000 requests", ofFew.ratio(), 3, "times bare"});
     report.add({"open the register, 100,000 requests", ofMany.ratio(), 3, "times bare"});
     report.add({"open the register, 100,000 to 10,000 requests", ofMany.module / ofFew.module, 11, "times"});
@@ -164,9 +164,8 @@ void measureRegister(const Options& options, Report& report) {
     sitting.sorts(remarks);
     const std::vector<std::string> byRemarks = sitting.column(kId);
     sitting.sorts(dates);
-    const int repeats = std::max(3, options.repeats() / 3);
     Race byText, byNumber;
-    for (int i = 0; i < repeats; ++i) {
+    for (int i = 0; i < options.repeatsOfMany(); ++i) {
         byText.module = std::min(byText.module, sitting.sorts(remarks));
         byText.bare = std::min(byText.bare, sortTexts(byId));
         byNumber.module = std::min(byNumber.module, sitting.sorts(dates));

@@ -67,7 +67,7 @@ double measure(Printing& company, const std::string& settings, int repeats) {
     shop.system.files[PROJECT_DIR "/sandbox/data\\ShopSetting.txt"] = settings;
     shop.opens();
     const auto print = [&] {
-        return secondsOf([&] {
+        return busy([&] {
             shop.user.happens([&] {
                 goodsreq::SlipPrinter(shop.module, goodsreq::SlipPrinter::Target::port).PrintBill(kRequest);
             });
@@ -86,7 +86,7 @@ double measure(Printing& company, const std::string& settings, int repeats) {
     std::string written;
     const auto bare = [&] {
         written.clear();
-        return secondsOf([&] {
+        return busy([&] {
             company.bare.run(steps);
             for (const std::string& line : lines) written += line;
         });

@@ -3,17 +3,28 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <functional>
 #include <limits>
 
 namespace bench {
 
-/// What `work` takes, in seconds.
-template <class Work> double secondsOf(Work work) {
+/// Seconds from the beginning to the end of `work`: for work that waits for the disk.
+inline double elapsed(const std::function<void()>& work) {
     const auto begin = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
+
+/// Seconds that the processor spent on `work`, in the program and in the system on its behalf: for work that waits for
+/// nothing. Other programs on the machine do not count, nor does the wait for a turn between person and module.
+inline double busy(const std::function<void()>& work) {
+    const std::clock_t begin = std::clock();
+    work();
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+using Clock = double (*)(const std::function<void()>& work);
 
 struct Race {
     double module = std::numeric_limits<double>::infinity(); ///< seconds

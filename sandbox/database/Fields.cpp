@@ -97,6 +97,8 @@ const automation::Members<Field>& Field::members() {
 }
 
 Value Field::invoke(automation::Access access, std::string_view member, Arguments arguments) {
+    // What is read for each cell of each row goes past the table.
+    if (access == automation::Access::get && arguments.empty() && member == "Value") return records_->value(index_);
     return members().invoke(*this, access, member, arguments);
 }
 

@@ -86,10 +86,13 @@ std::string headingLine(const SlipColumns& columns) {
 }
 
 std::string detailLine(const SlipColumns& columns, const SlipLine& line) {
+    const auto money = [](bool shown, const automation::Value& amount) {
+        return shown ? basic::format(amount, kMoneyFormat) : std::string();
+    };
     return row(columns, {padLeft(std::to_string(line.number), columns.serial), line.code, line.description,
                          basic::format(line.quantity, kQuantityFormat), line.unit,
-                         basic::format(line.costPrice, kMoneyFormat), basic::format(line.lineCost, kMoneyFormat),
-                         basic::format(line.sellingPrice, kMoneyFormat)});
+                         money(columns.showsCost, line.costPrice), money(columns.showsCost, line.lineCost),
+                         money(columns.showsSellingPrice, line.sellingPrice)});
 }
 
 std::string separatorLine(int pageWidth, int blanks) {

@@ -85,7 +85,9 @@ void frmMaster::GridPopulate(const std::string& query, const std::string& tableE
     for (; !records.eof(); records.moveNext()) {
         for (std::size_t col = 0; col < fields.size(); ++col) {
             row[col] = trimmed(shown(fields[col].value()));
-            widths[col] = std::max(widths[col], basic::len(row[col]));
+            // A text has no more characters than bytes, so few have to be counted.
+            if (row[col].size() > static_cast<std::size_t>(widths[col]))
+                widths[col] = std::max(widths[col], basic::len(row[col]));
         }
         rows.emplace_back(row);
     }
