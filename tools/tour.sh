@@ -42,7 +42,7 @@ IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 41p)
 IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 81p)
 [ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
 
-startHost statements
+startHost statements --open fetch
 await_log "active frmMaster"
 focus_window "Goods Request To Shop"
 shot 01-register
@@ -59,6 +59,14 @@ shot 03-shop-chosen
 press Return
 await_log "active frmRequestDetail"
 shot 04-line-entry
+press F11
+await_log "focus FrmFetch.txtFetch"
+type_keys "Loaf"
+press Return Tab Tab Tab
+await_log "focus FrmFetch.flexMaster"
+shot 24-fetch
+press Escape
+await_log "unloaded FrmFetch"
 press F3
 await_log "active FetchWindow"
 type_keys "Rye Loaf"
@@ -118,6 +126,10 @@ await_log "focus frmPrint.optScreen"
 press alt+o
 await_window "ShopReq"
 shot 16-slip
+if ! grep -q "^Remarks      : For the weekend" "$WINEPREFIX/drive_c/ShopReq.txt"; then
+    echo "C:\\ShopReq.txt does not hold the request" >&2
+    exit 1
+fi
 focus_window "ShopReq"
 press alt+F4
 await_no_window "ShopReq"
@@ -148,7 +160,7 @@ press alt+c
 awaitHost
 
 # The other kind of request has a price on its lines.
-startHost statements-1611 --interface 1611
+startHost statements-1611 --interface 1611 --open scan
 await_log "active frmMaster"
 focus_window "Inter Division Sales Request"
 press ctrl+Return
@@ -158,9 +170,13 @@ press Return
 await_log "focus frmRequest.lvwrequest"
 press Return
 await_log "active frmRequestDetail"
+press F11
+await_log "active frmscanBc"
+shot 23-scan
 type_keys "$barcode"
 press Return
 await_log "focus frmRequestDetail.txtQuantity"
+await_log "unloaded frmscanBc"
 shot 21-line-with-price
 press Escape
 await_log "unloaded frmRequestDetail"

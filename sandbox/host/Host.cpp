@@ -110,8 +110,9 @@ int run(const HostOptions& options) {
     if (options.connect && lstrcmpiW(own.filename().c_str(), kConnectProgram) != 0)
         return runConnected(own.parent_path());
     if (!options.log.empty()) SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", com::toWide(options.log).c_str());
-    if (!options.connect && sandbox::ensureCompany(options.company))
-        std::cout << "Made the sample company: " << options.company << std::endl;
+    if (!options.open.empty()) SetEnvironmentVariableW(L"GOODSREQ_OPEN", com::toWide(options.open).c_str());
+    if (!options.connect && sandbox::ensureCompany(options.database))
+        std::cout << "Made the sample company: " << options.database << std::endl;
     const Apartment apartment;
     sandbox::runSession(options, com::comObjectFactory());
     return 0;

@@ -50,17 +50,22 @@ using Take = std::function<void(HostOptions&, const std::string& option, const s
 
 const std::map<std::string, Take>& takers() {
     static const std::map<std::string, Take> all = {
-        {"--company", [](HostOptions& o, const std::string&, const std::string& v) { o.company = v; }},
+        {"--database", [](HostOptions& o, const std::string&, const std::string& v) { o.database = v; }},
         {"--connect", [](HostOptions& o, const std::string&, const std::string& v) { o.connect = v; }},
         {"--trace", [](HostOptions& o, const std::string&, const std::string& v) { o.trace = v; }},
         {"--log", [](HostOptions& o, const std::string&, const std::string& v) { o.log = v; }},
+        {"--open",
+         [](HostOptions& o, const std::string& n, const std::string& v) {
+             if (v != "scan" && v != "fetch") throw OptionError(n + " wants \"scan\" or \"fetch\", not \"" + v + "\"");
+             o.open = v;
+         }},
         {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
         {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
         {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
         {"--interface", [](HostOptions& o, const std::string& n,
                            const std::string& v) { o.interfaceId = number<std::int32_t>(n, v); }},
-        {"--company-id",
-         [](HostOptions& o, const std::string& n, const std::string& v) { o.companyId = number<std::int16_t>(n, v); }},
+        {"--company",
+         [](HostOptions& o, const std::string& n, const std::string& v) { o.company = number<std::int16_t>(n, v); }},
         {"--user",
          [](HostOptions& o, const std::string& n, const std::string& v) { o.user = number<std::int16_t>(n, v); }},
         {"--shop",
@@ -85,7 +90,7 @@ HostOptions parse(const std::vector<std::string>& arguments) {
         found->second(options, option, arguments[i]);
     }
     if (options.connect && !options.trace.empty())
-        throw OptionError("--trace works on the sandbox's database only, not with --connect");
+        throw OptionError("--trace works on the sandbox's database only: with --connect let the server trace");
     return options;
 }
 
@@ -102,16 +107,18 @@ std::variant<HostOptions, std::string> parseHostOptions(const std::vector<std::s
 const char* hostHelp() {
     return "goodsreq-host: opens the goods request module as the back office does.\n"
            "\n"
-           "  --company FILE       the sandbox's database; made with the sample company where it is missing\n"
+           "  --database FILE      the sandbox's database; made with the sample company where it is missing\n"
            "                       (company.db)\n"
-           "  --connect TEXT       an ADO connection string for a real server, in place of --company\n"
-           "  --trace FILE         write every statement to FILE, one a line\n"
+           "  --connect TEXT       an ADO connection string for a real server, in place of --database; untried on one\n"
+           "  --trace FILE         write every statement to FILE, one a line; not with --connect, where the module's\n"
+           "                       record sets are ADO's own and only the server sees every statement\n"
            "  --log FILE           write what happens to the windows to FILE, such as \"active frmMaster\"\n"
            "  --interface N        1507 goods request (default), 1611 inter-division sales request\n"
            "  --user N             1 all rights (default), 2 no deletion, 3 administrator, 4 without a rights row\n"
            "  --shop N             the requesting shop (1)\n"
-           "  --company-id N       the company (1)\n"
+           "  --company N          the company (1)\n"
            "  --date yyyy-mm-dd    the processing date (2026-03-31)\n"
+           "  --open NAME          \"scan\" or \"fetch\": F11 in line entry opens that dialog, which nothing else opens\n"
            "  --caption TEXT       title of message boxes (Retail Back Office)\n"
            "  --key TEXT           the project key\n"
            "  --help               this text\n";

@@ -12,12 +12,13 @@
 namespace sandbox {
 
 struct HostOptions {
-    std::string company = "company.db"; ///< the sandbox's database file
+    std::string database = "company.db"; ///< the sandbox's database file
     std::optional<std::string> connect; ///< a connection string for the machine's own ADO, in place of the sandbox
     std::string trace;                  ///< file for the statements; none where it is empty
     std::string log;                    ///< file for what the windows do; none where it is empty
+    std::string open;                   ///< the dialog that F11 opens over line entry: "scan", "fetch" or none
     std::int32_t interfaceId = kGoodsRequest;
-    std::int16_t companyId = kSampleCompanyId;
+    std::int16_t company = kSampleCompanyId;
     std::int16_t user = kFullRightsUser;
     std::int16_t shop = kMainShop;
     Day date = kSampleProcessDate;

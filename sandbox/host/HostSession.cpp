@@ -62,7 +62,7 @@ bool ensureCompany(const std::string& path) {
 
 std::string connectionString(const HostOptions& options) {
     if (options.connect) return *options.connect;
-    std::string text = "Data Source=" + options.company;
+    std::string text = "Data Source=" + options.database;
     if (!options.trace.empty()) text += ";Trace=" + options.trace;
     return text;
 }
@@ -73,7 +73,7 @@ void runSession(const HostOptions& options, const automation::ObjectFactory& cre
     module->putRef("adocon", connection.object());
     module->put("strProjectKey", options.key);
     module->put("strMsgboxCaption", options.caption);
-    module->put("intCompanyID", options.companyId);
+    module->put("intCompanyID", options.company);
     module->put("intUserID", options.user);
     module->put("intShopid", options.shop);
     module->put("interfaceid", options.interfaceId);

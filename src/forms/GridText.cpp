@@ -8,8 +8,9 @@ namespace {
 
 // What the dialog font takes for them, about: a heading is as wide as its text, which is why callers pad it with
 // blanks.
-constexpr int kTwipsPerBlank = 45;
+constexpr int kTwipsPerBlank = 42;
 constexpr int kTwipsPerLetter = 90;
+constexpr int kCellMargins = 180;
 
 /// Takes the text before the first `separator` off `rest`, and the separator with it.
 std::string_view takePart(std::string_view& rest, char separator) {
@@ -21,7 +22,8 @@ std::string_view takePart(std::string_view& rest, char separator) {
 
 int widthOf(std::string_view heading) {
     const auto blanks = static_cast<int>(std::count(heading.begin(), heading.end(), ' '));
-    return blanks * kTwipsPerBlank + (static_cast<int>(heading.size()) - blanks) * kTwipsPerLetter;
+    if (heading.empty()) return 0;
+    return kCellMargins + blanks * kTwipsPerBlank + (static_cast<int>(heading.size()) - blanks) * kTwipsPerLetter;
 }
 
 } // namespace

@@ -45,11 +45,11 @@ private:
 
 TEST(HostProgram, ReadsItsOptions) {
     const auto parsed =
-        sandbox::parseHostOptions({"--company", "shop one.db", "--interface", "1611", "--user", "-3", "--shop", "2",
+        sandbox::parseHostOptions({"--database", "shop one.db", "--interface", "1611", "--user", "-3", "--shop", "2",
                                    "--date", "2024-02-29", "--key", "", "--trace", "sent.sql", "--log", "w.log"});
     ASSERT_TRUE(std::holds_alternative<HostOptions>(parsed));
     const HostOptions& options = std::get<HostOptions>(parsed);
-    EXPECT_EQ(options.company, "shop one.db");
+    EXPECT_EQ(options.database, "shop one.db");
     EXPECT_EQ(options.interfaceId, 1611);
     EXPECT_EQ(options.user, -3);
     EXPECT_EQ(options.shop, 2);
@@ -72,6 +72,7 @@ TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
                                                          {"--frobnicate", "1"},
                                                          {"company.db"},
                                                          {"--interface", "1507.5"},
+                                                         {"--open", "register"},
                                                          {"--connect", "x", "--trace", "y"}};
     for (const auto& arguments : wrong) {
         const std::string text = complaint(arguments);
@@ -83,9 +84,9 @@ TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
 TEST(HostProgram, FillsTheModulesFieldsOnAnOpenConnectionAndShowsIt) {
     TestFolder folder;
     HostOptions options;
-    options.company = folder.file("shop \xC3\xA9.db");
+    options.database = folder.file("shop \xC3\xA9.db");
     std::filesystem::copy_file(SAMPLE_COMPANY,
-                               std::filesystem::path(std::u8string(options.company.begin(), options.company.end())));
+                               std::filesystem::path(std::u8string(options.database.begin(), options.database.end())));
     options.trace = folder.file("sent.sql");
     std::vector<std::string> log;
     const auto module = std::make_shared<RecordingModule>(log);
@@ -104,7 +105,7 @@ TEST(HostProgram, FillsTheModulesFieldsOnAnOpenConnectionAndShowsIt) {
     module->failing = true;
     EXPECT_EQ(errorOf([&] { sandbox::runSession(options, create); }), 75);
     EXPECT_EQ(basic::cLng(connection->get("State")), 0);
-    options.company = folder.file("none.db");
+    options.database = folder.file("none.db");
     EXPECT_NE(errorOf([&] { sandbox::runSession(options, create); }), 0);
 }
 

@@ -7,7 +7,7 @@ cp -r "$DIST_X64"/. "$OUT/"
 cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$OUT/"
 company=$(wine_path "$OUT/company.db")
 script=$(wine_path "$root/tests/windows/host.vbs")
-wine_run "$OUT/goodsreq-host.exe" --company "$company" --key none >/dev/null
+wine_run "$OUT/goodsreq-host.exe" --database "$company" --key none >/dev/null
 
 screenLog=$OUT/windows.log
 export GOODSREQ_WINDOW_LOG

@@ -6,7 +6,6 @@
 #include "win32/Win32Desktop.h"
 #include "win32/Win32System.h"
 
-#include <cstdlib>
 #include <mutex>
 
 namespace com {
@@ -18,8 +17,9 @@ ComPtr<IUnknown> create(const ServerClass&) {
     std::call_once(once, [] {
         goodsreq::installProcessModule(win32::makeDesktop(), win32::makeSystem(), comObjectFactory(),
                                        win32::moduleFolder());
-        if (const char* dialog = std::getenv("GOODSREQ_OPEN"))
-            goodsreq::openOverLineEntry(goodsreq::processModule(), dialog);
+        char dialog[16] = "";
+        GetEnvironmentVariableA("GOODSREQ_OPEN", dialog, sizeof dialog);
+        goodsreq::openOverLineEntry(goodsreq::processModule(), dialog);
     });
     return makeClsGRtoShop();
 }
