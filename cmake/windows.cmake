@@ -90,6 +90,13 @@ host_manifest(goodsreq.host goodsreq-host.exe.manifest goodsreq.component goodsr
 host_manifest(goodsreq.host goodsreq-connect.exe.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
 host_manifest(goodsreq.script cscript.exe.manifest goodsreq.component goodsreq.sandbox)
 
+# What the properties of a file show of it.
+function(version_resource target file kind description)
+    get_filename_component(name ${file} NAME_WE)
+    configure_file(${CMAKE_SOURCE_DIR}/src/com/dll/version.rc.in ${generated}/${target}_version.rc @ONLY)
+    target_sources(${target} PRIVATE ${generated}/${target}_version.rc)
+endfunction()
+
 # The DLLs.
 function(com_dll name)
     add_library(${name}_dll SHARED ${CMAKE_SOURCE_DIR}/src/com/Exports.cpp ${CMAKE_SOURCE_DIR}/src/com/exports.def ${ARGN})
@@ -104,9 +111,11 @@ set_source_files_properties(src/com/dll/goodsreq.rc PROPERTIES
     INCLUDE_DIRECTORIES "${generated};${CMAKE_SOURCE_DIR}/src/com/dll"
     OBJECT_DEPENDS "${generated}/goodsreq.tlb;${CMAKE_SOURCE_DIR}/src/com/dll/visual-styles.manifest")
 target_link_libraries(goodsreq_dll PRIVATE component win32 com)
+version_resource(goodsreq_dll goodsreq.dll VFT_DLL "Goods Request To Shop")
 
 com_dll(sandbox sandbox/host/SandboxServer.cpp)
 target_link_libraries(sandbox_dll PRIVATE suite database win32 com)
+version_resource(sandbox_dll sandbox.dll VFT_DLL "Stand-ins for the suite and its database")
 
 # The host.
 file(GLOB host_sources CONFIGURE_DEPENDS sandbox/host/*.cpp)
@@ -118,6 +127,7 @@ if(host_sources)
     add_executable(goodsreq-host ${host_sources})
     target_link_options(goodsreq-host PRIVATE -static -municode)
     target_link_libraries(goodsreq-host PRIVATE host com win32)
+    version_resource(goodsreq-host goodsreq-host.exe VFT_APP "Host program for goods requests")
 endif()
 
 # What is delivered, in one folder.

@@ -23,6 +23,7 @@ format() {
     x86_64-w64-mingw32-objdump -f "$1" | sed -n 's/.*file format //p'
 }
 
+version=$(sed -nE 's/^project\(goodsreq VERSION ([0-9.]+).*/\1/p' "$root/CMakeLists.txt")
 entries=$'DllCanUnloadNow\nDllGetClassObject\nDllInstall\nDllRegisterServer\nDllUnregisterServer'
 for folder in "$DIST_X64:pei-x86-64" "$DIST_X86:pei-i386"; do
     kind=${folder##*:}
@@ -36,6 +37,8 @@ for folder in "$DIST_X64:pei-x86-64" "$DIST_X86:pei-i386"; do
         name=${folder##*/}/$file
         expectText "$name, format" "$kind" "$(format "$folder/$file")"
         expectText "$name, imports of others" "" "$(foreign "$folder/$file")"
+        # The version stands in the file's properties as text of 16-bit letters.
+        expectText "$name, version" "$version" "$(strings -el -n 3 "$folder/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
         [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$folder/$file")"
     done
     # The type library is resource 1 of the component; its file format starts with MSFT.
