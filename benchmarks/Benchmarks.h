@@ -10,9 +10,9 @@ inline constexpr unsigned kSeed = 20260331;
 
 struct Options {
     bool quick = false;
-    /// How often each pair of times is taken; with 100,000 rows each takes long enough to need fewer.
+    /// How often each pair of times is taken; sorting 100,000 rows takes long enough to need fewer.
     int repeats() const { return quick ? 8 : 25; }
-    int repeatsOfMany() const { return quick ? 3 : 8; }
+    int repeatsOfSorts() const { return quick ? 3 : 8; }
 };
 
 void measureRegister(const Options& options, Report& report);

@@ -31,8 +31,8 @@ int main(int count, char** arguments) {
     try {
         // The scripted person reports what goes wrong as a failed test.
         testing::GTEST_FLAG(throw_on_failure) = true;
-        std::printf("seed %u, shortest of %d times, of %d with 100,000 rows\n", bench::kSeed, options.repeats(),
-                    options.repeatsOfMany());
+        std::printf("seed %u, shortest of %d times, of %d for sorts\n", bench::kSeed, options.repeats(),
+                    options.repeatsOfSorts());
         bench::Report report;
         bench::measureRegister(options, report);
         bench::measureRequests(options, report);

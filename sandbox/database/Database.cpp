@@ -198,12 +198,12 @@ Outcome Database::run(Prepared& prepared, std::vector<Cell>& values) {
     outcome.columns = prepared.columns;
     outcome.baseTable = prepared.baseTable;
     const std::vector<OutputColumn>& columns = *prepared.columns;
+    outcome.rows = ResultRows(columns.size());
     int code;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-        Row& row = outcome.rows.emplace_back();
-        row.reserve(columns.size());
+        outcome.rows.beginRow();
         for (std::size_t i = 0; i < columns.size(); ++i)
-            row.push_back(columnValue(statement, static_cast<int>(i), columns[i].type));
+            outcome.rows.append(columnValue(statement, static_cast<int>(i), columns[i].type));
     }
     if (code != SQLITE_DONE) raise(code);
     if (prepared.writes) outcome.affected = sqlite3_changes64(connection_);

@@ -3,6 +3,7 @@
 
 #include "automation/RunTimeError.h"
 #include "automation/Value.h"
+#include "sandbox/database/ResultRows.h"
 #include "sandbox/database/StatementShape.h"
 #include "sandbox/database/Trace.h"
 #include "sandbox/database/Translator.h"
@@ -24,13 +25,11 @@ namespace sandbox {
 /// shop's tables, so that reading them in another order than they lie in does not read each page again and again.
 void configure(sqlite3* connection);
 
-using Row = std::vector<automation::Value>;
-
 /// What a statement gave; a query's rows are read whole.
 struct Outcome {
     bool isQuery = false;
     std::shared_ptr<const std::vector<OutputColumn>> columns; ///< never null for a query
-    std::vector<Row> rows;
+    ResultRows rows;
     std::string baseTable; ///< see Translation
     long long affected = 0;
 };

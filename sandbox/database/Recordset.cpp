@@ -129,7 +129,7 @@ Value Recordset::getString(Arguments arguments) {
     if (atEnd() || atBegin()) fail(kNoCurrentRecord);
     std::string text;
     for (std::int32_t taken = 0; !atEnd() && (most < 0 || taken < most); ++taken, ++position_) {
-        const Row& values = data_.rows[static_cast<std::size_t>(position_)];
+        const std::span<const Value> values = std::as_const(data_.rows)[static_cast<std::size_t>(position_)];
         for (std::size_t i = 0; i < values.size(); ++i) {
             if (i) text += column;
             text += values[i].isNull() ? null : basic::cStr(values[i]);

@@ -88,7 +88,7 @@ void Recordset::insertPending() {
     for (std::size_t i = 0; i < pending_.size(); ++i)
         if (pending_[i]) values.push_back({table.column(columns()[i].baseColumn), *pending_[i]});
     if (values.empty()) fail(kServerFailure, "A new row needs at least one value.");
-    Row row(columns().size(), automation::Null{});
+    std::vector<Value> row(columns().size(), automation::Null{});
     db.atomically([&] {
         db.execute(insertStatement(table, values));
         // The new row as the table has it now, with what the server filled in.
@@ -107,16 +107,17 @@ void Recordset::insertPending() {
         if (fresh.rows.empty()) return;
         std::size_t next = 0;
         for (std::size_t i = 0; i < row.size(); ++i)
-            if (!columns()[i].baseColumn.empty()) row[i] = fresh.rows.front()[next++];
+            if (!columns()[i].baseColumn.empty()) row[i] = fresh.rows[0][next++];
     });
-    data_.rows.push_back(std::move(row));
+    data_.rows.beginRow();
+    for (Value& value : row) data_.rows.append(std::move(value));
     position_ = static_cast<std::ptrdiff_t>(data_.rows.size()) - 1;
 }
 
 void Recordset::writePending() {
     Database& db = database();
     const Table& table = *db.schema().table(data_.baseTable);
-    Row& row = data_.rows[static_cast<std::size_t>(position_)];
+    const std::span<Value> row = data_.rows[static_cast<std::size_t>(position_)];
     const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
         for (std::size_t i = 0; i < columns().size(); ++i)
             if (automation::sameName(columns()[i].baseColumn, name)) return row[i];
@@ -134,7 +135,7 @@ void Recordset::writePending() {
         if (now.rows.empty()) fail(kRowChanged);
         std::size_t next = 0;
         for (std::size_t i = 0; i < row.size(); ++i)
-            if (!columns()[i].baseColumn.empty() && !(now.rows.front()[next++] == row[i])) fail(kRowChanged);
+            if (!columns()[i].baseColumn.empty() && !(now.rows[0][next++] == row[i])) fail(kRowChanged);
         db.execute(updateStatement(table, changes, key));
     });
     for (std::size_t i = 0; i < pending_.size(); ++i)

@@ -83,9 +83,10 @@ std::string shown(const Value& value) {
 std::string rows(sandbox::Connection& connection, const std::string& statement) {
     const sandbox::Outcome outcome = connection.database().execute(statement);
     std::string text;
-    for (const sandbox::Row& row : outcome.rows) {
+    for (std::size_t row = 0; row < outcome.rows.size(); ++row) {
         if (!text.empty()) text += "|";
-        for (std::size_t i = 0; i < row.size(); ++i) text += (i ? "," : "") + shown(row[i]);
+        const auto values = outcome.rows[row];
+        for (std::size_t i = 0; i < values.size(); ++i) text += (i ? "," : "") + shown(values[i]);
     }
     return text;
 }
