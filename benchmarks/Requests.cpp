@@ -72,6 +72,10 @@ public:
         bare_.run("DELETE FROM mesRequesttoShopDetail WHERE srdshopid = 1 AND srdrequestid" + newer +
                   "; DELETE FROM mesRequesttoShopHeader WHERE srhshopid = 1 AND srhrequestid" + newer);
     }
+    int linesAbove(int highestId) const {
+        return std::stoi(file_.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid > " +
+                                     std::to_string(highestId)));
+    }
     int highestId() const {
         return std::stoi(file_.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1"));
     }
@@ -114,6 +118,7 @@ void measureNew(const Options& options, Report& report) {
         desk.opens();
         const int highest = desk.highestId();
         desk.savesNew(lines);
+        if (desk.linesAbove(highest) != lines) throw std::runtime_error("The new request was not stored whole");
         desk.learns();
         desk.takesOut(highest);
         const auto clean = [&](double seconds) {
