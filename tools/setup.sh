@@ -11,6 +11,7 @@ packages=(
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     wine wine64 libwine-dev fonts-wine fonts-liberation
     xvfb xdotool imagemagick sqlite3
+    clang libclang-rt-14-dev
 )
 
 sqlitePackage=better-sqlite3@12.11.1

@@ -1,0 +1,158 @@
+// Fuzzes the sandbox's database: scripts in the server's dialect, run on a small company whose rows are then read and
+// edited.
+#include "sandbox/database/SchemaReader.h"
+#include "sandbox/database/Script.h"
+#include "sandbox/database/Tokenizer.h"
+#include "tests/database/Company.h"
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
+
+namespace {
+
+using database_test::Value;
+
+/// Joins of more tables than this take long without any fault: each has up to four rows.
+constexpr int kMostTables = 5;
+/// Rows whose fields are read and written, of each query.
+constexpr int kRowsEdited = 3;
+
+sandbox::Connection& company() {
+    static const auto& connection = *new database_test::ConnectionPtr(database_test::smallCompany());
+    return *connection;
+}
+
+[[noreturn]] void finding(const char* what, const std::string& text) {
+    std::fprintf(stderr, "%s: %s\n", what, text.c_str());
+    std::abort();
+}
+
+/// What is wrong with a statement is said in the server's words, which begin with a capital letter. The database below
+/// says it otherwise: it must not be asked to run what is wrong.
+void checkWords(const automation::RunTimeError& error) {
+    const std::string text = error.description();
+    bool foreign = text.empty() || std::islower(static_cast<unsigned char>(text.front()));
+    for (const char* beginning : {"ORDER BY", "GROUP BY", "HAVING", "SELECTs", "LIMIT", "RIGHT", "ON clause", "1st"})
+        foreign = foreign || text.starts_with(beginning);
+    if (foreign) finding("not the server's words", text);
+}
+
+template <class Work> bool attempt(Work work) {
+    try {
+        work();
+        return true;
+    } catch (const automation::RunTimeError& error) {
+        checkWords(error);
+        return false;
+    }
+}
+
+/// Whether the statement can be read in little time.
+bool isSmall(std::string_view statement) {
+    int tables = 0;
+    try {
+        for (const sandbox::Token& token : sandbox::tokenize(statement))
+            if (company().database().schema().table(token.text)) ++tables;
+    } catch (const automation::RunTimeError&) {
+        return true; // refused at once
+    }
+    return tables <= kMostTables;
+}
+
+/// Reads the rows in each of the ways there are, and writes to the first of them.
+void readAndEdit(std::string_view statement) {
+    const auto records = std::make_shared<sandbox::Recordset>();
+    const auto connection = company().shared_from_this();
+    if (!attempt([&] { records->call("Open", statement, connection, 1, 3); })) return;
+    if (!records->isOpen()) return;
+    const auto fields = static_cast<std::int32_t>(records->columns().size());
+    for (int row = 0; row < kRowsEdited && !records->atEnd(); ++row) {
+        for (std::int32_t i = 0; i < fields; ++i) {
+            const automation::ObjectPtr field = records->call("", i).objectPtr();
+            for (const char* member : {"Name", "Type", "DefinedSize", "NumericScale", "Value"})
+                attempt([&] { field->get(member); });
+            const Value values[] = {field->get("Value"), automation::Null(), "1", std::int32_t(row), statement};
+            attempt([&] { field->put("Value", values[(i + row) % std::size(values)]); });
+        }
+        if (!attempt([&] { records->call("Update"); })) attempt([&] { records->call("CancelUpdate"); });
+        if (!attempt([&] { records->call("MoveNext"); })) break;
+    }
+    attempt([&] { records->call("CancelUpdate"); });
+    attempt([&] { records->call("MoveFirst"); });
+    attempt([&] { records->call("GetString"); });
+    attempt([&] {
+        records->call("AddNew");
+        if (fields > 0) records->call("", std::int32_t(0)).object().put("Value", "9");
+        records->call("Update");
+    });
+}
+
+const std::vector<std::string>& words() {
+    static const auto& all = *[] {
+        auto* list = new std::vector<std::string>;
+        const std::string statements =
+            sandbox::readTextFile(PROJECT_DIR "/tests/fuzz/seeds/statements.sql") +
+            " union all except outer full cross on having group by top percent with into exec dateadd "
+            "datediff year month day cast coalesce nullif abs avg sum count space lower charindex smallint "
+            "bigint numeric real float bit money tinyint smalldatetime text ntext nchar nvarchar char unique "
+            "constraint index clustered ; % * - / <> != >= <= < > = ( ) , . [x] @a '' -1 0 1e308 2147483648 "
+            "9223372036854775808 99999999999999999999.5 '20240230' 0.000000000001 n'\xC3\xA4' distinct ";
+        for (const auto& token : sandbox::tokenize(statements))
+            list->push_back(statements.substr(token.begin, token.end - token.begin));
+        return list;
+    }();
+    return all;
+}
+
+} // namespace
+
+/// Exchanges, doubles, moves and drops whole tokens; half of the time bytes, which finds what no tokens are.
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
+    std::minstd_rand random(seed);
+    const auto pick = [&](std::size_t count) { return random() % count; };
+    if (pick(3) == 0) return LLVMFuzzerMutate(data, size, most);
+    const std::string statement(reinterpret_cast<const char*>(data), size);
+    std::vector<std::string> pieces;
+    try {
+        for (const auto& token : sandbox::tokenize(statement))
+            pieces.push_back(statement.substr(token.begin, token.end - token.begin));
+    } catch (const automation::RunTimeError&) {
+        return LLVMFuzzerMutate(data, size, most);
+    }
+    for (std::size_t changes = 1 + pick(3); changes > 0; --changes) {
+        const std::size_t at = pick(pieces.size());
+        switch (pick(5)) {
+        case 0: pieces[at].clear(); break;
+        case 1: pieces[at] = words()[pick(words().size())]; break;
+        case 2: pieces[at] += " " + words()[pick(words().size())]; break;
+        case 3: std::swap(pieces[at], pieces[pick(pieces.size())]); break;
+        default: pieces[at] += " " + pieces[pick(pieces.size())]; break;
+        }
+    }
+    std::string made;
+    for (const std::string& piece : pieces)
+        if (!piece.empty()) made += (made.empty() ? "" : " ") + piece;
+    made.resize(std::min(made.size(), most));
+    std::copy(made.begin(), made.end(), data);
+    return made.size();
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    attempt([&] { sandbox::readSchema(text); });
+    std::vector<std::string_view> statements;
+    attempt([&] { statements = sandbox::splitScript(text); });
+    statements.push_back(text);
+    company().call("BeginTrans");
+    for (const std::string_view statement : statements) {
+        if (!isSmall(statement)) continue;
+        attempt([&] { company().call("Execute", statement); });
+        readAndEdit(statement);
+    }
+    company().call("RollbackTrans");
+    return 0;
+}
