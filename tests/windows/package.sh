@@ -12,6 +12,8 @@ folder=$WINEPREFIX/drive_c/retail
 mkdir "$folder"
 (cd "$folder" && cmake -E tar xf "$root"/dist/goodsreq-*.zip && cd goodsreq-* && sha256sum --quiet -c SHA256SUMS)
 hostFolder=$(echo "$folder"/goodsreq-*/x64)
+# No document leads to what the package leaves out.
+(cd "$folder"/goodsreq-*/docs && grep -ohE '\]\([^):#]+' ./*.md | cut -c3- | sort -u | xargs -d '\n' ls -d) >/dev/null
 
 makeCompany
 startHost statements
