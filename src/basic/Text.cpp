@@ -107,7 +107,9 @@ int instr(std::string_view text, std::string_view sought, int start) {
     if (start < 1) automation::raise(automation::kInvalidCall);
     int position = 1;
     for (std::size_t at = 0; at < text.size(); at += characterSize(text, at), ++position)
-        if (position >= start && text.substr(at, sought.size()) == sought) return position;
+        if (position >= start && text.substr(at, sought.size()) == sought &&
+            advance(text, at, len(sought)) == at + sought.size()) // no character is found by its first bytes alone
+            return position;
     return 0;
 }
 

@@ -69,7 +69,7 @@ TEST(Text, FindsByPosition) {
     } cases[] = {
         {"abcabc", "c", 1, 3}, {"abcabc", "c", 4, 6}, {"abc", "C", 1, 0},  {"abc", "x", 1, 0},
         {"abc", "", 2, 2},     {"", "", 1, 0},        {"ab", "abc", 1, 0}, {"\u00e9\u20ac:=", ":=", 1, 3},
-        {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},
+        {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},  {"\u00e9", "\xc3", 1, 0},
     };
     for (const auto& c : cases) EXPECT_EQ(instr(c.text, c.sought, c.start), c.expected) << c.text << " " << c.sought;
 }

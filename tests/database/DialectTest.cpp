@@ -117,6 +117,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         const char* text;
     };
     using namespace sandbox;
+    using namespace std::string_literals;
     const Refusal kCases[] = {
         {"selct 1", kSyntaxError, "Could not find stored procedure 'selct'."},
         {"select 1 fom aitem x", kSyntaxError, "Incorrect syntax near 'aitem'."},
@@ -201,6 +202,9 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         const Failure failure = failureOf([&] { connection->database().execute(one.statement); });
         EXPECT_EQ(failure.number, one.number);
         EXPECT_EQ(failure.text, one.text);
+    }
+    for (const std::string& statement : {"select 'a"s + '\0' + "b'", "select 1 [a"s + '\0' + "b]"}) {
+        EXPECT_EQ(failureOf([&] { connection->database().execute(statement); }).number, kSyntaxError);
     }
     EXPECT_EQ(rows(*connection, "select count(*) from aUnit where UnitCode = 'PCS'"), "1") << "a refusal changed a row";
 }
