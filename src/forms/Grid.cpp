@@ -11,7 +11,7 @@ constexpr int kColumnWidth = 960;
 } // namespace
 
 void Grid::setRows(int rows) {
-    if (rows < 0) automation::raise(automation::kInvalidCall);
+    if (rows < 0 || rows > kMostRows) automation::raise(automation::kInvalidCall);
     orderLost();
     cells_.resize(static_cast<std::size_t>(rows));
     fixedRows_ = std::min(fixedRows_, rows);
@@ -20,7 +20,7 @@ void Grid::setRows(int rows) {
 }
 
 void Grid::setCols(int cols) {
-    if (cols < 0) automation::raise(automation::kInvalidCall);
+    if (cols < 0 || cols > kMostCols) automation::raise(automation::kInvalidCall);
     widths_.resize(static_cast<std::size_t>(cols), kColumnWidth);
     for (Row& row : cells_)
         row.cells.shorten(widths_.size());

@@ -26,6 +26,10 @@ public:
     int cols() const { return static_cast<int>(widths_.size()); }
     int fixedRows() const { return fixedRows_; }
     int fixedCols() const { return fixedCols_; }
+    /// More than these are a mistake of the caller's that would only use up the memory.
+    static constexpr int kMostRows = 1'000'000;
+    static constexpr int kMostCols = 10'000;
+    /// Error 5 out of range.
     void setRows(int rows);
     void setCols(int cols);
     void setFixedRows(int rows);

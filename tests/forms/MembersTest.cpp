@@ -115,6 +115,8 @@ TEST_F(FormMembers, WrongMembersAndValuesAreTheirErrors) {
         {"txtName", "MaxLength", "many", automation::kTypeMismatch},
         {"txtName", "Enabled", automation::Null{}, automation::kInvalidUseOfNull},
         {"txtName", "SelStart", number(-1), automation::kInvalidCall},
+        {"flexRows", "Rows", number(0x7FFFFFFF), automation::kInvalidCall},
+        {"flexRows", "Cols", number(0x7FFFFFFF), automation::kInvalidCall},
         {"chkDone", "Value", true, 380},
         {"cboShop", "ListIndex", number(2), automation::kSubscriptOutOfRange},
         {"cboShop", "ListCount", number(2), automation::kNoSuchMember},
