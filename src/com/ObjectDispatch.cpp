@@ -185,10 +185,7 @@ HRESULT ObjectDispatch::GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, L
 
 HRESULT ObjectDispatch::Invoke(DISPID id, const IID&, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                EXCEPINFO* information, UINT*) {
-    if (!parameters) return E_POINTER;
-    const bool namesValue = parameters->cNamedArgs == 1 && parameters->rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
-    if (parameters->cNamedArgs && !(assigns(flags) && namesValue)) return DISP_E_NONAMEDARGS;
-    if (assigns(flags) && !parameters->cArgs) return DISP_E_BADPARAMCOUNT;
+    if (const HRESULT checked = checkParameters(flags, parameters); FAILED(checked)) return checked;
     const ComPtr<IDispatch> alive(this); // the member may give up the last reference to its own object
     try {
         const auto name = id == DISPID_NEWENUM ? std::string() : memberName(id);
@@ -204,6 +201,14 @@ HRESULT ObjectDispatch::Invoke(DISPID id, const IID&, LCID, WORD flags, DISPPARA
         fill(*information, failure);
         return DISP_E_EXCEPTION;
     }
+}
+
+HRESULT checkParameters(WORD flags, const DISPPARAMS* parameters) {
+    if (!parameters) return E_POINTER;
+    const bool namesValue = parameters->cNamedArgs == 1 && parameters->rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
+    if (parameters->cNamedArgs && !(assigns(flags) && namesValue)) return DISP_E_NONAMEDARGS;
+    if (assigns(flags) && !parameters->cArgs) return DISP_E_BADPARAMCOUNT;
+    return S_OK;
 }
 
 } // namespace com

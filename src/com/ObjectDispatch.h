@@ -37,4 +37,8 @@ private:
     ModuleReference module_;
 };
 
+/// What is wrong with a call's arguments before they are looked at one by one; S_OK for nothing. The only argument that
+/// may be named is the value of an assignment.
+HRESULT checkParameters(WORD flags, const DISPPARAMS* parameters);
+
 } // namespace com

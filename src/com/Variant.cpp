@@ -42,12 +42,10 @@ Value element(SAFEARRAY* array, VARTYPE kind, LONG* indexes) {
 }
 
 Value dimension(SAFEARRAY* array, VARTYPE kind, std::vector<LONG>& indexes, UINT at) {
-    LONG lower = 0, upper = -1;
-    SafeArrayGetLBound(array, at + 1, &lower);
-    SafeArrayGetUBound(array, at + 1, &upper);
+    const SAFEARRAYBOUND& bound = array->rgsabound[indexes.size() - 1 - at]; // the last dimension stands first
     Array values;
-    for (LONG i = lower; i <= upper; ++i) {
-        indexes[at] = i;
+    for (ULONG i = 0; i < bound.cElements; ++i) {
+        indexes[at] = static_cast<LONG>(static_cast<ULONG>(bound.lLbound) + i);
         const bool last = at + 1 == indexes.size();
         values.push_back(last ? element(array, kind, indexes.data()) : dimension(array, kind, indexes, at + 1));
     }
@@ -55,6 +53,7 @@ Value dimension(SAFEARRAY* array, VARTYPE kind, std::vector<LONG>& indexes, UINT
 }
 
 Value arrayValue(SAFEARRAY* array, VARTYPE kind) {
+    if (kind == VT_RECORD) automation::raise(automation::kTypeMismatch); // its elements are larger than any other kind's
     const UINT dimensions = array ? SafeArrayGetDim(array) : 0;
     if (!dimensions) return Array();
     std::vector<LONG> indexes(dimensions);

@@ -98,6 +98,18 @@ TEST_F(Bridge, KindsThatOnlyOthersHaveBecomeTheNextWider) {
     EXPECT_EQ(errorOf([&] { made(VT_ERROR, [](VARIANT& v) { v.scode = E_FAIL; }); }).number(), kTypeMismatch);
 }
 
+TEST_F(Bridge, AnArrayEndsAtItsLastElementWhereverItBegins) {
+    for (const LONG lowest : {LONG{0}, LONG{-3}, LONG_MAX - 2, LONG_MIN}) {
+        for (const ULONG count : {0ul, 2ul}) {
+            com::Variant variant;
+            SAFEARRAYBOUND bound{count, lowest};
+            variant.vt = VT_ARRAY | VT_I4;
+            variant.parray = SafeArrayCreate(VT_I4, 1, &bound);
+            EXPECT_TRUE(com::toValue(variant) == Value(Array(count, Value(std::int32_t{0})))) << lowest;
+        }
+    }
+}
+
 TEST_F(Bridge, AnArrayOfTwoDimensionsIsAnArrayOfRows) {
     SAFEARRAYBOUND bounds[] = {{2, 0}, {3, 1}};
     Variant variant;

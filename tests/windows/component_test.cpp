@@ -3,6 +3,7 @@
 #include "com/Bridge.h"
 #include "com/Bstr.h"
 #include "com/ObjectFactory.h"
+#include "com/Variant.h"
 
 #include <initguid.h>
 #include "goodsreq_h.h"
@@ -104,6 +105,29 @@ TEST_F(Component, WhatIsNoConnectionIsATypeMismatch) {
         EXPECT_EQ(errorOf([&] { object->put("adocon", value); }), kTypeMismatch);
         EXPECT_EQ(object->get("adocon").objectPtr(), connection);
     }
+}
+
+TEST_F(Component, ACallThatNoMemberFitsIsRefused) {
+    com::Variant arguments[2];
+    for (com::Variant& argument : arguments) argument.vt = VT_I4;
+    DISPID id = 4, named[] = {DISPID_PROPERTYPUT, 7}; // intCompanyID
+    const struct {
+        WORD flags;
+        UINT count, named;
+        HRESULT expected;
+    } cases[] = {
+        {DISPATCH_PROPERTYGET, 1, 0, DISP_E_BADPARAMCOUNT}, {DISPATCH_PROPERTYGET, 1, 1, DISP_E_NONAMEDARGS},
+        {DISPATCH_PROPERTYPUT, 0, 0, DISP_E_BADPARAMCOUNT}, {DISPATCH_PROPERTYPUT, 2, 1, DISP_E_BADPARAMCOUNT},
+        {DISPATCH_PROPERTYPUT, 2, 2, DISP_E_NONAMEDARGS},   {DISPATCH_PROPERTYPUT, 1, 1, S_OK},
+        {0xF, 1, 1, S_OK},                                  {0xF, 2, 1, DISP_E_BADPARAMCOUNT},
+    };
+    for (const auto& one : cases) {
+        DISPPARAMS parameters{arguments, named, one.count, one.named};
+        EXPECT_EQ(face->Invoke(id, IID_NULL, 0, one.flags, &parameters, nullptr, nullptr, nullptr), one.expected)
+            << one.flags << " with " << one.count << " arguments, " << one.named << " of them named";
+    }
+    EXPECT_EQ(face->Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYGET, nullptr, nullptr, nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_POINTER);
 }
 
 TEST_F(Component, AnEarlyBoundCallersErrorCarriesInformation) {

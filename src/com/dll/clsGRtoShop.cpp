@@ -5,6 +5,7 @@
 #include "com/Bstr.h"
 #include "com/Errors.h"
 #include "com/ModuleReference.h"
+#include "com/ObjectDispatch.h"
 #include "component/Component.h"
 
 #include <initguid.h>
@@ -87,12 +88,18 @@ public:
         return guard([&] { *result = ComPtr<ITypeInfo>(&dispatchInfo()).detach(); });
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
+        if (!names || !ids) return E_POINTER;
         HRESULT result = S_OK;
         const HRESULT called = guard([&] { result = dispatchInfo().GetIDsOfNames(names, count, ids); });
         return FAILED(called) ? called : result;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const IID&, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                      EXCEPINFO* information, UINT* wrongArgument) override {
+        if (const HRESULT checked = checkParameters(flags, parameters); FAILED(checked)) return checked;
+        // No member takes arguments; not every system's type information sees to that.
+        constexpr WORD kAssigning = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+        if (flags & kAssigning) flags &= kAssigning;
+        if (parameters->cArgs != (flags & kAssigning ? 1u : 0u)) return DISP_E_BADPARAMCOUNT;
         HRESULT invoked = S_OK;
         SetErrorInfo(0, nullptr); // what an earlier call left is not this one's
         const HRESULT called = guard([&] {
