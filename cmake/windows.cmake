@@ -185,3 +185,10 @@ if(GTEST_SOURCE AND windows_tests)
     target_link_libraries(looks_test PRIVATE host)
     target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
 endif()
+
+# Calls of every wrong kind to the component and the sandbox's objects, made at random.
+add_executable(bridge_fuzz EXCLUDE_FROM_ALL tests/windows/fuzz/bridge_fuzz.cpp
+    tests/windows/fuzz/BridgeInputs.cpp)
+target_link_options(bridge_fuzz PRIVATE -static)
+target_link_libraries(bridge_fuzz PRIVATE com forms database data psapi)
+host_manifest(goodsreq.test bridge_fuzz.exe.manifest goodsreq.component goodsreq.sandbox)

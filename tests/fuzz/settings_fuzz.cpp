@@ -74,7 +74,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                               },
                               [&] { ++lines; },
                               [&](const std::string& text) {
-                                  if (text.size() > kLongestLine || text.find_first_of("\r\n\f") != std::string::npos) std::abort();
+                                  if (text.size() > kLongestLine || text.find_first_of("\r\n\f") != std::string::npos)
+                                      std::abort();
                                   ++lines;
                               },
                               [&] { ++feeds; }});
@@ -87,7 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         h.linesToSkipFirst = number(content, "n") % 100;
         h.linesAfterAddress = number(content, "m") % 100;
         goodsreq::headerOpening(h, s.pageWidth, {content, content, content, content});
-        goodsreq::headerBody(h, s.pageWidth, {content, content, content, content, content, content, content, content, content, content});
+        goodsreq::headerBody(
+            h, s.pageWidth, {content, content, content, content, content, content, content, content, content, content});
         goodsreq::messageLine(content, "M", s.pageWidth);
     } catch (const automation::RunTimeError& error) {
         if (error.number() != automation::kDivisionByZero || s.separatorBlanks != -1) std::abort();

@@ -1,0 +1,216 @@
+#include "tests/windows/fuzz/BridgeInputs.h"
+
+#include <climits>
+
+namespace fuzz {
+namespace {
+
+constexpr VARTYPE kPlainKinds[] = {VT_EMPTY, VT_NULL, VT_I1,      VT_UI1,   VT_I2,       VT_UI2,    VT_I4, VT_UI4,
+                                   VT_INT,   VT_UINT, VT_I8,      VT_UI8,   VT_R4,       VT_R8,     VT_CY, VT_DATE,
+                                   VT_BSTR,  VT_BOOL, VT_DECIMAL, VT_ERROR, VT_DISPATCH, VT_UNKNOWN};
+/// Kinds that no argument of a late-bound call has.
+constexpr VARTYPE kWrongKinds[] = {VT_VARIANT, 15,         VT_VOID,     VT_HRESULT, VT_CARRAY, VT_LPSTR,
+                                   VT_LPWSTR,  VT_INT_PTR, VT_FILETIME, VT_CLSID,   0x0FFF,    VT_VECTOR | VT_I4};
+constexpr std::uint64_t kNumbers[] = {0,
+                                      1,
+                                      2,
+                                      3,
+                                      7,
+                                      100,
+                                      0x7F,
+                                      0x80,
+                                      0x7FFF,
+                                      0x8000,
+                                      0xFFFF,
+                                      0x7FFFFFFF,
+                                      0x80000000,
+                                      0xFFFFFFFF,
+                                      0x7FFFFFFFFFFFFFFF,
+                                      0x8000000000000000,
+                                      0xFFFFFFFFFFFFFFFF};
+constexpr double kReals[] = {0, 1, -1, 0.5, 2.5, -0.0, 40000, 45000.75, 1e15, -657435, 2958466, 1e300, 5e-324};
+
+double real(Random& random) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    if (random.oneIn(20)) return random.oneIn(2) ? infinity : std::nan("");
+    return random.of(kReals);
+}
+
+} // namespace
+
+std::wstring text(Random& random) {
+    static const wchar_t* const kTexts[] = {L"",
+                                            L"1",
+                                            L"-3.5",
+                                            L"1e308",
+                                            L"abc",
+                                            L"True",
+                                            L"05/03/2024",
+                                            L" ",
+                                            L"o'neil",
+                                            L"%",
+                                            L"\xD800x",
+                                            L"\xE4\x20AC",
+                                            L"shopid",
+                                            L"select * from aShops",
+                                            L"select shopid from aShops where shopid=1",
+                                            L"select getdate()",
+                                            L"insert into aUnit values (1,'x','y')",
+                                            L"update aUnit set UnitCode='z'",
+                                            L"select",
+                                            L"aShops",
+                                            L"ABC|DEF",
+                                            L"Data Source=",
+                                            L"frmSample",
+                                            L"cboShop",
+                                            L"KOVA/XB/TRAM/841"};
+    if (random.oneIn(30)) return std::wstring(1 + random.pick(40000), L'x');
+    if (random.oneIn(20)) return std::wstring(L"a\0b", 3);
+    return random.of(kTexts);
+}
+
+HRESULT Whimsical::QueryInterface(const IID& id, void** result) {
+    *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+    if (!*result) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+}
+
+ULONG Whimsical::Release() {
+    const ULONG left = --references_;
+    if (!left) delete this;
+    return left;
+}
+
+HRESULT Whimsical::GetTypeInfoCount(UINT* count) {
+    *count = random_.pick(2);
+    return S_OK;
+}
+
+HRESULT Whimsical::GetTypeInfo(UINT, LCID, ITypeInfo** result) {
+    *result = nullptr;
+    return random_.oneIn(2) ? E_NOTIMPL : TYPE_E_ELEMENTNOTFOUND;
+}
+
+/// Knows most names, but not those that tell a connection, which the session would keep.
+HRESULT Whimsical::GetIDsOfNames(const IID&, LPOLESTR* names, UINT, LCID, DISPID* ids) {
+    const bool known = lstrcmpiW(names[0], L"BeginTrans") != 0 && !random_.oneIn(8);
+    ids[0] = known ? lstrlenW(names[0]) : DISPID_UNKNOWN;
+    return known ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+/// Numbers stay small, so that nobody counts to them for long.
+HRESULT Whimsical::Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS* parameters, VARIANT* result,
+                          EXCEPINFO* information, UINT*) {
+    if (parameters->cArgs && random_.oneIn(3)) {
+        VARIANT& argument = parameters->rgvarg[random_.pick(parameters->cArgs)];
+        if (argument.vt == (VT_BYREF | VT_VARIANT)) {
+            VariantClear(argument.pvarVal);
+            argument.pvarVal->vt = VT_I2;
+            argument.pvarVal->iVal = 7;
+        } else if (argument.vt == (VT_BYREF | VT_BSTR)) {
+            SysFreeString(*argument.pbstrVal);
+            *argument.pbstrVal = random_.oneIn(3) ? nullptr : com::Bstr(text(random_)).detach();
+        }
+    }
+    if (random_.oneIn(6)) {
+        static const HRESULT kFailures[] = {DISP_E_MEMBERNOTFOUND, DISP_E_TYPEMISMATCH, E_FAIL, DISP_E_BADPARAMCOUNT};
+        if (!information || random_.oneIn(2)) return random_.of(kFailures);
+        information->bstrDescription = com::Bstr(text(random_)).detach();
+        if (random_.oneIn(2))
+            information->wCode = static_cast<WORD>(random_.pick(70000));
+        else
+            information->scode = static_cast<SCODE>(random_.bits());
+        return DISP_E_EXCEPTION;
+    }
+    if (!result) return S_OK;
+    switch (random_.pick(7)) {
+    case 0: break;
+    case 1: result->vt = VT_NULL; break;
+    case 2:
+        result->vt = VT_BSTR;
+        result->bstrVal = com::Bstr(text(random_)).detach();
+        break;
+    case 3:
+        result->vt = VT_DISPATCH;
+        result->pdispVal = random_.oneIn(3) ? nullptr : this;
+        if (result->pdispVal) AddRef();
+        break;
+    case 4:
+        result->vt = VT_BOOL;
+        result->boolVal = random_.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE;
+        break;
+    default:
+        result->vt = VT_I4;
+        result->lVal = static_cast<LONG>(random_.pick(5)) - 1;
+        break;
+    }
+    return S_OK;
+}
+
+Argument::Argument(Random& random, const Objects& objects) {
+    fill(random, objects, held_);
+    shown_ = held_;
+    if (random.oneIn(25)) { // the kind is looked at first
+        shown_ = VARIANT{};
+        shown_.vt = random.of(kWrongKinds);
+    } else if (random.oneIn(8)) {
+        inner_ = std::make_unique<Argument>(random, objects);
+        shown_ = VARIANT{};
+        shown_.vt = VT_BYREF | VT_VARIANT;
+        shown_.pvarVal = inner_->shown_.vt & VT_BYREF ? static_cast<VARIANT*>(&held_) : &inner_->held_;
+    } else if (random.oneIn(5) && held_.vt != VT_EMPTY && held_.vt != VT_NULL) {
+        shown_ = VARIANT{};
+        shown_.vt = static_cast<VARTYPE>(held_.vt | VT_BYREF);
+        shown_.byref = held_.vt == VT_DECIMAL ? static_cast<void*>(&held_.decVal) : &held_.lVal;
+    }
+}
+
+void Argument::fill(Random& random, const Objects& objects, VARIANT& value, bool nested) {
+    if (!nested && random.oneIn(10)) return fillArray(random, objects, value);
+    const VARTYPE kind = random.of(kPlainKinds);
+    if (kind == VT_DECIMAL) {
+        value.decVal.Lo64 = random.bits();
+        value.decVal.Hi32 = random.oneIn(2) ? 0 : static_cast<ULONG>(random.bits());
+        value.decVal.scale = static_cast<BYTE>(random.pick(29));
+        value.decVal.sign = random.oneIn(2) ? DECIMAL_NEG : 0;
+    } else if (kind == VT_BSTR) {
+        value.bstrVal = random.oneIn(10) ? nullptr : com::Bstr(text(random)).detach();
+    } else if (kind == VT_DISPATCH || kind == VT_UNKNOWN) {
+        com::ComPtr<IDispatch> object;
+        if (!random.oneIn(5))
+            object = random.oneIn(2) ? com::ComPtr<IDispatch>::adopt(new Whimsical(random)) : random.of(objects);
+        value.pdispVal = object.detach();
+    } else if (kind == VT_R8 || kind == VT_DATE) {
+        value.dblVal = real(random);
+    } else if (kind == VT_R4) {
+        value.fltVal = static_cast<float>(random.oneIn(3) ? 1.5 : real(random) / 1e300);
+    } else if (kind == VT_BOOL) {
+        value.boolVal = static_cast<VARIANT_BOOL>(random.of(kNumbers));
+    } else if (kind == VT_ERROR) {
+        value.scode = random.oneIn(3) ? E_FAIL : DISP_E_PARAMNOTFOUND;
+    } else {
+        value.ullVal = random.oneIn(4) ? random.bits() : random.of(kNumbers);
+    }
+    value.vt = kind;
+}
+
+void Argument::fillArray(Random& random, const Objects& objects, VARIANT& value) {
+    static const VARTYPE kKinds[] = {VT_VARIANT, VT_UI1, VT_I2, VT_I4, VT_R8, VT_BSTR, VT_DECIMAL, VT_DISPATCH, VT_CY};
+    static const LONG kLowest[] = {0, 1, -3, LONG_MAX - 2, LONG_MIN};
+    const VARTYPE kind = random.of(kKinds);
+    SAFEARRAYBOUND bounds[3];
+    const UINT dimensions = 1 + static_cast<UINT>(random.pick(3));
+    for (SAFEARRAYBOUND& bound : bounds) bound = {static_cast<ULONG>(random.pick(4)), random.of(kLowest)};
+    SAFEARRAY* array = random.oneIn(10) ? nullptr : SafeArrayCreate(kind, dimensions, bounds);
+    value.vt = static_cast<VARTYPE>(VT_ARRAY | kind);
+    value.parray = array;
+    void* data = nullptr;
+    if (!array || kind != VT_VARIANT || FAILED(SafeArrayAccessData(array, &data))) return;
+    std::size_t count = 1;
+    for (UINT i = 0; i < dimensions; ++i) count *= bounds[i].cElements;
+    for (std::size_t i = 0; i < count; ++i) fill(random, objects, static_cast<VARIANT*>(data)[i], true);
+    SafeArrayUnaccessData(array);
+}
+
+} // namespace fuzz
