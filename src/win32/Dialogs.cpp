@@ -1,10 +1,9 @@
 #include "win32/Dialogs.h"
 
 #include "win32/Module.h"
+#include "win32/Owned.h"
 #include "win32/Text.h"
 #include "win32/WindowLog.h"
-
-#include <memory>
 
 namespace win32 {
 namespace {
@@ -71,7 +70,7 @@ Answer showMessage(HWND owner, const forms::Message& message) {
 
 std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
     const VisualStyles styles;
-    const std::unique_ptr<std::remove_pointer_t<HMENU>, decltype(&DestroyMenu)> popup(CreatePopupMenu(), &DestroyMenu);
+    const OwnedMenu popup(CreatePopupMenu());
     for (std::size_t i = 0; i < menu.items.size(); ++i) {
         const forms::MenuItem& item = *menu.items[i];
         if (item.caption == "-")

@@ -41,22 +41,20 @@ DialogFont::DialogFont(Dpi dpi) {
     const bool scaled = parametersForDpi && parametersForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0,
                                                              static_cast<UINT>(dpi.value()));
     if (scaled || SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
-        font_ = CreateFontIndirectW(&metrics.lfMessageFont);
-    if (!font_) font_ = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)); // Stock objects bear being deleted.
+        font_ = OwnedFont(CreateFontIndirectW(&metrics.lfMessageFont));
+    if (!handle()) font_ = OwnedFont(static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT)));
 
     HDC screen = GetDC(nullptr);
-    HGDIOBJ before = SelectObject(screen, font_);
+    HGDIOBJ before = SelectObject(screen, handle());
     TEXTMETRICW text{};
     if (GetTextMetricsW(screen, &text)) lineHeight_ = text.tmHeight;
     SelectObject(screen, before);
     ReleaseDC(nullptr, screen);
 }
 
-DialogFont::~DialogFont() { DeleteObject(font_); }
-
 int DialogFont::widthOf(const wchar_t* text) const {
     HDC screen = GetDC(nullptr);
-    HGDIOBJ before = SelectObject(screen, font_);
+    HGDIOBJ before = SelectObject(screen, handle());
     RECT r{};
     DrawTextW(screen, text, -1, &r, DT_CALCRECT | DT_SINGLELINE);
     SelectObject(screen, before);

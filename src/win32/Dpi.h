@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/Geometry.h"
-#include "win32/Platform.h"
+#include "win32/Owned.h"
 
 namespace win32 {
 
@@ -30,17 +30,14 @@ SIZE outerSize(SIZE inside, DWORD style, DWORD exStyle, Dpi dpi);
 class DialogFont {
 public:
     explicit DialogFont(Dpi dpi);
-    ~DialogFont();
-    DialogFont(const DialogFont&) = delete;
-    DialogFont& operator=(const DialogFont&) = delete;
 
-    HFONT handle() const { return font_; }
+    HFONT handle() const { return font_.get(); }
     int lineHeight() const { return lineHeight_; } ///< pixels
     /// Pixels that one line of text takes; a mnemonic's sign is not counted.
     int widthOf(const wchar_t* text) const;
 
 private:
-    HFONT font_ = nullptr;
+    OwnedFont font_;
     int lineHeight_ = 13;
 };
 

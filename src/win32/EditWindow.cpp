@@ -40,19 +40,14 @@ EditWindow::EditWindow(FormWindow& form, forms::TextBox& box) : ControlWindow(fo
     showSelection();
 }
 
-EditWindow::~EditWindow() {
-    if (fixedPitch_) DeleteObject(fixedPitch_);
-}
-
 void EditWindow::fontChanged() {
     ControlWindow::fontChanged();
     if (box_.fixedPitch() <= 0) return;
-    const HFONT former = fixedPitch_;
-    fixedPitch_ = CreateFontW(-MulDiv(form_.font().lineHeight(), box_.fixedPitch(), 110), 0, 0, 0, FW_NORMAL, FALSE, FALSE,
-                              FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY,
-                              FIXED_PITCH | FF_MODERN, L"Courier New");
-    SendMessageW(handle(), WM_SETFONT, reinterpret_cast<WPARAM>(fixedPitch_), TRUE);
-    if (former) DeleteObject(former);
+    OwnedFont font(CreateFontW(-MulDiv(form_.font().lineHeight(), box_.fixedPitch(), 110), 0, 0, 0, FW_NORMAL, FALSE,
+                               FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                               CLEARTYPE_QUALITY, FIXED_PITCH | FF_MODERN, L"Courier New"));
+    SendMessageW(handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+    fixedPitch_ = std::move(font); // The former one is not in use any more.
 }
 
 RECT EditWindow::area(RECT wanted) const {

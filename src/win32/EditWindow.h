@@ -3,6 +3,7 @@
 
 #include "forms/TextBox.h"
 #include "win32/ControlWindow.h"
+#include "win32/Owned.h"
 
 #include <string>
 
@@ -11,7 +12,6 @@ namespace win32 {
 class EditWindow : public ControlWindow {
 public:
     EditWindow(FormWindow& form, forms::TextBox& box);
-    ~EditWindow() override;
     void fontChanged() override;
     void commanded(int code) override;
     bool readOnly() const override { return box_.locked(); }
@@ -33,7 +33,7 @@ private:
     bool acceptsClipboard() const;
 
     forms::TextBox& box_;
-    HFONT fixedPitch_ = nullptr; ///< our own, where the box wants letters of one width
+    OwnedFont fixedPitch_; ///< our own, where the box wants letters of one width
 };
 
 } // namespace win32

@@ -42,9 +42,9 @@ COLORREF colourOf(std::int32_t colour, int systemColour) {
 
 FormWindow::FormWindow(forms::Form& form, HWND owner, const bool& hourglass) : form_(form), hourglass_(hourglass) {
     static const ATOM windowClass = registerClass(&FormWindow::procedure);
-    CreateWindowExW(exStyleOf(form), MAKEINTATOM(windowClass), wide(form.caption()).c_str(), styleOf(form), 0, 0, 100,
-                    100, owner, nullptr, ownModule(), this);
-    if (!window_) throw automation::RunTimeError(7, "The window could not be created");
+    owned_ = OwnedWindow(CreateWindowExW(exStyleOf(form), MAKEINTATOM(windowClass), wide(form.caption()).c_str(),
+                                         styleOf(form), 0, 0, 100, 100, owner, nullptr, ownModule(), this));
+    if (!owned_.get()) throw automation::RunTimeError(7, "The window could not be created");
     dpi_ = Dpi::of(window_);
     font_ = std::make_unique<DialogFont>(dpi_);
     toolTips_ = std::make_unique<ToolTips>(window_);
@@ -61,8 +61,7 @@ FormWindow::~FormWindow() {
     for (const auto& control : controls_)
         if (control->control().view() == control.get()) control->control().attach(nullptr);
     giveScreenBack();
-    DestroyWindow(window_); // The controls' objects live until their windows have had their last message.
-    for (const auto& [colour, brush] : brushes_) DeleteObject(brush);
+    owned_ = {}; // The controls' objects live until their windows have had their last message.
 }
 
 bool FormWindow::owns(HWND window) {
@@ -135,9 +134,9 @@ ControlWindow* FormWindow::windowOf(HWND control) const {
 HBRUSH FormWindow::brush(COLORREF colour) {
     const auto found =
         std::find_if(brushes_.begin(), brushes_.end(), [&](const auto& entry) { return entry.first == colour; });
-    if (found != brushes_.end()) return found->second;
+    if (found != brushes_.end()) return found->second.get();
     brushes_.emplace_back(colour, CreateSolidBrush(colour));
-    return brushes_.back().second;
+    return brushes_.back().second.get();
 }
 
 COLORREF FormWindow::backgroundOf(const forms::Control& control) const {

@@ -5,6 +5,7 @@
 #include "win32/ControlWindow.h"
 #include "win32/Dialogs.h"
 #include "win32/Dpi.h"
+#include "win32/Owned.h"
 #include "win32/ToolTips.h"
 
 #include <memory>
@@ -73,11 +74,12 @@ private:
     std::unique_ptr<ToolTips> toolTips_;
     std::unique_ptr<Modality> modality_;
     std::vector<std::unique_ptr<ControlWindow>> controls_;
-    std::vector<std::pair<COLORREF, HBRUSH>> brushes_;
+    std::vector<std::pair<COLORREF, OwnedBrush>> brushes_;
     SIZE smallest_{};
     bool alive_ = true;
     bool announced_ = false;
     bool sizing_ = false; ///< the window follows the model, not the person
+    OwnedWindow owned_;   ///< the window again, once it stands; it goes before all that it uses
 };
 
 /// The colour that a model's number means: 0x00BBGGRR, or one of the system's when the highest bit is set.

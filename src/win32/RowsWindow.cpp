@@ -26,10 +26,6 @@ COLORREF between(COLORREF a, COLORREF b) {
 
 RowsWindow::RowsWindow(FormWindow& form, forms::Control& control) : ControlWindow(form, control) {}
 
-RowsWindow::~RowsWindow() {
-    if (heights_) ImageList_Destroy(heights_);
-}
-
 void RowsWindow::createRows(bool gridLines) {
     create(WC_LISTVIEWW,
            LVS_REPORT | LVS_SHAREIMAGELISTS | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER,
@@ -43,10 +39,9 @@ void RowsWindow::createRows(bool gridLines) {
 
 void RowsWindow::giveHeight() {
     // The only way to tell a list view its rows' height is an image that they have to hold.
-    HIMAGELIST heights = ImageList_Create(1, form_.font().lineHeight() + form_.dpi().pixels(75), ILC_COLOR, 1, 1);
-    SendMessageW(handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(heights));
-    if (heights_) ImageList_Destroy(heights_);
-    heights_ = heights;
+    OwnedImages heights(ImageList_Create(1, form_.font().lineHeight() + form_.dpi().pixels(75), ILC_COLOR, 1, 1));
+    SendMessageW(handle(), LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(heights.get()));
+    heights_ = std::move(heights); // The former ones are not in use any more.
 }
 
 void RowsWindow::fontChanged() {

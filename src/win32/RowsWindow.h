@@ -2,6 +2,7 @@
 #pragma once
 
 #include "win32/ControlWindow.h"
+#include "win32/Owned.h"
 
 #include <string>
 #include <string_view>
@@ -21,7 +22,6 @@ struct RowsColumn {
 class RowsWindow : public ControlWindow {
 public:
     RowsWindow(FormWindow& form, forms::Control& control);
-    ~RowsWindow() override;
     LRESULT notified(NMHDR& header) override;
     void refresh() override;
     void fontChanged() override;
@@ -68,7 +68,7 @@ private:
     void textOf(LVITEMW& item) const;
 
     std::vector<RowsColumn> shown_;
-    HIMAGELIST heights_ = nullptr;
+    OwnedImages heights_;
     int shownRow_ = -1;
     int column_ = 0; ///< where the pointer last chose
     bool stale_ = false;

@@ -6,7 +6,9 @@
 #include "win32/FormWindow.h"
 #include "win32/MessageLoop.h"
 #include "win32/Module.h"
+#include "win32/Owned.h"
 #include "win32/System.h"
+#include "win32/WindowLog.h"
 
 #include <algorithm>
 
@@ -44,13 +46,16 @@ protected:
         const VisualStyles styles;
         HWND behind = owner ? windowOf(*owner) : nullptr;
         if (!behind) behind = this->owner();
-        FormWindow window(form, behind, hourglass_);
-        windows_.push_back(&window);
-        window.show();
-        shown();
-        window.announce();
-        serve(lasts);
-        windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
+        {
+            FormWindow window(form, behind, hourglass_);
+            windows_.push_back(&window);
+            window.show();
+            shown();
+            window.announce();
+            serve(lasts);
+            windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
+        }
+        if (windows_.empty()) logWindow("alive", alive().text());
     }
 
     std::optional<std::size_t> chooseFromMenu(forms::Form& form, const forms::Menu& menu) override {
