@@ -1,11 +1,20 @@
 #include "com/Bstr.h"
 
+#include <algorithm>
 #include <new>
 
 namespace com {
+namespace {
+
+/// Most texts are; they need no conversion by the system, which takes longer than all else that is done to a cell.
+template <class Text> bool isAscii(const Text& text) {
+    return std::all_of(text.begin(), text.end(), [](auto unit) { return (unit & ~0x7F) == 0; });
+}
+
+} // namespace
 
 std::wstring toWide(std::string_view utf8) {
-    if (utf8.empty()) return {};
+    if (isAscii(utf8)) return {utf8.begin(), utf8.end()};
     const int bytes = static_cast<int>(utf8.size());
     const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), bytes, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(length), L'\0');
@@ -14,7 +23,7 @@ std::wstring toWide(std::string_view utf8) {
 }
 
 std::string toUtf8(std::wstring_view wide) {
-    if (wide.empty()) return {};
+    if (isAscii(wide)) return {wide.begin(), wide.end()};
     const int units = static_cast<int>(wide.size());
     const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
     std::string utf8(static_cast<std::size_t>(length), '\0');

@@ -10,7 +10,7 @@
 #include "com/ReferenceArgument.h"
 #include "com/Variant.h"
 
-#include <deque>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -68,7 +68,7 @@ public:
 
 private:
     std::vector<Variant> variants_;
-    std::deque<OutgoingReference> references_; // their addresses are what the variants hold
+    std::list<OutgoingReference> references_; // their addresses are what the variants hold; most calls have none
 };
 
 HRESULT attempt(IDispatch& dispatch, DISPID id, WORD flags, DISPPARAMS& parameters, VARIANT* result,
@@ -136,10 +136,9 @@ Value DispatchObject::invoke(Access access, std::string_view member, automation:
     DISPPARAMS parameters = outgoing.parameters();
     ExceptionInformation information;
     Variant result;
-    const HRESULT called =
-        access == Access::get
-            ? attempt(*alive, id, DISPATCH_PROPERTYGET | DISPATCH_METHOD, parameters, &result, information)
-            : assign(*alive, id, access, parameters, information);
+    const HRESULT called = access == Access::get ? attempt(*alive, id, DISPATCH_PROPERTYGET | DISPATCH_METHOD,
+                                                           parameters, &result, information)
+                                                 : assign(*alive, id, access, parameters, information);
     outgoing.readBack();
     if (FAILED(called)) raiseResult(called, &information);
     return toValue(result);

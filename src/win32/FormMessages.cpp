@@ -3,6 +3,7 @@
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
 #include "win32/InputGate.h"
+#include "win32/System.h"
 #include "win32/WindowLog.h"
 
 namespace win32 {
@@ -53,6 +54,7 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (form_.activeControl()) restoreFocus();
         return 0;
     case WM_SIZE: resized(); return 0;
+    case WM_SETTINGCHANGE: userLocaleChanged(); break;
     case WM_GETMINMAXINFO:
         if (smallest_.cx > 0 && form_.resizable())
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest_.cx, smallest_.cy};

@@ -58,7 +58,11 @@ void startProgram(const std::string& commandLine, bool maximised) {
     automation::raise(missing ? automation::kFileNotFound : automation::kInvalidCall);
 }
 
-basic::Locale userLocale() {
+namespace {
+
+bool localeKnown = false;
+
+basic::Locale readLocale() {
     basic::Locale locale;
     const std::wstring order = choice(LOCALE_IDATE);
     locale.dateOrder = order == L"0"   ? basic::DateOrder::monthDayYear
@@ -71,5 +75,16 @@ basic::Locale userLocale() {
     locale.codePage = static_cast<int>(GetACP());
     return locale;
 }
+
+} // namespace
+
+const basic::Locale& userLocale() {
+    static basic::Locale locale;
+    if (!localeKnown) locale = readLocale();
+    localeKnown = true;
+    return locale;
+}
+
+void userLocaleChanged() { localeKnown = false; }
 
 } // namespace win32

@@ -11,6 +11,9 @@ namespace win32 {
 /// start.
 void startProgram(const std::string& commandLine, bool maximised);
 
-basic::Locale userLocale();
+/// The user's choices, read when they are first asked for and after each change of which we are told: a register asks
+/// for each cell.
+const basic::Locale& userLocale();
+void userLocaleChanged();
 
 } // namespace win32

@@ -34,16 +34,14 @@ public:
         return basic::dateOf(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond);
     }
 
-    const basic::Locale& locale() override {
-        locale_ = userLocale(); // The user may change it while the module runs.
-        return locale_;
-    }
+    const basic::Locale& locale() override { return userLocale(); }
 
 protected:
     void runModal(forms::Form& form, forms::Form* owner, const std::function<void()>& shown) override {
         const int showing = form.showing();
         const auto lasts = [&form, showing] { return form.showing() == showing; };
         const VisualStyles styles;
+        userLocaleChanged(); // perhaps, while no window was there to be told
         HWND behind = owner ? windowOf(*owner) : nullptr;
         if (!behind) behind = this->owner();
         {
@@ -79,7 +77,6 @@ private:
     }
 
     std::vector<FormWindow*> windows_;
-    basic::Locale locale_;
     bool hourglass_ = false;
 };
 
