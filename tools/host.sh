@@ -3,6 +3,7 @@
 #
 # makeCompany           makes the sample company in $folder/company.db
 # startHost NAME OPTION...  starts the host beside us; its statements go to NAME.sql, its windows' log is awaited
+# toLineEntry CAPTION   from its start to line entry for a new request; CAPTION is the register's
 # awaitHost             waits until it has ended by itself; its exit status is ours
 # stored QUERY          rows of the database, columns parted by "|"
 # items COLUMN...       items that shops $requesting and $supplying both carry, a line each: id and the columns
@@ -59,6 +60,18 @@ items() {
 }
 
 # The shop box's list is sorted by name, and the supplying shop is its first.
+toLineEntry() {
+    await_log "active frmMaster"
+    focus_window "$1"
+    press ctrl+Return
+    await_log "active frmRequest"
+    chooseShop
+    press Return
+    await_log "focus frmRequest.lvwrequest"
+    press Return
+    await_log "active frmRequestDetail"
+}
+
 chooseShop() {
     press alt+s
     await_log "focus frmRequest.cboShop"

@@ -161,15 +161,7 @@ awaitHost
 
 # The other kind of request has a price on its lines.
 startHost statements-1611 --interface 1611 --open scan
-await_log "active frmMaster"
-focus_window "Inter Division Sales Request"
-press ctrl+Return
-await_log "active frmRequest"
-chooseShop
-press Return
-await_log "focus frmRequest.lvwrequest"
-press Return
-await_log "active frmRequestDetail"
+toLineEntry "Inter Division Sales Request"
 press F11
 await_log "active frmscanBc"
 shot 23-scan

@@ -7,17 +7,9 @@ makeCompany
 IFS='|' read -r scanned barcode < <(items "min(p.packingbarcode || '')" | sed -n 5p)
 IFS='|' read -r fetched code < <(items a.itemcode | sed -n 33p)
 
-toLineEntry() {
+toDialog() {
     startHost statements --open "$1"
-    await_log "active frmMaster"
-    focus_window "Goods Request To Shop"
-    press ctrl+Return
-    await_log "active frmRequest"
-    chooseShop
-    press Return
-    await_log "focus frmRequest.lvwrequest"
-    press Return
-    await_log "active frmRequestDetail"
+    toLineEntry "Goods Request To Shop"
     press F11
 }
 
@@ -47,13 +39,13 @@ saveLine() {
     fi
 }
 
-toLineEntry scan
+toDialog scan
 await_log "active frmscanBc"
 type_keys "$barcode"
 press Return
 saveLine frmscanBc "$scanned"
 
-toLineEntry fetch
+toDialog fetch
 await_log "active FrmFetch"
 # Back over OK's row to the column: item codes.
 press alt+s

@@ -9,15 +9,7 @@ enterRequest() {
     local caption=$1 price=$2 quantity=0 item barcode
     shift 2
     startHost statements "$@"
-    await_log "active frmMaster"
-    focus_window "$caption"
-    press ctrl+Return
-    await_log "active frmRequest"
-    chooseShop
-    press Return
-    await_log "focus frmRequest.lvwrequest"
-    press Return
-    await_log "active frmRequestDetail"
+    toLineEntry "$caption"
     expected=""
     while IFS='|' read -r item barcode; do
         quantity=$((quantity + 1))
