@@ -7,9 +7,9 @@
 namespace bench {
 
 void Report::add(const Result& result) {
-    if (results_.empty()) std::printf("%-56s %9s %9s  %s\n", "work", "measured", "at most", "unit");
-    std::printf("%-56s %9.3f %9.3f  %-16s %s\n", result.name.c_str(), result.value, result.limit, result.unit.c_str(),
-                result.held() ? "held" : "MISSED");
+    if (results_.empty()) std::printf("%-56s %9s %9s %-7s %s\n", "work", "measured", "at most", "", "unit");
+    std::printf("%-56s %9.3f %9.3f %-7s %s\n", result.name.c_str(), result.value, result.limit,
+                result.held() ? "held" : "MISSED", result.unit.c_str());
     std::fflush(stdout);
     results_.push_back(result);
 }
@@ -23,8 +23,8 @@ bool Report::writeJson(const std::string& path) const {
     file << "[";
     for (const Result& r : results_)
         file << (&r == &results_.front() ? "\n" : ",\n") << "  {\"name\": \"" << r.name << "\", \"value\": " << r.value
-             << ", \"limit\": " << r.limit << ", \"unit\": \"" << r.unit << "\", \"held\": " << (r.held() ? "true" : "false")
-             << "}";
+             << ", \"limit\": " << r.limit << ", \"unit\": \"" << r.unit
+             << "\", \"held\": " << (r.held() ? "true" : "false") << "}";
     file << "\n]\n";
     return file.flush().good();
 }

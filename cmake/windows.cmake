@@ -184,6 +184,18 @@ if(GTEST_SOURCE AND windows_tests)
     target_sources(looks_test PRIVATE tests/windows/Clerk.cpp tests/windows/Person.cpp)
     target_link_libraries(looks_test PRIVATE host)
     target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
+
+    # The part of the proof that needs the DLL itself.
+    function(proof_program name)
+        add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp endurance/windows/Sample.cpp
+            tests/windows/Clerk.cpp tests/windows/Person.cpp)
+        target_link_options(${name} PRIVATE -static)
+        target_link_libraries(${name} PRIVATE host component suite data com win32 gtest_windows psapi)
+        host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
+    endfunction()
+    proof_program(stress-windows endurance/Cases.cpp endurance/windows/main.cpp endurance/windows/Rounds.cpp
+        endurance/windows/ClumsyUser.cpp)
+    proof_program(bench-windows benchmarks/windows/main.cpp benchmarks/windows/Late.cpp)
 endif()
 
 # Calls of every wrong kind to the component and the sandbox's objects, made at random.

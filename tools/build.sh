@@ -7,7 +7,7 @@ cd "$root"
 target=${1:-}
 case $target in
 native) goals=(all) ;;
-bench) goals=(benchmarks) ;;
+bench) goals=(benchmarks stress) ;;
 x64) goals=(all dist) ;;
 # Programs for 32-bit Windows cannot run on every build machine, so only what is delivered is built.
 x86) goals=(dist) ;;

@@ -34,7 +34,7 @@ rule() {
 }
 
 # Folders that may know Windows.
-windowsRooms='^(src/win32|src/com|sandbox/host|sandbox/com|tests/windows)/'
+windowsRooms='^(src/win32|src/com|sandbox/host|tests/windows|benchmarks/windows|endurance/windows)/'
 
 # A header of Windows is one that the cross-compiler has and the machine's own compiler has not.
 windowsHeaders() {

@@ -192,61 +192,6 @@ TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
     EXPECT_EQ(details(kStored)[0][2], "123456789012345.678");
 }
 
-// Each statement of a save fails in turn; then the same OK goes through.
-TEST_F(Saving, AFailingStatementIsReportedOnceAndLosesNothing) {
-    for (const bool isNew : {true, false}) {
-        SCOPED_TRACE(isNew ? "new" : "edited");
-        CompanyFile file;
-        storeRequest(file, items);
-        Till till(file);
-        if (isNew) {
-            till.newRequest();
-            till.enters(items);
-        } else {
-            till.editRequest(kStored);
-            till.user.enters("txtRemarks", "changed");
-        }
-        const std::string number = till.user.text("txtRequestNo");
-        const std::string before = sizes(file);
-        const auto lines = till.user.list("lvwrequest");
-        int failures = 0;
-        bool committed = false;
-        for (int failing = 1; failing < 60 && till.user.form() == "frmRequest"; ++failing) {
-            int sent = 0;
-            std::string failed;
-            till.connection->failOn([&](std::string_view statement) {
-                if (statement.starts_with("ROLLBACK") || ++sent != failing) return false;
-                failed = statement;
-                return true;
-            });
-            till.user.clicks("cmdOk");
-            till.connection->failOn(nullptr);
-            if (failed.empty()) break; // the save has no more statements than this
-            SCOPED_TRACE(failed);
-            ++failures;
-            const std::string report = till.readsReport();
-            committed = till.user.form() != "frmRequest";
-            if (committed) break; // it was the register's refresh, and the request stands
-            EXPECT_NE(report.find("cmdOk_Click"), std::string::npos) << report;
-            EXPECT_EQ(till.user.list("lvwrequest"), lines);
-            EXPECT_EQ(sizes(file), before);
-            if (!failed.starts_with("COMMIT")) {
-                EXPECT_EQ(till.user.text("txtRequestNo"), number);
-            }
-            EXPECT_TRUE(till.user.enabled("cmdOk"));
-            if (::testing::Test::HasFailure()) return;
-        }
-        EXPECT_GE(failures, isNew ? 12 : 9);
-        EXPECT_TRUE(committed);
-        ASSERT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(file.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = " +
-                             newestId(file)),
-                  isNew ? "4" : "3");
-        EXPECT_EQ(file.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > 899"),
-                  isNew ? "2" : "1");
-    }
-}
-
 TEST_F(Saving, ASecondUserWhoTakesTheNumberCostsOneReportAndASecondOk) {
     Till first(company);
     first.newRequest();

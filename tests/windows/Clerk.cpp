@@ -80,16 +80,26 @@ Clerk::Clerk() {
 
 bool Clerk::awaits(const std::string& text) {
     return until(text, [&] {
-        const std::string log = readAll(kLogFile);
-        for (std::size_t stop; (stop = log.find('\n', seen_)) != std::string::npos;) {
-            const std::string line = log.substr(seen_, stop - seen_);
-            seen_ = stop + 1;
+        std::ifstream log(kLogFile, std::ios::binary);
+        log.seekg(seen_);
+        for (std::string line; std::getline(log, line) && !log.eof();) {
+            seen_ = log.tellg();
             if (line == text) return true;
             if (line.starts_with("message")) ADD_FAILURE() << line;
         }
         return false;
     });
 }
+
+bool Clerk::answers(const std::string& text, int button) {
+    if (!awaits("message " + text)) return false;
+    HWND box = nullptr;
+    if (!until("the box " + text, [&] { return (box = FindWindowW(L"#32770", nullptr)) != nullptr; })) return false;
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    return true;
+}
+
+const char* Clerk::logFile() { return kLogFile; }
 
 void Clerk::presses(int key) {
     if (HWND control = focus()) SendNotifyMessageW(control, WM_KEYDOWN, static_cast<WPARAM>(key), 1);

@@ -33,6 +33,10 @@ public:
     /// Waits for the next line `text` of the log. Fails the test when nothing comes for ten seconds; false then. A
     /// message box that comes first fails the test too.
     bool awaits(const std::string& text);
+    /// Waits for the message box with that text, and presses the button of that id.
+    bool answers(const std::string& text, int button);
+    /// The file of the log.
+    static const char* logFile();
     // They return at once: what a key starts may last as long as a window stays open.
     void presses(int key);
     void types(char character); ///< '\r' is Enter, '\n' Ctrl+Enter
@@ -44,7 +48,7 @@ private:
     HWND focus() const;
 
     const DWORD thread_ = GetCurrentThreadId();
-    std::size_t seen_ = 0;
+    std::streamoff seen_ = 0; ///< of the log
 };
 
 } // namespace support

@@ -1,0 +1,230 @@
+// What the module takes through COM and real windows, against a bare late-bound loop over the same record sets.
+#include "basic/Conversion.h"
+#include "benchmarks/Program.h"
+#include "benchmarks/Timing.h"
+#include "benchmarks/windows/Late.h"
+#include "common/Recordset.h"
+#include "endurance/windows/Sample.h"
+#include "sandbox/database/Company.h"
+#include "tests/windows/Clerk.h"
+#include "tests/windows/Person.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+constexpr double kTimesBare = 3; ///< the most that each work may take
+constexpr const char* kTrace = "C:\\trace.sql";
+
+Result row(const std::string& name, const Race& race) {
+    return {name, race.ratio(), kTimesBare, "times bare, " + std::to_string(std::lround(1000 * race.bare)) + " ms"};
+}
+
+int repeats(const Options& options) { return options.quick ? 3 : 8; }
+
+double seconds() {
+    LARGE_INTEGER now, frequency;
+    QueryPerformanceCounter(&now);
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+double secondsOf(const std::function<void()>& work) {
+    const double begin = seconds();
+    work();
+    return seconds() - begin;
+}
+
+/// What the module sends while `act` runs on a connection to that company.
+std::vector<std::string> statementsOf(const std::string& company,
+                                      const std::function<void(const automation::ObjectPtr& connection)>& act) {
+    DeleteFileA(kTrace);
+    {
+        const automation::ObjectPtr connection = support::openConnection(company + ";Trace=" + kTrace);
+        act(connection);
+        connection->call("Close");
+    }
+    std::vector<std::string> statements;
+    std::ifstream trace(kTrace, std::ios::binary);
+    for (std::string line; std::getline(trace, line);) {
+        if (line.ends_with('\r')) line.pop_back();
+        statements.push_back(line);
+    }
+    return statements;
+}
+
+void require(bool done, const char* what) {
+    if (!done) throw std::runtime_error(std::string("This did not come about: ") + what);
+}
+
+/// Shows the register on a connection while `act` works it.
+void shows(const automation::ObjectPtr& connection, const std::function<bool(support::Clerk& clerk)>& act) {
+    const automation::ObjectPtr module = support::makeModule(connection, 1);
+    support::Clerk clerk;
+    bool done = false;
+    support::Person::sits([&] { module->call("Show"); }, [&] { done = act(clerk); });
+    require(done, "a window that was waited for");
+}
+
+/// Seconds from Show to the register that stands.
+double opensRegister(const automation::ObjectPtr& connection) {
+    double begin = 0, end = 0;
+    const automation::ObjectPtr module = support::makeModule(connection, 1);
+    support::Clerk clerk;
+    support::Person::sits(
+        [&] {
+            begin = seconds();
+            module->call("Show");
+        },
+        [&] {
+            if (clerk.awaits("active frmMaster")) end = seconds();
+            clerk.pressesAlt('c');
+            clerk.awaits("unloaded frmMaster");
+        });
+    require(end > 0, "the register");
+    return end - begin;
+}
+
+/// A company whose shop 1 has that many requests, for browsing only.
+std::string browsingCompany(int requests) {
+    const std::string path = endurance::sampleCompany("C:\\browsing.db");
+    const auto company = sandbox::openConnection(path);
+    company->database().atomically([&] {
+        company->database().executeSilently("delete mesRequesttoShopHeader");
+        for (int i = 1; i <= requests; ++i)
+            company->database().executeSilently(
+                "insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,srhtoShopid,"
+                "SRHremarks,srhTransfinished,srhNoofDetails,srhtype,srhused,SRHcancelled) values (" +
+                std::to_string(i) + ",1,'GR/" + std::to_string(i) + "','20260" + std::to_string(310 + i % 20) + "'," +
+                std::to_string(i % 5 + 2) + ",'Weekend order " + std::to_string(i * 7919 % requests) + "',0,12,'r',0," +
+                (i % 10 ? "0)" : "1)"));
+    });
+    return path;
+}
+
+void measureOpening(const Options& options, Report& report) {
+    for (const int requests : {10'000, 100'000}) {
+        if (options.quick && requests > 10'000) continue;
+        const std::string path = browsingCompany(requests);
+        std::string list;
+        for (const std::string& statement :
+             statementsOf(path, [](const auto& connection) { opensRegister(connection); }))
+            if (statement.starts_with(" select sRHrequestID")) list = statement;
+        require(!list.empty(), "the list's query");
+        const automation::ObjectPtr connection = support::openConnection(path);
+        const Late bare = Late::of(connection);
+        const com::Bstr query{std::string_view(list)};
+        const Race opening = race(
+            repeats(options), kTimesBare, [&] { return opensRegister(connection); },
+            [&] { return secondsOf([&] { readAllAsText(bare, query); }); });
+        report.add(row("W open the register, " + std::to_string(requests) + " requests", opening));
+        connection->call("Close");
+    }
+}
+
+/// The sample company with a supplying shop that carries all that shop 1 does.
+std::string savingCompany() {
+    const std::string path = endurance::sampleCompany("C:\\saving.db");
+    const auto company = sandbox::openConnection(path);
+    const std::string supplier = std::to_string(endurance::kFirstOffered);
+    for (const char* table : {"ashopitemdetail", "ashopitemcategory"}) {
+        const std::string column = std::string(table) == "ashopitemdetail" ? "itemid" : "itemcategoryid";
+        std::vector<std::string> missing;
+        goodsreq::Recordset records(company
+                                        ->call("Execute", "select " + column + " from " + table +
+                                                              " where shopid = 1 and " + column + " not in (select " +
+                                                              column + " from " + table +
+                                                              " where shopid = " + supplier + ")")
+                                        .objectPtr());
+        for (; !records.eof(); records.moveNext()) missing.push_back(basic::concatText(records.value(0)));
+        company->database().atomically([&] {
+            for (const std::string& id : missing)
+                company->database().executeSilently(std::string("insert into ") + table + " (shopid," + column +
+                                                    ") values (" + supplier + "," + id + ")");
+        });
+    }
+    return path;
+}
+
+/// From the open register to a request with these lines, ready for OK.
+bool entersRequest(support::Clerk& clerk, const std::vector<std::string>& barcodes, std::size_t lines) {
+    if (!endurance::beginsRequest(clerk)) return false;
+    for (std::size_t i = 0; i < lines; ++i)
+        if (!endurance::entersLine(clerk, barcodes[i])) return false;
+    clerk.presses(VK_ESCAPE);
+    return clerk.awaits("unloaded frmRequestDetail");
+}
+
+/// Seconds from OK to the register that has the screen again.
+double savesRequest(const automation::ObjectPtr& connection, const std::vector<std::string>& barcodes,
+                    std::size_t lines) {
+    double taken = 0;
+    shows(connection, [&](support::Clerk& clerk) {
+        if (!clerk.awaits("active frmMaster") || !entersRequest(clerk, barcodes, lines)) return false;
+        const double begin = seconds();
+        clerk.pressesAlt('o');
+        if (!clerk.awaits("unloaded frmRequest")) return false;
+        taken = seconds() - begin;
+        clerk.pressesAlt('c');
+        return clerk.awaits("unloaded frmMaster");
+    });
+    return taken;
+}
+
+void measureSaving(const Options& options, Report& report) {
+    const std::string path = savingCompany();
+    const auto company = sandbox::openConnection(path);
+    const auto number = [&](const char* query) {
+        return basic::cLng(goodsreq::Recordset(company->call("Execute", query).objectPtr()).value(0));
+    };
+    const long highest = number("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1");
+    const auto takesOut = [&] {
+        for (const char* table : {"mesRequesttoShopDetail where srdshopid = 1 and srdrequestid > ",
+                                  "mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > "})
+            company->database().executeSilently(std::string("delete ") + table + std::to_string(highest));
+    };
+    const automation::ObjectPtr connection = support::openConnection(path);
+    const std::vector<std::string> barcodes = endurance::requestableBarcodes(*connection);
+    const Late bare = Late::of(connection);
+    for (const std::size_t lines : {10u, 100u, 1000u}) {
+        if (options.quick && lines > 100) continue;
+        require(barcodes.size() >= lines, "items enough");
+        std::vector<std::string> sent =
+            statementsOf(path, [&](const auto& traced) { savesRequest(traced, barcodes, lines); });
+        const auto begin = std::find(sent.begin(), sent.end(), "BEGIN TRANSACTION");
+        const auto end = std::find(begin, sent.end(), "COMMIT TRANSACTION");
+        require(end != sent.end(), "the transaction of the save");
+        // The look-ups of a line come before, the register's row after it; only the save is measured on both sides.
+        const std::vector<std::string> save(begin, end + 1);
+        require(number("select count(*) from mesRequesttoShopDetail where srdshopid = 1") > 0, "lines");
+        takesOut();
+        const Race saving = race(
+            lines > 100 ? 2 : repeats(options), kTimesBare,
+            [&] {
+                const double taken = savesRequest(connection, barcodes, lines);
+                takesOut();
+                return taken;
+            },
+            [&] {
+                const double taken = secondsOf([&] { sendAgain(bare, save); });
+                takesOut();
+                return taken;
+            });
+        report.add(row("W save a new request of " + std::to_string(lines) + " lines", saving));
+    }
+}
+
+} // namespace
+} // namespace bench
+
+int main(int count, char** arguments) {
+    return bench::runProgram("bench-windows", count, arguments,
+                             [](const bench::Options& options, bench::Report& report) {
+                                 bench::measureOpening(options, report);
+                                 bench::measureSaving(options, report);
+                             });
+}

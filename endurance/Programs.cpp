@@ -1,0 +1,148 @@
+// Programs that save: one is killed again and again, four work in one shop at once.
+#include "endurance/Child.h"
+#include "endurance/Endurance.h"
+#include "tests/editor/Till.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <list>
+#include <random>
+#include <thread>
+
+namespace endurance {
+namespace {
+
+using namespace editor;
+using Say = std::function<void(const std::string&)>;
+
+int highestId(const CompanyFile& company) {
+    return std::stoi(company.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1"));
+}
+
+/// From the register to a request of that many lines, ready to be stored.
+void entersRequest(Till& till, const std::vector<SampleItem>& items, std::size_t lines) {
+    till.user.clicks("cmdnew");
+    till.picksShop(kSupplier);
+    till.addsLines();
+    for (std::size_t i = 0; i < lines; ++i) till.line(items[i], std::to_string(i + 1));
+    till.user.clicks("cmdCancel");
+}
+
+double microseconds(std::chrono::steady_clock::duration time) {
+    return std::chrono::duration<double, std::micro>(time).count();
+}
+
+void saveUntilKilled(const CompanyFile& company, const std::vector<SampleItem>& items, std::size_t lines,
+                     const Say& say) {
+    Till till(company);
+    till.opensRegister();
+    for (;;) {
+        entersRequest(till, items, lines);
+        say("begins");
+        till.user.clicks("cmdOk");
+        say("ends");
+    }
+}
+
+/// What one of several programs did: "REQUESTS LINES REPORTS".
+void saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, int requests, unsigned seed,
+              std::int16_t user, const Say& say) {
+    std::mt19937 random(seed);
+    Till till(company, {.userId = user});
+    till.opensRegister();
+    std::size_t lines = 0;
+    int reports = 0;
+    for (int i = 0; i < requests; ++i) {
+        const std::size_t count = random() % 5 + 1;
+        entersRequest(till, items, count);
+        till.user.clicks("cmdOk");
+        for (int again = 0; till.user.message() && again < 200; ++again) {
+            till.readsReport();
+            ++reports;
+            till.user.clicks("cmdOk");
+        }
+        if (till.user.form() != "frmMaster") throw std::runtime_error("A request could not be stored");
+        lines += count;
+    }
+    say(std::to_string(requests) + " " + std::to_string(lines) + " " + std::to_string(reports));
+}
+
+} // namespace
+
+void killSaves(const Options& options, Report& report) {
+    const int kills = options.quick ? 25 : 500;
+    std::mt19937 random(options.seed);
+    const CompanyFile company;
+    const std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 12);
+    const int oldId = highestId(company);
+    Cases cases;
+    int inside = 0;
+    double usual = 20'000; // microseconds that a save takes
+    for (int i = 0; i < kills; ++i) {
+        const std::size_t lines = random() % items.size() + 1;
+        const int fullSaves = static_cast<int>(random() % 2);
+        const double moment = std::uniform_real_distribution(0.0, 1.1)(random);
+        cases.run("kill " + std::to_string(i + 1), [&] {
+            Child child([&](const Say& say) { saveUntilKilled(company, items, lines, say); });
+            for (int save = 0; save < fullSaves; ++save) {
+                EXPECT_EQ(child.hears(), "begins");
+                const auto begin = std::chrono::steady_clock::now();
+                EXPECT_EQ(child.hears(), "ends");
+                usual = (usual + microseconds(std::chrono::steady_clock::now() - begin)) / 2;
+            }
+            EXPECT_EQ(child.hears(), "begins");
+            std::this_thread::sleep_for(std::chrono::duration<double, std::micro>(usual * moment));
+            child.kill();
+            if (child.hears().empty()) ++inside;
+            EXPECT_EQ(brokenRequests(company.path(), oldId), "");
+        });
+    }
+    bench::Result row = cases.row("kills at random moments of saves", "kills");
+    row.unit += ", " + std::to_string(inside) + " inside a save";
+    report.add(row);
+    if (inside < kills / 4) throw std::runtime_error("Too few of the kills met a save");
+}
+
+void saveAtOnce(const Options& options, Report& report) {
+    constexpr int kPrograms = 4;
+    const int each = options.quick ? 15 : 250;
+    const CompanyFile company;
+    const std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 5);
+    const int oldId = highestId(company);
+    const std::string newer = " where srhshopid = 1 and srhrequestid > " + std::to_string(oldId);
+    const int oldLines = std::stoi(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1"));
+    std::list<Child> programs;
+    for (int i = 0; i < kPrograms; ++i)
+        programs.emplace_back([&, i](const Say& say) {
+            saveMany(company, items, each, options.seed + static_cast<unsigned>(i),
+                     static_cast<std::int16_t>(i % 2 + 1), say);
+        });
+    long requests = 0, lines = 0, reports = 0;
+    for (Child& program : programs) {
+        long stored[3] = {};
+        std::sscanf(program.hears().c_str(), "%ld %ld %ld", &stored[0], &stored[1], &stored[2]);
+        program.ends();
+        requests += stored[0];
+        lines += stored[1];
+        reports += stored[2];
+    }
+    const auto missing = [&report](const std::string& what, long wanted, long found, const std::string& more) {
+        report.add(
+            {what, static_cast<double>(std::abs(wanted - found)), 0, "missing of " + std::to_string(wanted) + more});
+    };
+    const long wanted = kPrograms * each;
+    missing("four programs at once: requests said to be stored", wanted, requests,
+            ", " + std::to_string(reports) + " reports with a second OK");
+    missing("four programs at once: requests stored", wanted,
+            std::stol(company.value("select count(*) from mesRequesttoShopHeader" + newer)), "");
+    missing("four programs at once: numbers", wanted,
+            std::stol(company.value("select count(distinct srhrequestno) from mesRequesttoShopHeader" + newer)), "");
+    missing("four programs at once: lines", lines,
+            std::stol(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1")) - oldLines, "");
+    Cases cases;
+    cases.run("the requests of four programs", [&] { EXPECT_EQ(brokenRequests(company.path(), oldId), ""); });
+    report.add(cases.row("four programs at once: what holds of every request", "company"));
+}
+
+} // namespace endurance

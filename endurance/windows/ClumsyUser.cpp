@@ -1,0 +1,250 @@
+// Someone who hits every key and every spot, and pastes what happens to be on the clipboard.
+#include "com/ObjectFactory.h"
+#include "endurance/Endurance.h"
+#include "endurance/windows/Sample.h"
+#include "endurance/windows/Windows.h"
+#include "tests/windows/Clerk.h"
+#include "tests/windows/Person.h"
+#include "win32/ControlWindow.h"
+#include "win32/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <set>
+#include <thread>
+
+namespace endurance {
+namespace {
+
+using support::Person;
+
+constexpr ULONGLONG kPatience = 20000; ///< milliseconds until the windows count as hanging
+constexpr UINT kBusy = WM_APP + 9;     ///< asks the ear whether input waits
+
+/// A window of the module's thread that tells whether the thread has caught up with its input.
+class Ear {
+public:
+    Ear() : window_(CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
+        SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&listen));
+    }
+    ~Ear() { DestroyWindow(window_); }
+    Ear(const Ear&) = delete;
+    Ear& operator=(const Ear&) = delete;
+
+    /// Waits until all input has been taken. False when that does not come about.
+    bool caughtUp() const {
+        const ULONGLONG end = GetTickCount64() + kPatience;
+        for (DWORD_PTR busy = 1; busy;) {
+            if (!SendMessageTimeoutW(window_, kBusy, 0, 0, SMTO_NORMAL, kPatience, &busy)) return false;
+            if (GetTickCount64() > end) return false;
+            if (busy) SwitchToThread();
+        }
+        return true;
+    }
+
+private:
+    static LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message != kBusy) return DefWindowProcW(window, message, wParam, lParam);
+        return HIWORD(GetQueueStatus(QS_INPUT | QS_POSTMESSAGE)) != 0;
+    }
+    HWND window_;
+};
+
+struct Front {
+    HWND window = nullptr; ///< the module's window that has the keyboard; null where none has
+    HWND focus = nullptr;
+    bool menu = false;
+    bool box = false; ///< a message box
+};
+
+class Clumsy {
+public:
+    Clumsy(unsigned seed, DWORD thread, const Ear& ear, std::vector<std::string> barcodes)
+        : random_(seed), thread_(thread), ear_(ear), barcodes_(std::move(barcodes)) {}
+
+    /// One random input. False when the windows hang.
+    bool acts() {
+        const Front at = front();
+        if (!at.window) return ear_.caughtUp() && (Sleep(1), true);
+        screens_.insert(caption(at.window));
+        const unsigned dice = random_() % 100;
+        if (at.menu)
+            press(any({VK_DOWN, VK_UP, VK_RETURN, VK_ESCAPE}));
+        else if (at.box)
+            press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}));
+        else if (dice < 34)
+            Person::types(
+                std::string(1, any({'0', '1', '2', '3', '5', '9', '.', '-', 'a', 'E', 'x', '\'', '%', ' ', '/'})));
+        else if (dice < 40)
+            Person::types(barcodes_[random_() % barcodes_.size()] + "\r");
+        else if (dice < 50)
+            press(VK_RETURN);
+        else if (dice < 56)
+            press(VK_TAB, random_() % 4 ? 0 : VK_SHIFT);
+        else if (dice < 60)
+            press(VK_ESCAPE);
+        else if (dice < 67)
+            press(any({VK_DOWN, VK_UP, VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}));
+        else if (dice < 71)
+            press(any({VK_DELETE, VK_BACK, VK_INSERT, VK_SPACE}));
+        else if (dice < 75)
+            press(any({VK_F1, VK_F3, VK_F4, VK_F5, VK_F10, VK_F11, VK_F12}));
+        else if (dice < 82)
+            press(any({'A', 'B', 'C', 'D', 'E', 'F', 'L', 'N', 'O', 'P', 'R', 'S', 'T', VK_F4, VK_SPACE}), VK_MENU);
+        else if (dice < 85)
+            press(any({VK_RETURN, 'A', 'C', 'D', 'V', 'X', 'Z'}), VK_CONTROL);
+        else if (dice < 88)
+            paste();
+        else
+            click(at.window, dice >= 96, dice >= 94 && dice < 96);
+        return ear_.caughtUp();
+    }
+
+    /// Goes out the way a person would until the register has closed. False when there is no such way.
+    bool leaves(const std::atomic<int>& shows) {
+        const int before = shows;
+        HWND last = nullptr;
+        for (int step = 0, tries = 0; shows == before && step < 200; ++step) {
+            const Front at = front();
+            tries = at.window == last ? tries + 1 : 0;
+            last = at.window;
+            if (!at.window)
+                Sleep(5);
+            else if (at.box && tries % 3 < 2)
+                press(tries % 3 == 0 ? 'N' : VK_RETURN); // No to a question; Enter where there is only OK
+            else if (at.box || at.menu || tries % 2 == 0)
+                press(VK_ESCAPE);
+            else
+                press(VK_F4, VK_MENU);
+            if (!ear_.caughtUp()) return false;
+        }
+        return shows != before;
+    }
+
+    /// The captions of all windows that were in front.
+    const std::set<std::string>& screens() const { return screens_; }
+
+    /// The window in front, with what a message box says.
+    std::string where() const {
+        const Front at = front();
+        std::string text = caption(at.window);
+        if (at.box)
+            for (HWND part = nullptr; (part = FindWindowExW(at.window, part, L"Static", nullptr)) != nullptr;)
+                text += ": " + win32::narrow(win32::windowText(part));
+        return text;
+    }
+
+private:
+    Front front() const {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        Front found;
+        if (!GetGUIThreadInfo(thread_, &info)) return found;
+        found.menu = (info.flags & GUI_INMENUMODE) != 0;
+        HWND window = info.hwndActive;
+        if (!window || !IsWindowVisible(window) || !IsWindowEnabled(window)) return found;
+        if (GetForegroundWindow() != window) SetForegroundWindow(window);
+        found.window = window;
+        found.focus = info.hwndFocus;
+        wchar_t name[16] = L"";
+        GetClassNameW(window, name, 16);
+        found.box = lstrcmpW(name, L"#32770") == 0;
+        return found;
+    }
+
+    int any(std::initializer_list<int> choices) { return *(choices.begin() + random_() % choices.size()); }
+
+    static void press(int key, int withKey = 0) { Person::presses(key, withKey); }
+
+    void paste() {
+        static const std::string texts[] = {"12",
+                                            "-5",
+                                            "1e9",
+                                            "99999999999999999999",
+                                            "two\r\nlines",
+                                            "'; delete aitem --",
+                                            std::string(5000, 'p'),
+                                            "\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80",
+                                            "31/02/2026",
+                                            "0.0005",
+                                            ""};
+        support::copyToClipboard(texts[random_() % std::size(texts)]);
+        press('V', VK_CONTROL);
+    }
+
+    void click(HWND window, bool right, bool twice) {
+        RECT area{};
+        GetWindowRect(window, &area);
+        SetCursorPos(std::uniform_int_distribution<int>(area.left, area.right)(random_),
+                     std::uniform_int_distribution<int>(area.top, area.bottom)(random_));
+        INPUT down{}, up{};
+        down.type = up.type = INPUT_MOUSE;
+        down.mi.dwFlags = right ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN;
+        up.mi.dwFlags = right ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP;
+        INPUT inputs[] = {down, up, down, up};
+        SendInput(twice ? 4 : 2, inputs, sizeof(INPUT));
+    }
+
+    static std::string caption(HWND window) { return win32::narrow(win32::windowText(window)); }
+
+    std::mt19937 random_;
+    DWORD thread_;
+    const Ear& ear_;
+    std::vector<std::string> barcodes_;
+    std::set<std::string> screens_;
+};
+
+} // namespace
+
+void actClumsily(const Options& options, Report& report) {
+    const int inputs = options.quick ? 1000 : 20000;
+    constexpr int kUntilLeaving = 500;
+    const std::string file = sampleCompany("C:\\clumsy.db");
+    const automation::ObjectPtr connection = support::openConnection(file);
+    const int oldId = 899; // the sample's requests lie below
+    const Ear ear;
+    std::atomic<int> shows = 0;
+    std::atomic<bool> done = false, over = false, gone = false;
+    int hangs = 0, traps = 0, acted = 0;
+    Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, requestableBarcodes(*connection));
+    std::thread acting([&] {
+        for (; acted < inputs && hangs == 0; ++acted) {
+            if (!clumsy.acts()) ++hangs;
+            if (acted % kUntilLeaving == kUntilLeaving - 1 && hangs == 0 && !clumsy.leaves(shows)) {
+                ++traps;
+                std::printf("no way out after %d inputs, at %s\n", acted + 1, clumsy.where().c_str());
+                break;
+            }
+        }
+        if (hangs) std::printf("hangs after %d inputs, at %s\n", acted, clumsy.where().c_str());
+        std::fflush(stdout);
+        if (hangs || traps) std::_Exit(3); // The thread of the windows cannot be ended in any other way.
+        done = true;
+        while (!over) clumsy.leaves(shows);
+        gone = true;
+    });
+    while (!done) {
+        // Users with every right, without deleting, and of the other kind of request.
+        const int turn = shows % 4;
+        const automation::ObjectPtr module =
+            support::makeModule(connection, turn == 2 ? 2 : 1, turn == 3 ? 1611 : 1507);
+        module->call("Show");
+        ++shows;
+    }
+    over = true;
+    for (MSG message; !gone; Sleep(1)) // What the other thread still sends is answered.
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    acting.join();
+    std::printf("windows seen:");
+    for (const std::string& screen : clumsy.screens()) std::printf(" \"%s\"", screen.c_str());
+    std::printf("\n");
+    const std::string among = "of " + std::to_string(acted) + " inputs, " + std::to_string(shows) + " times shown";
+    report.add({"a clumsy user: hangs and traps", static_cast<double>(hangs + traps), 0, among});
+    Cases cases;
+    cases.run("the clumsy user's requests", [&] { EXPECT_EQ(brokenRequests(file, oldId), ""); });
+    report.add(cases.row("a clumsy user: what holds of every request", "company"));
+}
+
+} // namespace endurance

@@ -1,0 +1,90 @@
+#!/bin/bash
+# Runs one of the proofs, natively and then under Wine: proof.sh bench|stress [--native|--windows] [--quick] [--seed N]
+# [--json FILE]. Builds what it needs. Status 1 where a limit is missed, 2 where a part did not run.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+name=$1
+shift
+case $name in
+bench) native=build/bench/benchmarks/benchmarks windows=build/x64/bench-windows.exe ;;
+stress) native=build/bench/endurance/stress windows=build/x64/stress-windows.exe ;;
+*) exit 2 ;;
+esac
+
+usage() {
+    echo "usage: $name [--native|--windows] [--quick] [--seed N] [--json FILE]" >&2
+    exit 2
+}
+
+parts=(native windows)
+arguments=()
+json=""
+while [ $# -gt 0 ]; do
+    case $1 in
+    --native | --windows) parts=("${1#--}") ;;
+    --quick) arguments+=("$1") ;;
+    --seed)
+        [[ ${2:-} =~ ^[0-9]+$ ]] || usage
+        arguments+=(--seed "$2")
+        shift
+        ;;
+    --json)
+        [ -n "${2:-}" ] || usage
+        json=$(realpath -m -- "$2")
+        shift
+        ;;
+    *) usage ;;
+    esac
+    shift
+done
+
+cd "$root"
+mkdir -p out
+build() {
+    local log=out/$name-build-$1.log
+    tools/build.sh "$1" >"$log" 2>&1 && return
+    grep -E 'error|FAILED:|Error' "$log" | head -n 20 >&2 || true
+    echo "$name: the build of $1 failed (see $log)" >&2
+    exit 2
+}
+
+status=0
+rows=()
+part() {
+    local ended=0
+    rm -f "out/$name-$1.json"
+    "${@:2}" || ended=$?
+    rows+=("out/$name-$1.json")
+    # A part that crashed or hung has not told.
+    [ "$ended" -le 1 ] || ended=2
+    [ "$ended" -le "$status" ] || status=$ended
+}
+
+runNative() {
+    build bench
+    part native "$native" "${arguments[@]}" --json "out/$name-native.json"
+}
+
+runWindows() {
+    build x64
+    . tools/wine.sh
+    trap wine_stop EXIT
+    wine_start
+    part windows wine_run -t 3600 "$windows" "${arguments[@]}" --json "$(wine_path "out/$name-windows.json")"
+}
+
+tools/setup.sh
+for one in "${parts[@]}"; do
+    case $one in
+    native) runNative ;;
+    windows) runWindows ;;
+    esac
+done
+if [ -n "$json" ]; then
+    {
+        echo "["
+        cat "${rows[@]}" 2>/dev/null | tr -d '\r' | sed -nE 's/^  (\{.*\}),?$/  \1/p' | sed '$!s/$/,/'
+        echo "]"
+    } >"$json"
+fi
+exit "$status"
