@@ -1,0 +1,62 @@
+# The host with --connect, on the machine's own ADO. No server can be reached here, so a substitute stands under ADO's names
+# in the registry of a prefix of its own.
+trap wine_stop EXIT
+wine_start
+. "$root/tools/host.sh"
+folder=$OUT
+hostFolder=$OUT/host
+cp -r "$root/dist/x64" "$hostFolder"
+makeCompany
+
+grep '|ADODB\.' "$root/sandbox/host/classes.txt" | while IFS='|' read -r id name _; do
+    server="HKLM\\Software\\Classes\\CLSID\\{$id}\\InprocServer32"
+    wine_run reg add "HKLM\\Software\\Classes\\$name\\CLSID" /ve /d "{$id}" /f
+    wine_run reg add "$server" /ve /d "$(wine_path "$hostFolder/sandbox.dll")" /f
+    wine_run reg add "$server" /v ThreadingModel /d Apartment /f
+done >/dev/null
+
+connectTo() {
+    screenLog=$folder/host.log
+    rm -f "$screenLog"
+    logSeen=0
+    timeout --foreground -k 5 100 wine "$hostFolder/goodsreq-host.exe" --connect "Data Source=$1" \
+        --log "$(wine_path "$screenLog")" >"$folder/host.out" 2>&1 </dev/null &
+    programPid=$!
+}
+expectSaid() {
+    grep -qF "$1" "$folder/host.out" || {
+        echo "the host did not say: $1"
+        cat "$folder/host.out"
+        exit 1
+    }
+}
+
+connectTo "$(wine_path "$folder/company.db")"
+toLineEntry "Goods Request To Shop"
+expectSaid "Stood in for, since this machine lacks them: CommonModule.clsCommonDB, CommonModule.clsCommonGen"
+if grep -q 'ADODB' "$folder/host.out" "$hostFolder/goodsreq.suite.manifest"; then
+    echo "ADO is stood in for"
+    exit 1
+fi
+IFS='|' read -r _ barcode < <(items "min(p.packingbarcode || '')" | head -n 1)
+type_keys "$barcode"
+press Return
+await_log "focus frmRequestDetail.txtQuantity"
+press Escape
+await_log "unloaded frmRequestDetail"
+press Escape
+await_log "message Save Changes?"
+press alt+n
+await_log "unloaded frmRequest"
+press alt+c
+awaitHost
+
+# A server that does not answer is one line, and status 1.
+status=0
+connectTo 'C:\nowhere.db'
+awaitHost || status=$?
+[ "$status" -eq 1 ] || {
+    echo "without a server the host ended with $status"
+    exit 1
+}
+expectSaid "goodsreq-host: error "
