@@ -190,7 +190,8 @@ if(GTEST_SOURCE AND windows_tests)
         add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp endurance/windows/Sample.cpp
             tests/windows/Clerk.cpp tests/windows/Person.cpp)
         target_link_options(${name} PRIVATE -static)
-        target_link_libraries(${name} PRIVATE host component suite data com win32 gtest_windows psapi)
+        target_link_libraries(${name} PRIVATE host component suite data com win32 gtest_windows)
+        target_compile_definitions(${name} PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endfunction()
     proof_program(stress-windows endurance/Cases.cpp endurance/windows/main.cpp endurance/windows/Rounds.cpp

@@ -70,6 +70,7 @@ runBridge() (
 
 failed=0
 mkdir -p "$folder"
+if [ "${fuzzers[*]}" = bridge ]; then tools/setup.sh; else tools/setup.sh clang libclang-rt-14-dev; fi
 for fuzzer in "${fuzzers[@]}"; do
     log=$folder/$fuzzer.log
     if ! build "$fuzzer"; then

@@ -6,8 +6,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 name=$1
 shift
 case $name in
-bench) native=build/bench/benchmarks/benchmarks windows=build/x64/bench-windows.exe ;;
-stress) native=build/bench/endurance/stress windows=build/x64/stress-windows.exe ;;
+bench) native=build/bench/benchmarks/benchmarks windows=(bench-windows.exe) ;;
+stress) native=build/bench/endurance/stress windows=("stress-windows.exe rounds" "stress-windows.exe scan" "stress-windows.exe fetch") ;;
 *) exit 2 ;;
 esac
 
@@ -51,10 +51,10 @@ build() {
 status=0
 rows=()
 part() {
-    local ended=0
-    rm -f "out/$name-$1.json"
+    local ended=0 json=$1
+    rm -f "$json"
     "${@:2}" || ended=$?
-    rows+=("out/$name-$1.json")
+    rows+=("$json")
     # A part that crashed or hung has not told.
     [ "$ended" -le 1 ] || ended=2
     [ "$ended" -le "$status" ] || status=$ended
@@ -62,7 +62,7 @@ part() {
 
 runNative() {
     build bench
-    part native "$native" "${arguments[@]}" --json "out/$name-native.json"
+    part "out/$name-native.json" "$native" "${arguments[@]}" --json "out/$name-native.json"
 }
 
 runWindows() {
@@ -70,7 +70,11 @@ runWindows() {
     . tools/wine.sh
     trap wine_stop EXIT
     wine_start
-    part windows wine_run -t 3600 "$windows" "${arguments[@]}" --json "$(wine_path "out/$name-windows.json")"
+    local program json i=0
+    for program in "${windows[@]}"; do
+        json=out/$name-windows-$((++i)).json
+        part "$json" wine_run -t 3600 build/x64/$program "${arguments[@]}" --json "$(wine_path "$json")"
+    done
 }
 
 tools/setup.sh

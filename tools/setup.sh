@@ -1,5 +1,6 @@
 #!/bin/bash
 # Brings in what the project needs and the machine lacks: Debian packages, and SQLite's source under .cache/sqlite.
+# setup.sh [PACKAGE...]: these packages too.
 # Where all is there it ends at once and touches no network. Where it cannot go on, one line says what is missing.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -11,8 +12,8 @@ packages=(
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     wine wine64 libwine-dev fonts-wine fonts-liberation
     xvfb xdotool imagemagick sqlite3
-    clang libclang-rt-14-dev
 )
+packages+=("$@")
 
 sqlitePackage=better-sqlite3@12.11.1
 sqliteSums="60d2f39a3726cd6b9021da6f4e868608d66fbb6528a9f513dc8ffcc640493422  sqlite3.c

@@ -4,8 +4,6 @@
 #include "tests/windows/Clerk.h"
 #include "tests/windows/Person.h"
 
-#include <psapi.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <sstream>

@@ -3,6 +3,8 @@
 
 #include "benchmarks/Program.h"
 
+#include <string>
+
 namespace endurance {
 
 using bench::Options;
@@ -10,7 +12,7 @@ using bench::Report;
 
 /// Opens the register, begins a request, enters a line, leaves it all; again and again in one process.
 void goRound(const Options& options, Report& report);
-/// Random keys, clicks and pastes on all screens.
-void actClumsily(const Options& options, Report& report);
+/// Random keys, clicks and pastes on all screens; F11 in line entry opens `dialog`, "scan" or "fetch".
+void actClumsily(const Options& options, const std::string& dialog, Report& report);
 
 } // namespace endurance
