@@ -227,7 +227,7 @@ private:
 } // namespace
 
 void actClumsily(const Options& options, const std::string& dialog, Report& report) {
-    const int inputs = options.quick ? 500 : 10000; // twice, with either dialog
+    const int inputs = options.quick ? 200 : 10000; // twice, with either dialog
     SetEnvironmentVariableA("GOODSREQ_OPEN", dialog.c_str());
     constexpr int kUntilLeaving = 500;
     const std::string file = sampleCompany("C:\\clumsy.db");

@@ -146,7 +146,7 @@ bool entersAndLeaves(support::Clerk& clerk, const std::string& barcode, const st
 } // namespace
 
 void goRound(const Options& options, Report& report) {
-    const int rounds = options.quick ? 40 : 1000;
+    const int rounds = options.quick ? 25 : 1000;
     const int warm = rounds / 5; ///< by then all that is made once has been made
     const automation::ObjectPtr connection = support::openConnection(sampleCompany("C:\\rounds.db"));
     const std::string barcode = requestableBarcodes(*connection).front();
