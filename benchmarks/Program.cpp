@@ -8,6 +8,8 @@
 namespace bench {
 namespace {
 
+constexpr double kQuickSlack = 1.5;
+
 struct Call {
     Options options;
     std::string json;
@@ -46,7 +48,7 @@ int runProgram(const char* name, int count, char** arguments,
     }
     try {
         std::printf("seed %u\n", call->options.seed);
-        Report report;
+        Report report(call->options.quick ? kQuickSlack : 1);
         measure(call->options, report);
         if (!call->json.empty() && !report.writeJson(call->json)) {
             std::fprintf(stderr, "%s cannot be written\n", call->json.c_str());

@@ -239,20 +239,20 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
     std::atomic<bool> done = false, over = false, gone = false;
     int hangs = 0, traps = 0, acted = 0;
     Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, requestableBarcodes(*connection));
-    std::thread acting([&] {
-        for (; acted < inputs && hangs == 0; ++acted) {
-            if (!clumsy.acts()) ++hangs;
-            if (acted % kUntilLeaving == kUntilLeaving - 1 && hangs == 0 && !clumsy.leaves(shows)) {
-                ++traps;
-                std::printf("no way out after %d inputs, at %s\n", acted + 1, clumsy.where().c_str());
-                break;
-            }
-        }
-        if (hangs) std::printf("hangs after %d inputs, at %s\n", acted, clumsy.where().c_str());
+    // The thread of the windows cannot be ended in any other way.
+    const auto gives = [&](const char* what) {
+        std::printf("%s after %d inputs, at %s\n", what, acted, clumsy.where().c_str());
         std::fflush(stdout);
-        if (hangs || traps) std::_Exit(3); // The thread of the windows cannot be ended in any other way.
+        std::_Exit(3);
+    };
+    std::thread acting([&] {
+        for (; acted < inputs; ++acted) {
+            if (!clumsy.acts()) gives("hangs");
+            if (acted % kUntilLeaving == kUntilLeaving - 1 && !clumsy.leaves(shows)) gives("no way out");
+        }
         done = true;
-        while (!over) clumsy.leaves(shows);
+        while (!over)
+            if (!clumsy.leaves(shows) && !over) gives("no way out at the end");
         gone = true;
     });
     while (!done) {

@@ -6,8 +6,6 @@
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 
-#include <cctype>
-
 namespace sandbox {
 
 using automation::ObjectPtr;
@@ -20,9 +18,11 @@ automation::Object& held(const ObjectPtr& connection) {
     return *connection;
 }
 
-bool isWordCharacter(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_'; }
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
-/// Where the word stands in the statement outside quoted text and brackets; npos where it does not.
+bool isWordCharacter(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || (c >= '0' && c <= '9') || c == '_'; }
+
+/// Where the word, in small letters, stands in the statement outside quoted text and brackets; npos where it does not.
 std::size_t findWord(std::string_view statement, std::string_view word) {
     bool inText = false;
     int depth = 0;
@@ -32,8 +32,9 @@ std::size_t findWord(std::string_view statement, std::string_view word) {
         if (inText) continue;
         if (c == '(') ++depth;
         if (c == ')') --depth;
-        const bool startsWord = isWordCharacter(c) && (i == 0 || !isWordCharacter(statement[i - 1]));
-        if (depth == 0 && startsWord && automation::sameName(statement.substr(i, word.size()), word) &&
+        // Each look-up comes by here, so the first letter is compared before all else.
+        if (depth == 0 && lower(c) == word[0] && (i == 0 || !isWordCharacter(statement[i - 1])) &&
+            automation::sameName(statement.substr(i, word.size()), word) &&
             (i + word.size() == statement.size() || !isWordCharacter(statement[i + word.size()])))
             return i;
     }

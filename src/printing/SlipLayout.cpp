@@ -33,24 +33,34 @@ int rounded(int dividend, int divisor) {
     return twiceRest > divisor || (twiceRest == divisor && below % 2 != 0) ? below + 1 : below;
 }
 
-std::string cut(std::string_view text, int width) { return basic::left(inOneLine(text), std::max(width, 0)); }
+void addRight(std::string& row, std::string_view text, int width) {
+    row.append(" ").append(space(width - 1 - basic::len(text))).append(text);
+}
 
-std::string rightColumn(std::string_view text, int width) { return " " + padLeft(text, width - 1); }
-
-std::string leftColumn(std::string_view text, int width) { return " " + padRight(cut(text, width - 1), width - 1); }
+void addLeft(std::string& row, std::string_view text, int width) {
+    const std::string cut = basic::left(inOneLine(text), std::max(width - 1, 0));
+    row.append(" ").append(cut).append(space(width - 1 - basic::len(cut)));
+}
 
 struct Cells {
-    std::string serial, code, description, quantity, unit, costPrice, lineCost, sellingPrice;
+    std::string serial;
+    std::string_view code, description;
+    std::string quantity;
+    std::string_view unit;
+    std::string costPrice, lineCost, sellingPrice;
 };
 
 std::string row(const SlipColumns& c, const Cells& cells) {
     std::string text = cells.serial;
-    if (c.showsCode) text += leftColumn(cells.code, c.code);
-    text += leftColumn(cells.description, c.description);
-    text += rightColumn(cells.quantity, c.quantity);
-    text += rightColumn(inOneLine(cells.unit), c.unit);
-    if (c.showsCost) text += rightColumn(cells.costPrice, c.rate) + rightColumn(cells.lineCost, c.amount);
-    if (c.showsSellingPrice) text += rightColumn(cells.sellingPrice, c.rate);
+    if (c.showsCode) addLeft(text, cells.code, c.code);
+    addLeft(text, cells.description, c.description);
+    addRight(text, cells.quantity, c.quantity);
+    addRight(text, inOneLine(cells.unit), c.unit);
+    if (c.showsCost) {
+        addRight(text, cells.costPrice, c.rate);
+        addRight(text, cells.lineCost, c.amount);
+    }
+    if (c.showsSellingPrice) addRight(text, cells.sellingPrice, c.rate);
     return text;
 }
 
@@ -79,9 +89,13 @@ std::string headingLine(const SlipColumns& columns) {
     std::string text = padRight("Sl.No", columns.serial);
     if (columns.showsCode) text += " " + padRight("Code", columns.code - 1);
     text += " " + padRight("Item Description", columns.description - 1);
-    text += rightColumn("Quantity", columns.quantity) + rightColumn("Unit", columns.unit);
-    if (columns.showsCost) text += rightColumn("Cost Pr", columns.rate) + rightColumn("Total Cost", columns.amount);
-    if (columns.showsSellingPrice) text += rightColumn("Sell Pr", columns.rate);
+    addRight(text, "Quantity", columns.quantity);
+    addRight(text, "Unit", columns.unit);
+    if (columns.showsCost) {
+        addRight(text, "Cost Pr", columns.rate);
+        addRight(text, "Total Cost", columns.amount);
+    }
+    if (columns.showsSellingPrice) addRight(text, "Sell Pr", columns.rate);
     return text;
 }
 

@@ -50,7 +50,9 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
     output_->close();
 }
 
-void SlipPrinter::print(const std::string& text) { output_->write(module_.system().encode(text) + kLineEnd); }
+void SlipPrinter::print(const std::string& text) {
+    output_->write(module_.system().encode(text).append(kLineEnd));
+}
 
 // An item with several packings comes once for each of them: the slip lists it so.
 std::vector<SlipLine> SlipPrinter::readLines(std::int32_t requestId) {

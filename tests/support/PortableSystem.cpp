@@ -83,7 +83,10 @@ std::unique_ptr<goodsreq::Output> PortableSystem::openForOutput(const std::strin
 
 std::string PortableSystem::encode(std::string_view text) {
     if (real) return real->encode(text);
-    std::string bytes;
+    // Most texts are plain, and stand in every code page as they are.
+    const auto plain = std::find_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    std::string bytes(text.begin(), plain);
+    text.remove_prefix(bytes.size());
     while (!text.empty()) bytes += byteOf(takeLetter(text));
     return bytes;
 }
