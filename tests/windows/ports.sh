@@ -28,6 +28,8 @@ await_log "active frmMaster"
 focus_window "Goods Request To Shop"
 
 setPort 'LPT1'
+# Once more: Wine clears away the ports that the machine lacks whenever its device manager starts.
+ln -sf "$OUT/lpt1.out" "$devices/lpt1"
 print
 await_log "unloaded frmPrint"
 setPort '\\\\till\\slips'
