@@ -8,8 +8,6 @@
 namespace bench {
 namespace {
 
-constexpr double kQuickSlack = 1.5;
-
 struct Call {
     Options options;
     std::string json;
@@ -48,7 +46,7 @@ int runProgram(const char* name, int count, char** arguments,
     }
     try {
         std::printf("seed %u\n", call->options.seed);
-        Report report(call->options.quick ? kQuickSlack : 1);
+        Report report;
         measure(call->options, report);
         if (!call->json.empty() && !report.writeJson(call->json)) {
             std::fprintf(stderr, "%s cannot be written\n", call->json.c_str());

@@ -6,8 +6,7 @@
 
 namespace bench {
 
-void Report::add(Result result) {
-    result.limit *= slack_;
+void Report::add(const Result& result) {
     if (results_.empty()) std::printf("%-56s %9s %9s %-7s %s\n", "work", "measured", "at most", "", "unit");
     std::printf("%-56s %9.3f %9.3f %-7s %s\n", result.name.c_str(), result.value, result.limit,
                 result.held() ? "held" : "MISSED", result.unit.c_str());

@@ -74,11 +74,12 @@ void Connection::failOn(std::function<bool(std::string_view)> predicate) {
 }
 
 Value Connection::execute(Arguments arguments) {
-    Outcome outcome = database().execute(basic::cStr(arguments[0]));
+    std::string text = basic::cStr(arguments[0]);
+    Outcome outcome = database().execute(text);
     if (arguments.size() > 1 && arguments[1].isReference())
         arguments[1].resolved() = static_cast<std::int32_t>(outcome.isQuery ? -1 : outcome.affected);
     auto records = std::make_shared<Recordset>();
-    records->adopt(std::move(outcome), shared_from_this(), basic::cStr(arguments[0]));
+    records->adopt(std::move(outcome), shared_from_this(), std::move(text));
     return records;
 }
 

@@ -148,11 +148,13 @@ std::string messageLine(std::string_view text, std::string_view alignment, int p
 }
 
 std::string inOneLine(std::string_view text) {
+    const auto breaks = [](char c) { return c == '\r' || c == '\n' || c == '\f'; };
+    if (std::none_of(text.begin(), text.end(), breaks)) return std::string(text);
     std::string line;
     line.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
-        line += text[i] == '\r' || text[i] == '\n' || text[i] == '\f' ? ' ' : text[i];
+        line += breaks(text[i]) ? ' ' : text[i];
     }
     return line;
 }
