@@ -46,12 +46,8 @@ int runProgram(const char* name, int count, char** arguments,
     }
     try {
         std::printf("seed %u\n", call->options.seed);
-        Report report;
+        Report report(call->json);
         measure(call->options, report);
-        if (!call->json.empty() && !report.writeJson(call->json)) {
-            std::fprintf(stderr, "%s cannot be written\n", call->json.c_str());
-            return 2;
-        }
         return report.held() ? 0 : 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "The measuring failed: %s\n", error.what());

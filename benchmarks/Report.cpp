@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <stdexcept>
 
 namespace bench {
+
+Report::Report(std::string json) : json_(std::move(json)) { write(); }
 
 void Report::add(const Result& result) {
     if (results_.empty()) std::printf("%-56s %9s %9s %-7s %s\n", "work", "measured", "at most", "", "unit");
@@ -12,21 +15,23 @@ void Report::add(const Result& result) {
                 result.held() ? "held" : "MISSED", result.unit.c_str());
     std::fflush(stdout);
     results_.push_back(result);
+    write();
 }
 
 bool Report::held() const {
     return !results_.empty() && std::all_of(results_.begin(), results_.end(), [](const Result& r) { return r.held(); });
 }
 
-bool Report::writeJson(const std::string& path) const {
-    std::ofstream file(path);
+void Report::write() const {
+    if (json_.empty()) return;
+    std::ofstream file(json_);
     file << "[";
     for (const Result& r : results_)
         file << (&r == &results_.front() ? "\n" : ",\n") << "  {\"name\": \"" << r.name << "\", \"value\": " << r.value
              << ", \"limit\": " << r.limit << ", \"unit\": \"" << r.unit
              << "\", \"held\": " << (r.held() ? "true" : "false") << "}";
     file << "\n]\n";
-    return file.flush().good();
+    if (!file.flush()) throw std::runtime_error(json_ + " cannot be written");
 }
 
 } // namespace bench

@@ -17,13 +17,18 @@ struct Result {
 
 class Report {
 public:
-    /// Prints the row at once, as the measuring takes a while.
+    /// `json` is the file that holds the rows so far, "" for none: an array of objects {"name", "value", "limit", "unit",
+    /// "held"}. Throws where it cannot be written.
+    explicit Report(std::string json);
+
+    /// Prints and writes the row at once: the measuring takes a while, and what is measured may crash.
     void add(const Result& result);
     bool held() const;
-    /// An array of objects {"name", "value", "limit", "unit", "held"}. False where the file cannot be written.
-    bool writeJson(const std::string& path) const;
 
 private:
+    void write() const;
+
+    std::string json_;
     std::vector<Result> results_;
 };
 

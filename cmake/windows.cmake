@@ -173,6 +173,9 @@ if(GTEST_SOURCE AND windows_tests)
         add_dependencies(${name} typelib)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endforeach()
+    # Those who work at the windows.
+    add_library(windows_person STATIC tests/windows/Clerk.cpp tests/windows/Ear.cpp tests/windows/Person.cpp)
+    target_link_libraries(windows_person PUBLIC com win32 gtest_windows)
     # The golden slips once more, through the real files and the real code page: from these sources, and out of the DLL.
     foreach(name slip_test dll_slip_test)
         target_sources(${name} PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
@@ -180,23 +183,23 @@ if(GTEST_SOURCE AND windows_tests)
         target_link_libraries(${name} PRIVATE component suite data)
         target_compile_definitions(${name} PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
     endforeach()
-    target_sources(dll_slip_test PRIVATE tests/windows/Clerk.cpp tests/windows/Person.cpp)
-    target_sources(looks_test PRIVATE tests/windows/Clerk.cpp tests/windows/Person.cpp)
-    target_link_libraries(looks_test PRIVATE host)
-    target_sources(desktop_test PRIVATE tests/windows/Person.cpp tests/support/EventLog.cpp)
+    target_link_libraries(dll_slip_test PRIVATE windows_person)
+    target_link_libraries(looks_test PRIVATE host windows_person)
+    target_sources(desktop_test PRIVATE tests/support/EventLog.cpp)
+    target_link_libraries(desktop_test PRIVATE windows_person)
 
     # The part of the proof that needs the DLL itself.
     function(proof_program name)
-        add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp endurance/windows/Sample.cpp
-            tests/windows/Clerk.cpp tests/windows/Person.cpp)
+        add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp endurance/windows/Sample.cpp)
         target_link_options(${name} PRIVATE -static)
-        target_link_libraries(${name} PRIVATE host component suite data com win32 gtest_windows)
+        target_link_libraries(${name} PRIVATE host component suite data windows_person)
         target_compile_definitions(${name} PRIVATE PROJECT_DIR="${CMAKE_SOURCE_DIR}")
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endfunction()
     proof_program(stress-windows endurance/Cases.cpp endurance/windows/main.cpp endurance/windows/Rounds.cpp
         endurance/windows/ClumsyUser.cpp)
-    proof_program(bench-windows benchmarks/windows/main.cpp benchmarks/windows/Late.cpp)
+    proof_program(bench-windows benchmarks/windows/main.cpp benchmarks/windows/Late.cpp
+        benchmarks/windows/WindowTimes.cpp)
 endif()
 
 # Calls of every wrong kind to the component and the sandbox's objects, made at random.

@@ -21,6 +21,13 @@ void saveAtOnce(const Options& options, Report& report);
 /// Texts that mean something to a database, in every box and in every text column.
 void enterHostileTexts(const Options& options, Report& report);
 
+// Those that need the DLL itself and real windows:
+
+/// Opens the register, begins a request, enters a line, leaves it all; again and again in one process.
+void goRound(const Options& options, Report& report);
+/// Random keys, clicks and pastes on all screens; F11 in line entry opens `dialog`, "scan" or "fetch".
+void actClumsily(const Options& options, const std::string& dialog, Report& report);
+
 /// Counts the cases in which something went wrong.
 class Cases {
 public:

@@ -118,11 +118,11 @@ void saveAtOnce(const Options& options, Report& report) {
             saveMany(company, items, each, options.seed + static_cast<unsigned>(i),
                      static_cast<std::int16_t>(i % 2 + 1), say);
         });
-    long requests = 0, lines = 0, reports = 0;
+    long requests = 0, lines = 0, reports = 0, ended = 0;
     for (Child& program : programs) {
         long stored[3] = {};
         std::sscanf(program.hears().c_str(), "%ld %ld %ld", &stored[0], &stored[1], &stored[2]);
-        program.ends();
+        ended += program.ends();
         requests += stored[0];
         lines += stored[1];
         reports += stored[2];
@@ -132,6 +132,7 @@ void saveAtOnce(const Options& options, Report& report) {
             {what, static_cast<double>(std::abs(wanted - found)), 0, "missing of " + std::to_string(wanted) + more});
     };
     const long wanted = kPrograms * each;
+    missing("four programs at once: programs that ended well", kPrograms, ended, "");
     missing("four programs at once: requests said to be stored", wanted, requests,
             ", " + std::to_string(reports) + " reports with a second OK");
     missing("four programs at once: requests stored", wanted,

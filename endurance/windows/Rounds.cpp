@@ -1,6 +1,6 @@
 #include "com/Bridge.h"
+#include "endurance/Endurance.h"
 #include "endurance/windows/Sample.h"
-#include "endurance/windows/Windows.h"
 #include "tests/windows/Clerk.h"
 #include "tests/windows/Person.h"
 

@@ -1,10 +1,9 @@
 // Proves that the DLL itself gives back what it takes, and that no input brings it down: stress-windows PART
 // [OPTION...]. The parts are rounds, scan and fetch: the clumsy user with the one or the other dialog behind F11, which
 // a process has to choose before it shows the module.
-#include "endurance/windows/Windows.h"
+#include "endurance/Endurance.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
 int main(int count, char** arguments) {

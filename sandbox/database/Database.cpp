@@ -148,14 +148,19 @@ Database::Prepared& Database::prepare(std::string_view statement, const Statemen
     return *prepared_[shape.key].emplace_back(std::move(prepared));
 }
 
-/// SQLite reads the values where they stand: they outlive the run.
-void Database::bind(const Prepared& prepared, std::vector<Cell>& values) {
-    sqlite3_stmt* statement = prepared.statement.get();
+/// Look-ups in a loop often repeat the statement before them: then it is not read again.
+void Database::read(std::string_view statement) {
+    if (read_.prepared && read_.text == statement) return;
+    read_.prepared = nullptr;
+    StatementShape shape = shapeOf(statement);
+    Prepared& prepared = prepare(statement, shape);
     for (const StoredParameter& one : prepared.stored) {
-        Cell& value = values[static_cast<std::size_t>(one.number) - 1];
+        Cell& value = shape.values[static_cast<std::size_t>(one.number) - 1];
         value = storeCell(value, one.from, one.to);
     }
-    for (int number : prepared.parameters) bindCell(statement, number, values[static_cast<std::size_t>(number) - 1]);
+    read_.text = statement;
+    read_.values = std::move(shape.values);
+    read_.prepared = &prepared;
 }
 
 Outcome Database::execute(std::string_view statement) {
@@ -168,15 +173,14 @@ Outcome Database::executeSilently(std::string_view statement) {
     return translateAndRun(statement);
 }
 
-Outcome Database::translateAndRun(std::string_view statement) {
-    StatementShape shape = shapeOf(statement);
-    return run(prepare(statement, shape), shape.values);
-}
-
-Outcome Database::run(Prepared& prepared, std::vector<Cell>& values) {
-    bind(prepared, values);
-    if (prepared.writes && inTransaction_) takeWriteLock();
+Outcome Database::translateAndRun(std::string_view text) {
+    read(text);
+    const Prepared& prepared = *read_.prepared;
     sqlite3_stmt* statement = prepared.statement.get();
+    // SQLite reads the values where they stand.
+    for (int number : prepared.parameters)
+        bindCell(statement, number, read_.values[static_cast<std::size_t>(number) - 1]);
+    if (prepared.writes && inTransaction_) takeWriteLock();
     // Each call for a column takes the connection's lock; taking it again costs far less than taking it.
     struct Run {
         explicit Run(sqlite3_stmt* statement)

@@ -73,6 +73,11 @@ public:
 
 private:
     struct Prepared;
+    struct Read {
+        std::string text;
+        Prepared* prepared = nullptr; ///< null while nothing has been read
+        std::vector<Cell> values;     ///< converted to their columns' types
+    };
     struct CloseStatement {
         void operator()(sqlite3_stmt* statement) const;
     };
@@ -81,11 +86,10 @@ private:
     void openFile(const std::string& path, int flags);
     void load(std::string_view schemaText);
     void send(std::string_view statement);
-    Outcome translateAndRun(std::string_view statement);
+    Outcome translateAndRun(std::string_view text);
+    void read(std::string_view statement);
     Prepared& prepare(std::string_view statement, const StatementShape& shape);
     std::unique_ptr<Prepared> translate(std::string_view statement, const StatementShape& shape);
-    void bind(const Prepared& prepared, std::vector<Cell>& values);
-    Outcome run(Prepared& prepared, std::vector<Cell>& values);
     void takeWriteLock();
     void runPlain(const char* sql);
     [[noreturn]] void raise(int code);
@@ -96,6 +100,7 @@ private:
     Schema schema_;
     std::unordered_map<std::string, std::vector<std::unique_ptr<Prepared>>> prepared_; ///< by shape
     std::size_t preparedCount_ = 0;
+    Read read_; ///< the statement that came last
     bool inTransaction_ = false;
     bool dead_ = false;
     TraceSink trace_;

@@ -13,14 +13,7 @@
 namespace support {
 namespace {
 
-constexpr UINT kRun = WM_APP + 7;
 constexpr int kPatience = 10000; ///< milliseconds
-
-LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message != kRun) return DefWindowProcW(window, message, wParam, lParam);
-    (*reinterpret_cast<const std::function<void()>*>(lParam))();
-    return 1;
-}
 
 INPUT stroke(WORD key, bool up) {
     INPUT input{};
@@ -55,8 +48,7 @@ void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()
 
 void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
                   const std::function<void(Person&)>& script) {
-    HWND ear = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(ear, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&listen));
+    const Ear ear;
     const std::function<void()> closeForm = [&] {
         if (forms::Form* form = desktop.topForm()) form->unload();
     };
@@ -66,11 +58,7 @@ void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
             Person person(desktop, ear);
             script(person);
         },
-        [&] {
-            DWORD_PTR answer = 0;
-            SendMessageTimeoutW(ear, kRun, 0, reinterpret_cast<LPARAM>(&closeForm), SMTO_NORMAL, 200, &answer);
-        });
-    DestroyWindow(ear);
+        [&] { ear.hears(closeForm, 200); });
 }
 
 void Person::sits(const std::function<void()>& module, const std::function<void()>& script) {
@@ -87,10 +75,7 @@ void Person::sits(const std::function<void()>& module, const std::function<void(
 }
 
 void Person::look(const std::function<void()>& body) {
-    DWORD_PTR answer = 0;
-    if (!SendMessageTimeoutW(ear_, kRun, 0, reinterpret_cast<LPARAM>(&body), SMTO_NORMAL, kPatience, &answer) ||
-        !answer)
-        ADD_FAILURE() << "The module's thread does not answer";
+    if (!ear_.hears(body, kPatience)) ADD_FAILURE() << "The module's thread does not answer";
 }
 
 bool Person::sees(const char* what, const std::function<bool()>& seen) {

@@ -3,7 +3,7 @@
 
 #include "forms/Desktop.h"
 #include "forms/Form.h"
-#include "win32/Platform.h"
+#include "tests/windows/Ear.h"
 
 #include <functional>
 #include <string>
@@ -40,10 +40,10 @@ public:
     static std::string shownText(const forms::Control& control);
 
 private:
-    Person(forms::Desktop& desktop, HWND ear) : desktop_(desktop), ear_(ear) {}
+    Person(forms::Desktop& desktop, const Ear& ear) : desktop_(desktop), ear_(ear) {}
 
     forms::Desktop& desktop_;
-    HWND ear_; ///< a window of the module's thread that runs what this thread sends
+    const Ear& ear_; ///< of the module's thread
 };
 
 /// Puts text on the clipboard.
