@@ -109,6 +109,26 @@ TEST_F(TwoUsers, TheSecondOfTwoEqualNewNumbersIsADuplicate) {
     EXPECT_EQ(rows(*second, "select count(*) from mesRequesttoShopHeader where srhrequestno='GR/11'"), "1");
 }
 
+TEST_F(TwoUsers, AStatementSentAgainIsAnsweredAnew) {
+    const std::string insert = "insert into mesRequesttoShopDetail values (900,1,' 7 ',2,'1.5','0',0)";
+    const std::string remove = "delete from mesRequesttoShopDetail where srdrequestid = 900";
+    const std::string select = "select srdgoodqty from mesRequesttoShopDetail where srdrequestid = 900";
+    const auto sends = [](const ConnectionPtr& who, const std::string& statement) {
+        return failureOf([&] { who->call("Execute", statement); });
+    };
+    EXPECT_EQ(rows(*first, select), "");
+    EXPECT_EQ(sends(second, insert).text, "no error");
+    EXPECT_EQ(rows(*first, select), "decimal 1.500");
+    EXPECT_EQ(sends(second, insert).number, sandbox::kConstraintViolated);
+    EXPECT_EQ(sends(first, remove).text, "no error");
+    EXPECT_EQ(sends(second, insert).text, "no error") << "the value is converted as it was the first time";
+    EXPECT_EQ(rows(*second, select), "decimal 1.500");
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(sends(first, "insert into mesRequesttoShopDetail values (901,1,'x',2,'1','0',0)").number,
+                  sandbox::kConversionError);
+    EXPECT_EQ(rows(*first, select), "decimal 1.500");
+}
+
 TEST_F(TwoUsers, WaitingForAnothersWriteEndsWithAClearError) {
     first->call("BeginTrans");
     first->call("Execute", kInsert);
