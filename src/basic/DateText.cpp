@@ -13,6 +13,8 @@ namespace {
 constexpr std::array<std::string_view, 12> kMonths = {"January",   "February", "March",    "April",
                                                       "May",       "June",     "July",     "August",
                                                       "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> kWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                       "Thursday", "Friday", "Saturday"};
 /// Two-digit years up to this one are in the 2000s.
 constexpr int kLastYearOf2000s = 29;
 
@@ -100,6 +102,17 @@ std::optional<int> yearOf(const Field& field) {
 /// Day or month by number; 0 when it can be neither.
 int shortNumber(const Field& field) { return field.isWord() || field.text.size() > 2 ? 0 : field.number(); }
 
+std::chrono::year_month_day calendarDay(int year, int month, int day) {
+    return {std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
+            std::chrono::day{static_cast<unsigned>(day)}};
+}
+
+/// Nothing where the calendar has no such day.
+std::optional<CivilTime> dayOf(std::optional<int> year, int month, int day) {
+    if (!year || !calendarDay(*year, month, day).ok()) return std::nullopt;
+    return CivilTime{*year, month, day};
+}
+
 std::optional<CivilTime> parseDay(std::string_view text, const Locale& locale) {
     const auto fields = fieldsOf(text, locale);
     if (!fields) return std::nullopt;
@@ -122,12 +135,62 @@ std::optional<CivilTime> parseDay(std::string_view text, const Locale& locale) {
         take(c, shortNumber(a), b);
     else
         take(c, shortNumber(b), a);
-    if (!year) return std::nullopt;
-    const std::chrono::year_month_day calendar{std::chrono::year{*year},
-                                               std::chrono::month{static_cast<unsigned>(month)},
-                                               std::chrono::day{static_cast<unsigned>(day)}};
-    if (!calendar.ok()) return std::nullopt;
-    return CivilTime{*year, month, day};
+    return dayOf(year, month, day);
+}
+
+/// A run of one letter of a short date's pattern, or what stands between such runs.
+struct PatternPart {
+    char letter = 0; ///< d, M or y; 0 for a literal
+    std::size_t length = 0;
+    std::string_view literal;
+};
+
+std::vector<PatternPart> partsOf(std::string_view pattern) {
+    std::vector<PatternPart> parts;
+    while (!pattern.empty()) {
+        const char c = pattern.front();
+        if (c == '\'') {
+            const std::size_t end = std::min(pattern.find('\'', 1), pattern.size());
+            parts.push_back({0, 0, pattern.substr(1, end - 1)});
+            pattern.remove_prefix(std::min(end + 1, pattern.size()));
+            continue;
+        }
+        const std::size_t run = std::min(pattern.find_first_not_of(c), pattern.size());
+        if (c == 'd' || c == 'M' || c == 'y')
+            parts.push_back({c, run, {}});
+        else
+            parts.push_back({0, 0, pattern.substr(0, run)});
+        pattern.remove_prefix(run);
+    }
+    return parts;
+}
+
+std::string_view weekdayOf(const CivilTime& day) {
+    const std::chrono::sys_days calendar(calendarDay(day.year, day.month, day.day));
+    return kWeekdays[std::chrono::weekday(calendar).c_encoding()];
+}
+
+/// The name, or its first three letters.
+std::string named(std::string_view name, std::size_t length) { return std::string(length == 3 ? name.substr(0, 3) : name); }
+
+/// What shortDate wrote: in a pattern like "yyyy. MM. dd." more stands around the fields than parts them.
+std::optional<CivilTime> parseShortDate(std::string_view text, const Locale& locale) {
+    std::optional<int> year;
+    int month = 0, day = 0;
+    for (const PatternPart& part : partsOf(trimmed(locale.shortDate))) {
+        if (!part.letter) {
+            if (!text.starts_with(part.literal)) return std::nullopt;
+            text.remove_prefix(part.literal.size());
+            continue;
+        }
+        const bool word = part.letter != 'y' && part.length > 2;
+        const Field field{takeWhile(text, word ? isLetter : isDigit)};
+        if (field.text.empty() || (!word && field.text.size() > 4)) return std::nullopt;
+        if (part.letter == 'y') year = yearOf(field);
+        if (part.letter == 'M') month = word ? monthNamed(field.text) : shortNumber(field);
+        if (part.letter == 'd' && !word) day = shortNumber(field);
+    }
+    return text.empty() ? dayOf(year, month, day) : std::nullopt;
 }
 
 bool parseTime(std::string_view text, CivilTime& parts) {
@@ -170,42 +233,35 @@ std::optional<automation::Date> parseDate(std::string_view text, const Locale& l
         dayEnd = timeStart;
         parts = time;
     }
-    const std::optional<CivilTime> day = parseDay(trimmed(text.substr(0, dayEnd)), locale);
+    const std::string_view dayText = trimmed(text.substr(0, dayEnd));
+    std::optional<CivilTime> day = parseDay(dayText, locale);
+    if (!day) day = parseShortDate(dayText, locale);
     if (!day) return std::nullopt;
     return dateOf(day->year, day->month, day->day, parts.hour, parts.minute, parts.second);
 }
 
 std::string dateText(automation::Date date, const Locale& locale) {
     const CivilTime parts = civil(date);
-    const auto time = [&] {
-        return padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
-    };
-    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time();
+    const std::string time = padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
+    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time;
+    const std::string day = shortDate(date, locale);
+    return parts.hour || parts.minute || parts.second ? day + " " + time : day;
+}
 
+std::string shortDate(automation::Date date, const Locale& locale) {
+    const CivilTime parts = civil(date);
     std::string text;
-    const std::string_view pattern = locale.shortDate;
-    for (std::size_t i = 0; i < pattern.size();) {
-        const char c = pattern[i];
-        if (c == '\'') {
-            const std::size_t end = std::min(pattern.find('\'', i + 1), pattern.size());
-            text += pattern.substr(i + 1, end - i - 1);
-            i = std::min(end + 1, pattern.size());
-            continue;
+    for (const PatternPart& part : partsOf(locale.shortDate)) {
+        switch (part.letter) {
+        case 'd': text += part.length <= 2 ? padded(parts.day, part.length) : named(weekdayOf(parts), part.length); break;
+        case 'M':
+            text += part.length <= 2 ? padded(parts.month, part.length) : named(monthName(parts.month), part.length);
+            break;
+        case 'y': text += part.length <= 2 ? padded(parts.year % 100, 2) : padded(parts.year, 4); break;
+        default: text += part.literal;
         }
-        std::size_t run = 1;
-        while (i + run < pattern.size() && pattern[i + run] == c) ++run;
-        if (c == 'd')
-            text += padded(parts.day, std::min<std::size_t>(run, 2));
-        else if (c == 'M')
-            text += run <= 2 ? padded(parts.month, run)
-                             : std::string(monthName(parts.month).substr(0, run == 3 ? 3 : std::string::npos));
-        else if (c == 'y')
-            text += run <= 2 ? padded(parts.year % 100, 2) : padded(parts.year, 4);
-        else
-            text.append(run, c);
-        i += run;
     }
-    return parts.hour || parts.minute || parts.second ? text + " " + time() : text;
+    return text;
 }
 
 std::string padded(int number, std::size_t width) {

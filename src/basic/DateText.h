@@ -16,6 +16,9 @@ std::optional<automation::Date> parseDate(std::string_view text, const Locale& l
 /// What cStr gives for a date.
 std::string dateText(automation::Date date, const Locale& locale);
 
+/// The day alone, as the locale writes it short.
+std::string shortDate(automation::Date date, const Locale& locale);
+
 /// With zeros before it until it has `width` digits; not for negative numbers.
 std::string padded(int number, std::size_t width);
 /// English, `month` from 1 to 12; the abbreviation is its first three letters.

@@ -10,7 +10,7 @@ enum class DateOrder { dayMonthYear, monthDayYear, yearMonthDay };
 struct Locale {
     DateOrder dateOrder = DateOrder::dayMonthYear;
     char dateSeparator = '/';
-    /// Windows notation: d dd M MM MMM MMMM yy yyyy, 'quoted text', all else literal.
+    /// Windows notation: d dd ddd dddd M MM MMM MMMM yy yyyy, 'quoted text', all else literal.
     std::string shortDate = "dd/MM/yyyy";
     char decimalSeparator = '.';
     char groupSeparator = ',';

@@ -4,6 +4,7 @@
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Numbers.h"
+#include "common/basGRtoShop.h"
 
 namespace goodsreq {
 
@@ -52,34 +53,38 @@ Value fnGetShipmentSellingPrice(Module& module, std::int32_t itemId, std::int32_
 }
 
 void FillPackingTypes(Module& module, forms::ListView& list, std::int32_t itemId) {
-    Recordset packings = module.openRecordset(
-        "select ad.packingtypeid ,PackingTypeName,'' as qty from aitempackingdetail ad,apackingtype ap,"
-        " apackingtypecapacitydetail ac,aitem ai where ad.itemid = " + std::to_string(itemId) +
-        " and ad.packingtypeid=ap.packingtypeid and ad.itemid=ai.itemid and "
-        " ac.unitsid=ai.unitsid and ac.packingtypeid=ad.packingtypeid and ad.active=1");
-    list.clear();
-    if (packings.eof()) return;
-    const Field id = packings.field("packingtypeid");
-    const Field packingName = packings.field("packingtypename");
-    const Field quantity = packings.field("qty");
-    for (; !packings.eof(); packings.moveNext()) {
-        forms::ListItem& line = list.add(basic::concatText(id.value()));
-        line.setSubItem(kPackName, basic::concatText(packingName.value()));
-        line.setSubItem(kPackQuantity, basic::concatText(quantity.value()));
-    }
+    trap(module, kSharedModule, "FillPackingTypes", [&] {
+        Recordset packings = module.openRecordset(
+            "select ad.packingtypeid ,PackingTypeName,'' as qty from aitempackingdetail ad,apackingtype ap,"
+            " apackingtypecapacitydetail ac,aitem ai where ad.itemid = " + std::to_string(itemId) +
+            " and ad.packingtypeid=ap.packingtypeid and ad.itemid=ai.itemid and "
+            " ac.unitsid=ai.unitsid and ac.packingtypeid=ad.packingtypeid and ad.active=1");
+        list.clear();
+        if (packings.eof()) return;
+        const Field id = packings.field("packingtypeid");
+        const Field packingName = packings.field("packingtypename");
+        const Field quantity = packings.field("qty");
+        for (; !packings.eof(); packings.moveNext()) {
+            forms::ListItem& line = list.add(basic::concatText(id.value()));
+            line.setSubItem(kPackName, basic::concatText(packingName.value()));
+            line.setSubItem(kPackQuantity, basic::concatText(quantity.value()));
+        }
+    });
 }
 
 void FillPackingQuantities(Module& module, forms::ListView& list, std::int32_t itemId, double quantity) {
-    for (int i = 1; i <= list.count(); ++i) {
-        Recordset capacity = module.openRecordset(
-            "select isnull(pk.quantity,0) qty from apackingtypecapacitydetail pk, aitem a "
-            "where  a.itemid =" + std::to_string(itemId) + " and pk.packingtypeid=" + list.item(i).text() +
-            " and a.unitsid=pk.unitsid");
-        if (capacity.eof()) continue;
-        const double units = basic::cDbl(capacity.value("qty"));
-        if (units == 0) automation::raise(automation::kDivisionByZero);
-        list.item(i).setSubItem(kPackQuantity, basic::format(quantity / units, "#0.00"));
-    }
+    trap(module, kSharedModule, "FillPackingQuantities", [&] {
+        for (int i = 1; i <= list.count(); ++i) {
+            Recordset capacity = module.openRecordset(
+                "select isnull(pk.quantity,0) qty from apackingtypecapacitydetail pk, aitem a "
+                "where  a.itemid =" + std::to_string(itemId) + " and pk.packingtypeid=" + list.item(i).text() +
+                " and a.unitsid=pk.unitsid");
+            if (capacity.eof()) continue;
+            const double units = basic::cDbl(capacity.value("qty"));
+            if (units == 0) automation::raise(automation::kDivisionByZero);
+            list.item(i).setSubItem(kPackQuantity, basic::format(quantity / units, "#0.00"));
+        }
+    });
 }
 
 std::string fnGetUnitCode(Module& module, std::int32_t itemId) {

@@ -14,11 +14,13 @@ double fnGetSellingPrice(Module& module, std::int32_t itemId, std::int32_t curre
 /// when there is none.
 automation::Value fnGetShipmentSellingPrice(Module& module, std::int32_t itemId, std::int32_t shopId);
 
+// The two that fill the list report their own errors, and the user goes on.
+
 /// Lists the item's active packings that have a capacity for the item's unit: id, name, and an empty quantity.
 void FillPackingTypes(Module& module, forms::ListView& list, std::int32_t itemId);
 
 /// Writes into each listed packing how many packs `quantity` base units make, as a fraction ("2.50"). A packing without a
-/// capacity keeps its empty quantity. Error 11 where a capacity is 0.
+/// capacity keeps its empty quantity; at one with the capacity 0 it stops with error 11.
 void FillPackingQuantities(Module& module, forms::ListView& list, std::int32_t itemId, double quantity);
 
 std::string fnGetUnitCode(Module& module, std::int32_t itemId);

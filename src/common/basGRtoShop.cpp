@@ -12,7 +12,6 @@ using automation::Value;
 
 namespace {
 
-constexpr const char* kModuleName = "basGRtoShop ";
 
 std::string key(const std::string& name) { return basic::ucase(basic::trim(name)); }
 
@@ -20,7 +19,7 @@ std::string key(const std::string& name) { return basic::ucase(basic::trim(name)
 
 void LoadListViewLayout(Module& module, const std::string& screenName, forms::ListView& list,
                         const std::string& moduleName) {
-    trap(module, kModuleName, "LoadListViewLayout", [&] {
+    trap(module, kSharedModule, "LoadListViewLayout", [&] {
         Recordset layout = module.openRecordset(
             "select * from alistviewdetails where lvwdid=(select lvwid from alistviewheader where  "
             " ltrim(rtrim(upper(lvwtransname)))=" +
@@ -41,7 +40,7 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
 }
 
 void UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition) {
-    trap(module, kModuleName, "UpdateEditedRow", [&] {
+    trap(module, kSharedModule, "UpdateEditedRow", [&] {
         std::string query = listQuery;
         if (const auto order = query.find("order by"); order != std::string::npos) query.erase(order);
         query += query.find("where") != std::string::npos ? " and " : " where ";

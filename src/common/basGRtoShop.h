@@ -10,6 +10,9 @@
 
 namespace goodsreq {
 
+/// The name under which the shared routines report their errors.
+inline constexpr const char* kSharedModule = "basGRtoShop ";
+
 /// Applies the column widths and alignments that the site has stored for a list; without any, the designed ones stay.
 /// A list is known by its screen, its own name and its module, whatever their letter case and outer blanks.
 void LoadListViewLayout(Module& module, const std::string& screenName, forms::ListView& list,

@@ -50,13 +50,17 @@ void openOverLineEntry(Module& module, std::string_view dialog) {
     lineEntry.onKeyDown = [&lineEntry, opened, ownKeys = lineEntry.onKeyDown](std::int16_t& keyCode, std::int16_t shift) {
         if (keyCode != forms::kKeyF11) return ownKeys(keyCode, shift);
         keyCode = 0;
-        opened->showModal(&lineEntry);
+        // The item of a stored line stays what it is.
+        if (lineEntry.cmdbarcode.enabled()) opened->showModal(&lineEntry);
     };
 }
 
 void Component::show() {
-    if (module_.master().visible())
+    const bool mayShow = strProjectKey == kProjectKey;
+    if (module_.master().visible()) {
+        if (!mayShow) return;
         throw automation::RunTimeError(kAlreadyShown, "The request register is open already. Close it before showing it again.");
+    }
     if (!adocon) adocon = module_.create("ADODB.Connection");
     Session& session = module_.session;
     session.connection = adocon;
@@ -66,7 +70,7 @@ void Component::show() {
     session.screenId = interfaceid;
     session.messageBoxCaption = strMsgboxCaption;
     session.processDate = dtProcessDate;
-    if (strProjectKey == kProjectKey) module_.master().showModal(nullptr);
+    if (mayShow) module_.master().showModal(nullptr);
 }
 
 Module& processModule() {

@@ -47,8 +47,11 @@ void Grid::setClip(std::string_view text) {
     const int lastCol = std::max(col_, colSel_);
     for (int row = std::min(row_, rowSel_); row <= lastRow && !text.empty(); ++row) {
         std::string_view cells = takePart(text, '\r');
-        for (int col = firstCol; col <= lastCol && !cells.empty(); ++col)
+        bool more = true; // An empty text after the last tab is a cell too.
+        for (int col = firstCol; col <= lastCol && more; ++col) {
+            more = cells.find('\t') != std::string_view::npos;
             rowAt(row).cells.setCell(static_cast<std::size_t>(col), takePart(cells, '\t'));
+        }
     }
     orderLost();
     notify(Aspect::items);

@@ -166,7 +166,7 @@ void click(Control& control) {
     if (!responds(control)) return;
     if (auto* box = dynamic_cast<CheckBox*>(&control))
         box->setValue(1 - box->value());
-    else if (auto* option = dynamic_cast<OptionButton*>(&control))
+    else if (auto* option = dynamic_cast<OptionButton*>(&control); option && !option->value())
         option->setValue(true);
     else
         control.fire(control.onClick);

@@ -62,7 +62,7 @@ bool frmRequestDetail::foundByBarcode(const std::string& code) {
 }
 
 bool frmRequestDetail::foundByShortcut() {
-    const std::string shortcut = basic::decimalText(basic::val(basic::left(txtBarcode.text(), kShortcutLength)));
+    const std::string shortcut = basic::numberText(basic::val(basic::left(txtBarcode.text(), kShortcutLength)));
     Recordset found = module().openRecordset("select ai.itemid from ashopitemDetail ai, aitem a"
                                              " Where a.itemid = ai.itemid"
                                              " and  ai.itemID = ai.itemID"

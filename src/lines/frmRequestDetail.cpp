@@ -102,7 +102,7 @@ void frmRequestDetail::design() {
                            {lblItem, "&Item:", cboItem, 5900},
                            {lblQuantity, "&Request Quantity:", txtQuantity, 1800},
                            {lblBadQuantity, "&Bad Quantity:", txtBadQuantity, 1800},
-                           {lblsellingprice, "Selling &Price:", txtsellingprice, 1800}}) {
+                           {lblsellingprice, "Selling Price:", txtsellingprice, 1800}}) {
         row.label.place({labelLeft, top + 45, kFieldLeft - labelLeft, 240});
         row.label.setText(row.caption);
         row.field.place({kFieldLeft, top, row.width, kRowHeight});

@@ -141,8 +141,8 @@ std::string centred(std::string_view text, int pageWidth) {
 }
 
 std::string messageLine(std::string_view text, std::string_view alignment, int pageWidth) {
+    if (alignment == "L") return std::string(text);
     const std::string line = inOneLine(text);
-    if (alignment == "L") return line;
     if (alignment == "R") return padLeft(line, pageWidth);
     return centred(line, pageWidth);
 }

@@ -48,7 +48,7 @@ std::optional<std::string> totalLine(const SlipSettings& settings, double quanti
 
 /// The text with blanks before it, so that it stands in the middle of the page.
 std::string centred(std::string_view text, int pageWidth);
-/// A print message: "L" left, "R" right, any other alignment centred.
+/// A print message: "L" as it was written, "R" at the right, any other alignment centred; these in one line.
 std::string messageLine(std::string_view text, std::string_view alignment, int pageWidth);
 
 /// The text in one line: each line break becomes one blank.

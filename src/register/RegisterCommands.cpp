@@ -1,5 +1,6 @@
 // The register's commands and the rights that allow them.
 #include "basic/Conversion.h"
+#include "basic/DateText.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "register/frmMaster.h"
@@ -46,7 +47,7 @@ void frmMaster::newRequest() {
     s.auditing.setLoggedTime(desktop().now());
     s.lngOtherShopID = kNoShop;
     frmRequest& editor = forms::touch(module().request());
-    editor.txtrequestDate.setText(shown(s.processDate));
+    editor.txtrequestDate.setText(basic::shortDate(s.processDate, desktop().locale()));
     editor.txtRemarks.setText("");
     editor.showModal(this);
 }
@@ -72,7 +73,14 @@ void frmMaster::editRequest() {
     }
     frmRequest& editor = forms::touch(module().request());
     editor.cmdOk.setEnabled(editable);
-    editor.cmdOk.setEnabled(!isFinished("SRHrequestid") && !cancelled);
+    try {
+        editor.cmdOk.setEnabled(!isFinished("SRHrequestid") && !cancelled);
+    } catch (...) {
+        // Left loaded, the lines of this request would stand there for the next one that is opened.
+        editor.cmdOk.setEnabled(false); // Nothing was entered, so nothing is asked.
+        editor.unload();
+        throw;
+    }
     editor.txtRequestNo.setText(current(kColNumber));
     editor.txtrequestDate.setText(current(kColDate));
     editor.txtRemarks.setText(current(kColRemarks));

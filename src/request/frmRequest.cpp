@@ -169,14 +169,18 @@ void frmRequest::onActivate() {
 void frmRequest::openForEditing() {
     gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
     const forms::Grid& grid = module().master().flexMaster;
+    // A request of which nobody can tell that it may be changed is only looked at.
+    const bool editable = cmdOk.enabled();
+    cmdOk.setEnabled(false);
     const std::string condition = " srhRequestid=" + std::string(grid.cell(grid.row(), kColId)) +
                                   shopCondition(" and srhshopid=");
-    if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition))) cmdOk.setEnabled(false);
-    if (isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition))) {
-        cmdOk.setEnabled(false);
+    const bool used = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition));
+    const bool finished = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition));
+    if (finished) {
         chkTransFinished.setEnabled(false);
         chkTransFinished.setValue(1);
     }
+    cmdOk.setEnabled(editable && !used && !finished);
 }
 
 void frmRequest::shopChosen() {

@@ -61,7 +61,7 @@ void frmscanBc::resolve() {
         const auto item =
             itemOf("select itemid from ashopitemDetail ai "
                    " Where ai.itemID = ai.itemID And ai.shortcutno= " +
-                   basic::decimalText(basic::val(code)) + " And shopid = " + std::to_string(session().shopId));
+                   basic::numberText(basic::val(code)) + " And shopid = " + std::to_string(session().shopId));
         if (item) return finish(code, *item);
     }
     if (!isFalse(db_.lookUp("miscsettings", "AllowItemCodeDuplication"))) return refuse();

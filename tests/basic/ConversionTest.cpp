@@ -305,7 +305,9 @@ TEST(CDate, ReadsBackWhatCStrWrote) {
     } cases[] = {
         {DateOrder::dayMonthYear, '.', "dd.MM.yyyy"}, {DateOrder::monthDayYear, '/', "M/d/yyyy"},
         {DateOrder::yearMonthDay, '-', "yyyy-MM-dd"}, {DateOrder::dayMonthYear, '-', "dd-MMM-yyyy"},
-        {DateOrder::dayMonthYear, '_', "d_M_yyyy"},
+        {DateOrder::dayMonthYear, '_', "d_M_yyyy"},     {DateOrder::yearMonthDay, '.', "yyyy. MM. dd."},
+        {DateOrder::dayMonthYear, '.', "d.M.yyyy."},    {DateOrder::dayMonthYear, '.', "d.M.yyyy 'r.'"},
+        {DateOrder::dayMonthYear, '/', "ddd dd/MM/yy"}, {DateOrder::monthDayYear, ' ', "dddd, MMMM d, yyyy"},
     };
     for (const auto& c : cases) {
         Locale locale;

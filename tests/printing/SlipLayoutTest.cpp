@@ -107,6 +107,8 @@ TEST(SlipLayout, Totals) {
 
 TEST(SlipLayout, MessagesAndTitles) {
     EXPECT_EQ(goodsreq::messageLine("Thank you", "L", 20), "Thank you");
+    EXPECT_EQ(goodsreq::messageLine("Thank\r\nyou", "L", 20), "Thank\r\nyou"); // for who writes two lines
+    EXPECT_EQ(goodsreq::messageLine("Thank\r\nyou", "R", 20), "           Thank you");
     EXPECT_EQ(goodsreq::messageLine("Thank you", "R", 20), "           Thank you");
     EXPECT_EQ(goodsreq::messageLine("Thank you", "M", 20), "      Thank you"); // 10 - 4
     EXPECT_EQ(goodsreq::messageLine("Thank you", "", 21), "      Thank you");  // 6.5, to the even
