@@ -205,6 +205,31 @@ TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
     }
 }
 
+TEST_F(FetchDialog, ShowsOfASearchNothingOfTheOneBefore) {
+    company.change("update aitem set part_code = '' where itemid = " + items[0].id +
+                   ";update aitem set part_code = 'P/5' where itemid = " + item.id);
+    Till till(company);
+    opens(till, "fetch");
+    searches(till, "ItemCode", item.code);
+    EXPECT_EQ(column(till, 5), Names{"P/5"});
+    searches(till, "ItemCode", items[0].code);
+    EXPECT_EQ(column(till, 1), Names{items[0].code});
+    EXPECT_EQ(column(till, 5), Names{""});
+}
+
+TEST_F(FetchDialog, StaysAwayFromALineThatStands) {
+    for (const char* dialog : {"fetch", "scan"}) {
+        Till till(company);
+        goodsreq::openOverLineEntry(till.module, dialog);
+        till.newRequest();
+        till.enters(items);
+        till.changesLine(2);
+        till.user.presses(kKeyF11);
+        EXPECT_EQ(till.user.form(), "frmRequestDetail") << dialog;
+        EXPECT_EQ(chosenItem(till), item.id);
+    }
+}
+
 TEST_F(FetchDialog, SendsItsQueryAsItStands) {
     company.change("update aShops set futurevarchar = 'b1' where shopid = 1");
     Till till(company);

@@ -308,4 +308,33 @@ TEST_F(Header, LinesThatCannotBeLoadedWholeKeepOkDisabled) {
               "3");
 }
 
+TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
+    storeRequest(company, items);
+    const auto fails = [](Till& till, const char* statement) {
+        till.connection->failOn([=](std::string_view s) { return s.find(statement) != s.npos; });
+    };
+    for (const char* lookUp : {"select srhused", "select srhTransfinished"}) {
+        SCOPED_TRACE(lookUp);
+        Till till(company);
+        fails(till, lookUp);
+        till.editRequest(kStored);
+        EXPECT_NE(till.readsReport().find("frmRequest, Form_Activate"), std::string::npos);
+        EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+        EXPECT_FALSE(till.user.enabled("cmdOk"));
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.user.form(), "frmMaster");
+    }
+    Till till(company);
+    fails(till, "select SRHTransfinished");
+    till.editRequest(kStored);
+    EXPECT_NE(till.readsReport().find("frmMaster, CmdEdit_Click"), std::string::npos);
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    till.connection->failOn(nullptr);
+    till.user.clicks("cmdnew");
+    ASSERT_EQ(till.user.form(), "frmRequest");
+    EXPECT_TRUE(till.user.list("lvwrequest").empty()) << "lines of the request that was not opened";
+    EXPECT_EQ(till.user.text("cboShop"), "");
+    EXPECT_TRUE(till.user.enabled("cmdOk"));
+}
+
 } // namespace

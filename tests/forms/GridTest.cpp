@@ -192,6 +192,18 @@ TEST_F(GridRows, CellsAreEmptyUntilSetAndAddedRowsSplitAtTabs) {
     grid.clear();
     EXPECT_EQ(column(0), "||");
     EXPECT_EQ(grid.rows(), 4);
+
+    // A clip goes where something stood; its last cell may be empty.
+    for (const char* clip : {"1\ta\tx\r2\tb\ty\r3\tc\tz\r", "1\t\tx\r2\tb\t\r\r4\td"}) {
+        grid.setRow(1);
+        grid.setCol(0);
+        grid.setRowSel(3);
+        grid.setColSel(2);
+        grid.setClip(clip);
+    }
+    EXPECT_EQ(column(0), "1|2|");
+    EXPECT_EQ(column(1), "|b|c");
+    EXPECT_EQ(column(2), "x||z");
     std::vector<RowText> tooWide;
     tooWide.push_back({"1", "2", "3", "4"});
     EXPECT_THROW(grid.setDataRows(std::move(tooWide)), automation::RunTimeError);

@@ -1,4 +1,5 @@
 // New, edit and delete from the register, and the rights that allow them.
+#include "basic/Calendar.h"
 #include "tests/register/Register.h"
 
 namespace {
@@ -88,6 +89,17 @@ TEST_F(RegisterEditing, NewOpensAnEditorOfTheDay) {
     EXPECT_TRUE(user().enabled("cboShop"));
     EXPECT_EQ(session().editMode, "N");
     EXPECT_EQ(session().lngOtherShopID, kNoShop);
+}
+
+TEST_F(RegisterEditing, TheDayOfANewRequestHasNoTime) {
+    for (const auto& [processDate, shown] : std::initializer_list<std::pair<automation::Date, const char*>>{
+             {basic::dateOf(2026, 3, 31, 14, 5, 0), "31/03/2026"}, {automation::Date{}, "30/12/1899"}}) {
+        shop.emplace(company);
+        shop->component.dtProcessDate = processDate;
+        shop->opens();
+        user().clicks("cmdnew");
+        EXPECT_EQ(user().text("txtrequestDate"), shown);
+    }
 }
 
 TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {

@@ -48,16 +48,21 @@ TEST_F(Starting, TheHostsFieldsBecomeTheSession) {
 TEST_F(Starting, IsRefusedWhileTheRegisterIsOpen) {
     opens();
     shop->component.intShopid = 5;
-    long error = 0;
-    user().happens([&] {
-        try {
-            shop->component.show();
-        } catch (const RunTimeError& refused) {
-            error = refused.number();
-        }
-    });
-    EXPECT_EQ(error, 400);
-    EXPECT_EQ(session().shopId, 1);
+    const std::string key = shop->component.strProjectKey;
+    for (const auto& [given, wanted] :
+         std::initializer_list<std::pair<std::string, long>>{{"a wrong key", 0}, {key, 400}}) {
+        shop->component.strProjectKey = given;
+        long error = 0;
+        user().happens([&] {
+            try {
+                shop->component.show();
+            } catch (const RunTimeError& refused) {
+                error = refused.number();
+            }
+        });
+        EXPECT_EQ(error, wanted) << given;
+        EXPECT_EQ(session().shopId, 1);
+    }
     EXPECT_EQ(user().form(), "frmMaster");
     user().clicks("CmdClose");
     EXPECT_TRUE(user().ended());

@@ -157,10 +157,14 @@ TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
         user().picks("cboColNames", c.column);
         EXPECT_EQ(column(kColId), c.ids);
         EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
-        // The other direction only clears the choice.
-        user().clicks(std::string(c.direction) == "optAscend" ? "optDescend" : "optAscend");
-        EXPECT_EQ(user().control<forms::ComboBox>("cboColNames")->listIndex(), -1);
-        EXPECT_EQ(column(kColId), c.ids);
+        // A click on a direction, chosen already or not, only clears the column.
+        for (const char* direction : {c.direction, "optAscend", "optDescend"}) {
+            user().picks("cboColNames", c.column);
+            const Texts ids = column(kColId);
+            user().clicks(direction);
+            EXPECT_EQ(user().control<forms::ComboBox>("cboColNames")->listIndex(), -1);
+            EXPECT_EQ(column(kColId), ids);
+        }
     }
 }
 
@@ -224,6 +228,19 @@ TEST_F(RegisterList, SearchNeedsAColumnAndAText) {
     user().enters("txtsearch", "b");
     EXPECT_EQ(column(kColId), (Texts{"2", "1"}));
     expectSelected(2);
+}
+
+TEST_F(RegisterList, TheSearchBoxIsTypedOverWhenOneComesBackToIt) {
+    has({{1, "apples"}, {2, "pears"}});
+    opens();
+    user().picks("cboSearch", "Remarks");
+    user().enters("txtsearch", "app");
+    user().types("\r"); // on to New
+    user().tabs(true);
+    ASSERT_EQ(user().focus(), "txtsearch");
+    user().types("p");
+    EXPECT_EQ(user().text("txtsearch"), "p");
+    EXPECT_EQ(grid().row(), 2);
 }
 
 TEST_F(RegisterList, EnterMovesOnBelowTheGrid) {
