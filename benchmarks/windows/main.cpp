@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <future>
 #include <stdexcept>
 
 namespace bench {
@@ -154,14 +155,19 @@ double savesRequest(const automation::ObjectPtr& connection, const std::vector<s
     const support::Ear ear;
     WindowTimes windows;
     double begin = 0;
-    const std::function<void()> begins = [&] { // on the module's thread: nobody is waited for
+    // Both run on the module's thread, and until the second the clerk keeps still, as looking takes the system's time.
+    std::promise<void> over;
+    const std::function<void()> begins = [&] {
         begin = seconds();
         windows.activated = 0;
     };
+    const std::function<void()> ends = [&] { over.set_value(); };
     shows(connection, [&](support::Clerk& clerk) {
         if (!clerk.awaits("active frmMaster") || !entersRequest(clerk, barcodes, lines)) return false;
         ear.hearsLater(begins);
         clerk.pressesAlt('o');
+        ear.hearsLater(ends);
+        over.get_future().wait_for(std::chrono::seconds(10));
         if (!clerk.awaits("unloaded frmRequest")) return false;
         clerk.pressesAlt('c');
         return clerk.awaits("unloaded frmMaster");
