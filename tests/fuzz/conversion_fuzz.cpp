@@ -22,6 +22,8 @@ const basic::Locale kLocales[] = {
     {basic::DateOrder::yearMonthDay, '-', "yyyy-MM-dd", ',', ' ', 1250},
     {basic::DateOrder::dayMonthYear, '-', "d-MMM-yyyy", '.', ',', 1256},
     {basic::DateOrder::dayMonthYear, ' ', "d MMMM yyyy", '.', ',', 874},
+    {basic::DateOrder::yearMonthDay, '.', "yyyy. MM. dd.", ',', ' ', 1250},
+    {basic::DateOrder::dayMonthYear, '.', "dddd, d.MMM yyyy 'r.'", ',', ' ', 1251},
 };
 
 void hold(bool held, const char* rule) {
