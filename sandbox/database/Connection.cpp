@@ -44,6 +44,20 @@ Database& Connection::database() {
     return *database_;
 }
 
+Database& Connection::idleDatabase() {
+    Database& found = database();
+    if (beingRead_ == 0) return found;
+    if (found.inTransaction())
+        fail(kServerFailure, "Cannot create new connection because in manual or distributed transaction mode.");
+    ++moreConnections_;
+    return found;
+}
+
+bool Connection::readsAtOnce() const {
+    constexpr std::int32_t kAtTheClient = 3;
+    return basic::cLng(cursorLocation_) == kAtTheClient;
+}
+
 void Connection::open(const std::string& connectionString) {
     if (database_) fail(kObjectOpen);
     const std::string path = dataSource(connectionString);
@@ -75,7 +89,7 @@ void Connection::failOn(std::function<bool(std::string_view)> predicate) {
 
 Value Connection::execute(Arguments arguments) {
     std::string text = basic::cStr(arguments[0]);
-    Outcome outcome = database().execute(text);
+    Outcome outcome = idleDatabase().execute(text);
     if (arguments.size() > 1 && arguments[1].isReference())
         arguments[1].resolved() = static_cast<std::int32_t>(outcome.isQuery ? -1 : outcome.affected);
     auto records = std::make_shared<Recordset>();
@@ -97,6 +111,7 @@ const automation::Members<Connection>& Connection::members() {
         });
         m.method("Execute", 1, 3, [](Connection& self, Arguments arguments) { return self.execute(arguments); });
         m.method("BeginTrans", 0, 0, [](Connection& self, Arguments) {
+            if (self.beingRead_ > 0) fail(kServerFailure, "Cannot start transaction while in firehose mode.");
             self.database().begin();
             return Value(std::int32_t(1));
         });

@@ -25,6 +25,14 @@ public:
     bool isOpen() const { return database_ != nullptr; }
     /// Error 3704 when closed.
     Database& database();
+    /// For sending a statement. Errors: 3704 when closed, -2147467259 while a forward-only result is still being read
+    /// inside a transaction. Outside of one the provider opens another connection for it, which costs a log-on.
+    Database& idleDatabase();
+    /// A forward-only result has rows that were not read yet (1), or no longer (-1).
+    void occupy(int change) { beingRead_ += change; }
+    /// How many statements needed another connection so far.
+    int moreConnections() const { return moreConnections_; }
+    bool readsAtOnce() const;
 
     /// The text is a file's path, or "name=value" pairs with ";" between them, of which "Data Source" is the path and
     /// "Trace", where it is given, a file for the statements.
@@ -47,6 +55,8 @@ private:
     std::string connectionString_;
     automation::Value commandTimeout_ = std::int32_t(30);
     automation::Value connectionTimeout_ = std::int32_t(15);
+    int beingRead_ = 0;
+    int moreConnections_ = 0;
     automation::Value cursorLocation_ = std::int32_t(2);
     TraceSink trace_;
     std::function<bool(std::string_view)> failOn_;

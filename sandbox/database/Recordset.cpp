@@ -92,9 +92,31 @@ void Recordset::open(Arguments arguments) {
     run();
 }
 
-void Recordset::run() { adopt(database().execute(source_), connection_, source_); }
+Database& Recordset::idleDatabase() const {
+    database();
+    return connection_->idleDatabase();
+}
+
+void Recordset::run() { adopt(idleDatabase().execute(source_), connection_, source_); }
+
+Recordset::~Recordset() {
+    open_ = false;
+    tellWhetherRead();
+}
+
+/// Rows are read ahead here; whoever counts on that would occupy a real server's connection.
+void Recordset::tellWhetherRead() {
+    const bool occupies = open_ && cursor_ == kForwardOnly && lock_ == kReadOnlyLock && connection_ &&
+                          !connection_->readsAtOnce() &&
+                          position_ < static_cast<std::ptrdiff_t>(data_.rows.size());
+    if (occupies == occupies_) return;
+    occupies_ = occupies;
+    connection_->occupy(occupies ? 1 : -1);
+}
 
 void Recordset::adopt(Outcome outcome, std::shared_ptr<Connection> connection, std::string source) {
+    open_ = false;
+    tellWhetherRead();
     open_ = outcome.isQuery;
     data_ = std::move(outcome);
     connection_ = std::move(connection);
@@ -102,12 +124,14 @@ void Recordset::adopt(Outcome outcome, std::shared_ptr<Connection> connection, s
     position_ = 0;
     editing_ = Editing::none;
     pending_.clear();
+    tellWhetherRead();
 }
 
 void Recordset::close() {
     wantOpen();
     if (editing_ != Editing::none) fail(kNotAllowedHere);
     open_ = false;
+    tellWhetherRead();
     data_ = {};
 }
 
@@ -116,6 +140,7 @@ void Recordset::moveTo(std::ptrdiff_t position) {
     // Leaving a row that is being edited writes it.
     if (editing_ != Editing::none) update();
     position_ = position;
+    tellWhetherRead();
 }
 
 Value Recordset::getString(Arguments arguments) {
@@ -136,6 +161,7 @@ Value Recordset::getString(Arguments arguments) {
         }
         text += row;
     }
+    tellWhetherRead();
     return text;
 }
 

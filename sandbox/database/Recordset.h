@@ -16,6 +16,9 @@ namespace sandbox {
 class Recordset : public automation::Object, public std::enable_shared_from_this<Recordset> {
 public:
     enum Cursor : std::int32_t { kForwardOnly = 0, kKeyset = 1, kDynamic = 2, kStatic = 3 };
+    Recordset() = default;
+    ~Recordset() override;
+
     enum Lock : std::int32_t { kReadOnlyLock = 1, kPessimistic = 2, kOptimistic = 3, kBatch = 4 };
 
     automation::Value invoke(automation::Access access, std::string_view member,
@@ -51,9 +54,11 @@ private:
     void close();
     void setConnection(const automation::Value& value);
     void moveTo(std::ptrdiff_t position);
+    void tellWhetherRead();
     void wantOpen() const;
     void wantWritable() const;
     Database& database() const;
+    Database& idleDatabase() const;
     void addNew();
     void update();
     void insertPending();
@@ -65,6 +70,7 @@ private:
     std::string source_;
     std::int32_t cursor_ = kForwardOnly;
     std::int32_t lock_ = kReadOnlyLock;
+    bool occupies_ = false; ///< the connection, with rows that were not read yet
     bool open_ = false;
     Outcome data_;
     std::ptrdiff_t position_ = 0; ///< -1 before the first row, the number of rows after the last

@@ -82,7 +82,7 @@ void Recordset::update() {
 }
 
 void Recordset::insertPending() {
-    Database& db = database();
+    Database& db = idleDatabase();
     const Table& table = *db.schema().table(data_.baseTable);
     std::vector<ColumnValue> values;
     for (std::size_t i = 0; i < pending_.size(); ++i)
@@ -115,7 +115,7 @@ void Recordset::insertPending() {
 }
 
 void Recordset::writePending() {
-    Database& db = database();
+    Database& db = idleDatabase();
     const Table& table = *db.schema().table(data_.baseTable);
     const std::span<Value> row = data_.rows[static_cast<std::size_t>(position_)];
     const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {

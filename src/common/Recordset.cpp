@@ -1,5 +1,6 @@
 #include "common/Recordset.h"
 
+#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 
 namespace goodsreq {
@@ -25,18 +26,23 @@ Recordset& Recordset::operator=(Recordset&& other) noexcept {
 
 Recordset::~Recordset() { closeQuietly(object_); }
 
+automation::Object& Recordset::held() const {
+    if (!object_) automation::raise(automation::kObjectNotSet);
+    return *object_;
+}
+
 bool Recordset::isOpen() const { return object_ && basic::cLng(object_->get("State")) != 0; }
 
-bool Recordset::eof() const { return basic::cBool(object_->get("EOF")); }
+bool Recordset::eof() const { return basic::cBool(held().get("EOF")); }
 
-void Recordset::moveNext() { object_->call("MoveNext"); }
+void Recordset::moveNext() { held().call("MoveNext"); }
 
-std::int32_t Recordset::recordCount() const { return basic::cLng(object_->get("RecordCount")); }
+std::int32_t Recordset::recordCount() const { return basic::cLng(held().get("RecordCount")); }
 
-Field Recordset::field(std::string_view name) const { return Field(object_->call("Fields", name).objectPtr()); }
+Field Recordset::field(std::string_view name) const { return Field(held().call("Fields", name).objectPtr()); }
 
 std::vector<Field> Recordset::fields() const {
-    automation::ObjectPtr list = object_->get("Fields").objectPtr();
+    automation::ObjectPtr list = held().get("Fields").objectPtr();
     std::vector<Field> result;
     const std::int32_t count = basic::cLng(list->get("Count"));
     result.reserve(static_cast<std::size_t>(count));
@@ -45,23 +51,23 @@ std::vector<Field> Recordset::fields() const {
 }
 
 automation::Value Recordset::value(int position) const {
-    return Field(object_->call("Fields", std::int32_t{position}).objectPtr()).value();
+    return Field(held().call("Fields", std::int32_t{position}).objectPtr()).value();
 }
 
 std::string Recordset::clipText() {
     constexpr std::int32_t kClipString = 2;
     constexpr std::int32_t kAllRows = -1;
-    return basic::concatText(object_->call("GetString", kClipString, kAllRows, "\t", "\r", ""));
+    return basic::concatText(held().call("GetString", kClipString, kAllRows, "\t", "\r", ""));
 }
 
-void Recordset::addNew() { object_->call("AddNew"); }
+void Recordset::addNew() { held().call("AddNew"); }
 
 void Recordset::set(std::string_view name, automation::Value value) {
-    object_->call("Fields", name).object().put("Value", std::move(value));
+    held().call("Fields", name).object().put("Value", std::move(value));
 }
 
-void Recordset::update() { object_->call("Update"); }
+void Recordset::update() { held().call("Update"); }
 
-void Recordset::close() { object_->call("Close"); }
+void Recordset::close() { held().call("Close"); }
 
 } // namespace goodsreq

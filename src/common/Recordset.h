@@ -51,6 +51,9 @@ public:
     void close();
 
 private:
+    /// Error 91 where a component answered with no record set.
+    automation::Object& held() const;
+
     automation::ObjectPtr object_;
 };
 

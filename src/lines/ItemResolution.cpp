@@ -139,7 +139,9 @@ void frmRequestDetail::DisplayBarcodeItemDetails(const std::string& strBarcode, 
         return;
     }
     strItemCode = basic::concatText(item.value("itemcode"));
-    showItem(basic::concatText(item.value(1)), lngItemid);
+    const std::string description = basic::concatText(item.value(1));
+    item.close(); // The choice of an item asks the server more.
+    showItem(description, lngItemid);
 }
 
 void frmRequestDetail::offerItem(const std::string& description, std::int32_t itemId) {

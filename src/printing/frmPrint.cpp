@@ -116,6 +116,7 @@ void frmPrint::WIndowsPrint() {
     report_ = engine_->call("OpenReport", module().folder() + (interDivision ? "\\reports\\rptinterdivisionsalesreq.rpt"
                                                                               : "\\reports\\reqtoshop.rpt"))
                   .objectPtr();
+    if (!report_) automation::raise(automation::kObjectNotSet);
 
     const std::string title = interDivision
                                   ? std::string("Inter Divison Sales Request  ")

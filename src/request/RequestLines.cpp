@@ -31,19 +31,22 @@ void frmRequest::loadLines() {
         const Field description = lines.field("itemdescription");
         const Field unit = lines.field("UnitCode");
         for (; !lines.eof(); lines.moveNext()) {
-            const std::string itemId = basic::concatText(item.value());
-            const std::string code = basic::concatText(db_.lookUp("aitem", "itemcode", "itemid=" + itemId));
             forms::ListItem& line = lvwrequest.add(std::to_string(lvwrequest.count() + 1));
-            line.setSubItem(kLineItemCode, code);
             line.setSubItem(kLineItemName, basic::concatText(description.value()));
             line.setSubItem(kLineGoodQty, basic::format(good.value(), kQuantityFormat));
             line.setSubItem(kLineBadQty, basic::format(bad.value(), kQuantityFormat));
-            line.setSubItem(kLineItemId, itemId);
+            line.setSubItem(kLineItemId, basic::concatText(item.value()));
             line.setSubItem(kLinePrice, basic::format(price.value(), kQuantityFormat));
             line.setSubItem(kLineUnit, basic::concatText(unit.value()));
         }
     }
     lines.close();
+    // Not before: while rows are still being read, the server would need another connection for each look-up.
+    for (int i = 1; i <= lvwrequest.count(); ++i) {
+        forms::ListItem& line = lvwrequest.item(i);
+        line.setSubItem(kLineItemCode,
+                        basic::concatText(db_.lookUp("aitem", "itemcode", "itemid=" + line.subItem(kLineItemId))));
+    }
     // A line whose item has left the master tables is not among them; a save would drop it for good.
     const automation::Value stored = module()
                                          .openRecordset("select count(*) from mesRequesttoShopdetail where srdrequestid = " +

@@ -93,7 +93,7 @@ std::int32_t frmscanBc::DisplayBarcodeItemDetails(const std::string& strBarcode,
         if (!id.isNull() && !id.isEmpty()) lngItemid = basic::cLng(id);
     }
     frmRequestDetail& lineEntry = forms::touch(module().requestDetail());
-    const Recordset item =
+    Recordset item =
         db_.fnReturnRecords("select v.itemdescription, a.itemcode from aitem a inner join vwItemDescription v "
                             "on a.ItemId=v.ItemId where a.itemid=" +
                             std::to_string(lngItemid));
@@ -102,6 +102,7 @@ std::int32_t frmscanBc::DisplayBarcodeItemDetails(const std::string& strBarcode,
     } else {
         lineEntry.offerItem(basic::concatText(item.value("itemdescription")), lngItemid);
         lineEntry.strItemCode = basic::concatText(item.value("itemcode"));
+        item.close(); // The choice of an item asks the server more.
         gen_.SelectComboItemByValue(lineEntry.cboItem, lngItemid);
     }
     lineEntry.showPackings();

@@ -59,6 +59,31 @@ TEST(Connection, OneTransactionAtATime) {
     EXPECT_EQ(rows(*connection, kCount), "2") << "a refused statement leaves the others of its transaction";
 }
 
+TEST(Connection, IsOccupiedUntilAForwardOnlyResultIsReadOrClosed) {
+    auto connection = smallCompany();
+    const auto begins = [&] { return failureOf([&] { connection->call("BeginTrans"); }).text; };
+    const auto asks = [&] { return failureOf([&] { connection->call("Execute", kCount); }).text; };
+    const auto reads = [&] { return opened(connection, "select shopid from aShops", 0, 1); };
+    RecordsetPtr shops = reads();
+    EXPECT_EQ(begins(), "Cannot start transaction while in firehose mode.");
+    EXPECT_EQ(asks(), "no error");
+    EXPECT_EQ(connection->moreConnections(), 1);
+    while (!basic::cBool(shops->get("EOF"))) shops->call("MoveNext");
+    EXPECT_EQ(begins(), "no error");
+    const std::vector<std::function<void()>> waysToEnd{[&] { shops->call("Close"); }, [&] { shops->call("GetString"); },
+                                                      [&] { shops.reset(); }};
+    for (const auto& ends : waysToEnd) {
+        shops = reads();
+        EXPECT_EQ(asks(), "Cannot create new connection because in manual or distributed transaction mode.");
+        ends();
+        EXPECT_EQ(asks(), "no error");
+    }
+    EXPECT_EQ(connection->moreConnections(), 1);
+    connection->put("CursorLocation", std::int32_t{3});
+    shops = reads();
+    EXPECT_EQ(asks(), "no error") << "a client's cursor has taken all rows";
+}
+
 class TwoUsers : public testing::Test {
 protected:
     void SetUp() override {

@@ -182,6 +182,22 @@ TEST_F(RegisterFaults, AreShownAlsoWithoutTheErrorComponent) {
     EXPECT_TRUE(person.ended());
 }
 
+TEST(RecordsetFaults, AResultThatIsNothingIsAnError) {
+    Recordset nothing(nullptr);
+    for (const auto& act : std::initializer_list<std::function<void()>>{
+             [&] { nothing.eof(); }, [&] { nothing.moveNext(); }, [&] { nothing.value(0); }, [&] { nothing.value("a"); },
+             [&] { nothing.fields(); }, [&] { nothing.update(); }, [&] { nothing.close(); }}) {
+        long error = 0;
+        try {
+            act();
+        } catch (const RunTimeError& thrown) {
+            error = thrown.number();
+        }
+        EXPECT_EQ(error, automation::kObjectNotSet);
+    }
+    EXPECT_FALSE(nothing.isOpen());
+}
+
 TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
     struct Case {
         const char* name;

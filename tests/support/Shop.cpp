@@ -72,6 +72,8 @@ Shop::Shop(const CompanyFile& company, Seat seat)
     component.dtProcessDate = basic::dateOf(day.year, day.month, day.day);
 }
 
+Shop::~Shop() { EXPECT_EQ(connection->moreConnections(), 0) << "statements sent while another one was being read"; }
+
 void Shop::opens() {
     user.starts([this] { component.show(); });
 }

@@ -47,6 +47,9 @@ class Shop {
 
 public:
     explicit Shop(const CompanyFile& company, Seat seat = {});
+    /// Fails the test where a statement was sent while a forward-only result was still being read: on a real server that
+    /// is another log-on, and an error inside a transaction.
+    ~Shop();
 
     /// Shows the register, as the host does.
     void opens();
