@@ -145,24 +145,20 @@ struct PatternPart {
     std::string_view literal;
 };
 
-std::vector<PatternPart> partsOf(std::string_view pattern) {
-    std::vector<PatternPart> parts;
-    while (!pattern.empty()) {
-        const char c = pattern.front();
-        if (c == '\'') {
-            const std::size_t end = std::min(pattern.find('\'', 1), pattern.size());
-            parts.push_back({0, 0, pattern.substr(1, end - 1)});
-            pattern.remove_prefix(std::min(end + 1, pattern.size()));
-            continue;
-        }
-        const std::size_t run = std::min(pattern.find_first_not_of(c), pattern.size());
-        if (c == 'd' || c == 'M' || c == 'y')
-            parts.push_back({c, run, {}});
-        else
-            parts.push_back({0, 0, pattern.substr(0, run)});
-        pattern.remove_prefix(run);
+/// Takes the first part off a pattern that is not empty.
+PatternPart takePart(std::string_view& pattern) {
+    const char c = pattern.front();
+    if (c == '\'') {
+        const std::size_t end = std::min(pattern.find('\'', 1), pattern.size());
+        const PatternPart part{0, 0, pattern.substr(1, end - 1)};
+        pattern.remove_prefix(std::min(end + 1, pattern.size()));
+        return part;
     }
-    return parts;
+    const std::size_t run = std::min(pattern.find_first_not_of(c), pattern.size());
+    const bool isField = c == 'd' || c == 'M' || c == 'y';
+    const PatternPart part = isField ? PatternPart{c, run, {}} : PatternPart{0, 0, pattern.substr(0, run)};
+    pattern.remove_prefix(run);
+    return part;
 }
 
 std::string_view weekdayOf(const CivilTime& day) {
@@ -171,13 +167,16 @@ std::string_view weekdayOf(const CivilTime& day) {
 }
 
 /// The name, or its first three letters.
-std::string named(std::string_view name, std::size_t length) { return std::string(length == 3 ? name.substr(0, 3) : name); }
+std::string named(std::string_view name, std::size_t length) {
+    return std::string(length == 3 ? name.substr(0, 3) : name);
+}
 
 /// What shortDate wrote: in a pattern like "yyyy. MM. dd." more stands around the fields than parts them.
 std::optional<CivilTime> parseShortDate(std::string_view text, const Locale& locale) {
     std::optional<int> year;
     int month = 0, day = 0;
-    for (const PatternPart& part : partsOf(trimmed(locale.shortDate))) {
+    for (std::string_view pattern = trimmed(locale.shortDate); !pattern.empty();) {
+        const PatternPart part = takePart(pattern);
         if (!part.letter) {
             if (!text.starts_with(part.literal)) return std::nullopt;
             text.remove_prefix(part.literal.size());
@@ -242,18 +241,23 @@ std::optional<automation::Date> parseDate(std::string_view text, const Locale& l
 
 std::string dateText(automation::Date date, const Locale& locale) {
     const CivilTime parts = civil(date);
-    const std::string time = padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
-    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time;
+    const auto time = [&] {
+        return padded(parts.hour, 2) + ":" + padded(parts.minute, 2) + ":" + padded(parts.second, 2);
+    };
+    if (parts.year == 1899 && parts.month == 12 && parts.day == 30) return time();
     const std::string day = shortDate(date, locale);
-    return parts.hour || parts.minute || parts.second ? day + " " + time : day;
+    return parts.hour || parts.minute || parts.second ? day + " " + time() : day;
 }
 
 std::string shortDate(automation::Date date, const Locale& locale) {
     const CivilTime parts = civil(date);
     std::string text;
-    for (const PatternPart& part : partsOf(locale.shortDate)) {
+    for (std::string_view pattern = locale.shortDate; !pattern.empty();) {
+        const PatternPart part = takePart(pattern);
         switch (part.letter) {
-        case 'd': text += part.length <= 2 ? padded(parts.day, part.length) : named(weekdayOf(parts), part.length); break;
+        case 'd':
+            text += part.length <= 2 ? padded(parts.day, part.length) : named(weekdayOf(parts), part.length);
+            break;
         case 'M':
             text += part.length <= 2 ? padded(parts.month, part.length) : named(monthName(parts.month), part.length);
             break;

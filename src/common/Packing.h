@@ -14,9 +14,8 @@ double fnGetSellingPrice(Module& module, std::int32_t itemId, std::int32_t curre
 /// when there is none.
 automation::Value fnGetShipmentSellingPrice(Module& module, std::int32_t itemId, std::int32_t shopId);
 
-// The two that fill the list report their own errors, and the user goes on.
-
-/// Lists the item's active packings that have a capacity for the item's unit: id, name, and an empty quantity.
+/// Lists the item's active packings that have a capacity for the item's unit: id, name, and an empty quantity. Reports
+/// its own errors, so that the user goes on; so does the next.
 void FillPackingTypes(Module& module, forms::ListView& list, std::int32_t itemId);
 
 /// Writes into each listed packing how many packs `quantity` base units make, as a fraction ("2.50"). A packing without a

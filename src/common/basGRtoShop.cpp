@@ -12,7 +12,6 @@ using automation::Value;
 
 namespace {
 
-
 std::string key(const std::string& name) { return basic::ucase(basic::trim(name)); }
 
 } // namespace
