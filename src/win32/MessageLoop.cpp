@@ -10,12 +10,15 @@ namespace {
 bool isKeyDown(const MSG& message) { return message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN; }
 bool isKeyUp(const MSG& message) { return message.message == WM_KEYUP || message.message == WM_SYSKEYUP; }
 
-/// Dispatches the characters that the last translated key made.
+/// Dispatches the characters that the last translated key made. A request to quit, which the system hands out whatever
+/// is asked for, stays for the loops.
 void dispatchCharacters() {
     MSG message;
     while (PeekMessageW(&message, nullptr, WM_CHAR, WM_DEADCHAR, PM_REMOVE) ||
-           PeekMessageW(&message, nullptr, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE))
+           PeekMessageW(&message, nullptr, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE)) {
+        if (message.message == WM_QUIT) return PostQuitMessage(static_cast<int>(message.wParam));
         DispatchMessageW(&message);
+    }
 }
 
 void dispatch(MSG message) {
@@ -26,9 +29,15 @@ void dispatch(MSG message) {
         return;
     }
     if (HWND focus = GetFocus(); focus && FormWindow::owns(focus)) message.hwnd = focus;
-    const LRESULT answer = DispatchMessageW(&message);
-    if (!isKeyDown(message) || answer == kKeySwallowed || !IsWindow(message.hwnd)) return;
-    TranslateMessage(&message);
+    if (isKeyUp(message)) {
+        // Letting Alt go makes the character whose number was keyed meanwhile, as many scanners do.
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    } else {
+        const LRESULT answer = DispatchMessageW(&message);
+        if (answer == kKeySwallowed || !IsWindow(message.hwnd)) return;
+        TranslateMessage(&message);
+    }
     dispatchCharacters();
 }
 

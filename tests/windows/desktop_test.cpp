@@ -3,6 +3,7 @@
 #include "forms/UserInput.h"
 #include "tests/support/EventOrder.h"
 #include "tests/windows/Person.h"
+#include "tests/windows/TestForms.h"
 #include "win32/Dpi.h"
 #include "win32/Text.h"
 #include "win32/Win32Desktop.h"
@@ -10,39 +11,14 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <future>
 
 using namespace forms;
 using namespace support;
+using namespace std::chrono_literals;
 
 namespace {
-
-/// A form that a test describes by hand.
-class PlainForm : public Form {
-public:
-    PlainForm(Desktop& desktop, std::string name) : Form(desktop, std::move(name)) {}
-    std::function<void()> describe;
-
-protected:
-    void design() override {
-        setSize(7200, 4800);
-        if (describe) describe();
-    }
-};
-
-class CounterForm : public PlainForm {
-public:
-    explicit CounterForm(Desktop& desktop) : PlainForm(desktop, "frmCounter") {
-        describe = [this] {
-            txtBarcode.place({120, 120, 3000, 330});
-            txtQuantity.place({120, 600, 3000, 330});
-            cmdOk.place({120, 1100, 1200, 390});
-            cmdOk.setText("&OK");
-        };
-    }
-    TextBox txtBarcode{*this, "txtBarcode"};
-    TextBox txtQuantity{*this, "txtQuantity"};
-    CommandButton cmdOk{*this, "cmdOk"};
-};
 
 /// The Shift key of a real keyboard is a key of its own, pressed and let go; the table speaks of the key that it goes
 /// with.
@@ -70,6 +46,41 @@ void take(Person& person, EventOrderForm& form, const EventStep& step) {
     case EventStep::Kind::disables: return person.look([&] { form.find(step.control)->setEnabled(false); });
     }
 }
+
+} // namespace
+
+/// The program's own entry for the system's function.
+extern "C" decltype(&TranslateMessage) __imp_TranslateMessage;
+
+namespace {
+
+/// Where Alt and the keypad make no character, as under Wine: while this lives, Alt makes an "a" when it is let go.
+class KeyedByNumber {
+public:
+    KeyedByNumber() { enter(&translate); }
+    ~KeyedByNumber() { enter(system()); }
+    KeyedByNumber(const KeyedByNumber&) = delete;
+    KeyedByNumber& operator=(const KeyedByNumber&) = delete;
+
+private:
+    using Translate = decltype(&TranslateMessage);
+    static Translate system() {
+        static const Translate found = __imp_TranslateMessage;
+        return found;
+    }
+    static void enter(Translate function) {
+        system();
+        DWORD protection = 0;
+        VirtualProtect(&__imp_TranslateMessage, sizeof function, PAGE_READWRITE, &protection);
+        __imp_TranslateMessage = function;
+        VirtualProtect(&__imp_TranslateMessage, sizeof function, protection, &protection);
+    }
+    static BOOL WINAPI translate(const MSG* message) {
+        const bool up = message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
+        if (up && message->wParam == VK_MENU) return PostMessageW(message->hwnd, WM_CHAR, L'a', 1);
+        return system()(message);
+    }
+};
 
 } // namespace
 
@@ -314,6 +325,25 @@ TEST(RealWindows, GiveF10AndMnemonicsToTheForm) {
         });
 }
 
+TEST(RealWindows, TakeACharacterKeyedByItsNumber) {
+    const KeyedByNumber keyed;
+    const auto desktop = win32::makeDesktop();
+    const auto form = std::make_shared<CounterForm>(*desktop);
+    std::vector<std::string> log;
+    form->txtBarcode.onKeyUp = [&](std::int16_t& code, std::int16_t) { log.push_back("up " + std::to_string(code)); };
+    form->txtBarcode.onKeyPress = [&](std::int16_t& c) { log.push_back("press " + std::to_string(c)); };
+    Person::sits(
+        *desktop, [&] { form->showModal(nullptr); },
+        [&](Person& person) {
+            person.seesForm("frmCounter");
+            person.presses(VK_NUMPAD9, VK_MENU);
+            person.presses(VK_F2);
+            person.sees("the last key", [&] { return !log.empty() && log.back() == "up 113"; });
+            EXPECT_EQ(log, (std::vector<std::string>{"up 105", "up 18", "press 97", "up 113"}));
+            EXPECT_EQ(form->txtBarcode.text(), "a");
+        });
+}
+
 TEST(RealWindows, ScrollFiftyThousandRowsAtOnce) {
     constexpr int kRows = 50000;
     const auto desktop = win32::makeDesktop();
@@ -414,17 +444,31 @@ TEST(RealWindows, DisableTheFormBelowAndComeBackToItsFocus) {
 TEST(RealWindows, LeaveARequestToQuitToTheHost) {
     const auto desktop = win32::makeDesktop();
     const auto form = std::make_shared<CounterForm>(*desktop);
-    MSG left{};
-    Person::sits(
-        *desktop,
-        [&] {
-            form->showModal(nullptr);
-            EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-        },
-        [&](Person& person) {
-            person.seesForm("frmCounter");
-            person.look([] { PostQuitMessage(3); });
-        });
-    EXPECT_EQ(left.wParam, 3u);
-    EXPECT_FALSE(form->visible());
+    const auto above = std::make_shared<PlainForm>(*desktop, "frmAbove");
+    form->txtBarcode.onKeyPress = [&](std::int16_t&) {
+        PostQuitMessage(3);
+        above->showModal(form.get());
+    };
+    for (const bool fromACharacter : {false, true}) {
+        SCOPED_TRACE(fromACharacter ? "beneath a second form, opened by a character" : "beneath one form");
+        MSG left{};
+        std::promise<void> end;
+        Person::sits(
+            *desktop,
+            [&] {
+                form->showModal(nullptr);
+                end.set_value();
+                EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+            },
+            [&](Person& person) {
+                person.seesForm("frmCounter");
+                if (fromACharacter)
+                    person.types("x");
+                else
+                    person.look([] { PostQuitMessage(3); });
+                EXPECT_EQ(end.get_future().wait_for(10s), std::future_status::ready) << "not all forms have ended";
+            });
+        EXPECT_EQ(left.wParam, 3u);
+        EXPECT_FALSE(form->visible());
+    }
 }
