@@ -5,6 +5,7 @@
 #include "win32/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace win32 {
 namespace {
@@ -160,7 +161,9 @@ LRESULT RowsWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM l
     // The header reports to the list, which does not tell its own parent everything.
     const auto* header = message == WM_NOTIFY ? reinterpret_cast<const NMHDR*>(lParam) : nullptr;
     if (header && refusesOfHeader(*header)) return TRUE;
+    const bool paintedBefore = std::exchange(painting_, message == WM_PAINT || message == WM_PRINTCLIENT);
     const LRESULT result = ControlWindow::onMessage(window, message, wParam, lParam);
+    painting_ = paintedBefore;
     if (header && !updating_ && alive() && (header->code == HDN_ITEMCHANGEDW || header->code == HDN_ITEMCHANGEDA))
         tellWidths();
     const bool mayScroll = message == WM_VSCROLL || message == WM_MOUSEWHEEL || message == WM_KEYDOWN;
@@ -201,12 +204,28 @@ LRESULT RowsWindow::itemChanged(const NMLISTVIEW& change) {
 }
 
 void RowsWindow::textOf(LVITEMW& item) const {
-    if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
-    text_.clear();
-    const bool there = item.iItem >= 0 && item.iItem < rowCount() && item.iSubItem >= 1 &&
-                       item.iSubItem <= static_cast<int>(shown_.size());
-    if (there) text_ = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem - 1)].model));
-    item.pszText = text_.data(); // Read before the next one is asked for.
+    if (!(item.mask & LVIF_TEXT) || !item.pszText || item.cchTextMax <= 0) return;
+    std::wstring text;
+    if (item.iItem >= 0 && item.iItem < rowCount()) {
+        if (item.iSubItem >= 1 && item.iSubItem <= static_cast<int>(shown_.size()))
+            text = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem - 1)].model));
+        else if (item.iSubItem == 0 && !painting_)
+            text = rowText(item.iItem);
+    }
+    // Into the asker's own place: it may look at the text when it has asked for others already.
+    const std::size_t length = text.copy(item.pszText, static_cast<std::size_t>(item.cchTextMax) - 1);
+    item.pszText[length] = 0;
+}
+
+std::wstring RowsWindow::rowText(int row) const {
+    std::wstring text;
+    for (const RowsColumn& column : shown_) {
+        const std::wstring shown = wide(cell(row, column.model));
+        if (shown.empty()) continue;
+        if (!text.empty()) text += L", ";
+        text += shown;
+    }
+    return text;
 }
 
 LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {

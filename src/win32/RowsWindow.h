@@ -66,6 +66,8 @@ private:
     LRESULT draw(NMLVCUSTOMDRAW& drawing);
     bool refusesOfHeader(const NMHDR& header) const;
     void textOf(LVITEMW& item) const;
+    /// What a screen reader says for a row: the text of the column of no width.
+    std::wstring rowText(int row) const;
 
     std::vector<RowsColumn> shown_;
     OwnedImages heights_;
@@ -73,7 +75,7 @@ private:
     int column_ = 0; ///< where the pointer last chose
     bool stale_ = false;
     bool chosen_ = false; ///< the press in hand has already chosen its row
-    mutable std::wstring text_;
+    bool painting_ = false;
 };
 
 } // namespace win32
