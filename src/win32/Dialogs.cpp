@@ -46,8 +46,7 @@ const char* nameOf(Answer answer) {
 
 BOOL CALLBACK disableOther(HWND window, LPARAM state) {
     auto& [modal, disabled] = *reinterpret_cast<std::pair<HWND, std::vector<HWND>*>*>(state);
-    // Tips and the like belong to the form itself.
-    const bool tool = (GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) != WS_CAPTION && GetWindow(window, GW_OWNER);
+    const bool tool = GetWindow(window, GW_OWNER) == modal; // the form's own tips
     if (window == modal || tool || !IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
     EnableWindow(window, FALSE);
     disabled->push_back(window);

@@ -55,10 +55,18 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_SIZE: resized(); return 0;
     case WM_SETTINGCHANGE: userLocaleChanged(); break;
-    case WM_GETMINMAXINFO:
-        if (smallest_.cx > 0 && form_.resizable())
-            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest_.cx, smallest_.cy};
+    case WM_SYSCOLORCHANGE:
+        // Only windows without a parent are told, and controls keep colours and pictures of their own.
+        for (const auto& control : controls_) SendMessageW(control->handle(), message, wParam, lParam);
+        coloursChanged();
         return 0;
+    case WM_GETMINMAXINFO:
+        if (designed_.cx > 0 && form_.resizable()) {
+            const SIZE smallest = designedSize();
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
+        }
+        return 0;
+    case WM_DESTROY: destroyed(); return 0;
     case WM_SETCURSOR:
         if (!hourglass_) break;
         SetCursor(LoadCursorW(nullptr, IDC_WAIT));

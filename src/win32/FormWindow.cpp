@@ -22,6 +22,9 @@ ATOM registerClass(WNDPROC procedure) {
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     description.lpszClassName = kClassName;
+    // Classes outlive their module: a host that ends COM and starts it again may load this one where it was before, and
+    // find its own class there, with a procedure of then. No window is left of it.
+    UnregisterClassW(kClassName, description.hInstance);
     return RegisterClassExW(&description);
 }
 
@@ -56,10 +59,7 @@ FormWindow::FormWindow(forms::Form& form, HWND owner, const bool& hourglass) : f
 }
 
 FormWindow::~FormWindow() {
-    alive_ = false;
-    if (form_.view() == this) form_.attach(nullptr);
-    for (const auto& control : controls_)
-        if (control->control().view() == control.get()) control->control().attach(nullptr);
+    leaveModel();
     giveScreenBack();
     owned_ = {}; // The controls' objects live until their windows have had their last message.
 }
@@ -84,10 +84,13 @@ void FormWindow::createControls() {
             SetWindowPos(control->handle(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+SIZE FormWindow::designedSize() const {
+    return outerSize({dpi_.pixels(designed_.cx), dpi_.pixels(designed_.cy)}, styleOf(form_), exStyleOf(form_), dpi_);
+}
+
 void FormWindow::placeInMiddle(HWND owner) {
-    const SIZE size =
-        outerSize({dpi_.pixels(form_.width()), dpi_.pixels(form_.height())}, styleOf(form_), exStyleOf(form_), dpi_);
-    smallest_ = size;
+    designed_ = {form_.width(), form_.height()};
+    const SIZE size = designedSize();
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     GetMonitorInfoW(MonitorFromWindow(owner ? owner : window_, MONITOR_DEFAULTTOPRIMARY), &monitor);
@@ -173,9 +176,8 @@ void FormWindow::refreshLater(ControlWindow& control) {
 void FormWindow::captionChanged() { SetWindowTextW(window_, wide(form_.caption()).c_str()); }
 
 void FormWindow::sizeChanged() {
-    const SIZE size =
-        outerSize({dpi_.pixels(form_.width()), dpi_.pixels(form_.height())}, styleOf(form_), exStyleOf(form_), dpi_);
-    smallest_ = size;
+    designed_ = {form_.width(), form_.height()};
+    const SIZE size = designedSize();
     sizing_ = true;
     SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     sizing_ = false;
@@ -190,13 +192,25 @@ void FormWindow::focusChanged(forms::Control&) {
     if (GetActiveWindow() == window_) restoreFocus();
 }
 
-void FormWindow::formUnloaded() {
+void FormWindow::leaveModel() {
     alive_ = false;
+    if (form_.view() == this) form_.attach(nullptr);
     for (const auto& control : controls_)
         if (control->control().view() == control.get()) control->control().attach(nullptr);
+}
+
+void FormWindow::formUnloaded() {
+    leaveModel();
     giveScreenBack();
     ShowWindow(window_, SW_HIDE);
     PostMessageW(window_, WM_NULL, 0, 0); // The modal loop looks again.
+    logWindow("unloaded", form_.name());
+}
+
+void FormWindow::destroyed() {
+    leaveModel();
+    modality_.reset();
+    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0); // The modal loop looks again.
     logWindow("unloaded", form_.name());
 }
 
@@ -216,7 +230,11 @@ void FormWindow::dpiChanged(Dpi dpi, const RECT* suggested) {
     SetWindowPos(window_, nullptr, suggested->left, suggested->top, suggested->right - suggested->left,
                  suggested->bottom - suggested->top, SWP_NOZORDER | SWP_NOACTIVATE);
     sizing_ = false;
-    sizeChanged();
+    // A frame that the person dragged or maximised keeps the size that the system scaled it to.
+    if (form_.resizable())
+        resized();
+    else
+        sizeChanged();
     for (const auto& control : controls_) control->fontChanged();
 }
 

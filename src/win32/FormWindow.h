@@ -31,7 +31,7 @@ public:
 
     HWND handle() const { return window_; }
     forms::Form& form() const { return form_; }
-    /// False once the form is unloaded; its window then only waits for its end.
+    /// False once the form is unloaded or its window destroyed; what is left then only waits for its end.
     bool alive() const { return alive_; }
     Dpi dpi() const { return dpi_; }
     const DialogFont& font() const { return *font_; }
@@ -55,6 +55,12 @@ private:
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     void createControls();
+    /// The model goes on without this window.
+    void leaveModel();
+    /// The window goes without the form being asked: its owner was destroyed.
+    void destroyed();
+    /// Pixels of the whole window that holds the form as it was designed, or last sized by its own code.
+    SIZE designedSize() const;
     void placeInMiddle(HWND owner);
     void resized();
     void dpiChanged(Dpi dpi, const RECT* suggested);
@@ -75,7 +81,7 @@ private:
     std::unique_ptr<Modality> modality_;
     std::vector<std::unique_ptr<ControlWindow>> controls_;
     std::vector<std::pair<COLORREF, OwnedBrush>> brushes_;
-    SIZE smallest_{};
+    SIZE designed_{}; ///< twips, of the inside
     bool alive_ = true;
     bool announced_ = false;
     bool sizing_ = false; ///< the window follows the model, not the person

@@ -25,7 +25,7 @@ HINSTANCE ownModule() {
 }
 
 VisualStyles::VisualStyles() {
-    static const HANDLE context = styleContext(); // Lives as long as the process, as the DLL does.
+    static const HANDLE context = styleContext(); // Never released: the DLL as a rule stays as long as the process.
     if (context != INVALID_HANDLE_VALUE && !ActivateActCtx(context, &cookie_)) cookie_ = 0;
 }
 

@@ -39,7 +39,6 @@ public:
 protected:
     void runModal(forms::Form& form, forms::Form* owner, const std::function<void()>& shown) override {
         const int showing = form.showing();
-        const auto lasts = [&form, showing] { return form.showing() == showing; };
         const VisualStyles styles;
         userLocaleChanged(); // perhaps, while no window was there to be told
         HWND behind = owner ? windowOf(*owner) : nullptr;
@@ -50,7 +49,7 @@ protected:
             window.show();
             shown();
             window.announce();
-            serve(lasts);
+            serve([&] { return form.showing() == showing && window.alive(); });
             windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
         }
         if (windows_.empty()) logWindow("alive", alive().text());
