@@ -4,6 +4,7 @@
 #include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
+#include "com/CallContext.h"
 #include "com/ClassInfo.h"
 #include "com/Errors.h"
 #include "com/ObjectDispatch.h"
@@ -75,6 +76,7 @@ HRESULT attempt(IDispatch& dispatch, DISPID id, WORD flags, DISPPARAMS& paramete
                 ExceptionInformation& information) {
     information.clear();
     const automation::OutsideCall outside;
+    const CallOut call;
     return dispatch.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &information, nullptr);
 }
 
@@ -121,6 +123,7 @@ DISPID DispatchObject::idOf(std::string_view member) const {
     std::wstring name = toWide(member);
     LPOLESTR names[] = {name.data()};
     DISPID id = DISPID_UNKNOWN;
+    const CallOut call; // it may load the type library that the host names
     const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
     if (result == DISP_E_UNKNOWNNAME || result == DISP_E_MEMBERNOTFOUND) return DISPID_UNKNOWN; // may come later
     if (FAILED(result)) raiseResult(result);

@@ -50,19 +50,6 @@ std::string knownDescription(long number) {
     }
 }
 
-std::string systemDescription(HRESULT result) {
-    wchar_t* text = nullptr;
-    const DWORD length = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring_view trimmed(text ? text : L"", length);
-    while (!trimmed.empty() && (trimmed.back() == L'\n' || trimmed.back() == L'\r' || trimmed.back() == L' '))
-        trimmed.remove_suffix(1);
-    std::string description = toUtf8(trimmed);
-    LocalFree(text);
-    return description.empty() ? "Automation error" : description;
-}
-
 } // namespace
 
 long errorNumber(HRESULT result) {
@@ -76,6 +63,19 @@ long errorNumber(HRESULT result) {
 HRESULT errorResult(long number) {
     if (number > 0 && number <= 0xFFFF) return kLanguageFacility | static_cast<HRESULT>(number);
     return number < 0 ? static_cast<HRESULT>(number) : E_FAIL;
+}
+
+std::string systemDescription(HRESULT result) {
+    wchar_t* text = nullptr;
+    const DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+        static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::wstring_view trimmed(text ? text : L"", length);
+    while (!trimmed.empty() && (trimmed.back() == L'\n' || trimmed.back() == L'\r' || trimmed.back() == L' '))
+        trimmed.remove_suffix(1);
+    std::string description = toUtf8(trimmed);
+    LocalFree(text);
+    return description.empty() ? "Automation error" : description;
 }
 
 void raiseResult(HRESULT result, EXCEPINFO* information) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "automation/RunTimeError.h"
+#include "com/CallContext.h"
 
 #include <windows.h>
 
@@ -17,6 +18,9 @@ long errorNumber(HRESULT result);
 
 /// The HRESULT that carries this number: 0x800A.... for 1 to 65535, else the number itself if it is a failure.
 HRESULT errorResult(long number);
+
+/// The system's wording for a failed call.
+std::string systemDescription(HRESULT result);
 
 /// Raises what a failed call reports. `information` is what the call filled in, or null.
 [[noreturn]] void raiseResult(HRESULT result, EXCEPINFO* information = nullptr);
@@ -36,8 +40,10 @@ void setErrorInfo(const Failure& failure, const IID& interfaceId) noexcept;
 /// Leaves it where a late-bound caller looks for it.
 void fill(EXCEPINFO& information, const Failure& failure) noexcept;
 
-/// Runs the body of a method of a COM interface; nothing unwinds out of it.
+/// Runs the body of a method of a COM interface; nothing unwinds out of it, and what it calls outside is called in the
+/// caller's activation context.
 template <class Body> HRESULT guarded(const IID& interfaceId, Body&& body) noexcept {
+    const CallIn call;
     try {
         body();
         return S_OK;

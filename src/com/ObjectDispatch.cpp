@@ -2,6 +2,7 @@
 
 #include "automation/Members.h"
 #include "com/Bstr.h"
+#include "com/CallContext.h"
 #include "com/ClassInfo.h"
 #include "com/EnumVariants.h"
 #include "com/Errors.h"
@@ -186,6 +187,7 @@ HRESULT ObjectDispatch::GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, L
 HRESULT ObjectDispatch::Invoke(DISPID id, const IID&, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                EXCEPINFO* information, UINT*) {
     if (const HRESULT checked = checkParameters(flags, parameters); FAILED(checked)) return checked;
+    const CallIn incoming;
     const ComPtr<IDispatch> alive(this); // the member may give up the last reference to its own object
     try {
         const auto name = id == DISPID_NEWENUM ? std::string() : memberName(id);

@@ -4,6 +4,7 @@
 #include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
+#include "com/CallContext.h"
 
 #include <objbase.h>
 
@@ -14,6 +15,7 @@ namespace {
 
 automation::ObjectPtr create(std::string_view progId) {
     const automation::OutsideCall outside;
+    const CallOut call;
     CLSID classId{};
     ComPtr<IDispatch> object;
     HRESULT result = CLSIDFromProgID(toWide(progId).data(), &classId);

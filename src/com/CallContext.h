@@ -1,0 +1,37 @@
+// The activation context of the calls between a host, this module and its components. While a form shows, the module's
+// visual styles are in force on the thread; under those a component's windows would look otherwise than everywhere
+// else, and the classes that the host's own context names would not be found. So a call out runs as the call in came.
+#pragma once
+
+#include <windows.h>
+
+namespace com {
+
+/// A call into the module, while it lasts: remembers the context that it came with.
+class CallIn {
+public:
+    CallIn() noexcept;
+    ~CallIn();
+    CallIn(const CallIn&) = delete;
+    CallIn& operator=(const CallIn&) = delete;
+
+private:
+    friend class CallOut;
+
+    const CallIn* outer_;
+    HANDLE context_ = nullptr; ///< null is the process's own
+};
+
+/// A call out of the module, while it lasts: puts the remembered context in force where another one is.
+class CallOut {
+public:
+    CallOut() noexcept;
+    ~CallOut();
+    CallOut(const CallOut&) = delete;
+    CallOut& operator=(const CallOut&) = delete;
+
+private:
+    ULONG_PTR cookie_ = 0;
+};
+
+} // namespace com

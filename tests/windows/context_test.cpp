@@ -1,0 +1,212 @@
+// The activation context in which the module's components are called: the host's, also while a form shows under the
+// module's own visual styles.
+#include "Relay.h"
+#include "TestObject.h"
+#include "com/Bridge.h"
+#include "com/CallContext.h"
+#include "com/ObjectFactory.h"
+#include "sandbox/host/HostSession.h"
+#include "tests/windows/Clerk.h"
+#include "tests/windows/Person.h"
+
+#include <gtest/gtest.h>
+
+#include <oaidl.h>
+
+#include <atomic>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+using namespace automation;
+using com::ComPtr;
+
+namespace {
+
+constexpr const char* kCompanyFile = "C:\\context.db";
+
+HANDLE currentContext() {
+    HANDLE context = nullptr;
+    EXPECT_TRUE(GetCurrentActCtx(&context));
+    if (context) ReleaseActCtx(context); // whoever activated it keeps it
+    return context;
+}
+
+/// What a manifest beside this program says, in force while it lives; nothing but the program's own for "".
+class Activated {
+public:
+    explicit Activated(const std::string& manifest) {
+        if (manifest.empty()) return;
+        const std::filesystem::path file = folder() / "context_test.extra.manifest";
+        support::writeAll(file, "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\n" +
+                                    manifest + "</assembly>\n");
+        ACTCTXW description{};
+        description.cbSize = sizeof description;
+        description.lpSource = file.c_str();
+        context_ = CreateActCtxW(&description);
+        std::filesystem::remove(file);
+        EXPECT_NE(context_, INVALID_HANDLE_VALUE);
+        EXPECT_TRUE(ActivateActCtx(context_, &cookie_));
+    }
+    ~Activated() {
+        if (!context_) return;
+        DeactivateActCtx(0, cookie_);
+        ReleaseActCtx(context_);
+    }
+    Activated(const Activated&) = delete;
+    Activated& operator=(const Activated&) = delete;
+
+    HANDLE context() const { return context_; }
+
+private:
+    static std::filesystem::path folder() {
+        wchar_t path[MAX_PATH];
+        GetModuleFileNameW(nullptr, path, MAX_PATH);
+        return std::filesystem::path(path).parent_path();
+    }
+
+    HANDLE context_ = nullptr;
+    ULONG_PTR cookie_ = 0;
+};
+
+const std::string kPlain = "<assemblyIdentity type=\"win32\" name=\"goodsreq.extra\" version=\"1.0.0.0\"/>\n";
+const std::string kDictionary =
+    kPlain + "<file name=\"C:\\windows\\system32\\scrrun.dll\">\n"
+             "<comClass clsid=\"{EE09B103-97E0-11CF-978F-00A02463E06F}\" progid=\"Extra.Dictionary\"/></file>\n";
+
+/// An object that notes the context of every call, and is the other in all else.
+class Watch final : public IDispatch {
+public:
+    explicit Watch(ComPtr<IDispatch> inner) : inner_(std::move(inner)) {}
+
+    std::vector<HANDLE> calls, lookUps;
+    std::vector<HANDLE> questions; ///< of another component that it is handed to, what it really is
+    int leftActive = 0;            ///< contexts that a call leaves in force, as a careless component does
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
+        if (id != IID_IUnknown && id != IID_IDispatch) {
+            questions.push_back(currentContext());
+            return inner_->QueryInterface(id, result);
+        }
+        *result = this;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (!left) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return inner_->GetTypeInfoCount(count); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override {
+        return inner_->GetTypeInfo(index, locale, result);
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID& id, LPOLESTR* names, UINT count, LCID locale,
+                                            DISPID* ids) override {
+        lookUps.push_back(currentContext());
+        return inner_->GetIDsOfNames(id, names, count, locale, ids);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const IID& reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* information, UINT* wrong) override {
+        calls.push_back(currentContext());
+        for (int i = 0; i < leftActive; ++i) {
+            ULONG_PTR never = 0;
+            ActivateActCtx(nullptr, &never);
+        }
+        return inner_->Invoke(id, reserved, locale, flags, parameters, result, information, wrong);
+    }
+
+private:
+    ~Watch() = default;
+
+    ComPtr<IDispatch> inner_;
+    std::atomic<ULONG> references_{1};
+};
+
+ComPtr<Watch> watch(ComPtr<IDispatch> object) { return ComPtr<Watch>::adopt(new Watch(std::move(object))); }
+
+ComPtr<Watch> watchedTestObject() {
+    return watch(tests::Relay::to(std::make_shared<tests::TestObject>()).query<IDispatch>(IID_IDispatch));
+}
+
+class Context : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr))); }
+    void TearDown() override { CoUninitialize(); }
+};
+
+TEST_F(Context, ACallOutRunsAsTheCallInCame) {
+    const ComPtr<Watch> component = watchedTestObject();
+    const ObjectPtr foreign = com::toObject(component.get());
+    for (const std::string& hosts : {std::string(), kPlain}) {
+        SCOPED_TRACE(hosts);
+        const Activated host(hosts);
+        const com::CallIn call;
+        foreign->call("Echo", 1.0);
+        {
+            const Activated own(kPlain);
+            foreign->call("Echo", 1.0);
+            foreign->has("Kept");
+            component->leftActive = 2;
+            foreign->call("Echo", 1.0);
+            component->leftActive = 0;
+            EXPECT_THROW(foreign->call("Fail", std::int32_t{5}, "no", "tests"), RunTimeError);
+            EXPECT_EQ(currentContext(), own.context());
+        }
+        EXPECT_EQ(component->calls, std::vector<HANDLE>(4, host.context()));
+        for (const HANDLE context : component->lookUps) EXPECT_EQ(context, host.context());
+        component->calls.clear();
+        component->lookUps.clear();
+    }
+}
+
+TEST_F(Context, ACallBackInFromTheMessageLoopIsNoHostOfItsOwn) {
+    const ComPtr<Watch> component = watchedTestObject();
+    const ObjectPtr foreign = com::toObject(component.get());
+    const Activated host(kPlain);
+    const com::CallIn call;
+    const Activated own(kPlain);
+    const com::CallIn again;
+    foreign->call("Echo", 1.0);
+    EXPECT_EQ(component->calls, std::vector<HANDLE>{host.context()});
+}
+
+TEST_F(Context, AClassThatOnlyTheHostNamesIsFound) {
+    const auto create = com::comObjectFactory();
+    EXPECT_THROW(create("Extra.Dictionary"), RunTimeError);
+    const Activated host(kDictionary);
+    const com::CallIn call;
+    const Activated own(kPlain);
+    EXPECT_TRUE(create("Extra.Dictionary")->has("Exists"));
+}
+
+/// From the register's list into a request and back.
+void lookIntoARequest(support::Clerk& clerk) {
+    if (!clerk.awaits("active frmMaster")) return;
+    clerk.pressesAlt('e');
+    if (!clerk.awaits("active frmRequest")) return;
+    clerk.presses(VK_ESCAPE);
+    clerk.awaits("unloaded frmRequest");
+    clerk.pressesAlt('c');
+    clerk.awaits("unloaded frmMaster");
+}
+
+TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
+    sandbox::makeSampleCompany(kCompanyFile);
+    const ComPtr<Watch> connection = watch(com::toDispatch(support::openConnection(kCompanyFile)));
+    for (const std::string& hosts : {std::string(), kPlain}) {
+        SCOPED_TRACE(hosts);
+        const Activated host(hosts);
+        const ObjectPtr module = support::makeModule(com::toObject(connection.get()), 1);
+        connection->questions.clear();
+        support::Clerk clerk;
+        support::Person::sits([&] { module->call("Show"); }, [&] { lookIntoARequest(clerk); });
+        EXPECT_FALSE(connection->questions.empty());
+        for (const HANDLE context : connection->questions) EXPECT_EQ(context, host.context());
+        EXPECT_EQ(currentContext(), host.context());
+    }
+}
+
+} // namespace
