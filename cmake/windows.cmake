@@ -61,7 +61,7 @@ file(CONFIGURE OUTPUT ${generated}/SandboxClasses.inc CONTENT "${table}" @ONLY)
 
 # A DLL's classes as a side-by-side assembly. It is named other than the DLL, or Windows would look for the manifest
 # inside the DLL and go no further.
-function(assembly_manifest assembly dll classes)
+function(assembly_manifest assembly dll classes interfaces)
     configure_file(${CMAKE_SOURCE_DIR}/src/com/dll/assembly.manifest.in ${CMAKE_BINARY_DIR}/${assembly}.manifest @ONLY)
 endfunction()
 # What lies beside a program, so that it finds these assemblies' classes before those of the registry.
@@ -80,12 +80,18 @@ string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\)[^]]*\\][ \n]*library" ignored "${idl_
 set(library_id ${CMAKE_MATCH_1})
 string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\)[^]]*\\][ \n]*coclass" ignored "${idl_text}")
 set(class_id ${CMAKE_MATCH_1})
+string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\)[^]]*\\][ \n]*interface" ignored "${idl_text}")
+set(interface_id ${CMAKE_MATCH_1})
+# The interface crosses apartments by the system's marshaller for type libraries, here as where it is registered.
 assembly_manifest(goodsreq.component goodsreq.dll
     "        <comClass clsid=\"{${class_id}}\" progid=\"goodsreq.clsGRtoShop\" tlbid=\"{${library_id}}\"
             threadingModel=\"Apartment\"/>
-        <typelib tlbid=\"{${library_id}}\" version=\"1.0\" helpdir=\"\"/>\n")
-assembly_manifest(goodsreq.sandbox sandbox.dll "${all_classes}")
-assembly_manifest(goodsreq.suite sandbox.dll "${suite_classes}")
+        <typelib tlbid=\"{${library_id}}\" version=\"1.0\" helpdir=\"\"/>\n"
+    "    <comInterfaceExternalProxyStub name=\"_clsGRtoShop\" iid=\"{${interface_id}}\" tlbid=\"{${library_id}}\"
+        proxyStubClsid32=\"{00020424-0000-0000-C000-000000000046}\"
+        baseInterface=\"{00020400-0000-0000-C000-000000000046}\"/>\n")
+assembly_manifest(goodsreq.sandbox sandbox.dll "${all_classes}" "")
+assembly_manifest(goodsreq.suite sandbox.dll "${suite_classes}" "")
 host_manifest(goodsreq.host goodsreq-host.exe.manifest goodsreq.component goodsreq.sandbox)
 host_manifest(goodsreq.host goodsreq-connect.exe.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
 host_manifest(goodsreq.script cscript.exe.manifest goodsreq.component goodsreq.sandbox)
@@ -188,9 +194,7 @@ if(GTEST_SOURCE AND windows_tests)
         target_link_libraries(${name} PRIVATE host windows_person)
     endforeach()
     target_sources(desktop_test PRIVATE tests/support/EventLog.cpp)
-    foreach(name desktop_test reload_test window_test)
-        target_link_libraries(${name} PRIVATE windows_person)
-    endforeach()
+    target_link_libraries(desktop_test PRIVATE windows_person)
 
     # The part of the proof that needs the DLL itself.
     function(proof_program name)

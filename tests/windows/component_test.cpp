@@ -191,6 +191,26 @@ TEST_F(Component, AnotherApartmentMayMakeItButNotShowIt) {
     object->call("Show");
 }
 
+TEST_F(Component, AMultithreadedCallerHasTheInterfaceThroughTheManifest) {
+    std::thread([] {
+        ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)));
+        CLSID id{};
+        ComPtr<IUnknown> made;
+        EXPECT_EQ(CLSIDFromProgID(L"goodsreq.clsGRtoShop", &id), S_OK);
+        EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, made.outVoid()), S_OK);
+        if (const auto across = made.query<_clsGRtoShop>(IID__clsGRtoShop)) {
+            short shop = 0;
+            EXPECT_EQ(across->put_intShopid(7), S_OK);
+            EXPECT_EQ(across->get_intShopid(&shop), S_OK);
+            EXPECT_EQ(shop, 7);
+        } else {
+            ADD_FAILURE() << "the interface does not cross";
+        }
+        made = {};
+        CoUninitialize();
+    }).join();
+}
+
 TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {
     EXPECT_EQ(object->className(), "clsGRtoShop");
     ComPtr<ITypeInfo> info;
