@@ -24,9 +24,11 @@ struct Entry {
 HKEY root(Scope scope) { return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
 std::wstring classesKey(const std::wstring& key) { return L"Software\\Classes\\" + key; }
 
-void check(LSTATUS status) {
-    if (status != ERROR_SUCCESS) raiseResult(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+// Those who register a server know the system's results, not the language's numbers for them.
+void check(HRESULT result) {
+    if (FAILED(result)) throw automation::RunTimeError(result, systemDescription(result));
 }
+void checkStatus(LSTATUS status) { check(HRESULT_FROM_WIN32(static_cast<DWORD>(status))); }
 
 std::wstring idText(const GUID& id) {
     wchar_t text[40] = L"";
@@ -43,22 +45,31 @@ std::wstring holderOf(const std::wstring& progId, Scope scope) {
                ? text
                : std::wstring();
 }
+
+// Windows keeps CLSID apart for 32-bit and 64-bit programs, but the ProgIDs are of both.
+bool otherWidthHas(const ServerClass& one, Scope scope) {
+    constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY key = nullptr;
+    const std::wstring name = classesKey(classKey(one));
+    if (RegOpenKeyExW(root(scope), name.data(), 0, KEY_READ | otherView, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
 bool same(const std::wstring& a, const std::wstring& b) {
     return CompareStringOrdinal(a.data(), -1, b.data(), -1, TRUE) == CSTR_EQUAL;
 }
 
 ComPtr<ITypeLib> ownTypeLibrary() {
     ComPtr<ITypeLib> library;
-    const HRESULT result = LoadTypeLibEx(ownPath().data(), REGKIND_NONE, library.out());
-    if (FAILED(result)) raiseResult(result);
+    check(LoadTypeLibEx(ownPath().data(), REGKIND_NONE, library.out()));
     return library;
 }
 
 std::wstring typeLibraryId() {
     const auto library = ownTypeLibrary();
     TLIBATTR* attributes = nullptr;
-    const HRESULT result = library->GetLibAttr(&attributes);
-    if (FAILED(result)) raiseResult(result);
+    check(library->GetLibAttr(&attributes));
     const std::wstring id = idText(attributes->guid);
     library->ReleaseTLibAttr(attributes);
     return id;
@@ -88,28 +99,26 @@ std::vector<Entry> entries(const Server& server, Scope scope) {
 void write(const Entry& entry, Scope scope) {
     const auto bytes = static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t));
     const wchar_t* name = entry.name.empty() ? nullptr : entry.name.data();
-    check(RegSetKeyValueW(root(scope), classesKey(entry.key).data(), name, REG_SZ, entry.value.data(), bytes));
+    checkStatus(RegSetKeyValueW(root(scope), classesKey(entry.key).data(), name, REG_SZ, entry.value.data(), bytes));
 }
 
 void remove(const std::wstring& key, Scope scope) {
     const LSTATUS status = RegDeleteTreeW(root(scope), classesKey(key).data());
-    if (status != ERROR_FILE_NOT_FOUND && status != ERROR_PATH_NOT_FOUND) check(status);
+    if (status != ERROR_FILE_NOT_FOUND && status != ERROR_PATH_NOT_FOUND) checkStatus(status);
     RegDeleteKeyW(root(scope), classesKey(key).data()); // where deleting the tree leaves the key itself
 }
 
 void registerTypeLibrary(Scope scope) {
     const auto library = ownTypeLibrary();
     std::wstring path = ownPath();
-    const HRESULT result = scope == Scope::machine ? RegisterTypeLib(library.get(), path.data(), nullptr)
-                                                   : RegisterTypeLibForUser(library.get(), path.data(), nullptr);
-    if (FAILED(result)) raiseResult(result);
+    check(scope == Scope::machine ? RegisterTypeLib(library.get(), path.data(), nullptr)
+                                  : RegisterTypeLibForUser(library.get(), path.data(), nullptr));
 }
 
 void unregisterTypeLibrary(Scope scope) {
     const auto library = ownTypeLibrary();
     TLIBATTR* attributes = nullptr;
-    const HRESULT result = library->GetLibAttr(&attributes);
-    if (FAILED(result)) raiseResult(result);
+    check(library->GetLibAttr(&attributes));
     const auto take = scope == Scope::machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
     take(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum, attributes->lcid, attributes->syskind);
     library->ReleaseTLibAttr(attributes); // what was not registered is no error
@@ -125,8 +134,8 @@ void writeRegistration(const Server& server, Scope scope) {
 void removeRegistration(const Server& server, Scope scope) {
     for (const ServerClass& one : server.classes) {
         const std::wstring progId = toWide(one.progId);
-        if (same(holderOf(progId, scope), idText(one.id))) remove(progId, scope);
-        remove(classKey(one), scope);
+        remove(classKey(one), scope); // first: a 32-bit Windows has no other view, and shows this one again
+        if (same(holderOf(progId, scope), idText(one.id)) && !otherWidthHas(one, scope)) remove(progId, scope);
     }
     if (server.hasTypeLibrary) unregisterTypeLibrary(scope);
 }

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sddl.h>
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -274,6 +276,61 @@ TEST_F(Component, RegistersForTheMachineOrForOneUserAndTakesItBack) {
         EXPECT_EQ(registered(root, classKey), "");
         EXPECT_EQ(user ? install(FALSE, L"user") : unregisterServer(), S_OK) << "twice is no error";
     }
+}
+
+TEST_F(Component, TheNameStaysWhileTheOtherWidthIsRegistered) {
+    const wchar_t* const nameKey = L"Software\\Classes\\goodsreq.clsGRtoShop\\CLSID";
+    const wchar_t* const classKey = L"Software\\Classes\\CLSID\\{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}";
+    constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    const auto registerServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer");
+    const auto unregisterServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer");
+    ASSERT_EQ(registerServer(), S_OK);
+    HKEY other = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, classKey, 0, nullptr, 0, KEY_WRITE | otherView, nullptr, &other,
+                              nullptr),
+              0);
+    RegCloseKey(other);
+    EXPECT_EQ(unregisterServer(), S_OK);
+    EXPECT_EQ(registered(HKEY_LOCAL_MACHINE, classKey), "");
+    EXPECT_EQ(registered(HKEY_LOCAL_MACHINE, nameKey), "{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}");
+    EXPECT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, classKey, otherView, 0), 0);
+    EXPECT_EQ(unregisterServer(), S_OK);
+    EXPECT_EQ(registered(HKEY_LOCAL_MACHINE, nameKey), "");
+}
+
+/// Has everybody read the machine's registry and nobody write it, for this program alone and while it lives.
+class ReadOnlyMachine {
+public:
+    ReadOnlyMachine() {
+        PSECURITY_DESCRIPTOR readOnly = nullptr;
+        EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;CI;KR;;;WD)", SDDL_REVISION_1,
+                                                                         &readOnly, nullptr));
+        HKEY key = nullptr;
+        EXPECT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr), 0);
+        HKEY classes = nullptr;
+        EXPECT_EQ(RegCreateKeyExW(key, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &classes, nullptr),
+                  0);
+        EXPECT_EQ(RegSetKeySecurity(classes, DACL_SECURITY_INFORMATION, readOnly), 0);
+        RegCloseKey(classes);
+        LocalFree(readOnly);
+        EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, key), 0);
+        RegCloseKey(key);
+    }
+    ~ReadOnlyMachine() {
+        RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
+        RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    }
+    ReadOnlyMachine(const ReadOnlyMachine&) = delete;
+    ReadOnlyMachine& operator=(const ReadOnlyMachine&) = delete;
+
+private:
+    static constexpr const wchar_t* kKey = L"Software\\goodsreq read only";
+};
+
+TEST_F(Component, RegisteringWithoutRightsAnswersThatAccessIsDenied) {
+    const auto registerServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer");
+    const ReadOnlyMachine machine;
+    EXPECT_EQ(registerServer(), E_ACCESSDENIED);
 }
 
 } // namespace
