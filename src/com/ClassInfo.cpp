@@ -22,6 +22,7 @@ ComPtr<ITypeInfo> makeInfo(const std::string& className) {
     ComPtr<ICreateTypeInfo> creation;
     std::wstring name = toWide(className);
     if (FAILED(library->CreateTypeInfo(name.data(), TKIND_DISPATCH, creation.out()))) return {};
+    if (FAILED(creation->LayOut())) return {}; // before it may be asked anything, even without members
     return creation.query<ITypeInfo>(IID_ITypeInfo);
 }
 
