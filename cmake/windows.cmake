@@ -194,7 +194,9 @@ if(GTEST_SOURCE AND windows_tests)
         target_link_libraries(${name} PRIVATE host windows_person)
     endforeach()
     target_sources(desktop_test PRIVATE tests/support/EventLog.cpp)
-    target_link_libraries(desktop_test PRIVATE windows_person)
+    foreach(name desktop_test reload_test window_test)
+        target_link_libraries(${name} PRIVATE windows_person)
+    endforeach()
 
     # The part of the proof that needs the DLL itself.
     function(proof_program name)
