@@ -70,6 +70,7 @@ TypedText ExpressionWriter::value(const Expression& expression) const {
     case Form::decimal:
     case Form::real: return number(expression);
     case Form::text:
+        if (expression.parameter == 0) wantReadable(expression.name);
         return {expression.parameter > 0 ? parameterName(expression) : quotedText(expression.name),
                 {Kind::text, 0, 0, expression.wide, false}};
     case Form::variable: {

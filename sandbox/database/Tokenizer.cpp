@@ -74,7 +74,6 @@ private:
     Token::Sort quoted(Token::Sort sort, char quote) {
         const std::size_t begin = at_;
         for (++at_; at_ < text_.size(); ++at_) {
-            if (text_[at_] == '\0') refuse(); // SQLite would read no further
             if (text_[at_] != quote) continue;
             if (at(1) != quote) {
                 ++at_;
@@ -117,12 +116,11 @@ private:
                 return Token::Sort::symbol;
             }
         static constexpr std::string_view kSingle = "()+-*/%,.=<>;&|^~";
-        if (kSingle.find(at(0)) == std::string_view::npos) refuse();
+        if (kSingle.find(at(0)) == std::string_view::npos)
+            fail(kSyntaxError, std::string("Incorrect syntax near '") + at(0) + "'.");
         ++at_;
         return Token::Sort::symbol;
     }
-
-    [[noreturn]] void refuse() const { fail(kSyntaxError, std::string("Incorrect syntax near '") + at(0) + "'."); }
 
     std::string_view text_;
     std::size_t at_;

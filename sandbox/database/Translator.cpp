@@ -24,7 +24,12 @@ const Column& columnOf(const Table& table, const std::string& name) {
 
 } // namespace
 
+void wantReadable(std::string_view text) {
+    if (text.find('\0') != std::string_view::npos) fail(kSyntaxError, std::string("Incorrect syntax near '\0'.", 26));
+}
+
 std::string quotedName(std::string_view name) {
+    wantReadable(name);
     std::string quoted = "\"";
     for (char c : name) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
     return quoted + "\"";

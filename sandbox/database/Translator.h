@@ -43,6 +43,9 @@ using Variables = std::map<std::string, TypedText, automation::NameLess>;
 
 std::string quotedName(std::string_view name);
 std::string quotedText(std::string_view text);
+/// Refuses a zero in what is to stand in a statement for SQLite, which would read no further. A value that is bound may
+/// have one.
+void wantReadable(std::string_view text);
 
 class Translator {
 public:
