@@ -17,12 +17,13 @@ struct NumberKey {
     std::uint32_t row = 0;
 };
 
-/// Made once a row, since a comparison is made many times. Most comparisons are decided by `start`.
+/// Made once a row, since a comparison is made many times; small, since a sort moves it as often. Many comparisons are
+/// decided by `start`.
 struct TextKey {
-    std::uint64_t start = 0; ///< the first bytes of `upper`, as a number that rises with them
-    std::string_view upper;
-    std::string_view text;
-    std::uint32_t row = 0;
+    std::uint64_t start = 0; ///< the first bytes of the text in capitals, as a number that rises with them
+    const char* upper = nullptr;
+    std::uint32_t length = 0; ///< bytes in capitals
+    std::uint32_t index = 0;  ///< of the text
 };
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
@@ -71,39 +72,46 @@ template <class Key, class Less> void sortKeys(std::vector<Key>& keys, bool desc
         std::stable_sort(keys.begin(), keys.end(), less);
 }
 
-bool comesBefore(const TextKey& a, const TextKey& b) {
-    if (a.start != b.start) return a.start < b.start;
-    if (const int byLetters = a.upper.compare(b.upper)) return byLetters < 0;
-    return a.text < b.text;
-}
-
 /// Texts with their keys.
 class Texts {
 public:
     void reserve(std::size_t count) {
-        keys_.reserve(count);
+        texts_.reserve(count);
         ends_.reserve(count);
     }
 
     void add(std::string_view text, std::uint32_t row) {
         basic::appendUpper(upper_, text);
         ends_.push_back(upper_.size());
-        keys_.push_back({0, {}, text, row});
+        texts_.push_back({text, row});
     }
 
-    const std::vector<TextKey>& sorted(bool descending) {
+    /// The rows of the texts in their order.
+    template <class Take> void inOrder(bool descending, Take take) const {
+        std::vector<TextKey> keys;
+        keys.reserve(texts_.size());
         std::size_t begin = 0;
-        for (std::size_t i = 0; i < keys_.size(); ++i) {
-            keys_[i].upper = std::string_view(upper_).substr(begin, ends_[i] - begin);
-            keys_[i].start = startOf(keys_[i].upper);
-            begin = ends_[i];
+        for (const std::size_t end : ends_) {
+            const std::string_view upper = std::string_view(upper_).substr(begin, end - begin);
+            keys.push_back({startOf(upper), upper.data(), static_cast<std::uint32_t>(upper.size()),
+                            static_cast<std::uint32_t>(keys.size())});
+            begin = end;
         }
-        sortKeys(keys_, descending, comesBefore);
-        return keys_;
+        sortKeys(keys, descending, [this](const TextKey& a, const TextKey& b) {
+            if (a.start != b.start) return a.start < b.start;
+            const std::string_view upperA(a.upper, a.length), upperB(b.upper, b.length);
+            if (const int byLetters = upperA.compare(upperB)) return byLetters < 0;
+            return texts_[a.index].text < texts_[b.index].text;
+        });
+        for (const TextKey& key : keys) take(texts_[key.index].row);
     }
 
 private:
-    std::vector<TextKey> keys_;
+    struct Text {
+        std::string_view text;
+        std::uint32_t row = 0;
+    };
+    std::vector<Text> texts_;
     std::string upper_; ///< of all texts, one behind the other
     std::vector<std::size_t> ends_;
 };
@@ -134,7 +142,7 @@ std::vector<std::uint32_t> sortedOrder(std::size_t count, const std::function<st
         for (const NumberKey& key : numbers) order.push_back(key.row);
     };
     if (!descending) addNumbers();
-    for (const TextKey& key : texts.sorted(descending)) order.push_back(key.row);
+    texts.inOrder(descending, [&](std::uint32_t row) { order.push_back(row); });
     if (descending) addNumbers();
     return order;
 }
