@@ -7,7 +7,7 @@ namespace bench {
 
 /// How often each pair of times is taken; sorting 100,000 rows takes long enough to need fewer.
 inline int repeats(const Options& options) { return options.quick ? 8 : 25; }
-inline int repeatsOfSorts(const Options& options) { return options.quick ? 3 : 8; }
+inline constexpr int kRepeatsOfSorts = 8;
 
 void measureRegister(const Options& options, Report& report);
 void measureRequests(const Options& options, Report& report);

@@ -212,7 +212,7 @@ void measureRegister(const Options& options, Report& report) {
     expect(sitting.column(kRemarks) == byId, "The sort by number did not bring the first order back");
     Race byText, byNumber;
     const auto held = [&] { return byText.ratio() <= kSortTimesBare && byNumber.ratio() <= kSortTimesBare; };
-    repeat(repeatsOfSorts(options), held, [&] {
+    repeat(kRepeatsOfSorts, held, [&] {
         byText.module = std::min(byText.module, sitting.sorts(remarks));
         byText.bare = std::min(byText.bare, sortTexts(byId));
         byNumber.module = std::min(byNumber.module, sitting.sorts(dates));
