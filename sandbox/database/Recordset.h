@@ -16,10 +16,10 @@ namespace sandbox {
 class Recordset : public automation::Object, public std::enable_shared_from_this<Recordset> {
 public:
     enum Cursor : std::int32_t { kForwardOnly = 0, kKeyset = 1, kDynamic = 2, kStatic = 3 };
+    enum Lock : std::int32_t { kReadOnlyLock = 1, kPessimistic = 2, kOptimistic = 3, kBatch = 4 };
+
     Recordset() = default;
     ~Recordset() override;
-
-    enum Lock : std::int32_t { kReadOnlyLock = 1, kPessimistic = 2, kOptimistic = 3, kBatch = 4 };
 
     automation::Value invoke(automation::Access access, std::string_view member,
                              automation::Arguments arguments) override;

@@ -26,6 +26,10 @@ protected:
     static void keepApostrophesOut(forms::TextBox& box);
     /// Text of a value as the user reads it.
     std::string shown(const automation::Value& value) const;
+    /// A focus handler for a box that is typed over when one comes to it.
+    std::function<void()> selectsItsText() const {
+        return [this] { desktop().sendKeys("{Home}+{End}"); };
+    }
     /// A key-press handler for a box in which Enter moves on.
     std::function<void(std::int16_t&)> enterMovesOn() const {
         return [this](std::int16_t& character) { EnterToTab(module_, character); };

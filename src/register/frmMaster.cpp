@@ -44,7 +44,7 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
 
     cboColNames.onClick = [this] { trap("cboColNames_Click", [this] { sortByChosenColumn(); }); };
     optAscend.onClick = optDescend.onClick = [this] { cboColNames.setListIndex(-1); };
-    txtsearch.onGotFocus = [this] { desktop().sendKeys("{Home}+{End}"); };
+    txtsearch.onGotFocus = selectsItsText();
     txtsearch.onKeyUp = [this](std::int16_t&, std::int16_t) { trap("txtsearch_KeyUp", [this] { search(); }); };
     for (forms::Control* box :
          std::initializer_list<forms::Control*>{&cboColNames, &cboSearch, &optAscend, &optDescend, &txtsearch})

@@ -11,7 +11,7 @@ constexpr int kHeight = 915;
 } // namespace
 
 frmcancelreason::frmcancelreason(Module& module) : ModuleForm(module, "frmcancelreason") {
-    txtcanreason.onGotFocus = [this] { desktop().sendKeys("{Home}+{End}"); };
+    txtcanreason.onGotFocus = selectsItsText();
     txtcanreason.onKeyUp = [this](std::int16_t&, std::int16_t) { cmdOk.setEnabled(hasReason()); };
     txtcanreason.onChange = [this] { cmdOk.setEnabled(hasReason()); }; // text that is pasted has no key
     txtcanreason.onKeyPress = enterMovesOn();

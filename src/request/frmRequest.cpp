@@ -45,7 +45,7 @@ frmRequest::frmRequest(Module& module) : ModuleForm(module, "frmRequest") {
         if (character == forms::kKeyReturn) character = 0; // the box has several lines; Ctrl+Enter breaks one
     };
     for (forms::TextBox* box : {&txtRequestNo, &txtrequestDate, &txtRemarks})
-        box->onGotFocus = [this] { desktop().sendKeys("{Home}+{End}"); };
+        box->onGotFocus = selectsItsText();
 
     cboShop.onGotFocus = [this] { cboShop.setTag(cboShop.text()); };
     cboShop.onClick = [this] { trap("cboShop_Click ", [this] { shopChosen(); }); };
