@@ -13,6 +13,11 @@ struct Call {
     std::string json;
 };
 
+template <class Number> bool reads(std::string_view text, Number& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return !text.empty() && error == std::errc() && end == text.data() + text.size();
+}
+
 std::optional<Call> callOf(int count, char** arguments) {
     Call call;
     for (int i = 1; i < count; ++i) {
@@ -24,9 +29,8 @@ std::optional<Call> callOf(int count, char** arguments) {
         }
         if (argument == "--json" && !value.empty()) {
             call.json = value;
-        } else if (argument == "--seed" && !value.empty()) {
-            const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), call.options.seed);
-            if (error != std::errc() || end != value.data() + value.size()) return std::nullopt;
+        } else if (argument == "--seed" && reads(value, call.options.seed)) {
+        } else if (argument == "--minutes" && reads(value, call.options.minutes)) {
         } else {
             return std::nullopt;
         }
@@ -41,7 +45,7 @@ int runProgram(const char* name, int count, char** arguments,
                const std::function<void(const Options&, Report&)>& measure) {
     const std::optional<Call> call = callOf(count, arguments);
     if (!call) {
-        std::fprintf(stderr, "usage: %s [--quick] [--seed N] [--json FILE]\n", name);
+        std::fprintf(stderr, "usage: %s [--quick] [--seed N] [--minutes N] [--json FILE]\n", name);
         return 2;
     }
     try {

@@ -17,8 +17,8 @@ struct Result {
 
 class Report {
 public:
-    /// `json` is the file that holds the rows so far, "" for none: an array of objects {"name", "value", "limit", "unit",
-    /// "held"}. Throws where it cannot be written.
+    /// `json` is the file that holds the rows so far, "" for none: an array of objects {"name", "value", "limit",
+    /// "unit", "held"}. Throws where it cannot be written.
     explicit Report(std::string json);
 
     /// Prints and writes the row at once: the measuring takes a while, and what is measured may crash.

@@ -5,11 +5,11 @@
 #include "sandbox/database/Company.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace endurance {
 namespace {
 
-/// How many expectations have failed so far.
 class Failures : public testing::EmptyTestEventListener {
 public:
     static Failures& instance() {
@@ -21,9 +21,12 @@ public:
         return *listener;
     }
     void OnTestPartResult(const testing::TestPartResult& result) override {
-        if (result.failed()) ++count;
+        if (!result.failed()) return;
+        ++count;
+        if (first.empty()) first = result.message();
     }
     int count = 0;
+    std::string first; ///< since it was last taken
 };
 
 } // namespace
@@ -39,6 +42,8 @@ void Cases::run(const std::string& name, const std::function<void()>& act) {
     ++count_;
     if (Failures::instance().count != before) ++wrong_;
 }
+
+std::string Cases::takeFailure() { return std::exchange(Failures::instance().first, {}); }
 
 bench::Result Cases::row(const std::string& name, const std::string& kind) const {
     return {name, static_cast<double>(wrong_), 0, "wrong of " + std::to_string(count_) + " " + kind};

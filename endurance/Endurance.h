@@ -21,6 +21,9 @@ void saveAtOnce(const Options& options, Report& report);
 /// Texts that mean something to a database, in every box and in every text column.
 void enterHostileTexts(const Options& options, Report& report);
 
+/// Random clerks at three tills, with failures and rivals, until their time is over.
+void randomClerks(const Options& options, Report& report);
+
 // Those that need the DLL itself and real windows:
 
 /// Opens the register, begins a request, enters a line, leaves it all; again and again in one process.
@@ -35,6 +38,8 @@ public:
     /// goes with what is printed of it.
     void run(const std::string& name, const std::function<void()>& act);
     int count() const { return count_; }
+    /// The text of the first expectation that has failed since the last call, in a case or not; empty where none has.
+    static std::string takeFailure();
     /// The row of these cases.
     bench::Result row(const std::string& name, const std::string& kind) const;
 

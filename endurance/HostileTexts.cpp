@@ -2,9 +2,9 @@
 #include "automation/RunTimeError.h"
 #include "basic/Text.h"
 #include "common/basGRtoShop.h"
+#include "endurance/Endurance.h"
 #include "forms/TextBox.h"
 #include "sandbox/data/SchemaText.h"
-#include "endurance/Endurance.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>
@@ -131,7 +131,7 @@ void entersIntoBoxes(const std::vector<SampleItem>& items, const Options& option
                 const Rows before = sizes(company);
                 const bool priced = std::string(box.name) == "txtsellingprice";
                 Till till(company, {.screenId = priced ? 1611 : 1507});
-                goodsreq::openOverLineEntry(till.module, box.dialog);
+                support::openOverLineEntry(till.module, box.dialog);
                 box.reach(till);
                 if (std::string(box.done) == "cmdOk" && till.user.form() == "frmRequest") till.enters({items[0]});
                 if (till.user.form() == "frmRequestDetail" && std::string(box.name) != "txtBarcode")
@@ -151,9 +151,10 @@ void entersIntoBoxes(const std::vector<SampleItem>& items, const Options& option
                 leaves(till);
                 EXPECT_EQ(sizes(company), before);
                 EXPECT_EQ(brokenRequests(company.path(), 900), "");
-                if (std::string(box.name) == "txtRemarks" && hostile.text.size() < 200)
+                if (std::string(box.name) == "txtRemarks" && hostile.text.size() < 200) {
                     EXPECT_EQ(company.value("select SRHremarks from mesRequesttoShopHeader where srhrequestid > 900"),
                               hostile.text);
+                }
             });
         }
     }

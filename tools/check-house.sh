@@ -91,6 +91,12 @@ above='includes (win32|com|sandbox|database|suite|host|tests|benchmarks)/'
 { grep -vE "$rooms" "$work/floors" || true; grep -E "$rooms" "$work/floors" | grep -vE "$above" || true; } |
     rule "lower floors never include upper ones"
 
+# An apostrophe that a literal opens and a value goes on from: such a value does not pass quoted().
+{
+    grep -nE "[=(,% ]'\"|\+ *\"'" -r src/common src/register src/request src/lines src/printing src/fetch \
+        --include='*.cpp' | grep -v 'std::string quoted(' || true
+} | rule "texts go into statements through quoted()"
+
 # The entry file: includes, the module handle and the exported functions, each handing on in a line or two.
 entryFile() {
     local file=src/com/Exports.cpp
@@ -115,6 +121,18 @@ entryFile | rule "the library's entry file holds exports only"
 {
     xargs -r -d '\n' grep -nIEo '(https?|ftp)://[A-Za-z0-9.-]+' <"$work/files" | grep -v '://schemas\.microsoft\.com$' || true
 } | rule "no address of a registry or server in a file"
+
+# A name in the folder of all users that can be guessed can be taken by somebody else first.
+{
+    grep -E '^(tests|tools|endurance|benchmarks|run|test|bench|stress|package)(/|$)' "$work/files" |
+        grep -vxE 'tests/support/TestFolder\.h|tools/check-house\.sh' |
+        xargs -r -d '\n' grep -nIE 'temp_directory_path|TempDir\(|tmpnam|tempnam|\$\{?TMPDIR' |
+        grep -v 'GetTempFileName' || true
+} | rule "only TestFolder, mkdtemp and mktemp make files for a while"
+
+{
+    xargs -r -d '\n' clang-format --dry-run -Werror <"$work/code" 2>&1 | grep -oE '^[^ :]+:[0-9]+' | head -n 20 || true
+} | rule "clang-format changes nothing"
 
 # The files that a header reads, by content: the key under which its check is remembered.
 headerKey() {

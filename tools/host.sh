@@ -72,9 +72,8 @@ toLineEntry() {
     await_log "active frmRequestDetail"
 }
 
+# In a new request, which begins in the list of shops.
 chooseShop() {
-    press alt+s
-    await_log "focus frmRequest.cboShop"
     press Down Return
     await_log "focus frmRequest.txtRemarks"
 }

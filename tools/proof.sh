@@ -1,18 +1,18 @@
 #!/bin/bash
 # Runs one of the proofs, natively and then under Wine: proof.sh bench|stress [--native|--windows] [--quick] [--seed N]
-# [--json FILE]. Builds what it needs. Status 1 where a limit is missed, 2 where a part did not run.
+# [--minutes N] [--json FILE]. Builds what it needs. Status 1 where a limit is missed, 2 where a part did not run.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 name=$1
 shift
 case $name in
 bench) native=build/bench/benchmarks/benchmarks windows=(bench-windows.exe) ;;
-stress) native=build/bench/endurance/stress windows=("stress-windows.exe rounds" "stress-windows.exe scan" "stress-windows.exe fetch") ;;
+stress) native=build/bench/endurance/stress windows=("stress-windows.exe rounds" "tryout/stress-windows.exe scan" "tryout/stress-windows.exe fetch") ;;
 *) exit 2 ;;
 esac
 
 usage() {
-    echo "usage: $name [--native|--windows] [--quick] [--seed N] [--json FILE]" >&2
+    echo "usage: $name [--native|--windows] [--quick] [--seed N] [--minutes N] [--json FILE]" >&2
     exit 2
 }
 
@@ -23,9 +23,9 @@ while [ $# -gt 0 ]; do
     case $1 in
     --native | --windows) parts=("${1#--}") ;;
     --quick) arguments+=("$1") ;;
-    --seed)
+    --seed | --minutes)
         [[ ${2:-} =~ ^[0-9]+$ ]] || usage
-        arguments+=(--seed "$2")
+        arguments+=("$1" "$2")
         shift
         ;;
     --json)

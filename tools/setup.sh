@@ -11,7 +11,7 @@ packages=(
     ca-certificates g++ cmake ninja-build googletest libgtest-dev libgmock-dev
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     wine wine64 libwine-dev fonts-wine fonts-liberation
-    xvfb xdotool imagemagick sqlite3
+    xvfb xdotool imagemagick sqlite3 clang-format
 )
 packages+=("$@")
 
@@ -75,7 +75,7 @@ fetchSqlite() {
     echo "set-up: fetching SQLite's source"
     work=$(mktemp -d "$cache/npm.XXXXXX")
     trap 'rm -rf "$work"' RETURN EXIT
-    (cd "$work" && timeout 300 npm pack --cache "$work/npm" "$sqlitePackage") >"$log" 2>&1 </dev/null ||
+    (cd "$work" && timeout 300 npm pack --ignore-scripts --cache "$work/npm" "$sqlitePackage") >"$log" 2>&1 </dev/null ||
         fail "no network? npm cannot fetch $sqlitePackage, which brings SQLite's source: $(grep -iE 'failed|E[A-Z]{4,}|not found' "$log" | tail -n 1)"
     tar -xzf "$work"/*.tgz -C "$work" package/deps/sqlite3/sqlite3.c package/deps/sqlite3/sqlite3.h ||
         fail "$sqlitePackage holds no deps/sqlite3/sqlite3.c"

@@ -40,9 +40,13 @@ makeCompany
 IFS='|' read -r firstItem barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
 IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 41p)
 IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 81p)
-[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
+notCarried=$(stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a where a.itemid = p.itemid
+    and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
+    and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying)")
+[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ] && [ -n "$notCarried" ]
 
-startHost statements --open fetch
+hostFolder=$root/build/x64/tryout # with a way to the two dialogs
+GOODSREQ_OPEN=fetch startHost statements
 await_log "active frmMaster"
 focus_window "Goods Request To Shop"
 shot 01-register
@@ -71,14 +75,18 @@ press F3
 await_log "active FetchWindow"
 type_keys "Rye Loaf"
 shot 04-item-search
-press Return
+press Down Return
 await_log "unloaded FetchWindow"
 await_log "focus frmRequestDetail.txtQuantity"
 shot 04-item-found
 press shift+Tab
 await_log "focus frmRequestDetail.txtBarcode"
 enterLine "$barcode" 5 05-line-by-barcode
-enterLine "$code" 2.5 06-line-by-item-code
+type_keys "$notCarried"
+press Return
+await_log "focus frmRequestDetail.cmdbarcode"
+shot 25-not-carried
+enterLine "$code" 2.5 06-line-by-item-code # from the Search button on
 enterLine "$shortcut" 12 07-line-by-shortcut
 press Escape
 await_log "unloaded frmRequestDetail"
@@ -91,7 +99,7 @@ shot 09-register-with-request
 press Return
 await_log "active frmRequest"
 shot 10-edit-request
-press Tab Tab
+press Tab
 await_log "focus frmRequest.lvwrequest"
 press Down Return
 await_log "active frmRequestDetail"
@@ -160,7 +168,7 @@ press alt+c
 awaitHost
 
 # The other kind of request has a price on its lines.
-startHost statements-1611 --interface 1611 --open scan
+GOODSREQ_OPEN=scan startHost statements-1611 --interface 1611
 toLineEntry "Inter Division Sales Request"
 press F11
 await_log "active frmscanBc"

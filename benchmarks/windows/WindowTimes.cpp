@@ -15,7 +15,7 @@ bool isForm(HWND window) {
 }
 
 LRESULT CALLBACK see(int code, WPARAM wParam, LPARAM lParam) {
-    double* const moment = code == HCBT_CREATEWND   ? &watching->made
+    double* const moment = code == HCBT_CREATEWND  ? &watching->made
                            : code == HCBT_ACTIVATE ? &watching->activated
                                                    : nullptr;
     if (moment && *moment == 0 && isForm(reinterpret_cast<HWND>(wParam))) *moment = seconds();

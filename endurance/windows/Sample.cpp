@@ -33,8 +33,6 @@ std::vector<std::string> requestableBarcodes(automation::Object& connection) {
 bool beginsRequest(support::Clerk& clerk) {
     clerk.pressesAlt('n');
     if (!clerk.awaits("active frmRequest")) return false;
-    clerk.pressesAlt('s');
-    if (!clerk.awaits("focus frmRequest.cboShop")) return false;
     clerk.presses(VK_DOWN);
     clerk.types('\r');
     if (!clerk.awaits("focus frmRequest.txtRemarks")) return false;

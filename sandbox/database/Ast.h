@@ -25,21 +25,17 @@ struct Expression {
         call,       ///< function `name` of `parts`; `distinct` and `star` for aggregates
         convert,    ///< `parts[0]` to `type`, with `style` where one was given
         negate,     ///< - parts[0]
-        arithmetic, ///< parts[0] `name` parts[1]
+        arithmetic, ///< parts[0] `name` (+, -) parts[1]
         caseOf, ///< pairs of condition and result, then the other result where `hasElse`; `subject` stands first where
                 ///< given
-        subquery,   ///< (select ...)
-        useDefault, ///< DEFAULT in a list of values
+        subquery, ///< (select ...)
         // Conditions, which are no values:
-        compare,  ///< parts[0] `name` parts[1]
-        logical,  ///< parts[0] `name` (and, or) parts[1]
-        opposite, ///< not parts[0]
-        like,     ///< parts[0] like parts[1]
-        isNull,   ///< parts[0] is null
-        between,  ///< parts[0] between parts[1] and parts[2]
-        inList,   ///< parts[0] in the other parts
-        inQuery,  ///< parts[0] in (select ...)
-        exists,
+        compare, ///< parts[0] `name` parts[1]
+        logical, ///< parts[0] `name` (and, or) parts[1]
+        like,    ///< parts[0] like parts[1]
+        isNull,  ///< parts[0] is null
+        inList,  ///< parts[0] in the other parts
+        inQuery, ///< parts[0] in (select ...)
     };
     Form form = Form::null;
     std::string name;
@@ -61,16 +57,13 @@ using ExpressionPtr = std::unique_ptr<Expression>;
 struct SelectItem {
     ExpressionPtr expression; ///< none for "*"
     std::string alias;
-    std::string starOf; ///< "alias.*"
 };
 
 struct Source {
-    enum class Join { comma, inner, left, cross };
     std::string table;
     std::string alias; ///< as written, or the table's name
     std::unique_ptr<Select> select;
-    Join join = Join::comma;
-    ExpressionPtr on;
+    ExpressionPtr on; ///< of an inner join
 };
 
 struct OrderItem {
@@ -85,9 +78,7 @@ struct Select {
     std::vector<Source> sources;
     ExpressionPtr where;
     std::vector<ExpressionPtr> groupBy;
-    ExpressionPtr having;
-    /// "union", "union all", "intersect" or "except", and what follows it.
-    std::vector<std::pair<std::string, std::unique_ptr<Select>>> compound;
+    std::vector<std::unique_ptr<Select>> intersected;
     std::vector<OrderItem> orderBy;
 };
 
@@ -95,7 +86,6 @@ struct Insert {
     std::string table;
     std::vector<std::string> columns;
     std::vector<std::vector<ExpressionPtr>> rows;
-    std::unique_ptr<Select> select;
 };
 
 struct Update {

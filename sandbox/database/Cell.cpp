@@ -1,5 +1,6 @@
 #include "sandbox/database/Cell.h"
 
+#include "automation/Ascii.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "sandbox/database/DecimalText.h"
@@ -14,6 +15,7 @@
 namespace sandbox {
 namespace {
 
+using automation::trimmed;
 using automation::Value;
 
 struct Range {
@@ -22,17 +24,10 @@ struct Range {
 
 Range rangeOf(Kind kind) {
     switch (kind) {
-    case Kind::tinyInt: return {0, 255};
     case Kind::smallInt: return {-32768, 32767};
     case Kind::integer: return {-2147483648LL, 2147483647LL};
     default: return {std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()};
     }
-}
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return text;
 }
 
 [[noreturn]] void failText(const std::string& text, const SqlType& to) {
@@ -168,7 +163,7 @@ std::int64_t toMoment(const Cell& cell, const SqlType& from) {
 
 std::string toText(const Cell& cell, const SqlType& from, int style) {
     switch (from.kind) {
-    case Kind::money: return roundDecimal(moneyText(std::get<std::int64_t>(cell)), style == 2 ? 4 : 2);
+    case Kind::money: return roundDecimal(moneyText(std::get<std::int64_t>(cell)), 2);
     case Kind::dateTime: {
         auto text = momentText(std::get<std::int64_t>(cell), style);
         if (!text) fail(kSyntaxError, "Style " + std::to_string(style) + " of convert is not known here.");
@@ -208,7 +203,6 @@ Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to, int s
         return text;
     }
     case Kind::bit: return toBit(cell, from, to);
-    case Kind::tinyInt:
     case Kind::smallInt:
     case Kind::integer:
     case Kind::bigInt: return toWhole(cell, from, to);
@@ -244,7 +238,7 @@ bool looksNumeric(std::string_view text) {
     if (text.empty()) return false;
     std::size_t i = 0;
     auto at = [&] { return i < text.size() ? text[i] : '\0'; };
-    auto digit = [&] { return at() >= '0' && at() <= '9'; };
+    auto digit = [&] { return automation::isDigit(at()); };
     bool money = false;
     // A sign and a currency sign may stand before the digits, in either order.
     for (int seen = 0; seen < 2; ++seen) {
@@ -277,7 +271,6 @@ Value valueOf(const Cell& cell, const SqlType& type) {
     if (auto* whole = std::get_if<std::int64_t>(&cell)) {
         switch (type.kind) {
         case Kind::bit: return *whole != 0;
-        case Kind::tinyInt:
         case Kind::smallInt: return static_cast<std::int16_t>(*whole);
         case Kind::money: return automation::Currency{*whole};
         case Kind::dateTime: return dateOf(*whole);

@@ -37,6 +37,34 @@ std::string& lastOpenedPath() {
     return path;
 }
 
+/// The provider's errors of the last statement: one, or none.
+class ProviderErrors : public automation::Object {
+public:
+    explicit ProviderErrors(int nativeError) : nativeError_(nativeError) {}
+    Value invoke(automation::Access access, std::string_view member, Arguments arguments) override {
+        static const auto members = [] {
+            automation::Members<ProviderErrors> m;
+            m.readOnly("Count", [](ProviderErrors& self) { return Value(std::int32_t{self.nativeError_ != 0}); });
+            m.method("Item", 1, 1, [](ProviderErrors& self, Arguments a) -> Value {
+                if (self.nativeError_ == 0 || basic::cLng(a[0]) != 0) fail(kItemNotFound);
+                return std::make_shared<ProviderErrors>(self.nativeError_);
+            });
+            m.readOnly("NativeError", [](ProviderErrors& self) { return Value(std::int32_t{self.nativeError_}); });
+            m.readOnly("Number", [](ProviderErrors& self) {
+                return Value(
+                    static_cast<std::int32_t>(self.nativeError_ == 2627 ? kConstraintViolated : kServerFailure));
+            });
+            return m;
+        }();
+        return members.invoke(*this, access, member, arguments);
+    }
+    bool has(std::string_view) const override { return true; }
+    std::string className() const override { return "Errors"; }
+
+private:
+    int nativeError_;
+};
+
 } // namespace
 
 Database& Connection::database() {
@@ -51,11 +79,6 @@ Database& Connection::idleDatabase() {
         fail(kServerFailure, "Cannot create new connection because in manual or distributed transaction mode.");
     ++moreConnections_;
     return found;
-}
-
-bool Connection::readsAtOnce() const {
-    constexpr std::int32_t kAtTheClient = 3;
-    return basic::cLng(cursorLocation_) == kAtTheClient;
 }
 
 void Connection::open(const std::string& connectionString) {
@@ -88,12 +111,11 @@ void Connection::failOn(std::function<bool(std::string_view)> predicate) {
 }
 
 Value Connection::execute(Arguments arguments) {
-    std::string text = basic::cStr(arguments[0]);
-    Outcome outcome = idleDatabase().execute(text);
+    Outcome outcome = idleDatabase().execute(basic::cStr(arguments[0]));
     if (arguments.size() > 1 && arguments[1].isReference())
         arguments[1].resolved() = static_cast<std::int32_t>(outcome.isQuery ? -1 : outcome.affected);
     auto records = std::make_shared<Recordset>();
-    records->adopt(std::move(outcome), shared_from_this(), std::move(text));
+    records->adopt(std::move(outcome), shared_from_this());
     return records;
 }
 
@@ -123,32 +145,13 @@ const automation::Members<Connection>& Connection::members() {
             self.database().rollback();
             return Value();
         });
+        m.readOnly("Errors", [](Connection& self) {
+            return Value(std::make_shared<ProviderErrors>(self.isOpen() ? self.database().nativeError() : 0));
+        });
         m.readOnly("State", [](Connection& self) { return Value(std::int32_t(self.isOpen() ? 1 : 0)); });
-        m.property(
-            "ConnectionString", [](Connection& self) { return Value(self.connectionString_); },
-            [](Connection& self, const Value& value) {
-                if (self.isOpen()) fail(kObjectOpen);
-                self.connectionString_ = basic::cStr(value);
-            });
-        m.property(
-            "CommandTimeout", [](Connection& self) { return self.commandTimeout_; },
-            [](Connection& self, const Value& value) { self.commandTimeout_ = basic::cLng(value); });
-        m.property(
-            "ConnectionTimeout", [](Connection& self) { return self.connectionTimeout_; },
-            [](Connection& self, const Value& value) { self.connectionTimeout_ = basic::cLng(value); });
-        m.property(
-            "CursorLocation", [](Connection& self) { return self.cursorLocation_; },
-            [](Connection& self, const Value& value) { self.cursorLocation_ = basic::cLng(value); });
         return m;
     }();
     return table;
 }
-
-Value Connection::invoke(automation::Access access, std::string_view member, Arguments arguments) {
-    // The connection string is the default member.
-    return members().invoke(*this, access, member.empty() ? "ConnectionString" : member, arguments);
-}
-
-bool Connection::has(std::string_view member) const { return member.empty() || members().has(member); }
 
 } // namespace sandbox

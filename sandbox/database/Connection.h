@@ -10,13 +10,12 @@
 
 namespace sandbox {
 
-class Connection : public automation::Object, public std::enable_shared_from_this<Connection> {
+class Connection : public automation::WithMembers<Connection>, public std::enable_shared_from_this<Connection> {
 public:
     Connection() = default;
     explicit Connection(std::unique_ptr<Database> database) : database_(std::move(database)) {}
 
-    automation::Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<Connection>& members();
     std::string className() const override { return "Connection"; }
 
     /// What this process opened last, for those that reach the company by another road; empty before.
@@ -32,7 +31,6 @@ public:
     void occupy(int change) { beingRead_ += change; }
     /// How many statements needed another connection so far.
     int moreConnections() const { return moreConnections_; }
-    bool readsAtOnce() const;
 
     /// The text is a file's path, or "name=value" pairs with ";" between them, of which "Data Source" is the path and
     /// "Trace", where it is given, a file for the statements.
@@ -48,16 +46,12 @@ public:
     void kill() { database().kill(); }
 
 private:
-    static const automation::Members<Connection>& members();
     automation::Value execute(automation::Arguments arguments);
 
     std::unique_ptr<Database> database_;
     std::string connectionString_;
-    automation::Value commandTimeout_ = std::int32_t(30);
-    automation::Value connectionTimeout_ = std::int32_t(15);
     int beingRead_ = 0;
     int moreConnections_ = 0;
-    automation::Value cursorLocation_ = std::int32_t(2);
     TraceSink trace_;
     std::function<bool(std::string_view)> failOn_;
 };

@@ -105,6 +105,7 @@ void Database::openFile(const std::string& path, int flags) {
 void Database::load(std::string_view schemaText) { schema_ = readSchema(schemaText).schema; }
 
 void Database::send(std::string_view statement) {
+    nativeError_ = 0;
     if (dead_) fail(kServerFailure);
     if (trace_) trace_(statement);
     if (failOn_ && failOn_(statement)) fail(kServerFailure, "The server refused the statement.");
@@ -202,12 +203,12 @@ Outcome Database::translateAndRun(std::string_view text) {
     outcome.columns = prepared.columns;
     outcome.baseTable = prepared.baseTable;
     const std::vector<OutputColumn>& columns = *prepared.columns;
-    outcome.rows = ResultRows(columns.size());
     int code;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-        outcome.rows.beginRow();
+        std::vector<automation::Value>& row = outcome.rows.emplace_back();
+        row.reserve(columns.size());
         for (std::size_t i = 0; i < columns.size(); ++i)
-            outcome.rows.append(columnValue(statement, static_cast<int>(i), columns[i].type));
+            row.push_back(columnValue(statement, static_cast<int>(i), columns[i].type));
     }
     if (code != SQLITE_DONE) raise(code);
     if (prepared.writes) outcome.affected = sqlite3_changes64(connection_);
@@ -261,6 +262,13 @@ void Database::kill() {
     dead_ = true;
 }
 
+void Database::loseDeadlock() {
+    if (!sqlite3_get_autocommit(connection_)) runPlain("ROLLBACK");
+    inTransaction_ = false;
+    nativeError_ = 1205;
+    fail(kServerFailure, "Your transaction was deadlocked with another process and has been chosen as the victim.");
+}
+
 void Database::runPlain(const char* sql) {
     raised_.reset();
     const int code = sqlite3_exec(connection_, sql, nullptr, nullptr, nullptr);
@@ -275,9 +283,9 @@ void Database::raise(int code) {
     }
     const std::string message = sqlite3_errmsg(connection_);
     switch (code & 0xFF) {
-    case SQLITE_CONSTRAINT: raiseConstraint(code, message);
+    case SQLITE_CONSTRAINT: nativeError_ = 2627; raiseConstraint(code, message);
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: fail(kServerFailure, "Lock request time out period exceeded.");
+    case SQLITE_LOCKED: nativeError_ = 1222; fail(kServerFailure, "Lock request time out period exceeded.");
     case SQLITE_ERROR:
         if (message == "integer overflow")
             fail(kDataOverflow, "Arithmetic overflow error converting expression to data type int.");

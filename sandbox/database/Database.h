@@ -3,7 +3,6 @@
 
 #include "automation/RunTimeError.h"
 #include "automation/Value.h"
-#include "sandbox/database/ResultRows.h"
 #include "sandbox/database/StatementShape.h"
 #include "sandbox/database/Trace.h"
 #include "sandbox/database/Translator.h"
@@ -29,7 +28,7 @@ void configure(sqlite3* connection);
 struct Outcome {
     bool isQuery = false;
     std::shared_ptr<const std::vector<OutputColumn>> columns; ///< never null for a query
-    ResultRows rows;
+    std::vector<std::vector<automation::Value>> rows;
     std::string baseTable; ///< see Translation
     long long affected = 0;
 };
@@ -62,6 +61,13 @@ public:
 
     /// The number that the server gave to the row inserted last.
     long long lastIdentity() const;
+
+    /// The server's own number for what went wrong last: 1205 chosen as a deadlock's victim, 1222 a lock that was
+    /// waited for too long, 2627 a key that is taken; 0 for nothing, and for what has none here.
+    int nativeError() const { return nativeError_; }
+    /// The server chose this session as the victim of a deadlock: its transaction is gone. Raises that error. For
+    /// tests.
+    [[noreturn]] void loseDeadlock();
 
     const Schema& schema() const { return schema_; }
 
@@ -101,6 +107,7 @@ private:
     std::unordered_map<std::string, std::vector<std::unique_ptr<Prepared>>> prepared_; ///< by shape
     std::size_t preparedCount_ = 0;
     Read read_; ///< the statement that came last
+    int nativeError_ = 0;
     bool inTransaction_ = false;
     bool dead_ = false;
     TraceSink trace_;

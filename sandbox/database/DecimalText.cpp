@@ -1,5 +1,7 @@
 #include "sandbox/database/DecimalText.h"
 
+#include "automation/Ascii.h"
+
 #include <algorithm>
 #include <vector>
 
@@ -79,8 +81,7 @@ std::string subtractDigits(const std::string& a, const std::string& b) {
 } // namespace
 
 std::optional<std::string> parseDecimal(std::string_view text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    text = automation::trimmed(text);
     Parts parts;
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
         parts.negative = text.front() == '-';
@@ -90,7 +91,7 @@ std::optional<std::string> parseDecimal(std::string_view text) {
     for (char c : text) {
         if (c == '.' && !point) {
             point = true;
-        } else if (c >= '0' && c <= '9') {
+        } else if (automation::isDigit(c)) {
             parts.digits += c;
             if (point) ++parts.scale;
         } else {
@@ -124,21 +125,6 @@ std::string addDecimals(std::string_view left, std::string_view right) {
         sum.digits = subtractDigits(b.digits, a.digits);
     }
     return join(std::move(sum));
-}
-
-std::string multiplyDecimals(std::string_view left, std::string_view right) {
-    const Parts a = split(left);
-    const Parts b = split(right);
-    std::vector<int> product(a.digits.size() + b.digits.size(), 0);
-    for (std::size_t i = a.digits.size(); i-- > 0;)
-        for (std::size_t j = b.digits.size(); j-- > 0;) {
-            const int value = product[i + j + 1] + (a.digits[i] - '0') * (b.digits[j] - '0');
-            product[i + j + 1] = value % 10;
-            product[i + j] += value / 10;
-        }
-    Parts result{a.negative != b.negative, {}, a.scale + b.scale};
-    for (int digit : product) result.digits += static_cast<char>('0' + digit);
-    return join(std::move(result));
 }
 
 std::string negateDecimal(std::string_view a) {

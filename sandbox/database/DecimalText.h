@@ -15,7 +15,6 @@ std::optional<std::string> parseDecimal(std::string_view text);
 
 int compareDecimals(std::string_view a, std::string_view b);
 std::string addDecimals(std::string_view a, std::string_view b);
-std::string multiplyDecimals(std::string_view a, std::string_view b);
 std::string negateDecimal(std::string_view a);
 
 /// Exactly `scale` digits after the point; halves round away from zero.

@@ -28,7 +28,6 @@ const char* description(DatabaseError number) {
     case kDataOverflow: return "A value is too large.";
     case kConstraintViolated: return "A constraint is violated.";
     case kMultipleStepErrors: return "Multiple-step operation generated errors. Check each status value.";
-    case kCannotScrollBack: return "Rowset does not support fetching backward.";
     case kRowChanged:
         return "Row cannot be located for updating. Some values may have been changed since it was last read.";
     case kTransactionInTransaction: return "Cannot start more transactions on this session.";

@@ -26,7 +26,6 @@ enum DatabaseError : long {
     kDataOverflow = -2147217833,             // 0x80040E57: a value does not fit
     kConstraintViolated = -2147217873,       // 0x80040E2F
     kMultipleStepErrors = -2147217887,       // 0x80040E21: a value that its field cannot hold
-    kCannotScrollBack = -2147217884,         // 0x80040E24
     kRowChanged = -2147217864,               // 0x80040E38
     kTransactionInTransaction = -2147168237, // 0x8004D013
     kNoTransaction = -2147168242,            // 0x8004D00E

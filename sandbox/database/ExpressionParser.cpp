@@ -2,8 +2,6 @@
 #include "sandbox/database/Errors.h"
 #include "sandbox/database/Parser.h"
 
-#include <array>
-
 namespace sandbox {
 namespace {
 
@@ -53,32 +51,21 @@ ExpressionPtr Parser::expression() {
 }
 
 ExpressionPtr Parser::conjunction() {
-    auto left = negation();
+    auto left = comparison();
     while (accept("and")) {
         countOperator();
-        auto right = negation();
+        auto right = comparison();
         left = makeOf(Form::logical, "AND", std::move(left), std::move(right));
     }
     return left;
 }
 
-ExpressionPtr Parser::negation() {
-    Depth depth(*this);
-    if (accept("not")) return makeOf(Form::opposite, "", negation());
-    return comparison();
-}
-
 ExpressionPtr Parser::comparison() {
     auto left = sum();
-    static constexpr std::array<std::string_view, 9> kOperators{"=", "<>", "!=", "<", ">", "<=", ">=", "!<", "!>"};
-    for (std::string_view symbol : kOperators)
+    for (std::string_view symbol : {"=", "<>", "<", ">", "<=", ">="})
         if (accept(symbol)) {
-            std::string name = symbol == "!="   ? "<>"
-                               : symbol == "!<" ? ">="
-                               : symbol == "!>" ? "<="
-                                                : std::string(symbol);
             auto right = sum();
-            return makeOf(Form::compare, std::move(name), std::move(left), std::move(right));
+            return makeOf(Form::compare, std::string(symbol), std::move(left), std::move(right));
         }
     if (accept("is")) {
         auto test = makeOf(Form::isNull, "", std::move(left));
@@ -86,17 +73,12 @@ ExpressionPtr Parser::comparison() {
         expect("null");
         return test;
     }
-    const bool negated = peek().is("not") && (peek(1).is("like") || peek(1).is("in") || peek(1).is("between"));
+    const bool negated = peek().is("not") && (peek(1).is("like") || peek(1).is("in"));
     if (negated) take();
     ExpressionPtr test;
     if (accept("like")) {
         auto pattern = sum();
         test = makeOf(Form::like, "", std::move(left), std::move(pattern));
-    } else if (accept("between")) {
-        auto low = sum();
-        expect("and");
-        auto high = sum();
-        test = makeOf(Form::between, "", std::move(left), std::move(low), std::move(high));
     } else if (accept("in")) {
         expect("(");
         if (peek().is("select")) {
@@ -116,19 +98,8 @@ ExpressionPtr Parser::comparison() {
 }
 
 ExpressionPtr Parser::sum() {
-    auto left = product();
-    while (peek().is("+") || peek().is("-")) {
-        countOperator();
-        std::string symbol = take().text;
-        auto right = product();
-        left = makeOf(Form::arithmetic, std::move(symbol), std::move(left), std::move(right));
-    }
-    return left;
-}
-
-ExpressionPtr Parser::product() {
     auto left = unary();
-    while (peek().is("*") || peek().is("/") || peek().is("%")) {
+    while (peek().is("+") || peek().is("-")) {
         countOperator();
         std::string symbol = take().text;
         auto right = unary();
@@ -140,7 +111,6 @@ ExpressionPtr Parser::product() {
 ExpressionPtr Parser::unary() {
     Depth depth(*this);
     if (accept("-")) return makeOf(Form::negate, "", unary());
-    if (accept("+")) return unary();
     return primary();
 }
 
@@ -178,21 +148,9 @@ ExpressionPtr Parser::primary() {
     }
     if (accept("null")) return make(Form::null);
     if (accept("case")) return caseOf();
-    if (accept("cast")) return conversion(false);
-    if (accept("convert")) return conversion(true);
+    if (accept("convert")) return conversion();
     if (accept("current_timestamp")) return make(Form::call, "getdate");
-    if (accept("exists")) {
-        auto test = make(Form::exists);
-        expect("(");
-        test->select = select();
-        expect(")");
-        return test;
-    }
-    // "left" and "right" are functions here, and joins elsewhere.
-    if ((token.is("left") || token.is("right")) && peek(1).is("(")) {
-        take();
-        return functionCall(token.text);
-    }
+    if (accept("right")) return functionCall(token.text); // reserved as a join's word
     std::string first = name();
     if (peek().is("(")) return functionCall(std::move(first));
     if (!accept(".")) return make(Form::column, std::move(first));
@@ -235,19 +193,13 @@ ExpressionPtr Parser::functionCall(std::string name) {
     return call;
 }
 
-ExpressionPtr Parser::conversion(bool typeFirst) {
+ExpressionPtr Parser::conversion() {
     auto whole = make(Form::convert);
     expect("(");
-    if (typeFirst) {
-        whole->type = type(30);
-        expect(",");
-        whole->parts.push_back(expression());
-        if (accept(",")) whole->style = wholeNumber();
-    } else {
-        whole->parts.push_back(expression());
-        expect("as");
-        whole->type = type(30);
-    }
+    whole->type = type(30);
+    expect(",");
+    whole->parts.push_back(expression());
+    if (accept(",")) whole->style = wholeNumber();
     expect(")");
     return whole;
 }

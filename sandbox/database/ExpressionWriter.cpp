@@ -93,7 +93,6 @@ TypedText ExpressionWriter::value(const Expression& expression) const {
     case Form::arithmetic: return arithmetic(expression);
     case Form::caseOf: return caseOf(expression);
     case Form::subquery: return subquery(expression);
-    case Form::useDefault: fail(kSyntaxError, "Incorrect syntax near 'default'.");
     default: fail(kSyntaxError, "A condition stands where a value is wanted.");
     }
 }
@@ -107,7 +106,7 @@ TypedText ExpressionWriter::subquery(const Expression& expression) const {
     const Select& select = *expression.select;
     const auto written = queries_.write(select, &scope_, "v");
     const bool oneRow = (select.top && *select.top <= 1) ||
-                        (select.groupBy.empty() && select.compound.empty() && select.items.size() == 1 &&
+                        (select.groupBy.empty() && select.intersected.empty() && select.items.size() == 1 &&
                          select.items[0].expression && isAggregate(*select.items[0].expression));
     const SqlType type = written.columns[0].type;
     if (oneRow) return {"(" + written.sql + ")", type};
@@ -157,34 +156,14 @@ TypedText ExpressionWriter::arithmetic(const Expression& expression) const {
         type.fixed = false;
         return {"(" + left.sql + " || " + right.sql + ")", type};
     }
-    if (type.kind == Kind::dateTime) {
-        const bool shift = left.type.kind == Kind::dateTime && isWholeNumber(right.type.kind);
-        if (!shift || (symbol != "+" && symbol != "-")) refuse();
-        return {"(" + left.sql + " " + symbol + " " + right.sql + " * 86400000)", type};
-    }
-    // Whole numbers stay whole beside money; all else meets in the common type.
-    const bool scalesMoney =
-        type.kind == Kind::money && isWholeNumber(right.type.kind) && (symbol == "*" || symbol == "/");
-    if (!scalesMoney) {
-        left = converted(std::move(left), type);
-        right = converted(std::move(right), type);
-    }
+    if (type.kind == Kind::dateTime) refuse();
+    left = converted(std::move(left), type);
+    right = converted(std::move(right), type);
     if (type.kind == Kind::decimal) {
-        const char* function = symbol == "+"   ? "ss_add"
-                               : symbol == "-" ? "ss_subtract"
-                               : symbol == "*" ? "ss_multiply"
-                                               : "";
-        if (*function == '\0') refuse();
         SqlType result = type;
         result.size = 38;
-        if (symbol == "*") result.scale = std::min(38, left.type.scale + right.type.scale);
-        return {std::string(function) + "(" + left.sql + ", " + right.sql + ")", result};
+        return {(symbol == "+" ? "ss_add(" : "ss_subtract(") + left.sql + ", " + right.sql + ")", result};
     }
-    if (symbol == "/" || symbol == "%") {
-        if ((type.kind == Kind::money && !scalesMoney) || (symbol == "%" && !isWholeNumber(type.kind))) refuse();
-        return {"(" + left.sql + " " + symbol + " ss_divisor(" + right.sql + "))", type};
-    }
-    if (symbol == "*" && type.kind == Kind::money && !scalesMoney) refuse();
     std::string sql = "(" + left.sql + " " + symbol + " " + right.sql + ")";
     if (type.kind == Kind::bit) type.kind = Kind::integer;
     if (isWholeNumber(type.kind)) {
@@ -220,19 +199,12 @@ std::string ExpressionWriter::condition(const Expression& expression) const {
     case Form::logical:
         return "(" + condition(*expression.parts[0]) + " " + expression.name + " " + condition(*expression.parts[1]) +
                ")";
-    case Form::opposite: return "(NOT " + condition(*expression.parts[0]) + ")";
     case Form::like: {
         const std::string call =
             "ss_like(" + text(*expression.parts[0]).sql + ", " + text(*expression.parts[1]).sql + ")";
         return expression.negated ? "(NOT " + call + ")" : call;
     }
     case Form::isNull: return "(" + value(*expression.parts[0]).sql + " IS" + negated + " NULL)";
-    case Form::between: {
-        const TypedText subject = value(*expression.parts[0]);
-        const std::string inside = "(" + compared(subject, ">=", value(*expression.parts[1])) + " AND " +
-                                   compared(subject, "<=", value(*expression.parts[2])) + ")";
-        return expression.negated ? "(NOT " + inside + ")" : inside;
-    }
     case Form::inList: {
         TypedText subject = value(*expression.parts[0]);
         std::vector<TypedText> list;
@@ -246,7 +218,6 @@ std::string ExpressionWriter::condition(const Expression& expression) const {
         return sql + "))";
     }
     case Form::inQuery: return inQuery(expression);
-    case Form::exists: return "EXISTS (" + queries_.write(*expression.select, &scope_).sql + ")";
     default: fail(kSyntaxError, "A value stands where a condition is wanted.");
     }
 }

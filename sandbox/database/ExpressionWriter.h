@@ -22,7 +22,9 @@ public:
 
 private:
     Scope scopeOf(const Select& select, const Scope* outer, std::string& from) const;
-    std::string core(const Select& select, const Scope* outer, Written& into, const char* onlyAlias) const;
+    /// `intersects`: its rows are compared with those of another select.
+    std::string core(const Select& select, const Scope* outer, Written& into, const char* onlyAlias,
+                     bool intersects) const;
     std::string order(const Select& select, const Scope* outer, const std::vector<OutputColumn>& columns) const;
 
     const Schema& schema_;
@@ -51,7 +53,6 @@ private:
     TypedText column(const Expression& expression) const;
     TypedText call(const Expression& expression) const;
     TypedText aggregate(const Expression& expression) const;
-    TypedText dateCall(const Expression& expression) const;
     TypedText arithmetic(const Expression& expression) const;
     TypedText caseOf(const Expression& expression) const;
     TypedText explicitConversion(const Expression& expression) const;

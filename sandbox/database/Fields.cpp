@@ -12,7 +12,6 @@ using automation::Value;
 std::int32_t typeCode(const SqlType& type) {
     switch (type.kind) {
     case Kind::bit: return 11;
-    case Kind::tinyInt: return 17;
     case Kind::smallInt: return 2;
     case Kind::bigInt: return 20;
     case Kind::money: return 6;
@@ -24,18 +23,11 @@ std::int32_t typeCode(const SqlType& type) {
     }
 }
 
+/// Characters that a text holds. The numbers and dates are given the bytes of the widest.
 std::int32_t definedSize(const SqlType& type) {
-    switch (type.kind) {
-    case Kind::text: return type.size > 0 ? type.size : 8000;
-    case Kind::bit: return 2;
-    case Kind::tinyInt: return 1;
-    case Kind::smallInt: return 2;
-    case Kind::integer:
-    case Kind::unknown: return 4;
-    case Kind::decimal: return 19;
-    case Kind::dateTime: return 16;
-    default: return 8;
-    }
+    constexpr std::int32_t kUnlimited = 0x3FFFFFFF;
+    if (type.kind != Kind::text) return 8;
+    return type.size > 0 ? type.size : kUnlimited;
 }
 
 } // namespace
@@ -44,35 +36,17 @@ automation::ObjectPtr Fields::item(const Value& nameOrPosition) const {
     return std::make_shared<Field>(records_, records_->indexOf(nameOrPosition));
 }
 
-automation::Array Fields::elements() {
-    automation::Array list;
-    for (std::size_t i = 0; i < records_->columns().size(); ++i) list.push_back(std::make_shared<Field>(records_, i));
-    return list;
-}
-
 const automation::Members<Fields>& Fields::members() {
     static const auto table = [] {
         automation::Members<Fields> m;
         m.readOnly("Count", [](Fields& self) {
             return Value(static_cast<std::int32_t>(self.records_->isOpen() ? self.records_->columns().size() : 0));
         });
-        auto get = [](Fields& self, Arguments arguments) { return Value(self.item(arguments[0])); };
-        auto put = [](Fields& self, Arguments arguments) {
-            self.item(arguments[0])->put("Value", arguments[1].resolved());
-            return Value();
-        };
-        m.indexed("Item", 1, get, put);
-        m.indexed("", 1, get, put);
+        m.method("Item", 1, 1, [](Fields& self, Arguments arguments) { return Value(self.item(arguments[0])); });
         return m;
     }();
     return table;
 }
-
-Value Fields::invoke(automation::Access access, std::string_view member, Arguments arguments) {
-    return members().invoke(*this, access, member, arguments);
-}
-
-bool Fields::has(std::string_view member) const { return members().has(member); }
 
 const OutputColumn& Field::column() const {
     const auto& columns = records_->columns();
@@ -90,7 +64,6 @@ const automation::Members<Field>& Field::members() {
         m.readOnly("Name", [](Field& self) { return Value(self.column().name); });
         m.readOnly("Type", [](Field& self) { return Value(typeCode(self.column().type)); });
         m.readOnly("DefinedSize", [](Field& self) { return Value(definedSize(self.column().type)); });
-        m.readOnly("NumericScale", [](Field& self) { return Value(std::int32_t(self.column().type.scale)); });
         return m;
     }();
     return table;

@@ -5,22 +5,17 @@
 
 namespace sandbox {
 
-class Fields : public automation::Object {
+class Fields : public automation::WithMembers<Fields> {
 public:
     explicit Fields(std::shared_ptr<Recordset> records) : records_(std::move(records)) {}
 
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<Fields>& members();
     std::string className() const override { return "Fields"; }
-    automation::Array elements() override;
 
     /// By name or by position from 0. Error 3265 for neither.
     automation::ObjectPtr item(const automation::Value& nameOrPosition) const;
 
 private:
-    static const automation::Members<Fields>& members();
-
     std::shared_ptr<Recordset> records_;
 };
 

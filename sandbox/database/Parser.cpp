@@ -9,8 +9,6 @@
 namespace sandbox {
 namespace {
 
-using Form = Expression::Form;
-
 /// Words that end an expression or a source, and so are never an alias written without "as".
 bool isReserved(const Token& token) {
     static constexpr std::array<std::string_view, 36> kReserved{
@@ -45,8 +43,6 @@ void Parser::expect(std::string_view word) {
 }
 
 void Parser::expectEnd() {
-    while (accept(";")) {
-    }
     if (!atEnd()) refuse();
 }
 
@@ -56,11 +52,6 @@ void Parser::refuse() const {
 }
 
 std::string Parser::name() {
-    if (peek().is("dbo") && peek(1).is(".")) {
-        take();
-        take();
-    }
-    if (peek().sort == Token::Sort::quoted) return take().text;
     if (peek().sort != Token::Sort::word || isReserved(peek())) refuse();
     return take().text;
 }
@@ -68,10 +59,8 @@ std::string Parser::name() {
 std::vector<std::string> Parser::names() {
     std::vector<std::string> list;
     expect("(");
-    do {
-        list.push_back(name());
-        if (!accept("asc")) accept("desc");
-    } while (accept(","));
+    do list.push_back(name());
+    while (accept(","));
     expect(")");
     return list;
 }
@@ -88,16 +77,12 @@ int Parser::wholeNumber() {
 SqlType Parser::type(int textSize) {
     const Token word = take();
     SqlType type = typeNamed(word.text);
-    if ((word.sort != Token::Sort::word && word.sort != Token::Sort::quoted) || type.kind == Kind::unknown)
+    if (word.sort != Token::Sort::word || type.kind == Kind::unknown)
         fail(kSyntaxError, "'" + word.text + "' is not a type that is known here.");
     if (type.kind == Kind::text && type.size == 1) type.size = textSize;
     if (!accept("(")) return type;
-    if (accept("max")) {
-        type.size = 0;
-    } else {
-        type.size = wholeNumber();
-        if (accept(",")) type.scale = wholeNumber();
-    }
+    type.size = accept("max") ? 0 : wholeNumber();
+    if (accept(",")) type.scale = wholeNumber();
     expect(")");
     if (type.kind == Kind::decimal && (type.size < 1 || type.size > 38 || type.scale > type.size))
         fail(kSyntaxError, "A decimal has 1 to 38 digits.");
@@ -105,10 +90,8 @@ SqlType Parser::type(int textSize) {
 }
 
 Statement Parser::statement() {
-    while (accept(";")) {
-    }
     Statement result;
-    if (peek().is("select") || peek().is("("))
+    if (peek().is("select"))
         result = select();
     else if (peek().is("insert"))
         result = insert();
@@ -124,20 +107,7 @@ Statement Parser::statement() {
 
 std::unique_ptr<Select> Parser::select() {
     auto first = selectCore();
-    while (true) {
-        std::string how;
-        if (accept("union"))
-            how = accept("all") ? "union all" : "union";
-        else if (accept("intersect"))
-            how = "intersect";
-        else if (accept("except"))
-            how = "except";
-        else
-            break;
-        // The server binds "intersect" closer than its neighbours; only the order that both read alike is taken.
-        if (how == "intersect" && !first->compound.empty() && first->compound.back().first != "intersect") refuse();
-        first->compound.emplace_back(how, selectCore());
-    }
+    while (accept("intersect")) first->intersected.push_back(selectCore());
     if (accept("order")) {
         expect("by");
         do {
@@ -155,16 +125,8 @@ std::unique_ptr<Select> Parser::select() {
 std::unique_ptr<Select> Parser::selectCore() {
     expect("select");
     auto core = std::make_unique<Select>();
-    if (accept("distinct"))
-        core->distinct = true;
-    else
-        accept("all");
-    if (accept("top")) {
-        const bool bracket = accept("(");
-        core->top = wholeNumber();
-        if (bracket) expect(")");
-        if (peek().is("percent")) refuse();
-    }
+    core->distinct = accept("distinct");
+    if (accept("top")) core->top = wholeNumber();
     do core->items.push_back(item());
     while (accept(","));
     if (accept("from")) sources(*core);
@@ -174,76 +136,48 @@ std::unique_ptr<Select> Parser::selectCore() {
         do core->groupBy.push_back(expression());
         while (accept(","));
     }
-    if (accept("having")) core->having = expression();
     return core;
 }
 
 SelectItem Parser::item() {
     SelectItem item;
     if (accept("*")) return item;
-    const Token& first = peek();
-    if ((first.sort == Token::Sort::word || first.sort == Token::Sort::quoted) && peek(1).is(".") && peek(2).is("*")) {
-        item.starOf = take().text;
-        take();
-        take();
-        return item;
-    }
     item.expression = expression();
-    if (accept("as")) {
-        if (peek().sort == Token::Sort::text)
-            item.alias = take().text;
-        else
-            item.alias = name();
-    } else if (peek().sort == Token::Sort::text) {
-        item.alias = take().text;
-    } else {
-        item.alias = aliasOrNothing();
-    }
+    item.alias = accept("as") ? name() : aliasOrNothing();
     return item;
 }
 
 std::string Parser::aliasOrNothing() {
-    if (peek().sort == Token::Sort::quoted) return take().text;
     if (peek().sort == Token::Sort::word && !isReserved(peek())) return take().text;
     return "";
 }
 
 void Parser::sources(Select& into) {
-    into.sources.push_back(source(Source::Join::comma));
+    into.sources.push_back(source());
     while (true) {
         if (accept(",")) {
-            into.sources.push_back(source(Source::Join::comma));
-            continue;
-        }
-        Source::Join join = Source::Join::inner;
-        if (accept("cross")) {
-            join = Source::Join::cross;
-        } else if (accept("left")) {
-            accept("outer");
-            join = Source::Join::left;
-        } else if (!accept("inner") && !peek().is("join")) {
+            into.sources.push_back(source());
+        } else if (accept("inner")) {
+            expect("join");
+            into.sources.push_back(source());
+            expect("on");
+            into.sources.back().on = expression();
+        } else {
             return;
         }
-        expect("join");
-        into.sources.push_back(source(join));
-        if (join == Source::Join::cross) continue;
-        expect("on");
-        into.sources.back().on = expression();
     }
 }
 
-Source Parser::source(Source::Join join) {
+Source Parser::source() {
     Source source;
-    source.join = join;
     if (accept("(")) {
         source.select = select();
         expect(")");
-        accept("as");
         source.alias = name();
         return source;
     }
     source.table = name();
-    source.alias = accept("as") ? name() : aliasOrNothing();
+    source.alias = aliasOrNothing();
     if (source.alias.empty()) source.alias = source.table;
     return source;
 }
@@ -254,22 +188,12 @@ Insert Parser::insert() {
     Insert insert;
     insert.table = name();
     if (peek().is("(")) insert.columns = names();
-    if (peek().is("select")) {
-        insert.select = select();
-        return insert;
-    }
     expect("values");
     do {
         expect("(");
         auto& row = insert.rows.emplace_back();
-        do {
-            if (accept("default")) {
-                row.push_back(std::make_unique<Expression>());
-                row.back()->form = Form::useDefault;
-            } else {
-                row.push_back(expression());
-            }
-        } while (accept(","));
+        do row.push_back(expression());
+        while (accept(","));
         expect(")");
     } while (accept(","));
     return insert;
@@ -282,7 +206,6 @@ Update Parser::update() {
     expect("set");
     do {
         std::string column = name();
-        if (accept(".")) column = name();
         expect("=");
         update.assignments.emplace_back(std::move(column), expression());
     } while (accept(","));
@@ -300,14 +223,11 @@ Delete Parser::deletion() {
 }
 
 ProcedureCall Parser::call() {
-    if (!accept("exec")) accept("execute");
     ProcedureCall call;
     call.name = name();
-    if (atEnd() || peek().is(";")) return call;
-    do {
-        if (peek().sort == Token::Sort::variable) refuse();
-        call.arguments.push_back(expression());
-    } while (accept(","));
+    if (atEnd()) return call;
+    do call.arguments.push_back(expression());
+    while (accept(","));
     return call;
 }
 

@@ -24,7 +24,6 @@ public:
     Token take();
     bool accept(std::string_view word);
     void expect(std::string_view word);
-    /// A name, perhaps after "dbo.".
     std::string name();
     /// One or more names in brackets.
     std::vector<std::string> names();
@@ -37,7 +36,7 @@ private:
     std::unique_ptr<Select> selectCore();
     SelectItem item();
     void sources(Select& into);
-    Source source(Source::Join join);
+    Source source();
     std::string aliasOrNothing();
     Insert insert();
     Update update();
@@ -45,15 +44,13 @@ private:
     ProcedureCall call();
 
     ExpressionPtr conjunction();
-    ExpressionPtr negation();
     ExpressionPtr comparison();
     ExpressionPtr sum();
-    ExpressionPtr product();
     ExpressionPtr unary();
     ExpressionPtr primary();
     ExpressionPtr caseOf();
     ExpressionPtr functionCall(std::string name);
-    ExpressionPtr conversion(bool typeFirst);
+    ExpressionPtr conversion();
 
     /// Brackets and subqueries nest no deeper than this, so that no statement exhausts the stack.
     static constexpr int kDeepest = 60;

@@ -56,26 +56,20 @@ Scope QueryWriter::scopeOf(const Select& select, const Scope* outer, std::string
                 fail(kSyntaxError, "Tables or functions '" + other.alias + "' and '" + named.alias +
                                        "' have the same exposed names. Use correlation names to distinguish them.");
         scope.sources.push_back(std::move(named));
-        if (!from.empty()) {
-            switch (source.join) {
-            case Source::Join::comma: from += ", "; break;
-            case Source::Join::inner: from += " INNER JOIN "; break;
-            case Source::Join::left: from += " LEFT JOIN "; break;
-            case Source::Join::cross: from += " CROSS JOIN "; break;
-            }
-        }
+        if (!from.empty()) from += source.on ? " INNER JOIN " : ", ";
         from += text + " AS " + quotedName(source.alias);
         if (source.on) from += " ON " + ExpressionWriter(*this, scope).condition(*source.on);
     }
     return scope;
 }
 
-std::string QueryWriter::core(const Select& select, const Scope* outer, Written& into, const char* onlyAlias) const {
+std::string QueryWriter::core(const Select& select, const Scope* outer, Written& into, const char* onlyAlias,
+                              bool intersects) const {
     std::string from;
     const Scope scope = scopeOf(select, outer, from);
     const ExpressionWriter writer(*this, scope);
     // Where rows are compared whole, text compares by the server's collation.
-    const bool compares = select.distinct || !select.compound.empty();
+    const bool compares = select.distinct || intersects;
 
     std::string list;
     auto add = [&](const TypedText& value, std::string name, std::string baseColumn) {
@@ -105,15 +99,11 @@ std::string QueryWriter::core(const Select& select, const Scope* outer, Written&
             add(value, std::move(name), std::move(base));
             continue;
         }
-        bool any = false;
-        for (const ScopeSource& source : scope.sources) {
-            if (!item.starOf.empty() && !automation::sameName(source.alias, item.starOf)) continue;
-            any = true;
+        if (scope.sources.empty()) fail(kSyntaxError, "Incorrect syntax near '*'.");
+        for (const ScopeSource& source : scope.sources)
             for (const OutputColumn& column : source.columns)
                 add({quotedName(source.alias) + "." + quotedName(column.name), column.type}, column.name,
                     column.baseColumn);
-        }
-        if (!any) fail(kSyntaxError, "Incorrect syntax near '*'.");
     }
     if (aggregates) {
         into.baseTable.clear();
@@ -122,8 +112,7 @@ std::string QueryWriter::core(const Select& select, const Scope* outer, Written&
                 checkGrouped(*item.expression, select);
             else
                 fail(kSyntaxError, "'*' is invalid in the select list of a grouped query.");
-    } else if (select.sources.size() == 1 && !select.sources.front().select && !select.distinct &&
-               select.compound.empty()) {
+    } else if (select.sources.size() == 1 && !select.sources.front().select && !compares) {
         const Table* table = schema_.table(select.sources.front().table);
         if (!table->isView) into.baseTable = table->name;
     }
@@ -141,7 +130,6 @@ std::string QueryWriter::core(const Select& select, const Scope* outer, Written&
         sql += grouped == select.groupBy.front() ? " GROUP BY " : ", ";
         sql += ExpressionWriter::collated(writer.value(*grouped));
     }
-    if (select.having) sql += " HAVING " + writer.condition(*select.having);
     return sql;
 }
 
@@ -154,19 +142,15 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
         sql += sql.empty() ? " ORDER BY " : ", ";
         const Expression& expression = *item.expression;
         std::size_t position = 0;
-        if (expression.form == Form::whole) {
-            position = expression.name.size() < 5 ? std::stoul(expression.name) : 0;
-            if (position < 1 || position > columns.size())
-                fail(kSyntaxError, "The ORDER BY position number " + expression.name +
-                                       " is out of range of the number of items in the select list.");
-        } else if (expression.form == Form::column && expression.qualifier.empty()) {
+        if (expression.form == Form::whole) fail(kSyntaxError, "ORDER BY a position is not known here.");
+        if (expression.form == Form::column && expression.qualifier.empty()) {
             for (std::size_t i = columns.size(); i-- > 0;)
                 if (automation::sameName(columns[i].name, expression.name)) position = i + 1;
         }
         if (position > 0) {
             sql += ExpressionWriter::collated({std::to_string(position), columns[position - 1].type});
-        } else if (!select.compound.empty()) {
-            fail(kSyntaxError, "ORDER BY items must appear in the select list if the statement contains a UNION "
+        } else if (!select.intersected.empty()) {
+            fail(kSyntaxError, "ORDER BY items must appear in the select list if the statement contains an INTERSECT "
                                "operator.");
         } else {
             if (!scope) scope = scopeOf(select, outer, unused);
@@ -179,13 +163,14 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
 
 QueryWriter::Written QueryWriter::write(const Select& select, const Scope* outer, const char* onlyAlias) const {
     Written written;
-    written.sql = core(select, outer, written, onlyAlias);
-    for (const auto& [how, other] : select.compound) {
+    const bool intersects = !select.intersected.empty();
+    written.sql = core(select, outer, written, onlyAlias, intersects);
+    for (const auto& other : select.intersected) {
         Written next;
-        const std::string sql = core(*other, outer, next, onlyAlias);
+        const std::string sql = core(*other, outer, next, onlyAlias, intersects);
         if (next.columns.size() != written.columns.size())
-            fail(kSyntaxError, "All queries in an SQL statement containing a UNION operator must have an equal number "
-                               "of expressions in their target lists.");
+            fail(kSyntaxError, "All queries in an SQL statement containing an INTERSECT operator must have an equal "
+                               "number of expressions in their target lists.");
         for (std::size_t i = 0; i < next.columns.size(); ++i) {
             SqlType& type = written.columns[i].type;
             const SqlType& otherType = next.columns[i].type;
@@ -194,8 +179,8 @@ QueryWriter::Written QueryWriter::write(const Select& select, const Scope* outer
             type = commonType(type, otherType);
             written.columns[i].baseColumn.clear();
         }
-        if (select.top || other->top) fail(kSyntaxError, "TOP is not known here together with " + how + ".");
-        written.sql += " " + how + " " + sql;
+        if (select.top || other->top) fail(kSyntaxError, "TOP is not known here together with INTERSECT.");
+        written.sql += " INTERSECT " + sql;
     }
     written.sql += order(select, outer, written.columns);
     if (select.top) written.sql += " LIMIT " + std::to_string(*select.top);

@@ -42,7 +42,7 @@ void Recordset::wantWritable() const {
 void Recordset::setValue(std::size_t index, const Value& value) {
     wantWritable();
     if (index >= columns().size()) fail(kItemNotFound);
-    if (editing_ == Editing::none && (atEnd() || atBegin())) fail(kNoCurrentRecord);
+    if (editing_ == Editing::none && atEnd()) fail(kNoCurrentRecord);
     const Table* table = database().schema().table(data_.baseTable);
     const Column* column = table->column(columns()[index].baseColumn);
     if (!column || column->identity) fail(kMultipleStepErrors);
@@ -61,16 +61,10 @@ void Recordset::addNew() {
     pending_.assign(columns().size(), std::nullopt);
 }
 
-void Recordset::cancelUpdate() {
-    wantOpen();
-    editing_ = Editing::none;
-    pending_.clear();
-}
-
 void Recordset::update() {
     wantWritable();
     if (editing_ == Editing::none) {
-        if (atEnd() || atBegin()) fail(kNoCurrentRecord);
+        if (atEnd()) fail(kNoCurrentRecord);
         return;
     }
     if (editing_ == Editing::adding)
@@ -109,15 +103,14 @@ void Recordset::insertPending() {
         for (std::size_t i = 0; i < row.size(); ++i)
             if (!columns()[i].baseColumn.empty()) row[i] = fresh.rows[0][next++];
     });
-    data_.rows.beginRow();
-    for (Value& value : row) data_.rows.append(std::move(value));
-    position_ = static_cast<std::ptrdiff_t>(data_.rows.size()) - 1;
+    data_.rows.push_back(std::move(row));
+    position_ = data_.rows.size() - 1;
 }
 
 void Recordset::writePending() {
     Database& db = idleDatabase();
     const Table& table = *db.schema().table(data_.baseTable);
-    const std::span<Value> row = data_.rows[static_cast<std::size_t>(position_)];
+    std::vector<Value>& row = data_.rows[position_];
     const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
         for (std::size_t i = 0; i < columns().size(); ++i)
             if (automation::sameName(columns()[i].baseColumn, name)) return row[i];
@@ -150,14 +143,6 @@ void Recordset::addEditing(automation::Members<Recordset>& m) {
     m.method("Update", 0, 0, [](Recordset& self, Arguments) {
         self.update();
         return Value();
-    });
-    m.method("CancelUpdate", 0, 0, [](Recordset& self, Arguments) {
-        self.cancelUpdate();
-        return Value();
-    });
-    m.readOnly("EditMode", [](Recordset& self) {
-        self.wantOpen();
-        return Value(std::int32_t(self.editing_ == Editing::none ? 0 : self.editing_ == Editing::changing ? 1 : 2));
     });
 }
 

@@ -11,14 +11,6 @@ namespace {
 
 using automation::Value;
 
-/// Names are put between brackets only where they need it, as a person would.
-std::string nameText(const std::string& name) {
-    for (char c : name)
-        if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_'))
-            return "[" + name + "]";
-    return name;
-}
-
 std::string literal(const ColumnValue& item) {
     const TypedCell given = cellOf(item.value);
     const SqlType& type = item.column->type;
@@ -29,14 +21,13 @@ std::string literal(const ColumnValue& item) {
 std::string keyCondition(const std::vector<ColumnValue>& key) {
     std::string text;
     for (const ColumnValue& item : key)
-        text += (text.empty() ? "" : " AND ") + nameText(item.column->name) + " = " + literal(item);
+        text += (text.empty() ? "" : " AND ") + item.column->name + " = " + literal(item);
     return text;
 }
 
 TypedCell assignedCell(const SqlType& type, const Value& value) {
     switch (type.kind) {
     case Kind::bit: return {std::int64_t(basic::cBool(value)), {Kind::bit}};
-    case Kind::tinyInt:
     case Kind::smallInt:
     case Kind::integer: return {std::int64_t(basic::cLng(value)), {Kind::bigInt}};
     case Kind::real: return {basic::cDbl(value), {Kind::real}};
@@ -52,25 +43,25 @@ std::string insertStatement(const Table& table, const std::vector<ColumnValue>& 
     std::string names;
     std::string literals;
     for (const ColumnValue& item : values) {
-        names += (names.empty() ? "" : ", ") + nameText(item.column->name);
+        names += (names.empty() ? "" : ", ") + item.column->name;
         literals += (literals.empty() ? "" : ", ") + literal(item);
     }
-    return "INSERT INTO " + nameText(table.name) + " (" + names + ") VALUES (" + literals + ")";
+    return "INSERT INTO " + table.name + " (" + names + ") VALUES (" + literals + ")";
 }
 
 std::string updateStatement(const Table& table, const std::vector<ColumnValue>& changes,
                             const std::vector<ColumnValue>& key) {
     std::string assignments;
     for (const ColumnValue& item : changes)
-        assignments += (assignments.empty() ? "" : ", ") + nameText(item.column->name) + " = " + literal(item);
-    return "UPDATE " + nameText(table.name) + " SET " + assignments + " WHERE " + keyCondition(key);
+        assignments += (assignments.empty() ? "" : ", ") + item.column->name + " = " + literal(item);
+    return "UPDATE " + table.name + " SET " + assignments + " WHERE " + keyCondition(key);
 }
 
 std::string selectStatement(const Table& table, const std::vector<std::string>& columns,
                             const std::vector<ColumnValue>& key) {
     std::string names;
-    for (const std::string& name : columns) names += (names.empty() ? "" : ", ") + nameText(name);
-    return "SELECT " + names + " FROM " + nameText(table.name) + " WHERE " + keyCondition(key);
+    for (const std::string& name : columns) names += (names.empty() ? "" : ", ") + name;
+    return "SELECT " + names + " FROM " + table.name + " WHERE " + keyCondition(key);
 }
 
 Value fieldValue(const Column& column, const Value& value) {

@@ -15,10 +15,6 @@ std::string quotedList(const std::vector<std::string>& names) {
     return list;
 }
 
-void skipClustering(Parser& parser) {
-    if (!parser.accept("clustered")) parser.accept("nonclustered");
-}
-
 class Reader {
 public:
     explicit Reader(SchemaText& into) : into_(into) {}
@@ -30,7 +26,7 @@ public:
             table(parser);
         else if (parser.accept("view"))
             view(parser);
-        else if (parser.accept("procedure") || parser.accept("proc"))
+        else if (parser.accept("procedure"))
             procedure(parser);
         else
             index(parser);
@@ -43,12 +39,8 @@ private:
         table.name = parser.name();
         parser.expect("(");
         do {
-            std::string constraint;
-            if (parser.accept("constraint")) constraint = parser.name();
-            if (parser.peek().is("primary") || parser.peek().is("unique"))
-                table.keys.push_back(key(parser, constraint));
-            else if (!constraint.empty())
-                parser.refuse();
+            if (parser.accept("constraint"))
+                table.keys.push_back(key(parser));
             else
                 column(parser, table);
         } while (parser.accept(","));
@@ -57,12 +49,11 @@ private:
         into_.schema.add(std::move(table));
     }
 
-    static Key key(Parser& parser, std::string constraint) {
+    static Key key(Parser& parser) {
         Key key;
-        key.name = std::move(constraint);
+        key.name = parser.name();
         key.primary = parser.accept("primary");
         parser.expect(key.primary ? "key" : "unique");
-        skipClustering(parser);
         key.columns = parser.names();
         return key;
     }
@@ -71,18 +62,14 @@ private:
         Column column;
         column.name = parser.name();
         column.type = parser.type();
-        std::string constraint;
         while (true) {
-            if (parser.accept("constraint")) {
-                constraint = parser.name();
-            } else if (parser.accept("identity")) {
+            if (parser.accept("identity")) {
                 column.identity = true;
-                if (parser.accept("(")) {
-                    if (parser.wholeNumber() != 1) parser.refuse();
-                    parser.expect(",");
-                    if (parser.wholeNumber() != 1) parser.refuse();
-                    parser.expect(")");
-                }
+                parser.expect("(");
+                const int first = parser.wholeNumber();
+                parser.expect(",");
+                if (first != 1 || parser.wholeNumber() != 1) parser.refuse();
+                parser.expect(")");
             } else if (parser.accept("not")) {
                 parser.expect("null");
                 column.nullable = false;
@@ -90,11 +77,6 @@ private:
                 column.nullable = true;
             } else if (parser.accept("default")) {
                 column.defaultValue = parser.expression();
-            } else if (parser.peek().is("primary") || parser.peek().is("unique")) {
-                const bool primary = parser.accept("primary");
-                parser.expect(primary ? "key" : "unique");
-                if (primary) column.nullable = false;
-                table.keys.push_back({constraint, primary, {column.name}});
             } else {
                 break;
             }
@@ -102,7 +84,7 @@ private:
         table.columns.push_back(std::move(column));
     }
 
-    void create(Table& table) {
+    void create(const Table& table) {
         std::string sql = "CREATE TABLE " + quotedName(table.name) + " (";
         bool identity = false;
         for (const Column& column : table.columns) {
@@ -115,8 +97,7 @@ private:
                 sql += storageDeclaration(column.type) + (column.nullable ? "" : " NOT NULL");
             }
         }
-        for (Key& key : table.keys) {
-            if (key.name.empty()) key.name = (key.primary ? "PK_" : "UQ_") + table.name;
+        for (const Key& key : table.keys) {
             for (const std::string& name : key.columns)
                 if (!table.column(name))
                     fail(kSyntaxError, "Column name '" + name + "' does not exist in the target table.");
@@ -153,16 +134,14 @@ private:
     }
 
     void index(Parser& parser) {
-        const bool unique = parser.accept("unique");
-        skipClustering(parser);
         parser.expect("index");
         const std::string name = parser.name();
         parser.expect("on");
         const std::string tableName = parser.name();
         const Table* table = into_.schema.table(tableName);
         if (!table || table->isView) fail(kSyntaxError, "Invalid object name '" + tableName + "'.");
-        into_.creation.push_back(std::string("CREATE ") + (unique ? "UNIQUE " : "") + "INDEX " + quotedName(name) +
-                                 " ON " + quotedName(table->name) + " (" + quotedList(parser.names()) + ")");
+        into_.creation.push_back("CREATE INDEX " + quotedName(name) + " ON " + quotedName(table->name) + " (" +
+                                 quotedList(parser.names()) + ")");
     }
 
     void view(Parser& parser) {
@@ -181,13 +160,11 @@ private:
     void procedure(Parser& parser) {
         Procedure procedure;
         procedure.name = parser.name();
-        const bool bracket = parser.accept("(");
         while (parser.peek().sort == Token::Sort::variable) {
             std::string name = parser.take().text;
             procedure.parameters.emplace_back(std::move(name), parser.type());
             if (!parser.accept(",")) break;
         }
-        if (bracket) parser.expect(")");
         parser.expect("as");
         std::shared_ptr<const Select> body = parser.select();
         Variables variables;

@@ -14,7 +14,7 @@ struct SchemaText {
     std::vector<std::string> creation; ///< SQLite's statements, in order
 };
 
-/// "create table", "create [unique] index", "create view" and "create procedure" whose body is one select.
+/// "create table", "create index", "create view" and "create procedure" whose body is one select.
 /// Errors: -2147217900 for anything else, naming the place.
 SchemaText readSchema(std::string_view text);
 

@@ -1,17 +1,13 @@
 #include "sandbox/database/Script.h"
 
+#include "automation/Ascii.h"
 #include "automation/Members.h"
 
 namespace sandbox {
 namespace {
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
-
-std::string_view stripped(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
+using automation::isBlank;
+using automation::kBlanks;
 
 } // namespace
 
@@ -20,7 +16,7 @@ std::vector<std::string_view> splitScript(std::string_view text) {
     std::size_t begin = 0;
     bool hasContent = false;
     auto finish = [&](std::size_t end, std::size_t next) {
-        if (hasContent) statements.push_back(stripped(text.substr(begin, end - begin)));
+        if (hasContent) statements.push_back(automation::trimmed(text.substr(begin, end - begin), kBlanks));
         begin = next;
         hasContent = false;
     };
@@ -30,7 +26,7 @@ std::vector<std::string_view> splitScript(std::string_view text) {
         if (lineStart) {
             lineStart = false;
             const std::size_t lineEnd = std::min(text.find('\n', i), text.size());
-            if (automation::sameName(stripped(text.substr(i, lineEnd - i)), "go")) {
+            if (automation::sameName(automation::trimmed(text.substr(i, lineEnd - i), kBlanks), "go")) {
                 finish(i, lineEnd);
                 i = lineEnd;
                 lineStart = true;
@@ -41,12 +37,9 @@ std::vector<std::string_view> splitScript(std::string_view text) {
             lineStart = true;
         } else if (c == '-' && text.substr(i, 2) == "--") {
             i = std::min(text.find('\n', i), text.size()) - 1;
-        } else if (c == '/' && text.substr(i, 2) == "/*") {
-            const std::size_t close = text.find("*/", i + 2);
-            i = close == std::string_view::npos ? text.size() : close + 1;
-        } else if (c == '\'' || c == '"' || c == '[') {
+        } else if (c == '\'') {
             hasContent = true;
-            i = std::min(text.find(c == '[' ? ']' : c, i + 1), text.size());
+            i = std::min(text.find(c, i + 1), text.size());
         } else if (c == ';') {
             finish(i, i + 1);
         } else if (!isBlank(c)) {

@@ -20,12 +20,11 @@ constexpr Moment kServerEpoch = 2 * kMillisecondsPerDay;
 Moment momentOf(automation::Date date);
 automation::Date dateOf(Moment moment);
 
-/// "yyyymmdd", "yyyy/mm/dd", "yyyy-mm-dd" (also with one digit, and "." as separator), "mm/dd/yyyy", "dd mon yyyy" and
-/// "mon dd yyyy", each with an optional " hh:mm[:ss[.mmm]] [AM|PM]"; a time alone is on 1900-01-01, empty text is
-/// 1900-01-01. Nothing for other text or a day that does not exist; years run from 1753.
+/// "yyyymmdd", "yyyy/mm/dd" and "yyyy-mm-dd" (also with one digit), each with an optional " hh:mm[:ss[.mmm]]"; empty
+/// text is 1900-01-01. Nothing for other text or a day that does not exist; years run from 1753.
 std::optional<Moment> parseMoment(std::string_view text);
 
-/// After a style number of the server's convert: 0 and 100, 101, 103, 104, 108, 111, 112, 120, 121. Nothing for others.
+/// After a style number of the server's convert: 103, 111, 120, 121. Nothing for others.
 std::optional<std::string> momentText(Moment moment, int style);
 
 /// The machine's local time.

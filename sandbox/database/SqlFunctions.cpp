@@ -92,20 +92,10 @@ Cell put(const Call& call) { return storeCell(call.cell(0), call.type(1), target
 
 Cell add(const Call& call) { return addDecimals(call.text(0), call.text(1)); }
 Cell subtract(const Call& call) { return addDecimals(call.text(0), negateDecimal(call.text(1))); }
-Cell multiply(const Call& call) { return multiplyDecimals(call.text(0), call.text(1)); }
 Cell negate(const Call& call) { return negateDecimal(call.text(0)); }
-
-Cell divisor(const Call& call) {
-    const Cell cell = call.cell(0);
-    const auto* whole = std::get_if<std::int64_t>(&cell);
-    const auto* real = std::get_if<double>(&cell);
-    if ((whole && *whole == 0) || (real && *real == 0)) fail(kDataOverflow, "Divide by zero error encountered.");
-    return cell;
-}
 
 Cell length(const Call& call) { return std::int64_t(basic::len(basic::rtrim(call.text(0)))); }
 Cell upper(const Call& call) { return basic::ucase(call.text(0)); }
-Cell lower(const Call& call) { return basic::lcase(call.text(0)); }
 
 int lengthArgument(const Call& call, int i, const char* function) {
     if (call.number(i) < 0)
@@ -113,7 +103,6 @@ int lengthArgument(const Call& call, int i, const char* function) {
     return call.small(i);
 }
 
-Cell left(const Call& call) { return basic::left(call.text(0), lengthArgument(call, 1, "left")); }
 Cell right(const Call& call) { return basic::right(call.text(0), lengthArgument(call, 1, "right")); }
 
 /// A start before the first character takes from the length.
@@ -145,27 +134,10 @@ Cell replace(const Call& call) {
     return result;
 }
 
-Cell charIndex(const Call& call) {
-    return std::int64_t(basic::instr(basic::ucase(call.text(1)), basic::ucase(call.text(0))));
-}
-Cell space(const Call& call) { return basic::space(std::min(call.small(0), 8000)); }
 Cell like(const Call& call) { return std::int64_t(matchesLike(call.text(0), call.text(1))); }
 Cell isNumeric(const Call& call) { return std::int64_t(!call.isNull(0) && looksNumeric(call.text(0))); }
 
 Cell nowCell(const Call&) { return std::int64_t(now()); }
-Cell datePart(const Call& call) {
-    const std::string day = *momentText(call.number(1), 112);
-    const std::string part = basic::lcase(call.text(0));
-    return std::int64_t(std::stoi(part == "year"    ? day.substr(0, 4)
-                                  : part == "month" ? day.substr(4, 2)
-                                                    : day.substr(6)));
-}
-Cell dateDifference(const Call& call) {
-    auto day = [](std::int64_t moment) {
-        return moment / kMillisecondsPerDay - (moment % kMillisecondsPerDay < 0 ? 1 : 0);
-    };
-    return day(call.number(1)) - day(call.number(0));
-}
 
 // Aggregates keep their state as an object behind a pointer that SQLite holds for them.
 
@@ -241,22 +213,14 @@ void registerFunctions(sqlite3* connection, Raised& raised) {
         {"ss_put", 5, strict<put>},
         {"ss_add", 2, strict<add>},
         {"ss_subtract", 2, strict<subtract>},
-        {"ss_multiply", 2, strict<multiply>},
         {"ss_negate", 1, strict<negate>},
-        {"ss_divisor", 1, strict<divisor>},
         {"ss_len", 1, strict<length>},
         {"ss_upper", 1, strict<upper>},
-        {"ss_lower", 1, strict<lower>},
-        {"ss_left", 2, strict<left>},
         {"ss_right", 2, strict<right>},
         {"ss_substring", 3, strict<substring>},
         {"ss_replace", 3, strict<replace>},
-        {"ss_charindex", 2, strict<charIndex>},
-        {"ss_space", 1, strict<space>},
         {"ss_like", 2, strict<like>},
         {"ss_isnumeric", 1, plain<isNumeric>},
-        {"ss_datepart", 2, strict<datePart>},
-        {"ss_datediff", 2, strict<dateDifference>},
     };
     constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
     for (const Entry& entry : kEntries)

@@ -13,25 +13,15 @@ bool isNumber(Kind kind) { return kind >= Kind::bit && kind <= Kind::real; }
 SqlType typeNamed(std::string_view name) {
     static const std::map<std::string, SqlType, automation::NameLess> types{
         {"bit", {Kind::bit}},
-        {"tinyint", {Kind::tinyInt}},
         {"smallint", {Kind::smallInt}},
         {"int", {Kind::integer}},
-        {"integer", {Kind::integer}},
-        {"bigint", {Kind::bigInt}},
         {"money", {Kind::money}},
-        {"smallmoney", {Kind::money}},
         {"decimal", {Kind::decimal, 18, 0}},
-        {"numeric", {Kind::decimal, 18, 0}},
         {"float", {Kind::real}},
-        {"real", {Kind::real}},
         {"datetime", {Kind::dateTime}},
-        {"smalldatetime", {Kind::dateTime}},
         {"char", {Kind::text, 1, 0, false, true}},
-        {"nchar", {Kind::text, 1, 0, true, true}},
         {"varchar", {Kind::text, 1, 0, false, false}},
         {"nvarchar", {Kind::text, 1, 0, true, false}},
-        {"text", {Kind::text, 0, 0, false, false}},
-        {"ntext", {Kind::text, 0, 0, true, false}},
     };
     auto found = types.find(name);
     return found == types.end() ? SqlType{} : found->second;
@@ -42,7 +32,6 @@ std::string typeName(const SqlType& type) {
     case Kind::unknown: return "NULL";
     case Kind::text: return std::string(type.wide ? "n" : "") + (type.fixed ? "char" : "varchar");
     case Kind::bit: return "bit";
-    case Kind::tinyInt: return "tinyint";
     case Kind::smallInt: return "smallint";
     case Kind::integer: return "int";
     case Kind::bigInt: return "bigint";

@@ -11,10 +11,9 @@ enum class Kind {
     unknown,  ///< NULL as a literal
     text,     ///< TEXT
     bit,      ///< INTEGER 0 or 1
-    tinyInt,  ///< INTEGER
     smallInt, ///< INTEGER
     integer,  ///< INTEGER
-    bigInt,   ///< INTEGER
+    bigInt,   ///< INTEGER; of no column, but what sums are before they are checked
     money,    ///< INTEGER, ten-thousandths
     decimal,  ///< TEXT with exactly `scale` decimals, so that no digit is lost
     real,     ///< REAL
@@ -25,14 +24,14 @@ struct SqlType {
     Kind kind = Kind::unknown;
     int size = 0;       ///< text: most characters, 0 for no limit; decimal: digits in all
     int scale = 0;      ///< decimal: digits after the point
-    bool wide = false;  ///< text: nvarchar, nchar
-    bool fixed = false; ///< text: char, nchar; filled up with blanks
+    bool wide = false;  ///< text: nvarchar
+    bool fixed = false; ///< text: char; filled up with blanks
 };
 
 bool isWholeNumber(Kind kind);
 bool isNumber(Kind kind);
 
-/// The type of that name ("int", "varchar", "numeric" ...) without its size; kind unknown where there is none.
+/// The type of that name ("int", "varchar" ...) without its size; kind unknown where there is none.
 SqlType typeNamed(std::string_view name);
 
 /// As the server names it in messages: "int", "varchar", "numeric".

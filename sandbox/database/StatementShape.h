@@ -1,4 +1,5 @@
-// What statements that differ only in their plain values have in common, so that one prepared statement serves them all.
+// What statements that differ only in their plain values have in common, so that one prepared statement serves them
+// all.
 #pragma once
 
 #include "sandbox/database/Ast.h"
@@ -20,7 +21,8 @@ struct StatementShape {
 /// Errors as `tokenize`.
 StatementShape shapeOf(std::string_view statement);
 
-/// Reads the statement so that its plain values are translated as parameters, numbered from 1. Errors as `parseStatement`.
+/// Reads the statement so that its plain values are translated as parameters, numbered from 1. Errors as
+/// `parseStatement`.
 Statement parseWithParameters(std::string_view statement);
 
 } // namespace sandbox

@@ -15,10 +15,7 @@ bool isAscii(std::string_view text) {
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
-std::string_view withoutEndBlanks(std::string_view text) {
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    return text;
-}
+std::string_view withoutEndBlanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
 int compareFolded(std::string_view a, std::string_view b) {
     const std::size_t shared = std::min(a.size(), b.size());

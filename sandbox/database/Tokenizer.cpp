@@ -1,27 +1,24 @@
 #include "sandbox/database/Tokenizer.h"
 
+#include "automation/Ascii.h"
 #include "automation/Members.h"
 #include "sandbox/database/Errors.h"
-
-#include <array>
 
 namespace sandbox {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '#' ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
-bool isNamePart(char c) { return isNameStart(c) || isDigit(c) || c == '$' || c == '@'; }
+using automation::isDigit;
+
+bool isNameStart(char c) { return automation::isLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80; }
+bool isNamePart(char c) { return isNameStart(c) || isDigit(c); }
 
 /// Doubled quotes made single.
-std::string unquoted(std::string_view text, char quote) {
+std::string unquoted(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         result += text[i];
-        if (text[i] == quote) ++i;
+        if (text[i] == '\'') ++i;
     }
     return result;
 }
@@ -48,10 +45,6 @@ private:
                 ++at_;
             } else if (c == '-' && at(1) == '-') {
                 while (at_ < text_.size() && at(0) != '\n') ++at_;
-            } else if (c == '/' && at(1) == '*') {
-                const std::size_t close = text_.find("*/", at_ + 2);
-                if (close == std::string_view::npos) fail(kSyntaxError, "Missing end comment mark '*/'.");
-                at_ = close + 2;
             } else {
                 return;
             }
@@ -62,27 +55,25 @@ private:
         const char c = at(0);
         wide = (c == 'N' || c == 'n') && at(1) == '\'';
         if (wide) ++at_;
-        if (at(0) == '\'') return quoted(Token::Sort::text, '\'');
-        if (c == '[') return quoted(Token::Sort::quoted, ']');
-        if (c == '"') return quoted(Token::Sort::quoted, '"');
+        if (at(0) == '\'') return text();
         if (isNameStart(c)) return name(Token::Sort::word);
         if (c == '@') return name(Token::Sort::variable);
         if (isDigit(c) || (c == '.' && isDigit(at(1)))) return number();
         return symbol();
     }
 
-    Token::Sort quoted(Token::Sort sort, char quote) {
+    Token::Sort text() {
         const std::size_t begin = at_;
         for (++at_; at_ < text_.size(); ++at_) {
-            if (text_[at_] != quote) continue;
-            if (at(1) != quote) {
+            if (text_[at_] != '\'') continue;
+            if (at(1) != '\'') {
                 ++at_;
-                return sort;
+                return Token::Sort::text;
             }
             ++at_;
         }
         fail(kSyntaxError,
-             "Unclosed quotation mark before the character string '" + unquoted(text_.substr(begin + 1), quote) + "'.");
+             "Unclosed quotation mark before the character string '" + unquoted(text_.substr(begin + 1)) + "'.");
     }
 
     Token::Sort name(Token::Sort sort) {
@@ -109,13 +100,12 @@ private:
     }
 
     Token::Sort symbol() {
-        static constexpr std::array<std::string_view, 6> kDouble{"<>", "<=", ">=", "!=", "!<", "!>"};
-        for (std::string_view two : kDouble)
+        for (std::string_view two : {"<>", "<=", ">="})
             if (text_.substr(at_, 2) == two) {
                 at_ += 2;
                 return Token::Sort::symbol;
             }
-        static constexpr std::string_view kSingle = "()+-*/%,.=<>;&|^~";
+        static constexpr std::string_view kSingle = "()+-*,.=<>";
         if (kSingle.find(at(0)) == std::string_view::npos)
             fail(kSyntaxError, std::string("Incorrect syntax near '") + at(0) + "'.");
         ++at_;
@@ -136,11 +126,10 @@ TokenPlace nextToken(std::string_view statement, std::size_t from) { return Cutt
 
 std::string tokenText(std::string_view statement, const TokenPlace& place) {
     std::string_view text = statement.substr(place.begin, place.end - place.begin);
-    if (place.sort != Token::Sort::text && place.sort != Token::Sort::quoted) return std::string(text);
+    if (place.sort != Token::Sort::text) return std::string(text);
     text.remove_prefix(place.wide ? 2 : 1);
-    const char quote = text.back();
     text.remove_suffix(1);
-    return unquoted(text, quote);
+    return unquoted(text);
 }
 
 std::vector<Token> tokenize(std::string_view statement) {

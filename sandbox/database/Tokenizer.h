@@ -10,7 +10,6 @@ namespace sandbox {
 struct Token {
     enum class Sort {
         word,     ///< keyword or name as written
-        quoted,   ///< [name] or "name", without its quotes
         text,     ///< 'text' or N'text', doubled quotes made single
         whole,    ///< 12
         decimal,  ///< 1.5
@@ -26,7 +25,7 @@ struct Token {
     std::size_t end = 0;
     int parameter = 0; ///< from 1: the token's place among the statement's plain values; 0 for none
 
-    /// A keyword or symbol, without case. Quoted names are never keywords.
+    /// A keyword or symbol, without case.
     bool is(std::string_view word) const;
 };
 

@@ -87,40 +87,19 @@ Translation Translator::insert(const Insert& insert) const {
     for (const Column* column : named) sql += (column == named.front() ? "" : ", ") + quotedName(column->name);
     for (const Column* column : defaulted) sql += ", " + quotedName(column->name);
     sql += ") ";
-    const char* mismatch = "There are more or fewer values than columns. The number of values must match the number "
-                           "of columns.";
-    if (insert.select) {
-        const auto written = queries.write(*insert.select, nullptr);
-        if (written.columns.size() != named.size()) fail(kSyntaxError, mismatch);
-        sql += "SELECT ";
-        std::string names;
-        for (std::size_t i = 0; i < named.size(); ++i) {
-            const std::string name = "v" + std::to_string(i);
-            names += (i ? ", " : "") + name;
-            sql += (i ? ", " : "") + ExpressionWriter::stored({name, written.columns[i].type}, named[i]->type);
-        }
-        sql = "WITH given(" + names + ") AS (" + written.sql + ") " + sql + tail + " FROM given WHERE true";
-        return {std::move(sql), false, {}, ""};
-    }
     std::vector<StoredParameter> stored;
     sql += "VALUES ";
     for (const auto& row : insert.rows) {
-        if (row.size() != named.size()) fail(kSyntaxError, mismatch);
+        if (row.size() != named.size())
+            fail(kSyntaxError, "There are more or fewer values than columns. The number of values must match the "
+                               "number of columns.");
         sql += &row == &insert.rows.front() ? "(" : ", (";
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const Expression* given = row[i].get();
             if (i) sql += ", ";
-            if (given->form == Expression::Form::useDefault) {
-                given = named[i]->defaultValue.get();
-                if (!given) {
-                    sql += "NULL";
-                    continue;
-                }
-            }
-            const TypedText value = writer.value(*given);
-            if (given->parameter > 0) {
+            const TypedText value = writer.value(*row[i]);
+            if (row[i]->parameter > 0) {
                 sql += value.sql;
-                stored.push_back({given->parameter, value.type, named[i]->type});
+                stored.push_back({row[i]->parameter, value.type, named[i]->type});
             } else {
                 sql += ExpressionWriter::stored(value, named[i]->type);
             }

@@ -27,8 +27,8 @@ struct StoredParameter {
 struct Translation {
     std::string sql;
     bool isQuery = false;
-    std::vector<OutputColumn> columns; ///< of a query
-    std::string baseTable;             ///< the one table whose rows a query shows; empty where rows cannot be updated
+    std::vector<OutputColumn> columns;   ///< of a query
+    std::string baseTable;               ///< the one table whose rows a query shows; empty where rows cannot be updated
     std::vector<StoredParameter> stored; ///< of an insert
 };
 

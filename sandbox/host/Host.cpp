@@ -74,11 +74,53 @@ void prepareStandIns(const std::filesystem::path& folder) {
     if (!out) throw automation::RunTimeError(automation::kPathAccess, "cannot write " + com::toUtf8(file.wstring()));
 }
 
+constexpr const wchar_t* kConnectVariable = L"GOODSREQ_CONNECT";
+
+std::string environment(const std::string& name) {
+    wchar_t text[32768];
+    const DWORD length = GetEnvironmentVariableW(com::toWide(name).c_str(), text, 32768);
+    return length < 32768 ? com::toUtf8(std::wstring_view(text, length)) : std::string();
+}
+
+/// What process lists show of us from now on ends with the option; how the text behind it was quoted does not matter
+/// so.
+void wipeCommandLine() {
+    constexpr std::wstring_view kOption = L"--connect";
+    if (wchar_t* found = wcsstr(GetCommandLineW(), kOption.data())) {
+        found += kOption.size();
+        std::fill(found, found + wcslen(found), L' ');
+    }
+}
+
+/// One argument as a program takes it apart again: quotes, and the backslashes before them, are escaped.
+std::wstring quotedArgument(std::wstring_view argument) {
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t c : argument) {
+        if (c == L'"') quoted.append(backslashes + 1, L'\\');
+        backslashes = c == L'\\' ? backslashes + 1 : 0;
+        quoted += c;
+    }
+    return quoted.append(backslashes, L'\\') + L'"';
+}
+
+/// Our own command line with the variable's name in place of the connection string.
+std::wstring commandLineWithout(const std::vector<std::string>& arguments) {
+    std::wstring line = quotedArgument(kConnectProgram);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const bool secret = i > 0 && arguments[i - 1] == "--connect";
+        line += L' ' + quotedArgument(secret ? L"env:" + std::wstring(kConnectVariable) : com::toWide(arguments[i]));
+    }
+    return line;
+}
+
 /// Runs this program again under the name whose manifest leaves ADO to the machine. Returns its exit status.
-int runConnected(const std::filesystem::path& folder) {
+int runConnected(const std::filesystem::path& folder, const std::vector<std::string>& arguments,
+                 const std::string& connection) {
     prepareStandIns(folder);
     const std::filesystem::path program = folder / kConnectProgram;
-    std::wstring commandLine = GetCommandLineW();
+    std::wstring commandLine = commandLineWithout(arguments);
+    SetEnvironmentVariableW(kConnectVariable, com::toWide(connection).c_str());
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
@@ -105,12 +147,15 @@ public:
     ~Apartment() { CoUninitialize(); }
 };
 
-int run(const HostOptions& options) {
+int run(const HostOptions& options, const std::vector<std::string>& arguments) {
     const std::filesystem::path own = ownPath();
     if (options.connect && lstrcmpiW(own.filename().c_str(), kConnectProgram) != 0)
-        return runConnected(own.parent_path());
-    if (!options.log.empty()) SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", com::toWide(options.log).c_str());
-    if (!options.open.empty()) SetEnvironmentVariableW(L"GOODSREQ_OPEN", com::toWide(options.open).c_str());
+        return runConnected(own.parent_path(), arguments, *options.connect);
+    SetEnvironmentVariableW(kConnectVariable, nullptr); // programs that we start have no use for it
+    if (!options.log.empty()) {
+        SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", com::toWide(options.log).c_str());
+        SetEnvironmentVariableW(L"GOODSREQ_WINDOW_TEXTS", L"1");
+    }
     if (!options.connect && sandbox::ensureCompany(options.database))
         std::cout << "Made the sample company: " << options.database << std::endl;
     const Apartment apartment;
@@ -122,6 +167,7 @@ int run(const HostOptions& options) {
 
 int wmain(int count, wchar_t** arguments) {
     SetConsoleOutputCP(CP_UTF8);
+    HostOptions options;
     try {
         std::vector<std::string> texts;
         for (int i = 1; i < count; ++i) texts.push_back(com::toUtf8(std::wstring_view(arguments[i])));
@@ -130,16 +176,19 @@ int wmain(int count, wchar_t** arguments) {
             std::cerr << "goodsreq-host: " << *wrong << std::endl;
             return kWrongOptions;
         }
-        const HostOptions& options = std::get<HostOptions>(parsed);
+        options = std::get<HostOptions>(parsed);
         if (options.help) {
             std::cout << sandbox::hostHelp();
             return 0;
         }
-        return run(options);
+        if (options.connect) wipeCommandLine();
+        sandbox::readConnection(options, environment, std::cin);
+        return run(options, texts);
     } catch (const automation::RunTimeError& error) {
-        std::cerr << "goodsreq-host: error " << error.number() << ": " << error.description() << std::endl;
+        std::cerr << "goodsreq-host: error " << error.number() << ": "
+                  << sandbox::withoutSecrets(error.description(), options) << std::endl;
     } catch (const std::exception& error) {
-        std::cerr << "goodsreq-host: " << error.what() << std::endl;
+        std::cerr << "goodsreq-host: " << sandbox::withoutSecrets(error.what(), options) << std::endl;
     }
     return kFailed;
 }

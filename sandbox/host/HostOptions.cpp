@@ -1,10 +1,13 @@
 #include "sandbox/host/HostOptions.h"
 
+#include "basic/Text.h"
+
 #include <charconv>
 #include <chrono>
 #include <functional>
 #include <limits>
 #include <map>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
@@ -54,11 +57,6 @@ const std::map<std::string, Take>& takers() {
         {"--connect", [](HostOptions& o, const std::string&, const std::string& v) { o.connect = v; }},
         {"--trace", [](HostOptions& o, const std::string&, const std::string& v) { o.trace = v; }},
         {"--log", [](HostOptions& o, const std::string&, const std::string& v) { o.log = v; }},
-        {"--open",
-         [](HostOptions& o, const std::string& n, const std::string& v) {
-             if (v != "scan" && v != "fetch") throw OptionError(n + " wants \"scan\" or \"fetch\", not \"" + v + "\"");
-             o.open = v;
-         }},
         {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
         {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
         {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
@@ -104,21 +102,53 @@ std::variant<HostOptions, std::string> parseHostOptions(const std::vector<std::s
     }
 }
 
+void readConnection(HostOptions& options, const std::function<std::string(const std::string&)>& environment,
+                    std::istream& input) {
+    if (!options.connect) return;
+    constexpr std::string_view kVariable = "env:";
+    std::string& text = *options.connect;
+    if (text == "-") {
+        std::getline(input, text);
+        if (text.ends_with('\r')) text.pop_back();
+        if (!input || text.empty()) throw OptionError("--connect -: no connection string came in");
+    } else if (text.starts_with(kVariable)) {
+        const std::string name = text.substr(kVariable.size());
+        text = environment(name);
+        if (text.empty()) throw OptionError("--connect: the environment has no connection string in " + name);
+    }
+}
+
+std::string withoutSecrets(std::string text, const HostOptions& options) {
+    constexpr const char* kShown = "...";
+    if (!options.connect || options.connect->empty()) return text;
+    text = basic::replaceAll(text, *options.connect, kShown);
+    std::istringstream parts(*options.connect);
+    for (std::string part; std::getline(parts, part, ';');) {
+        const std::size_t sign = part.find('=');
+        const std::string key = basic::lcase(basic::trim(part.substr(0, sign)));
+        if (sign != std::string::npos && sign + 1 < part.size() && (key == "password" || key == "pwd"))
+            text = basic::replaceAll(text, part.substr(sign + 1), kShown);
+    }
+    return text;
+}
+
 const char* hostHelp() {
     return "goodsreq-host: opens the goods request module as the back office does.\n"
            "\n"
            "  --database FILE      the sandbox's database; made with the sample company where it is missing\n"
            "                       (company.db)\n"
-           "  --connect TEXT       an ADO connection string for a real server, in place of --database; untried on one\n"
+           "  --connect TEXT       an ADO connection string for a real server, in place of --database; untried on one.\n"
+           "                       \"-\" reads it from standard input, \"env:NAME\" from that variable: a process list shows\n"
+           "                       what stands on a command line\n"
            "  --trace FILE         write every statement to FILE, one a line; not with --connect, where the module's\n"
            "                       record sets are ADO's own and only the server sees every statement\n"
-           "  --log FILE           write what happens to the windows to FILE, such as \"active frmMaster\"\n"
+           "  --log FILE           write what happens to the windows to FILE, such as \"active frmMaster\", and the texts of\n"
+           "                       messages\n"
            "  --interface N        1507 goods request (default), 1611 inter-division sales request\n"
            "  --user N             1 all rights (default), 2 no deletion, 3 administrator, 4 without a rights row\n"
            "  --shop N             the requesting shop (1)\n"
            "  --company N          the company (1)\n"
            "  --date yyyy-mm-dd    the processing date (2026-03-31)\n"
-           "  --open NAME          \"scan\" or \"fetch\": F11 in line entry opens that dialog, which nothing else opens\n"
            "  --caption TEXT       title of message boxes (Retail Back Office)\n"
            "  --key TEXT           the project key\n"
            "  --help               this text\n";

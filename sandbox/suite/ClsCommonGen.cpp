@@ -3,6 +3,8 @@
 #include "basic/Conversion.h"
 #include "basic/Text.h"
 
+#include <algorithm>
+
 namespace sandbox {
 
 using automation::Arguments;
@@ -33,8 +35,9 @@ std::int16_t filteredKey(Object& box, std::int16_t character, int digits, int de
     if (isControlKey) return character;
     if (character < 0 || character > '9') return 0;
     const std::string text = basic::cStr(box.get("Text"));
-    const int start = basic::cLng(box.get("SelStart"));
-    const int length = basic::cLng(box.get("SelLength"));
+    const int all = basic::len(text);
+    const int start = std::clamp(static_cast<int>(basic::cLng(box.get("SelStart"))), 0, all);
+    const int length = std::clamp(static_cast<int>(basic::cLng(box.get("SelLength"))), 0, all - start);
     const std::string result =
         basic::left(text, start) + static_cast<char>(character) + basic::mid(text, start + length + 1);
     return isNumberSoFar(result, digits, decimals) ? character : std::int16_t{0};

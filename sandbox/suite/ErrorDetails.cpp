@@ -2,7 +2,6 @@
 
 #include "basic/Conversion.h"
 #include "basic/Format.h"
-#include "basic/Text.h"
 
 #include <filesystem>
 #include <fstream>
@@ -28,9 +27,9 @@ const automation::Members<ErrorDetails>& ErrorDetails::members() {
     static const auto table = [] {
         automation::Members<ErrorDetails> m;
         m.method("ErrorTrack", 8, 8, [](ErrorDetails& self, Arguments a) {
-            self.ErrorTrack({basic::trim(basic::concatText(a[0])), basic::concatText(a[1]),
-                             basic::trim(basic::concatText(a[2])), basic::concatText(a[3]), basic::concatText(a[4]),
-                             basic::concatText(a[5]), basic::concatText(a[6])});
+            self.ErrorTrack({basic::concatText(a[0]), basic::concatText(a[1]), basic::concatText(a[2]),
+                             basic::concatText(a[3]), basic::concatText(a[4]), basic::concatText(a[5]),
+                             basic::concatText(a[6])});
             return Value();
         });
         return m;

@@ -116,6 +116,7 @@ void FetchWindow::filter() {
         for (std::size_t column = 1; column < cells.size(); ++column)
             line.setSubItem(static_cast<int>(column), cells[column]);
     }
+    lvwItems.select(0); // What a scanner types is no choice.
     const std::size_t all = content_.rows.size();
     lblCount.setText(listed_.size() == all ? std::to_string(all) + " items"
                                            : std::to_string(listed_.size()) + " of " + std::to_string(all) + " items");
@@ -129,7 +130,7 @@ void FetchWindow::moveSelection(int lines) {
 
 void FetchWindow::pick() {
     const int line = lvwItems.selectedIndex();
-    if (line < 1) return;
+    if (line < 1) return lblCount.setText("Choose an item with the arrow keys.");
     chosen_ = listed_[static_cast<std::size_t>(line - 1)];
     unload();
 }

@@ -1,5 +1,6 @@
 #include "sandbox/suite/Query.h"
 
+#include "automation/Ascii.h"
 #include "automation/Members.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
@@ -8,6 +9,7 @@
 
 namespace sandbox {
 
+using automation::lower;
 using automation::ObjectPtr;
 using automation::Value;
 
@@ -18,9 +20,7 @@ automation::Object& held(const ObjectPtr& connection) {
     return *connection;
 }
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
-
-bool isWordCharacter(char c) { return (lower(c) >= 'a' && lower(c) <= 'z') || (c >= '0' && c <= '9') || c == '_'; }
+bool isWordCharacter(char c) { return automation::isLetter(c) || automation::isDigit(c) || c == '_'; }
 
 /// Where the word, in small letters, stands in the statement outside quoted text and brackets; npos where it does not.
 std::size_t findWord(std::string_view statement, std::string_view word) {

@@ -46,7 +46,8 @@ public:
         }();
         return table;
     }
-    ValueField(const Surroundings& surroundings, std::size_t position) : surroundings_(surroundings), position_(position) {}
+    ValueField(const Surroundings& surroundings, std::size_t position)
+        : surroundings_(surroundings), position_(position) {}
 
     Value value;
 
@@ -72,7 +73,8 @@ public:
 
     /// From 1. Error 9 out of range.
     std::shared_ptr<ValueField> item(std::int32_t position) {
-        if (position < 1 || static_cast<std::size_t>(position) > kMostValues) automation::raise(automation::kSubscriptOutOfRange);
+        if (position < 1 || static_cast<std::size_t>(position) > kMostValues)
+            automation::raise(automation::kSubscriptOutOfRange);
         while (fields_.size() < static_cast<std::size_t>(position))
             fields_.push_back(std::make_shared<ValueField>(surroundings_, fields_.size() + 1));
         return fields_[static_cast<std::size_t>(position) - 1];
@@ -95,10 +97,9 @@ public:
     static const Members<WindowOptions>& members() {
         static const auto table = [] {
             Members<WindowOptions> m;
-            for (const char* name :
-                 {"HasGroupTree", "CanDrillDown", "HasNavigationControls", "HasCancelButton", "HasPrintButton",
-                  "HasPrintSetupButton", "HasExportButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl",
-                  "HasCloseButton", "HasProgressControls"})
+            for (const char* name : {"HasGroupTree", "CanDrillDown", "HasNavigationControls", "HasCancelButton",
+                                     "HasPrintButton", "HasPrintSetupButton", "HasExportButton", "HasRefreshButton",
+                                     "HasSearchButton", "HasZoomControl", "HasCloseButton", "HasProgressControls"})
                 m.property(
                     name, [name](WindowOptions& self) { return Value(self.isOn(name)); },
                     [name](WindowOptions& self, const Value& value) {
@@ -137,7 +138,8 @@ public:
     }
     Report(const Surroundings& surroundings, ReportTemplate layout, std::string company)
         : surroundings_(surroundings), template_(std::move(layout)), company_(std::move(company)),
-          fields_(std::make_shared<ValueFields>(surroundings)), options_(std::make_shared<WindowOptions>(surroundings)) {}
+          fields_(std::make_shared<ValueFields>(surroundings)),
+          options_(std::make_shared<WindowOptions>(surroundings)) {}
 
 private:
     std::vector<std::string> render() const {
@@ -149,7 +151,8 @@ private:
     }
     /// Comes back when the window is closed.
     void preview(const std::string& title) {
-        if (company_.empty()) throw automation::RunTimeError(20599, "Cannot open SQL server: there was no log-on.", "Report engine");
+        if (company_.empty())
+            throw automation::RunTimeError(20599, "Cannot open SQL server: there was no log-on.", "Report engine");
         ReportWindow::Content content;
         content.caption = title;
         content.pages = render();
@@ -169,7 +172,8 @@ private:
         file << text;
         file.close();
         const std::u8string name = path.u8string();
-        return (file ? "The report was written to " : "The report could not be written to ") + std::string(name.begin(), name.end());
+        return (file ? "The report was written to " : "The report could not be written to ") +
+               std::string(name.begin(), name.end());
     }
 
     Surroundings surroundings_;

@@ -1,5 +1,5 @@
-// Stand-in for the report engine, Crystal.CRPE.Application: the members that the module calls, over the sandbox's own report
-// files, and a preview window. The data source that it logs on to is the company that was opened last.
+// Stand-in for the report engine, Crystal.CRPE.Application: the members that the module calls, over the sandbox's own
+// report files, and a preview window. The data source that it logs on to is the company that was opened last.
 #pragma once
 
 #include "forms/Desktop.h"

@@ -97,11 +97,14 @@ std::vector<std::string> renderReport(const ReportTemplate& report, const Report
         Query rows(data.connection, statement(report.lineQuery, data));
         for (; !rows.atEnd(); rows.next())
             lines.push_back(filled(report.line, [&](const std::string& place) {
-                return placed(place, [&](const std::string& name) -> std::optional<Value> {
-                    if (name == "line") return Value(static_cast<std::int32_t>(lines.size()) + 1);
-                    if (auto value = valueField(data, name)) return value;
-                    return rows.field(name)->get("Value");
-                }, data.locale);
+                return placed(
+                    place,
+                    [&](const std::string& name) -> std::optional<Value> {
+                        if (name == "line") return Value(static_cast<std::int32_t>(lines.size()) + 1);
+                        if (auto value = valueField(data, name)) return value;
+                        return rows.field(name)->get("Value");
+                    },
+                    data.locale);
             }));
     }
     const int around = static_cast<int>(report.head.size() + report.foot.size());
@@ -119,10 +122,12 @@ std::vector<std::string> renderReport(const ReportTemplate& report, const Report
         };
         std::string text;
         const auto add = [&](const std::string& line) {
-            text += filled(line, [&](const std::string& place) { return placed(place, source, data.locale); }) + kLineEnd;
+            text +=
+                filled(line, [&](const std::string& place) { return placed(place, source, data.locale); }) + kLineEnd;
         };
         for (const std::string& line : report.head) add(line);
-        for (std::size_t i = page * perPage; i < std::min(lines.size(), (page + 1) * perPage); ++i) text += lines[i] + kLineEnd;
+        for (std::size_t i = page * perPage; i < std::min(lines.size(), (page + 1) * perPage); ++i)
+            text += lines[i] + kLineEnd;
         for (const std::string& line : report.foot) add(line);
         pages.push_back(std::move(text));
     }

@@ -39,7 +39,8 @@ ReportWindow::ReportWindow(forms::Desktop& desktop, Content content)
         std::string text;
         for (const std::string& page : content_.pages) text += (text.empty() ? "" : "\f") + page;
         const std::string where = content_.print(text);
-        this->desktop().messageBox({where, content_.caption, forms::MessageIcon::information, forms::MessageButtons::ok, forms::Answer::ok});
+        this->desktop().messageBox(
+            {where, content_.caption, forms::MessageIcon::information, forms::MessageButtons::ok, forms::Answer::ok});
     };
     cmdClose.onClick = [this] { unload(); };
 }
@@ -72,7 +73,8 @@ void ReportWindow::design() {
     cmdRefresh.setVisible(content_.hasRefresh);
     const forms::Anchor corner{false, true, true, false};
     left = kWidth - kMargin - 3 * kButtonWidth - 2 * 75;
-    for (const auto& [button, caption] : {std::pair{&cmdRefresh, "&Refresh"}, {&cmdPrint, "&Print"}, {&cmdClose, "&Close"}}) {
+    for (const auto& [button, caption] :
+         {std::pair{&cmdRefresh, "&Refresh"}, {&cmdPrint, "&Print"}, {&cmdClose, "&Close"}}) {
         button->place({left, kMargin, kButtonWidth, kBarHeight}, corner);
         button->setText(caption);
         left += kButtonWidth + 75;
@@ -115,8 +117,8 @@ void ReportWindow::search() {
         txtPage.select(at - 1, basic::len(sought));
         return;
     }
-    desktop().messageBox({"The text was not found.", content_.caption, forms::MessageIcon::information, forms::MessageButtons::ok,
-                          forms::Answer::ok});
+    desktop().messageBox({"The text was not found.", content_.caption, forms::MessageIcon::information,
+                          forms::MessageButtons::ok, forms::Answer::ok});
 }
 
 } // namespace sandbox

@@ -20,7 +20,7 @@ public:
         bool hasZoom = true;
         bool hasSearch = true;
         bool hasRefresh = true;
-        std::function<std::vector<std::string>()> refresh;          ///< gives the pages anew
+        std::function<std::vector<std::string>()> refresh;         ///< gives the pages anew
         std::function<std::string(const std::string& text)> print; ///< prints all pages and says where to
     };
 

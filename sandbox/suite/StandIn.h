@@ -6,13 +6,8 @@
 namespace sandbox {
 
 /// `Self` offers `static const automation::Members<Self>& members()` and `static constexpr const char* kClassName`.
-template <class Self> class StandIn : public automation::Object {
+template <class Self> class StandIn : public automation::WithMembers<Self> {
 public:
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override {
-        return Self::members().invoke(static_cast<Self&>(*this), access, member, arguments);
-    }
-    bool has(std::string_view member) const override { return Self::members().has(member); }
     std::string className() const override { return Self::kClassName; }
 };
 

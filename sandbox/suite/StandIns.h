@@ -10,8 +10,8 @@
 namespace sandbox {
 
 struct Surroundings {
-    forms::Desktop* desktop = nullptr; ///< where messages and dialogs are shown; outlives the stand-ins
-    std::string logFolder;             ///< where errors.log is written; no log where it is empty
+    forms::Desktop* desktop = nullptr;               ///< where messages and dialogs are shown; outlives the stand-ins
+    std::string logFolder;                           ///< where errors.log is written; no log where it is empty
     std::vector<std::string>* reportCalls = nullptr; ///< what the report engine is told, for tests; outlives it
 };
 

@@ -1,13 +1,10 @@
 #include "automation/Members.h"
 
+#include "automation/Ascii.h"
+
 #include <algorithm>
 
 namespace automation {
-namespace {
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-
-} // namespace
 
 bool NameLess::operator()(std::string_view a, std::string_view b) const {
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),

@@ -85,4 +85,21 @@ private:
     std::unordered_map<std::string, Entry, NameHash, NameEqual> entries_;
 };
 
+/// An object with the members of its class's one table, `static const Members<Self>& members()`, and behind them those
+/// of `Base`, where it has any.
+template <class Self, class Base = Object> class WithMembers : public Base {
+public:
+    using Base::Base;
+    Value invoke(Access access, std::string_view member, Arguments arguments) override {
+        if constexpr (!std::is_abstract_v<Base>)
+            if (!Self::members().has(member)) return Base::invoke(access, member, arguments);
+        return Self::members().invoke(static_cast<Self&>(*this), access, member, arguments);
+    }
+    bool has(std::string_view member) const override {
+        if constexpr (!std::is_abstract_v<Base>)
+            if (Base::has(member)) return true;
+        return Self::members().has(member);
+    }
+};
+
 } // namespace automation

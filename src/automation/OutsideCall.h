@@ -1,4 +1,5 @@
-// Tells whether a call of this thread has left the module: a component may serve the thread's messages before it returns.
+// Tells whether a call of this thread has left the module: a component may serve the thread's messages before it
+// returns.
 #pragma once
 
 #include <utility>

@@ -1,4 +1,5 @@
-// The one error type of the module: a run-time error with the number, source and description that the host's users know.
+// The one error type of the module: a run-time error with the number, source and description that the host's users
+// know.
 #pragma once
 
 #include <stdexcept>

@@ -1,6 +1,7 @@
 // The value that crosses the module's edge: what a late-bound call takes and gives.
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -49,8 +50,8 @@ struct Reference {
 /// Text is UTF-8. Conversions between the kinds are the language's rules and live in `basic/`.
 class Value {
 public:
-    using Storage = std::variant<Empty, Null, Missing, bool, std::int16_t, std::int32_t, double, Currency, Decimal, Date,
-                                 std::string, Array, ObjectPtr, Reference>;
+    using Storage = std::variant<Empty, Null, Missing, bool, std::int16_t, std::int32_t, double, Currency, Decimal,
+                                 Date, std::string, Array, ObjectPtr, Reference>;
 
     Value() = default;
     Value(Empty) {}
@@ -68,9 +69,7 @@ public:
     Value(const char* v) : storage_(std::string(v)) {}
     Value(Array v) : storage_(std::move(v)) {}
     Value(ObjectPtr v) : storage_(std::move(v)) {}
-    template <class T>
-        requires std::is_convertible_v<T*, Object*>
-    Value(std::shared_ptr<T> v) : storage_(ObjectPtr(std::move(v))) {}
+    template <std::derived_from<Object> T> Value(std::shared_ptr<T> v) : storage_(ObjectPtr(std::move(v))) {}
 
     /// Passes `target` by reference.
     static Value byReference(Value& target) {

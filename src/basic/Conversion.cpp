@@ -1,5 +1,6 @@
 #include "basic/Conversion.h"
 
+#include "automation/Members.h"
 #include "automation/Object.h"
 #include "automation/RunTimeError.h"
 #include "basic/Calendar.h"
@@ -81,13 +82,6 @@ template <class Integer> Integer narrowed(std::int64_t whole) {
     return static_cast<Integer>(whole);
 }
 
-bool sameWord(const std::string& text, std::string_view lowerCase) {
-    if (text.size() != lowerCase.size()) return false;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if ((text[i] | 0x20) != lowerCase[i]) return false;
-    return true;
-}
-
 std::string textOf(const Value& plain, const Locale& locale) {
     if (const auto* v = plain.as<bool>()) return *v ? "True" : "False";
     if (const auto* v = plain.as<std::int16_t>()) return std::to_string(*v);
@@ -130,8 +124,8 @@ bool cBool(const Value& value) {
     Value held;
     const Value& plain = definiteOf(value, held);
     if (const auto* v = plain.as<std::string>()) {
-        if (sameWord(*v, "true")) return true;
-        if (sameWord(*v, "false")) return false;
+        if (automation::sameName(*v, "true")) return true;
+        if (automation::sameName(*v, "false")) return false;
     }
     return cDbl(plain) != 0;
 }

@@ -33,8 +33,8 @@ std::string cStr(const automation::Value& value, const Locale& locale = {});
 std::string concatText(const automation::Value& value, const Locale& locale = {});
 
 /// Reads day, month and year in the locale's order, or year first when that has four digits; the month may be an
-/// English name. A time "HH:MM[:SS] [AM|PM]" may follow or stand alone. Two-digit years: 00-29 are 2000-2029, others
-/// 19xx. A number is taken as days. Errors: 13 text that is no date, 6 a number out of the years 100 to 9999.
+/// English name. A time "HH:MM[:SS] [AM|PM]" may follow or stand alone. Two-digit years go up to the locale's last one.
+/// A number is taken as days. Errors: 13 text that is no date, 6 a number out of the years 100 to 9999.
 automation::Date cDate(const automation::Value& value, const Locale& locale = {});
 
 } // namespace basic

@@ -1,5 +1,7 @@
 #include "basic/DateText.h"
 
+#include "automation/Ascii.h"
+#include "automation/Members.h"
 #include "basic/Calendar.h"
 
 #include <algorithm>
@@ -10,36 +12,22 @@
 namespace basic {
 namespace {
 
+using automation::isBlank;
+using automation::isDigit;
+using automation::isLetter;
+using automation::lower;
+
 constexpr std::array<std::string_view, 12> kMonths = {"January",   "February", "March",    "April",
                                                       "May",       "June",     "July",     "August",
                                                       "September", "October",  "November", "December"};
 constexpr std::array<std::string_view, 7> kWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                        "Thursday", "Friday", "Saturday"};
-/// Two-digit years up to this one are in the 2000s.
-constexpr int kLastYearOf2000s = 29;
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-bool isLetter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-    return text;
-}
-
-bool same(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (lower(a[i]) != lower(b[i])) return false;
-    return true;
-}
 
 /// 0 when the word is no month.
 int monthNamed(std::string_view word) {
     for (std::size_t i = 0; i < kMonths.size(); ++i)
-        if (same(word, kMonths[i]) || same(word, kMonths[i].substr(0, 3))) return static_cast<int>(i) + 1;
+        if (automation::sameName(word, kMonths[i]) || automation::sameName(word, kMonths[i].substr(0, 3)))
+            return static_cast<int>(i) + 1;
     return 0;
 }
 
@@ -91,12 +79,13 @@ std::optional<std::array<Field, 3>> fieldsOf(std::string_view text, const Locale
     return fields;
 }
 
-std::optional<int> yearOf(const Field& field) {
+std::optional<int> yearOf(const Field& field, const Locale& locale) {
     if (field.isWord()) return std::nullopt;
     const int year = field.number();
     if (field.text.size() == 4) return year >= 100 ? std::optional(year) : std::nullopt;
     if (field.text.size() > 2) return std::nullopt;
-    return year <= kLastYearOf2000s ? 2000 + year : 1900 + year;
+    const int inLastCentury = locale.lastTwoDigitYear / 100 * 100 + year;
+    return inLastCentury > locale.lastTwoDigitYear ? inLastCentury - 100 : inLastCentury;
 }
 
 /// Day or month by number; 0 when it can be neither.
@@ -120,7 +109,7 @@ std::optional<CivilTime> parseDay(std::string_view text, const Locale& locale) {
     std::optional<int> year;
     int month = 0, day = 0;
     const auto take = [&](const Field& y, int m, const Field& d) {
-        year = yearOf(y);
+        year = yearOf(y, locale);
         month = m;
         day = shortNumber(d);
     };
@@ -150,7 +139,10 @@ PatternPart takePart(std::string_view& pattern) {
     const char c = pattern.front();
     if (c == '\'') {
         const std::size_t end = std::min(pattern.find('\'', 1), pattern.size());
-        const PatternPart part{0, 0, pattern.substr(1, end - 1)};
+        // Within a quoted part two apostrophes are one: the first ends this part with itself, the second opens the
+        // next.
+        const bool doubled = end + 1 < pattern.size() && pattern[end + 1] == '\'';
+        const PatternPart part{0, 0, pattern.substr(1, end - 1 + doubled)};
         pattern.remove_prefix(std::min(end + 1, pattern.size()));
         return part;
     }
@@ -175,7 +167,7 @@ std::string named(std::string_view name, std::size_t length) {
 std::optional<CivilTime> parseShortDate(std::string_view text, const Locale& locale) {
     std::optional<int> year;
     int month = 0, day = 0;
-    for (std::string_view pattern = trimmed(locale.shortDate); !pattern.empty();) {
+    for (std::string_view pattern = automation::trimmed(locale.shortDate, automation::kBlanks); !pattern.empty();) {
         const PatternPart part = takePart(pattern);
         if (!part.letter) {
             if (!text.starts_with(part.literal)) return std::nullopt;
@@ -185,7 +177,7 @@ std::optional<CivilTime> parseShortDate(std::string_view text, const Locale& loc
         const bool word = part.letter != 'y' && part.length > 2;
         const Field field{takeWhile(text, word ? isLetter : isDigit)};
         if (field.text.empty() || (!word && field.text.size() > 4)) return std::nullopt;
-        if (part.letter == 'y') year = yearOf(field);
+        if (part.letter == 'y') year = yearOf(field, locale);
         if (part.letter == 'M') month = word ? monthNamed(field.text) : shortNumber(field);
         if (part.letter == 'd' && !word) day = shortNumber(field);
     }
@@ -202,11 +194,16 @@ bool parseTime(std::string_view text, CivilTime& parts) {
         text.remove_prefix(1);
     }
     if (numbers.size() < 2 || numbers.size() > 3) return false;
+    // As servers write the time of a row; the fraction is dropped.
+    if (numbers.size() == 3 && !text.empty() && text.front() == '.') {
+        text.remove_prefix(1);
+        if (takeWhile(text, isDigit).empty()) return false;
+    }
     numbers.resize(3);
-    text = trimmed(text);
+    text = automation::trimmed(text, automation::kBlanks);
     if (!text.empty()) {
-        const bool afternoon = same(text, "PM");
-        if ((!afternoon && !same(text, "AM")) || numbers[0] < 1 || numbers[0] > 12) return false;
+        const bool afternoon = automation::sameName(text, "PM");
+        if ((!afternoon && !automation::sameName(text, "AM")) || numbers[0] < 1 || numbers[0] > 12) return false;
         numbers[0] = numbers[0] % 12 + (afternoon ? 12 : 0);
     }
     if (numbers[0] > 23 || numbers[1] > 59 || numbers[2] > 59) return false;
@@ -219,7 +216,7 @@ bool parseTime(std::string_view text, CivilTime& parts) {
 } // namespace
 
 std::optional<automation::Date> parseDate(std::string_view text, const Locale& locale) {
-    text = trimmed(text);
+    text = automation::trimmed(text, automation::kBlanks);
     CivilTime parts;
     std::size_t dayEnd = text.size();
     if (const std::size_t colon = text.find(':'); colon != std::string_view::npos) {
@@ -232,7 +229,7 @@ std::optional<automation::Date> parseDate(std::string_view text, const Locale& l
         dayEnd = timeStart;
         parts = time;
     }
-    const std::string_view dayText = trimmed(text.substr(0, dayEnd));
+    const std::string_view dayText = automation::trimmed(text.substr(0, dayEnd), automation::kBlanks);
     std::optional<CivilTime> day = parseDay(dayText, locale);
     if (!day) day = parseShortDate(dayText, locale);
     if (!day) return std::nullopt;

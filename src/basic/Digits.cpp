@@ -1,5 +1,6 @@
 #include "basic/Digits.h"
 
+#include "automation/Ascii.h"
 #include "automation/RunTimeError.h"
 
 #include <algorithm>
@@ -13,8 +14,7 @@ namespace {
 /// Exponents are held within this, far beyond a double's range, so that no text can ask for gigabytes of zeros.
 constexpr int kLargestExponent = 5000;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+using automation::isDigit;
 
 /// -1 for what is no digit in any radix up to 16.
 int digitValue(char c) {
@@ -85,8 +85,7 @@ RadixNumber parseRadixNumber(std::string_view text) {
 }
 
 std::optional<Digits> parseNumber(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    text = automation::trimmed(text, automation::kBlanks);
     if (RadixNumber radix = parseRadixNumber(text); radix.length > 0 && radix.length == text.size())
         return digitsOf(std::int64_t{radix.value});
 
@@ -101,8 +100,7 @@ std::optional<Digits> parseNumber(std::string_view text) {
         negative = text.back() == '-';
         text.remove_suffix(1);
     }
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+    text = automation::trimmed(text, automation::kBlanks);
 
     std::size_t at = 0;
     std::string whole, fraction;

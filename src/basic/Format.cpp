@@ -1,5 +1,6 @@
 #include "basic/Format.h"
 
+#include "automation/Ascii.h"
 #include "automation/RunTimeError.h"
 #include "basic/Calendar.h"
 #include "basic/Conversion.h"
@@ -10,11 +11,10 @@
 namespace basic {
 namespace {
 
+using automation::isLetter;
+using automation::lower;
 using automation::raise;
 using automation::Value;
-
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-bool isLetter(char c) { return lower(c) >= 'a' && lower(c) <= 'z'; }
 
 struct NumberPattern {
     std::size_t fewestWhole = 0;    ///< digits before the point, with leading zeros

@@ -16,6 +16,8 @@ struct Locale {
     char groupSeparator = ',';
     /// The code page of plain (not Unicode) text files and printers.
     int codePage = 1252;
+    /// The last year that two digits stand for; the first is 99 years before.
+    int lastTwoDigitYear = 2049;
 };
 
 } // namespace basic

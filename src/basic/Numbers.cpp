@@ -1,5 +1,6 @@
 #include "basic/Numbers.h"
 
+#include "automation/Ascii.h"
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Digits.h"
@@ -13,7 +14,7 @@ namespace {
 constexpr std::size_t kMostWholeDigits = 15;
 constexpr double kSmallestPlain = 1e-15;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+using automation::isDigit;
 
 bool isExponentMark(char c) { return c == 'e' || c == 'E' || c == 'd' || c == 'D'; }
 
@@ -34,13 +35,11 @@ std::string exponentText(const Digits& number) {
     return text + (power.size() < 2 ? "0" : "") + power;
 }
 
-} // namespace
-
-double val(std::string_view text) {
+std::optional<Digits> leadingNumber(std::string_view text) {
     std::string dense;
     for (char c : text)
         if (c != ' ' && c != '\t' && c != '\n' && c != '\r') dense += c;
-    if (RadixNumber radix = parseRadixNumber(dense); radix.length > 0) return radix.value;
+    if (RadixNumber radix = parseRadixNumber(dense); radix.length > 0) return digitsOf(std::int64_t{radix.value});
 
     std::size_t end = 0;
     const auto at = [&](std::size_t i) { return i < dense.size() ? dense[i] : '\0'; };
@@ -60,9 +59,17 @@ double val(std::string_view text) {
             skipDigits();
         }
     }
-    const std::optional<Digits> number = parseNumber(std::string_view(dense).substr(0, end));
+    return parseNumber(std::string_view(dense).substr(0, end));
+}
+
+} // namespace
+
+double val(std::string_view text) {
+    const std::optional<Digits> number = leadingNumber(text);
     return number ? toDouble(*number) : 0;
 }
+
+std::string valText(std::string_view text) { return plainText(leadingNumber(text).value_or(Digits{})); }
 
 bool isNumeric(const automation::Value& value) {
     try {

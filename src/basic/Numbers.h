@@ -12,6 +12,8 @@ namespace basic {
 /// "." is a decimal sign; "1e3" and "1d3" are exponents, "&H1F" and "&O17" are read too (up to four hexadecimal digits
 /// are a signed 16-bit number, unless "&" follows). Error 6 when the number is too large.
 double val(std::string_view text);
+/// The same number with all its digits, as decimalText writes it; "0" when there is none.
+std::string valText(std::string_view text);
 
 /// Whether the value is a number or text that cDbl takes: sign before or after, or brackets for a negative number,
 /// blanks around, "," between digits, an exponent. Empty is a number; Null, dates and empty text are none.

@@ -2,6 +2,7 @@
 
 #include "automation/OutsideCall.h"
 #include "automation/RunTimeError.h"
+#include "com/Apartment.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
 #include "com/CallContext.h"
@@ -22,10 +23,12 @@ namespace {
 using automation::Access;
 using automation::Value;
 
+constexpr std::size_t kMostElements = 1 << 24; ///< of a collection
+
 // Never destroyed: objects may outlive the DLL's own clean-up at the end of the process.
 struct Known {
     std::mutex mutex;
-    std::map<IUnknown*, std::weak_ptr<DispatchObject>> living;
+    std::map<std::pair<IUnknown*, unsigned>, std::weak_ptr<DispatchObject>> living; ///< by apartment, too
 };
 Known& known() {
     static Known& all = *new Known;
@@ -77,6 +80,7 @@ HRESULT attempt(IDispatch& dispatch, DISPID id, WORD flags, DISPPARAMS& paramete
     information.clear();
     const automation::OutsideCall outside;
     const CallOut call;
+    SetErrorInfo(0, nullptr); // what an earlier call left is not this one's
     return dispatch.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &information, nullptr);
 }
 
@@ -97,23 +101,24 @@ HRESULT assign(IDispatch& dispatch, DISPID id, Access access, DISPPARAMS& parame
 
 std::shared_ptr<DispatchObject> DispatchObject::of(IDispatch* dispatch) {
     const auto identity = ComPtr<IDispatch>(dispatch).query<IUnknown>(IID_IUnknown);
+    const std::pair key(identity.get(), apartment()); // what an ended one has abandoned may stand at the same address
     Known& all = known();
     {
         const std::lock_guard lock(all.mutex);
-        const auto found = all.living.find(identity.get());
+        const auto found = all.living.find(key);
         if (found != all.living.end())
             if (auto living = found->second.lock()) return living;
     }
-    std::shared_ptr<DispatchObject> made(new DispatchObject(dispatch, identity.get()));
+    std::shared_ptr<DispatchObject> made(new DispatchObject(dispatch, identity.get(), key.second));
     const std::lock_guard lock(all.mutex);
-    all.living[identity.get()] = made;
+    all.living[key] = made;
     return made;
 }
 
 DispatchObject::~DispatchObject() {
     Known& all = known();
     const std::lock_guard lock(all.mutex);
-    const auto found = all.living.find(identity_.get());
+    const auto found = all.living.find({identity_.get(), apartment_});
     if (found != all.living.end() && found->second.expired()) all.living.erase(found);
 }
 
@@ -143,7 +148,7 @@ Value DispatchObject::invoke(Access access, std::string_view member, automation:
                                                            parameters, &result, information)
                                                  : assign(*alive, id, access, parameters, information);
     outgoing.readBack();
-    if (FAILED(called)) raiseResult(called, &information);
+    if (FAILED(called)) raiseResult(called, &information, alive.get());
     return toValue(result);
 }
 
@@ -164,7 +169,7 @@ automation::Array DispatchObject::elements() {
     Variant result;
     const HRESULT called =
         attempt(*alive, DISPID_NEWENUM, DISPATCH_PROPERTYGET | DISPATCH_METHOD, none, &result, information);
-    if (FAILED(called)) raiseResult(called, &information);
+    if (FAILED(called)) raiseResult(called, &information, alive.get());
     ComPtr<IEnumVARIANT> enumeration;
     if (result.vt == VT_UNKNOWN || result.vt == VT_DISPATCH)
         enumeration = ComPtr<IUnknown>(result.punkVal).query<IEnumVARIANT>(IID_IEnumVARIANT);
@@ -176,6 +181,7 @@ automation::Array DispatchObject::elements() {
         const HRESULT next = enumeration->Next(1, &element, &fetched);
         if (FAILED(next)) raiseResult(next);
         if (next != S_OK || fetched == 0) return elements;
+        if (elements.size() == kMostElements) throw automation::RunTimeError(7, "Out of memory"); // it has no end
         elements.push_back(toValue(element));
     }
 }

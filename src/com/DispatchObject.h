@@ -28,11 +28,13 @@ public:
     const ComPtr<IDispatch>& dispatch() const { return dispatch_; }
 
 private:
-    DispatchObject(IDispatch* dispatch, IUnknown* identity) : dispatch_(dispatch), identity_(identity) {}
+    DispatchObject(IDispatch* dispatch, IUnknown* identity, unsigned apartment)
+        : dispatch_(dispatch), apartment_(apartment), identity_(identity) {}
     /// DISPID_UNKNOWN when the component has no such member. Each name is looked up once.
     DISPID idOf(std::string_view member) const;
 
     ComPtr<IDispatch> dispatch_;
+    unsigned apartment_;
     ComPtr<IUnknown> identity_; ///< what tells two interfaces to be of one object
     mutable std::map<std::string, DISPID, automation::NameLess> ids_;
 };

@@ -4,6 +4,7 @@
 #include "com/ComPtr.h"
 
 #include <array>
+#include <cstdio>
 #include <new>
 
 namespace com {
@@ -18,6 +19,7 @@ struct KnownResult {
     long number;
 };
 constexpr std::array kKnownResults{
+    // clang-format off
     KnownResult{DISP_E_MEMBERNOTFOUND, 438},  KnownResult{DISP_E_UNKNOWNNAME, 438},
     KnownResult{DISP_E_TYPEMISMATCH, 13},     KnownResult{DISP_E_BADVARTYPE, 13},
     KnownResult{DISP_E_BADPARAMCOUNT, 450},   KnownResult{DISP_E_PARAMNOTFOUND, 448},
@@ -28,6 +30,7 @@ constexpr std::array kKnownResults{
     KnownResult{E_NOTIMPL, 445},              KnownResult{E_NOINTERFACE, 430},
     KnownResult{E_ACCESSDENIED, 70},          KnownResult{REGDB_E_CLASSNOTREG, 429},
     KnownResult{CO_E_CLASSSTRING, 429},       KnownResult{kServerUnavailable, 462},
+    // clang-format on
 };
 
 // The language's own wording where it has one.
@@ -40,14 +43,26 @@ std::string knownDescription(long number) {
     case automation::kTypeMismatch:
     case automation::kCannotCreateObject:
     case automation::kNoSuchMember:
-    case automation::kWrongNumberOfArguments:
-        try {
-            automation::raise(static_cast<automation::ErrorNumber>(number));
-        } catch (const automation::RunTimeError& error) {
-            return error.description();
-        }
+    case automation::kWrongNumberOfArguments: break;
     default: return {};
     }
+    try {
+        automation::raise(static_cast<automation::ErrorNumber>(number));
+    } catch (const automation::RunTimeError& error) {
+        return error.description();
+    }
+}
+
+/// None where the object does not say that its information is meant.
+ComPtr<IErrorInfo> informationLeftBy(IUnknown* called) {
+    const auto support = ComPtr<IUnknown>(called).query<ISupportErrorInfo>(IID_ISupportErrorInfo);
+    ComPtr<IErrorInfo> information;
+    if (!support || GetErrorInfo(0, information.out()) != S_OK) return {};
+    GUID interfaceId{};
+    information->GetGUID(&interfaceId); // a dual interface's own, as a rule
+    const bool meant = support->InterfaceSupportsErrorInfo(IID_IDispatch) == S_OK ||
+                       support->InterfaceSupportsErrorInfo(interfaceId) == S_OK;
+    return meant ? information : ComPtr<IErrorInfo>();
 }
 
 } // namespace
@@ -67,9 +82,9 @@ HRESULT errorResult(long number) {
 
 std::string systemDescription(HRESULT result) {
     wchar_t* text = nullptr;
-    const DWORD length = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-        static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    const DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                       nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
     std::wstring_view trimmed(text ? text : L"", length);
     while (!trimmed.empty() && (trimmed.back() == L'\n' || trimmed.back() == L'\r' || trimmed.back() == L' '))
         trimmed.remove_suffix(1);
@@ -78,7 +93,13 @@ std::string systemDescription(HRESULT result) {
     return description.empty() ? "Automation error" : description;
 }
 
-void raiseResult(HRESULT result, EXCEPINFO* information) {
+std::string resultText(HRESULT result) {
+    std::array<char, 16> number{};
+    std::snprintf(number.data(), number.size(), "0x%08lX", static_cast<unsigned long>(result));
+    return std::string(number.data()) + ": " + systemDescription(result);
+}
+
+void raiseResult(HRESULT result, EXCEPINFO* information, IUnknown* called) {
     std::string source, description;
     long number = errorNumber(result);
     if (information && result == DISP_E_EXCEPTION) {
@@ -87,6 +108,12 @@ void raiseResult(HRESULT result, EXCEPINFO* information) {
         description = toUtf8(information->bstrDescription);
         if (FAILED(information->scode)) result = information->scode;
         number = information->wCode ? information->wCode : errorNumber(result);
+    } else if (const auto left = informationLeftBy(called)) {
+        Bstr leftSource, leftDescription;
+        left->GetSource(leftSource.out());
+        left->GetDescription(leftDescription.out());
+        source = leftSource.utf8();
+        description = leftDescription.utf8();
     }
     if (description.empty()) description = knownDescription(number);
     if (description.empty()) description = systemDescription(result);

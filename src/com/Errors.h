@@ -22,8 +22,12 @@ HRESULT errorResult(long number);
 /// The system's wording for a failed call.
 std::string systemDescription(HRESULT result);
 
-/// Raises what a failed call reports. `information` is what the call filled in, or null.
-[[noreturn]] void raiseResult(HRESULT result, EXCEPINFO* information = nullptr);
+/// "0x80040154: Class not registered"
+std::string resultText(HRESULT result);
+
+/// Raises what a failed call reports. `information` is what the call filled in, or null; where that holds nothing, the
+/// error information that the call of `called` has left on the thread.
+[[noreturn]] void raiseResult(HRESULT result, EXCEPINFO* information = nullptr, IUnknown* called = nullptr);
 
 /// An exception, decoded for a caller outside.
 struct Failure {

@@ -17,9 +17,4 @@ bool ModuleReference::any() { return references > 0; }
 void ModuleReference::lock() { ++references; }
 void ModuleReference::unlock() { --references; }
 
-void ModuleReference::keepForEver() {
-    static const bool once = (++references, true);
-    static_cast<void>(once);
-}
-
 } // namespace com

@@ -15,8 +15,6 @@ public:
     /// A reference without an owner, as a client of the class factory takes and returns it.
     static void lock();
     static void unlock();
-    /// From now on the DLL stays until the process ends.
-    static void keepForEver();
 };
 
 } // namespace com

@@ -10,6 +10,7 @@
 #include "com/ReferenceArgument.h"
 #include "com/Variant.h"
 
+#include <algorithm>
 #include <exception>
 #include <map>
 #include <mutex>
@@ -108,6 +109,8 @@ void fillResult(DISPID id, const Value& value, VARIANT& result) {
 
 } // namespace
 
+void (*ObjectDispatch::refused)(const IID& id) = nullptr;
+
 ComPtr<IDispatch> ObjectDispatch::of(const automation::ObjectPtr& object) {
     Wrappers& all = wrappers();
     const std::lock_guard lock(all.mutex);
@@ -133,7 +136,10 @@ automation::ObjectPtr ObjectDispatch::unwrap(IDispatch* dispatch) {
 HRESULT ObjectDispatch::QueryInterface(const IID& id, void** result) {
     if (!result) return E_POINTER;
     *result = id == IID_IUnknown || id == IID_IDispatch || id == ownId() ? this : nullptr;
-    if (!*result) return E_NOINTERFACE;
+    if (!*result) {
+        if (refused) refused(id);
+        return E_NOINTERFACE;
+    }
     AddRef();
     return S_OK;
 }
@@ -164,14 +170,13 @@ HRESULT ObjectDispatch::GetTypeInfo(UINT index, LCID, ITypeInfo** result) {
     if (!result) return E_POINTER;
     *result = nullptr;
     if (index != 0) return DISP_E_BADINDEX;
-    const HRESULT called =
-        guarded(IID_IDispatch, [&] { *result = classInfo(object_->className()).detach(); });
+    const HRESULT called = guarded(IID_IDispatch, [&] { *result = classInfo(object_->className()).detach(); });
     if (FAILED(called)) return called;
     return *result ? S_OK : TYPE_E_ELEMENTNOTFOUND;
 }
 
 HRESULT ObjectDispatch::GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    if (!names || !ids) return E_POINTER;
+    if (const HRESULT checked = checkNames(names, count, ids); FAILED(checked)) return checked;
     HRESULT result = S_OK;
     const HRESULT called = guarded(IID_IDispatch, [&] {
         for (UINT i = 0; i < count; ++i) {
@@ -205,8 +210,14 @@ HRESULT ObjectDispatch::Invoke(DISPID id, const IID&, LCID, WORD flags, DISPPARA
     }
 }
 
+HRESULT checkNames(const LPOLESTR* names, UINT count, const DISPID* ids) {
+    if (!names || !ids) return E_POINTER;
+    return std::all_of(names, names + count, [](LPCOLESTR name) { return name; }) ? S_OK : E_POINTER;
+}
+
 HRESULT checkParameters(WORD flags, const DISPPARAMS* parameters) {
-    if (!parameters) return E_POINTER;
+    if (!parameters || (parameters->cArgs && !parameters->rgvarg)) return E_POINTER;
+    if (parameters->cNamedArgs && !parameters->rgdispidNamedArgs) return E_POINTER;
     const bool namesValue = parameters->cNamedArgs == 1 && parameters->rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
     if (parameters->cNamedArgs && !(assigns(flags) && namesValue)) return DISP_E_NONAMEDARGS;
     if (assigns(flags) && !parameters->cArgs) return DISP_E_BADPARAMCOUNT;

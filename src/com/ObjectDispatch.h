@@ -12,6 +12,9 @@ namespace com {
 /// Belongs to the thread that made it, like the object it stands for.
 class ObjectDispatch final : public IDispatch {
 public:
+    /// Hears of each interface that somebody asks a wrapper for in vain; null hears nothing.
+    static void (*refused)(const IID& id);
+
     /// The wrapper of this object: the living one, or a new one.
     static ComPtr<IDispatch> of(const automation::ObjectPtr& object);
     /// The object behind the interface when it is a wrapper of this DLL, else none. A wrapper of another DLL built
@@ -36,6 +39,9 @@ private:
     ULONG references_ = 1;
     ModuleReference module_;
 };
+
+/// What is wrong with the names that somebody wants to know the numbers of; S_OK for nothing.
+HRESULT checkNames(const LPOLESTR* names, UINT count, const DISPID* ids);
 
 /// What is wrong with a call's arguments before they are looked at one by one; S_OK for nothing. The only argument that
 /// may be named is the value of an assignment.

@@ -5,6 +5,7 @@
 #include "com/Bridge.h"
 #include "com/Bstr.h"
 #include "com/CallContext.h"
+#include "com/Errors.h"
 
 #include <objbase.h>
 
@@ -24,7 +25,8 @@ automation::ObjectPtr create(std::string_view progId) {
                                   object.outVoid());
     if (FAILED(result))
         throw automation::RunTimeError(automation::kCannotCreateObject,
-                                       "ActiveX component can't create object: " + std::string(progId));
+                                       "ActiveX component can't create object: " + std::string(progId) + " (" +
+                                           resultText(result) + ")");
     return toObject(object.get());
 }
 

@@ -7,28 +7,12 @@
 namespace com {
 namespace {
 
-std::size_t sizeOf(VARTYPE kind) {
-    switch (kind) {
-    case VT_I1:
-    case VT_UI1: return 1;
-    case VT_I2:
-    case VT_UI2:
-    case VT_BOOL: return 2;
-    case VT_I4:
-    case VT_UI4:
-    case VT_INT:
-    case VT_UINT:
-    case VT_R4: return 4;
-    case VT_I8:
-    case VT_UI8:
-    case VT_R8:
-    case VT_CY:
-    case VT_DATE: return 8;
-    default: return 0;
-    }
-}
+constexpr int kDeepest = 32; ///< variants that refer to variants
 
-bool hasKindOfItsOwn(VARTYPE kind) { return sizeOf(kind) || kind == VT_BSTR || kind == VT_DISPATCH; }
+bool hasKindOfItsOwn(VARTYPE kind) {
+    if (kind & VT_ARRAY) return kind != (VT_ARRAY | VT_VARIANT);
+    return sizeOf(kind) && kind != VT_DECIMAL && kind != VT_ERROR;
+}
 
 // Swaps what the two hold, so that `fresh` clears what stood there.
 void exchangeInto(const VARIANT& argument, Variant& fresh) {
@@ -48,11 +32,29 @@ void exchangeInto(const VARIANT& argument, Variant& fresh) {
     }
 }
 
+void writeThrough(const VARIANT& argument, const automation::Value& value, int depth) {
+    if (!argument.byref) return;
+    if (depth > kDeepest) automation::raise(automation::kTypeMismatch);
+    if (argument.vt == (VT_BYREF | VT_VARIANT)) {
+        if (argument.pvarVal->vt & VT_BYREF) return writeThrough(*argument.pvarVal, value, depth + 1);
+        return toVariant(value, *argument.pvarVal);
+    }
+    Variant fresh;
+    const auto kind = static_cast<VARTYPE>(argument.vt & ~VT_BYREF);
+    if ((kind & VT_ARRAY) && kind != (VT_ARRAY | VT_VARIANT))
+        toTypedVariant(value, fresh);
+    else
+        toVariant(value, fresh);
+    if (fresh.vt != kind && FAILED(VariantChangeType(&fresh, &fresh, 0, kind)))
+        automation::raise(automation::kTypeMismatch);
+    exchangeInto(argument, fresh);
+}
+
 } // namespace
 
 OutgoingReference::OutgoingReference(automation::Value& variable, VARIANT& argument)
     : variable_(variable), before_(variable) {
-    toVariant(variable, copy_);
+    toTypedVariant(variable, copy_);
     if (hasKindOfItsOwn(copy_.vt)) {
         argument.vt = static_cast<VARTYPE>(VT_BYREF | copy_.vt);
         argument.byref = &copy_.lVal;
@@ -67,18 +69,6 @@ void OutgoingReference::readBack() {
     if (!(after == before_)) variable_ = std::move(after);
 }
 
-void writeThrough(const VARIANT& argument, const automation::Value& value) {
-    if (!argument.byref) return;
-    if (argument.vt == (VT_BYREF | VT_VARIANT)) {
-        if (argument.pvarVal->vt & VT_BYREF) return writeThrough(*argument.pvarVal, value);
-        return toVariant(value, *argument.pvarVal);
-    }
-    Variant fresh;
-    toVariant(value, fresh);
-    const auto kind = static_cast<VARTYPE>(argument.vt & ~VT_BYREF);
-    if (fresh.vt != kind && FAILED(VariantChangeType(&fresh, &fresh, 0, kind)))
-        automation::raise(automation::kTypeMismatch);
-    exchangeInto(argument, fresh);
-}
+void writeThrough(const VARIANT& argument, const automation::Value& value) { writeThrough(argument, value, 0); }
 
 } // namespace com

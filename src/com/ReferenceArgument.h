@@ -10,7 +10,7 @@ namespace com {
 class OutgoingReference {
 public:
     /// Fills `argument` so that it refers to this object's copy of the variable, in the kind that the variable holds;
-    /// a variable without a kind of its own (empty, null, decimal, array) goes as a variant.
+    /// a variable without a kind of its own (empty, null, decimal, a mixed array) goes as a variant.
     OutgoingReference(automation::Value& variable, VARIANT& argument);
     OutgoingReference(const OutgoingReference&) = delete;
     OutgoingReference& operator=(const OutgoingReference&) = delete;

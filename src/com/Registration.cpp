@@ -16,7 +16,7 @@ namespace com {
 namespace {
 
 struct Entry {
-    std::wstring key; // below Software\Classes
+    std::wstring key;  // below Software\Classes
     std::wstring name; // empty for the key's own value
     std::wstring value;
 };

@@ -26,6 +26,12 @@ HMODULE ownModule() {
     return module;
 }
 
+void keepLoaded() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                       reinterpret_cast<const wchar_t*>(&keepLoaded), &module);
+}
+
 std::wstring ownPath() {
     std::wstring path(MAX_PATH, L'\0');
     while (true) {

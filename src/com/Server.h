@@ -30,6 +30,8 @@ const Server& server();
 /// The DLL that this code is in.
 HMODULE ownModule();
 std::wstring ownPath();
+/// From now on it stays until the process ends, whatever COM does.
+void keepLoaded();
 
 // What the DLL's exports do.
 HRESULT getClassObject(const CLSID& classId, const IID& interfaceId, void** result);

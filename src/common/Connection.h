@@ -1,6 +1,7 @@
 // The host's ADO connection by its members, and the scope of a transaction on it.
 #pragma once
 
+#include "automation/RunTimeError.h"
 #include "common/Recordset.h"
 
 namespace goodsreq {
@@ -16,6 +17,9 @@ public:
     void beginTrans() const;
     void commitTrans() const;
     void rollbackTrans() const;
+    /// Whether `error` says that another session was quicker: it took the same key, or the server ended this
+    /// transaction to let the other's go on. To be asked before anything else is sent.
+    bool collided(const automation::RunTimeError& error) const;
 
 private:
     automation::Object& connection() const;
@@ -23,8 +27,8 @@ private:
     automation::ObjectPtr object_;
 };
 
-/// Rolls back at its end unless it was committed. Where beginning fails it rolls back too, so that a transaction left
-/// open by an earlier failure does not refuse every save that follows.
+/// Rolls back at its end unless it is finished by then. Where beginning fails it rolls back too, so that a transaction
+/// left open by an earlier failure does not refuse every save that follows.
 class Transaction {
 public:
     explicit Transaction(const Connection& connection);
@@ -33,11 +37,14 @@ public:
     ~Transaction();
 
     void commit();
+    /// Whether commit() was called. Where it failed, the transaction may stand all the same.
+    bool commitAsked() const { return commitAsked_; }
+    /// Never fails; tells whether the server took everything back.
+    bool rollback() noexcept;
 
 private:
-    void rollbackQuietly() noexcept;
-
     Connection connection_;
+    bool commitAsked_ = false;
     bool finished_ = false;
 };
 

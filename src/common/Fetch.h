@@ -1,6 +1,7 @@
 // The suite's item search dialog, Fetch.clsFetch, by its members.
 #pragma once
 
+#include "common/Recordset.h"
 #include "common/SuiteServices.h"
 
 #include <vector>
@@ -30,9 +31,15 @@ struct FetchRequest {
 class Fetch : public ServiceFace {
 public:
     using ServiceFace::ServiceFace;
-    /// Shows the dialog modally. Returns the record set that stands on the chosen row; null when the user cancelled.
-    /// `shared` is the module's record set for the choice; the dialog may replace it.
-    automation::ObjectPtr show(const FetchRequest& request, automation::Value& shared) const;
+    /// Shows the dialog modally. Returns the record set that stands on the chosen row: `choice`, or one that the dialog
+    /// put in its place. One that holds no object when the user cancelled.
+    Recordset show(const FetchRequest& request, automation::ObjectPtr choice) const;
+
+private:
+    /// Calls the member with the value; where it is a property that can only be written, puts it.
+    void tell(const char* member, automation::Value value) const;
+    /// A list goes as an array of variants; where the component takes none, by reference as an array of its own kind.
+    void tellList(const char* member, automation::Array list) const;
 };
 
 } // namespace goodsreq

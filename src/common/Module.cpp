@@ -1,5 +1,8 @@
 #include "common/Module.h"
 
+#include <utility>
+#include <vector>
+
 namespace goodsreq {
 namespace {
 
@@ -18,19 +21,28 @@ Module::Module(forms::Desktop& desktop, System& system, automation::ObjectFactor
 
 Module::~Module() = default;
 
-frmMaster& Module::master() { return single(master_, makers_.master, *this); }
+frmMaster& Module::master() { return single(forms_.master, makers_.master, *this); }
 
-frmcancelreason& Module::cancelReason() { return single(cancelReason_, makers_.cancelReason, *this); }
+frmcancelreason& Module::cancelReason() { return single(forms_.cancelReason, makers_.cancelReason, *this); }
 
-frmRequest& Module::request() { return single(request_, makers_.request, *this); }
+frmRequest& Module::request() { return single(forms_.request, makers_.request, *this); }
 
-frmRequestDetail& Module::requestDetail() { return single(requestDetail_, makers_.requestDetail, *this); }
+frmRequestDetail& Module::requestDetail() { return single(forms_.requestDetail, makers_.requestDetail, *this); }
 
-frmPrint& Module::print() { return single(print_, makers_.print, *this); }
+frmPrint& Module::print() { return single(forms_.print, makers_.print, *this); }
 
-frmscanBc& Module::scanBarcode() { return single(scanBarcode_, makers_.scanBarcode, *this); }
+frmscanBc& Module::scanBarcode() { return single(forms_.scanBarcode, makers_.scanBarcode, *this); }
 
-FrmFetch& Module::fetchItem() { return single(fetchItem_, makers_.fetchItem, *this); }
+FrmFetch& Module::fetchItem() { return single(forms_.fetchItem, makers_.fetchItem, *this); }
+
+void Module::abandonObjects() {
+    static auto& abandoned = *new std::vector<std::pair<Forms, Session>>;
+    abandoned.emplace_back(std::exchange(forms_, {}), session);
+    // Counted once more, so these do not release either.
+    session.connection = nullptr;
+    session.formColour = FormColour();
+    session.auditing = UserAuditing();
+}
 
 CommonDb Module::createCommonDb() const { return CommonDb(create("CommonModule.clsCommonDB"), session.connection); }
 

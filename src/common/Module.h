@@ -73,19 +73,26 @@ public:
     bool confirm(const std::string& text, forms::MessageIcon icon = forms::MessageIcon::question) const;
     forms::Answer ask(const forms::Message& message) const;
 
+    /// Lets go of forms and of the session's objects without releasing them: they belong to a thread that may have
+    /// ended. The values of the session stay.
+    void abandonObjects();
+
 private:
     forms::Desktop& desktop_;
     System& system_;
     automation::ObjectFactory factory_;
     FormMakers makers_;
     std::string folder_;
-    std::shared_ptr<frmMaster> master_;
-    std::shared_ptr<frmcancelreason> cancelReason_;
-    std::shared_ptr<frmRequest> request_;
-    std::shared_ptr<frmRequestDetail> requestDetail_;
-    std::shared_ptr<frmPrint> print_;
-    std::shared_ptr<frmscanBc> scanBarcode_;
-    std::shared_ptr<FrmFetch> fetchItem_;
+    struct Forms {
+        std::shared_ptr<frmMaster> master;
+        std::shared_ptr<frmcancelreason> cancelReason;
+        std::shared_ptr<frmRequest> request;
+        std::shared_ptr<frmRequestDetail> requestDetail;
+        std::shared_ptr<frmPrint> print;
+        std::shared_ptr<frmscanBc> scanBarcode;
+        std::shared_ptr<FrmFetch> fetchItem;
+    };
+    Forms forms_;
 };
 
 } // namespace goodsreq

@@ -24,6 +24,10 @@ protected:
     static bool isFalse(const automation::Value& flag);
     /// Keeps apostrophes out of a box whose text goes into statements, whichever way it comes in.
     static void keepApostrophesOut(forms::TextBox& box);
+    /// Takes the locale's decimal sign as ".", and no blanks and line ends around it, whichever way a number comes into
+    /// the box.
+    void keepNumberPlain(forms::TextBox& box) const;
+    std::string plainNumber(std::string text) const;
     /// Text of a value as the user reads it.
     std::string shown(const automation::Value& value) const;
     /// A focus handler for a box that is typed over when one comes to it.

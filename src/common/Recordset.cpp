@@ -31,6 +31,8 @@ automation::Object& Recordset::held() const {
     return *object_;
 }
 
+std::int32_t Field::definedSize() const { return basic::cLng(object_->get("DefinedSize")); }
+
 bool Recordset::isOpen() const { return object_ && basic::cLng(object_->get("State")) != 0; }
 
 bool Recordset::eof() const { return basic::cBool(held().get("EOF")); }
@@ -45,7 +47,6 @@ std::vector<Field> Recordset::fields() const {
     automation::ObjectPtr list = held().get("Fields").objectPtr();
     std::vector<Field> result;
     const std::int32_t count = basic::cLng(list->get("Count"));
-    result.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) result.emplace_back(list->call("Item", i).objectPtr());
     return result;
 }

@@ -18,6 +18,8 @@ class Field {
 public:
     explicit Field(automation::ObjectPtr object) : object_(std::move(object)) {}
     automation::Value value() const { return object_->get("Value"); }
+    /// Characters that a text column holds.
+    std::int32_t definedSize() const;
 
 private:
     automation::ObjectPtr object_;
@@ -42,8 +44,8 @@ public:
     /// The current row's value. Error 3265 (of ADO) for an unknown column, 3021 where there is no row.
     automation::Value value(std::string_view name) const { return field(name).value(); }
     automation::Value value(int position) const;
-    /// The rows from the current one on as a grid takes them in at once: cells parted by tabs, rows by carriage returns, Null
-    /// empty. The record set stands behind its last row then. Error 3021 where there is no row.
+    /// The rows from the current one on as a grid takes them in at once: cells parted by tabs, rows by carriage
+    /// returns, Null empty. The record set stands behind its last row then. Error 3021 where there is no row.
     std::string clipText();
     void addNew();
     void set(std::string_view name, automation::Value value);

@@ -1,15 +1,12 @@
 // The session: what the host handed over, and what the screens share.
 #pragma once
 
+#include "common/RequestKind.h"
 #include "common/SuiteServices.h"
 
 #include <string>
 
 namespace goodsreq {
-
-/// Screen ids of the host's menu that have a meaning of their own. Every other id lists shop requests.
-inline constexpr std::int32_t kGoodsRequestToShop = 1507;
-inline constexpr std::int32_t kInterDivisionSales = 1611;
 
 /// No supplying shop.
 inline constexpr std::int32_t kNoShop = -1;
@@ -26,8 +23,8 @@ struct Session {
     automation::Date processDate;
 
     // Shared by the screens.
-    std::string editMode;     ///< of the editor: "N" a new request, "E" an existing one
-    std::string strLineMode;  ///< of line entry: "N" adds lines, "E" changes them
+    std::string editMode;                  ///< of the editor: "N" a new request, "E" an existing one
+    std::string strLineMode;               ///< of line entry: "N" adds lines, "E" changes them
     std::int32_t lngOtherShopID = kNoShop; ///< the supplying shop
     std::string strItemTypeFilter;         ///< condition that keeps the item families apart, by the kind of shop
     std::string cancelReason;
@@ -40,8 +37,10 @@ struct Session {
     bool aliasInUse = false; ///< the site has a word of its own for a shop:
     std::string alias;
     bool preserveItemDetails = false;
-    automation::ObjectPtr itemRecordset; ///< what the item fetch returned last
 
+    const RequestKind& kind() const { return requestKind(screenId); }
+
+    // Of the register that is open; its load makes them.
     FormColour formColour;
     UserAuditing auditing;
 };

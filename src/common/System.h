@@ -26,12 +26,17 @@ public:
     /// A file (replacing what it held), a printer port as "LPT1", or a shared printer. Errors: 52 no name, 68 no such
     /// device, 76 no such folder, 70 in use, 75 not to be written.
     virtual std::unique_ptr<Output> openForOutput(const std::string& name) = 0;
+    /// A file on a disk under its one name, replacing what it held: no link, no folder, no device, nothing that another
+    /// name leads to as well. Errors: 75 with a description where it is none of these, and as openForOutput.
+    virtual std::unique_ptr<Output> openPlainFile(const std::string& path) = 0;
     /// Text in the code page of plain files and printers; a character that it lacks becomes one "?".
     virtual std::string encode(std::string_view text) = 0;
     /// The text of bytes in that code page.
     virtual std::string decode(std::string_view bytes) = 0;
     /// As the system writes it, without a separator at its end.
     virtual std::string windowsDirectory() = 0;
+    /// The same where all users of the machine have one: on a terminal server the other is each user's own.
+    virtual std::string sharedWindowsDirectory() = 0;
 };
 
 } // namespace goodsreq

@@ -1,9 +1,13 @@
 #include "common/basGRtoShop.h"
 
 #include "automation/RunTimeError.h"
+#include "basic/Apostrophes.h"
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace goodsreq {
 
@@ -29,7 +33,7 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
             const Field width = layout.field("lvwdcolwidth");
             const Field alignment = layout.field("lvwdcolalign");
             for (; !layout.eof(); layout.moveNext()) {
-                const int index = static_cast<int>(basic::val(basic::concatText(column.value())));
+                const int index = basic::cLng(std::trunc(basic::val(basic::concatText(column.value()))));
                 list.setColumnWidth(index, basic::cLng(width.value()));
                 list.setColumnAlignment(index, static_cast<forms::ColumnAlignment>(basic::cInt(alignment.value())));
             }
@@ -38,8 +42,8 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
     });
 }
 
-void UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition) {
-    trap(module, kSharedModule, "UpdateEditedRow", [&] {
+bool UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition) {
+    return trap(module, kSharedModule, "UpdateEditedRow", [&] {
         std::string query = listQuery;
         if (const auto order = query.find("order by"); order != std::string::npos) query.erase(order);
         query += query.find("where") != std::string::npos ? " and " : " where ";
@@ -49,6 +53,8 @@ void UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQ
             return;
         }
         const std::vector<Field> fields = record.fields();
+        // A register whose list could not be read has no columns yet.
+        grid.setCols(std::max(grid.cols(), static_cast<int>(fields.size())));
         int row = grid.row();
         if (module.session.editMode != "E") {
             const bool isEmpty = grid.rows() == 2 && grid.cell(1, 0).empty();
@@ -66,8 +72,10 @@ void UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQ
 void ReportError(Module& module, const std::string& moduleName, const std::string& routine, long number,
                  const std::string& source, const std::string& description) {
     const Session& session = module.session;
+    automation::ObjectPtr errorDetails;
     std::string userName;
     try {
+        errorDetails = module.create("ErrorHandler.ErrorDetails");
         CommonDb db(module.create("CommonModule.clscommondb"), session.connection);
         userName = basic::concatText(db.lookUp("LOUSERS where userid=" + std::to_string(session.userId) +
                                                    " and shopid = " + std::to_string(session.shopId),
@@ -76,13 +84,19 @@ void ReportError(Module& module, const std::string& moduleName, const std::strin
         // The error to report may be the very one that keeps the name from being read.
     }
     try {
-        module.create("ErrorHandler.ErrorDetails")
-            ->call("ErrorTrack", moduleName, userName, routine, static_cast<std::int32_t>(number), source, description,
-                   session.editMode, true);
+        if (!errorDetails) automation::raise(automation::kCannotCreateObject);
+        errorDetails->call("ErrorTrack", moduleName, userName, routine, static_cast<std::int32_t>(number), source,
+                           description, session.editMode, true);
+        return;
     } catch (...) {
+        // The box below tells the user what the component could not.
+    }
+    try {
         module.ask({"Error " + std::to_string(number) + " in " + source + "\r\n" + description,
                     session.messageBoxCaption, forms::MessageIcon::critical, forms::MessageButtons::ok,
                     forms::Answer::ok});
+    } catch (...) {
+        // Nothing is left to report with.
     }
 }
 
@@ -107,6 +121,8 @@ void EnterToTab(Module& module, std::int16_t character) {
     if (character == forms::kKeyReturn) module.desktop().sendKeys("{TAB}");
 }
 
-std::string quoted(std::string_view text) { return "'" + basic::replaceAll(text, "'", "''") + "'"; }
+std::string idText(const Value& id) { return std::to_string(basic::cLng(id)); }
+
+std::string quoted(std::string_view text) { return "'" + basic::replaceApostrophes(text, "''") + "'"; }
 
 } // namespace goodsreq

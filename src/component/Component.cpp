@@ -41,25 +41,13 @@ FormMakers formMakers() {
     };
 }
 
-void openOverLineEntry(Module& module, std::string_view dialog) {
-    forms::Form* opened = nullptr;
-    if (dialog == "scan") opened = &module.scanBarcode();
-    if (dialog == "fetch") opened = &module.fetchItem();
-    if (!opened) return;
-    frmRequestDetail& lineEntry = module.requestDetail();
-    lineEntry.onKeyDown = [&lineEntry, opened, ownKeys = lineEntry.onKeyDown](std::int16_t& keyCode, std::int16_t shift) {
-        if (keyCode != forms::kKeyF11) return ownKeys(keyCode, shift);
-        keyCode = 0;
-        // The item of a stored line stays what it is.
-        if (lineEntry.cmdbarcode.enabled()) opened->showModal(&lineEntry);
-    };
-}
+bool Component::mayShow() const { return strProjectKey == kProjectKey; }
 
 void Component::show() {
-    const bool mayShow = strProjectKey == kProjectKey;
-    if (module_.master().visible()) {
-        if (!mayShow) return;
-        throw automation::RunTimeError(kAlreadyShown, "The request register is open already. Close it before showing it again.");
+    if (module_.master().visible() || module_.master().loading()) {
+        if (!mayShow()) return;
+        throw automation::RunTimeError(kAlreadyShown,
+                                       "The request register is open already. Close it before showing it again.");
     }
     if (!adocon) adocon = module_.create("ADODB.Connection");
     Session& session = module_.session;
@@ -70,7 +58,7 @@ void Component::show() {
     session.screenId = interfaceid;
     session.messageBoxCaption = strMsgboxCaption;
     session.processDate = dtProcessDate;
-    if (mayShow) module_.master().showModal(nullptr);
+    if (mayShow()) module_.master().showAfresh(nullptr);
 }
 
 Module& processModule() {

@@ -4,7 +4,6 @@
 #include "common/Module.h"
 
 #include <memory>
-#include <string_view>
 
 namespace goodsreq {
 
@@ -21,21 +20,19 @@ public:
     std::string strMsgboxCaption;
     std::int16_t intCompanyID = 0;
     std::int16_t intUserID = 0;
-    std::int16_t intShopid = 0; ///< the shop that requests
+    std::int16_t intShopid = 0;   ///< the shop that requests
     std::int32_t interfaceid = 0; ///< the host's menu entry; selects the kind of request and the rights
     automation::Date dtProcessDate;
 
-    /// Hands the fields to the session and shows the register until it is closed. A wrong project key shows nothing, and
-    /// says nothing. Error 400 when the register is open already; the session is left as it is then.
+    /// Hands the fields to the session and shows the register until it is closed. A wrong project key shows nothing,
+    /// and says nothing. Error 400 when the register is open already; the session is left as it is then.
     void show();
+    /// Whether the host has the right key.
+    bool mayShow() const;
 
 private:
     Module& module_;
 };
-
-/// Lets F11 in line entry open "scan" (the barcode dialog) or "fetch" (the item search of this module), which no screen opens
-/// by itself. Any other name changes nothing.
-void openOverLineEntry(Module& module, std::string_view dialog);
 
 /// The one module of the process, which lives as long as the process does. `install` comes first, once.
 Module& processModule();

@@ -1,5 +1,7 @@
 #include "fetch/FrmFetch.h"
 
+#include "automation/RunTimeError.h"
+#include "basic/Apostrophes.h"
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
@@ -14,7 +16,7 @@ using automation::Value;
 namespace {
 
 constexpr int kMargin = 150;
-constexpr int kWidth = 13500;
+constexpr int kWidth = 14100;
 constexpr int kHeight = 7600;
 constexpr int kRowHeight = 330;
 constexpr int kButtonWidth = 1300;
@@ -102,11 +104,11 @@ void FrmFetch::design() {
     };
     placeRow({lblFetch, "&Search in:", cboFetch, 2 * kMargin, 1500, 2600});
     placeRow({lblText, "&Text:", txtFetch, 4500, 5300, kWidth - 2 * kMargin - 5300});
+    txtFetch.place(txtFetch.bounds(), {true, true, true, false});
     top += kRowHeight + 120;
     placeRow({lblOrder, "Order &by:", cboColNames, 2 * kMargin, 1500, 2600});
     placeRow({lblSearch, "&Move in:", cboSearch, 4500, 5300, 2600});
-    fraFetch.place({kMargin, kMargin, kWidth - 2 * kMargin, top + kRowHeight},
-                   {true, true, true, false});
+    fraFetch.place({kMargin, kMargin, kWidth - 2 * kMargin, top + kRowHeight}, {true, true, true, false});
     const int list = fraFetch.bounds().bottom() + kMargin;
     const int buttons = kHeight - kMargin - kButtonHeight;
     flexMaster.place({kMargin, list, kWidth - 2 * kMargin, buttons - kMargin - list}, {true, true, true, true});
@@ -119,8 +121,11 @@ void FrmFetch::design() {
 }
 
 void FrmFetch::onLoad() {
+    justLoaded_ = true;
+    gen_ = {};
+    db_ = {};
+    baseQuery_.clear();
     trap("Form_Load ", [this] {
-        justLoaded_ = true;
         gen_ = CommonGen(module().create("CommonModule.clsCommonGen"));
         db_ = module().createCommonDb();
         session().formColour.Applyformcolor(*this);
@@ -154,6 +159,10 @@ void FrmFetch::onActivate() {
     if (!justLoaded_) return; // a message box in between takes no choice back
     justLoaded_ = false;
     trap("Form_Activate ", [this] { chooseDefaultColumn(); });
+    trap("Form_Activate ", [this] {
+        if (!cboFetch.hasSelection()) cboFetch.setListIndex(kDefaultColumn);
+        txtFetch.setFocus();
+    });
 }
 
 void FrmFetch::chooseDefaultColumn() {
@@ -161,8 +170,6 @@ void FrmFetch::chooseDefaultColumn() {
     gen_.SelectComboItemByname(cboFetch, wanted);
     for (int i = 0; i < cboFetch.listCount() && !cboFetch.hasSelection(); ++i)
         if (same(cboFetch.entries()[static_cast<std::size_t>(i)].text, wanted)) cboFetch.setListIndex(i);
-    if (!cboFetch.hasSelection()) cboFetch.setListIndex(kDefaultColumn);
-    txtFetch.setFocus();
 }
 
 std::string FrmFetch::orderedQuery() const {
@@ -170,18 +177,27 @@ std::string FrmFetch::orderedQuery() const {
 }
 
 void FrmFetch::search() {
-    const std::string column = kColumns[static_cast<std::size_t>(cboFetch.selectedData() - 1)].column;
+    // A component may have given the choices other numbers.
+    const std::int32_t number = cboFetch.selectedData();
+    if (number < 1 || number > static_cast<std::int32_t>(kColumns.size()))
+        automation::raise(automation::kSubscriptOutOfRange);
+    const std::string column = kColumns[static_cast<std::size_t>(number) - 1].column;
     const std::string whole = orderedQuery();
     const std::size_t order = whole.find("order by");
     const std::string first = whole.substr(0, order);
     const std::string ordering = order == std::string::npos ? std::string() : whole.substr(order);
-    std::string sought = basic::trim(txtFetch.text());
-    if (sought.find('\'') != std::string::npos) {
-        sought = basic::replaceAll(sought, "'", "''");
-        txtFetch.setText(sought);
-    }
+    const std::string typed = txtFetch.text();
+    const std::string sought = basic::trim(typed);
+    // The box shows what is sent.
+    if (basic::hasApostrophe(sought)) txtFetch.setText(basic::replaceApostrophes(sought, "''"));
     const bool hasCondition = basic::ucase(first).find("WHERE") != std::string::npos;
-    GridPopulate(first + (hasCondition ? " and " : " where ") + column + " like '%" + sought + "%' " + ordering);
+    try {
+        GridPopulate(first + (hasCondition ? " and " : " where ") + column + " like " + quoted("%" + sought + "%") +
+                     " " + ordering);
+    } catch (...) {
+        txtFetch.setText(typed); // for another try
+        throw;
+    }
     txtFetch.setText("");
 }
 
@@ -228,11 +244,18 @@ void FrmFetch::accept() {
         const std::int32_t item = basic::cLng(id);
         const std::string code(flexMaster.cell(row, kFetchCode));
         frmRequestDetail& lineEntry = forms::touch(module().requestDetail());
-        lineEntry.showItem(std::string(flexMaster.cell(row, kFetchDescription)), item);
-        lineEntry.showPackings();
-        lineEntry.DisplayBarcodeItemDetails(code, item);
-        if (!lineEntry.cboItem.hasSelection()) lineEntry.showPackings(); // it was refused
-        if (lineEntry.cboItem.hasSelection()) lineEntry.txtQuantity.setFocus();
+        lineEntry.showItem({item, code, std::string(flexMaster.cell(row, kFetchDescription))});
+        lineEntry.fillPackings(); // as the form lists them; what follows shows the item anew
+        try {
+            lineEntry.DisplayBarcodeItemDetails(code, item);
+        } catch (...) {
+            lineEntry.clearItem(); // whether both shops carry it is not known
+            throw;
+        }
+        if (lineEntry.cboItem.hasSelection()) {
+            lineEntry.fillPackings();
+            lineEntry.txtQuantity.setFocus();
+        }
     }
     unload();
 }

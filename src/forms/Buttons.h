@@ -8,14 +8,12 @@ namespace forms {
 class Label : public Control {
 public:
     Label(Form& form, std::string name) : Control(form, std::move(name), ControlKind::label) { setTabStop(false); }
-    void reset() override;
 };
 
 /// A titled border around the controls that lie within its bounds.
 class Frame : public Control {
 public:
     Frame(Form& form, std::string name) : Control(form, std::move(name), ControlKind::frame) { setTabStop(false); }
-    void reset() override;
 };
 
 class PictureBox : public Control {
@@ -23,7 +21,6 @@ public:
     PictureBox(Form& form, std::string name) : Control(form, std::move(name), ControlKind::pictureBox) {
         setTabStop(false);
     }
-    void reset() override;
 };
 
 class CommandButton : public Control {
@@ -40,34 +37,30 @@ private:
 };
 
 /// A box that is on (1) or off (0). Raises Click when its value changes.
-class CheckBox : public Control {
+class CheckBox : public automation::WithMembers<CheckBox, Control> {
 public:
-    CheckBox(Form& form, std::string name) : Control(form, std::move(name), ControlKind::checkBox) {}
+    CheckBox(Form& form, std::string name) : WithMembers(form, std::move(name), ControlKind::checkBox) {}
 
     int value() const { return value_; }
     void setValue(int value);
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<CheckBox>& members();
 
 private:
     int value_ = 0;
 };
 
 /// One of a form's options; choosing it clears the others of its group and raises Click.
-class OptionButton : public Control {
+class OptionButton : public automation::WithMembers<OptionButton, Control> {
 public:
     OptionButton(Form& form, std::string name, int group = 0)
-        : Control(form, std::move(name), ControlKind::optionButton), group_(group) {}
+        : WithMembers(form, std::move(name), ControlKind::optionButton), group_(group) {}
 
     int group() const { return group_; }
     bool value() const { return value_; }
     void setValue(bool value);
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<OptionButton>& members();
 
 private:
     int group_;

@@ -61,12 +61,12 @@ Members<ComboBox> comboMembers() {
     return m;
 }
 
-const Members<ComboBox>& members() {
+} // namespace
+
+const Members<ComboBox>& ComboBox::members() {
     static const Members<ComboBox> table = comboMembers();
     return table;
 }
-
-} // namespace
 
 void ComboBox::clear() {
     entries_.clear();
@@ -144,13 +144,6 @@ void ComboBox::reset() {
     listIndex_ = -1;
     newIndex_ = -1;
 }
-
-Value ComboBox::invoke(Access access, std::string_view member, Arguments arguments) {
-    if (members().has(member)) return members().invoke(*this, access, member, arguments);
-    return Control::invoke(access, member, arguments);
-}
-
-bool ComboBox::has(std::string_view member) const { return members().has(member) || Control::has(member); }
 
 std::size_t ComboBox::checked(int index) const {
     if (index < 0 || index >= listCount()) automation::raise(automation::kSubscriptOutOfRange);

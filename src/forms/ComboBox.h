@@ -7,7 +7,7 @@
 
 namespace forms {
 
-class ComboBox : public Control {
+class ComboBox : public automation::WithMembers<ComboBox, Control> {
 public:
     enum class Style {
         list,     ///< one of the entries or none
@@ -19,7 +19,7 @@ public:
     };
 
     ComboBox(Form& form, std::string name, Style style = Style::list)
-        : Control(form, std::move(name), ControlKind::comboBox), style_(style) {}
+        : WithMembers(form, std::move(name), ControlKind::comboBox), style_(style) {}
 
     Style style() const { return style_; }
     const std::vector<Entry>& entries() const { return entries_; }
@@ -48,9 +48,7 @@ public:
     void edited(std::string text);
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<ComboBox>& members();
 
 private:
     std::size_t checked(int index) const;

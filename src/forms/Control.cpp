@@ -129,6 +129,8 @@ void Control::setToolTip(std::string toolTip) {
 }
 
 void Control::setBounds(Rect bounds) {
+    for (int Rect::*part : {&Rect::left, &Rect::top, &Rect::width, &Rect::height})
+        bounds.*part = withinTwips(bounds.*part);
     if (bounds == bounds_) return;
     bounds_ = bounds;
     notify(Aspect::bounds);

@@ -21,8 +21,8 @@ public:
 
     virtual Answer messageBox(const Message& message) = 0;
     virtual void setPointer(Pointer pointer) = 0;
-    /// Starts a program without waiting for it. Error 53 when it is not found.
-    virtual void startProgram(const std::string& commandLine, WindowStyle style) = 0;
+    /// Starts the program of this full path without waiting for it. Error 53 when it is not found.
+    virtual void startProgram(const std::string& program, const std::string& arguments, WindowStyle style) = 0;
     virtual automation::Date now() = 0;
     virtual const basic::Locale& locale() = 0;
 

@@ -41,13 +41,24 @@ Form::Form(Desktop& desktop, std::string name) : desktop_(desktop), name_(std::m
 
 void Form::ensureLoaded() {
     if (loaded_) return;
-    if (!designed_) resetDesign();
+    resetDesign(); // somebody may have written into the form while it was not loaded
     loaded_ = true;
+    ++loading_;
     desktop_.handle([this] { onLoad(); });
+    --loading_;
+}
+
+void Form::discard() {
+    if (loaded_ && !visible_ && !loading()) drop();
+}
+
+void Form::showAfresh(Form* owner) {
+    discard();
+    showModal(owner);
 }
 
 void Form::showModal(Form* owner) {
-    if (visible_) throw automation::RunTimeError(400, "Form already displayed; can't show modally");
+    if (visible_ || loading()) throw automation::RunTimeError(400, "Form already displayed; can't show modally");
     const std::shared_ptr<Form> alive = weak_from_this().lock();
     ensureLoaded();
     if (!loaded_ || visible_) return; // It left, or was shown and closed, while it loaded.
@@ -85,6 +96,10 @@ void Form::drop() {
     resetDesign();
 }
 
+void Form::ensureDesigned() {
+    if (!designed_) resetDesign();
+}
+
 void Form::resetDesign() {
     designing_ = true;
     caption_.clear();
@@ -118,6 +133,8 @@ void Form::setCaption(std::string caption) {
 }
 
 void Form::setSize(int width, int height) {
+    width = withinTwips(width);
+    height = withinTwips(height);
     if (width == width_ && height == height_) return;
     width_ = width;
     height_ = height;
@@ -156,11 +173,13 @@ void Form::moveFocus(Control& to) {
         Control* const old = active_;
         if (!old) return arriveAt(&to);
         const int showing = showing_;
+        headedFor_ = &to;
         old->fire(old->onValidate);
         if (!visible_ || showing != showing_ || active_ != old) return;
         // Nobody has the focus while LostFocus runs, so a handler that sends it elsewhere decides.
         active_ = nullptr;
         old->fire(old->onLostFocus);
+        headedFor_ = nullptr;
         if (!visible_ || showing != showing_ || active_) return;
         arriveAt(to.canTakeFocus() ? &to : tabStop(&to, false));
     });
@@ -170,7 +189,7 @@ void Form::releaseFocus(Control& control) {
     if (active_ != &control || designing_) return;
     desktop_.handle([&] {
         const int showing = showing_;
-        active_ = nullptr;
+        active_ = headedFor_ = nullptr;
         control.fire(control.onLostFocus);
         if (visible_ && showing == showing_ && !active_) arriveAt(tabStop(&control, false));
     });

@@ -33,8 +33,14 @@ public:
     /// Loads the form when it is not loaded: what touching one of its controls does.
     void ensureLoaded();
     bool loaded() const { return loaded_; }
+    bool loading() const { return loading_ > 0; }
+    /// Drops what an earlier command or a component left loaded without showing it. Does nothing while the form is
+    /// shown or loads.
+    void discard();
     /// Loads where needed, shows the form and returns when it is unloaded or hidden; then the form below activates.
     void showModal(Form* owner);
+    /// The same with a form that is loaded afresh.
+    void showAfresh(Form* owner);
     bool visible() const { return visible_; }
     /// Counts the showings; a modal loop ends when it is no longer its own.
     int showing() const { return visible_ ? showing_ : 0; }
@@ -63,6 +69,8 @@ public:
     Control* activeControl() const { return active_; }
     /// Validate and LostFocus of the old control, GotFocus of the new one.
     void moveFocus(Control& to);
+    /// While the old control has its Validate and LostFocus: where the person moves the focus to.
+    Control* headedFor() const { return headedFor_; }
     /// On to the next stop in tab order, or back.
     void tab(bool backwards = false);
     /// Passes the focus on when `control` has it and can keep it no longer: LostFocus, then GotFocus of the next stop.
@@ -99,6 +107,8 @@ private:
     friend class Desktop;
     void activate();
     void resetDesign();
+    /// A form that is not loaded answers as it is designed.
+    void ensureDesigned();
     /// Gone without a question: no longer loaded or shown, without views, back at its design.
     void drop();
     void arriveAt(Control* control);
@@ -109,6 +119,7 @@ private:
     std::string tag_;
     std::vector<Control*> controls_;
     Control* active_ = nullptr;
+    Control* headedFor_ = nullptr;
     FormView* view_ = nullptr;
     int width_ = 6000;
     int height_ = 4000;
@@ -118,6 +129,7 @@ private:
     bool designing_ = false;
     bool unloading_ = false;
     bool loaded_ = false;
+    int loading_ = 0; ///< loads within one another: a form may leave and come again while it loads
     bool visible_ = false;
     int showing_ = 0;
 };
@@ -126,6 +138,12 @@ private:
 template <class F> F& touch(F& form) {
     form.ensureLoaded();
     return form;
+}
+
+/// The same with a form that is loaded afresh, so that nothing of an earlier command stands in it.
+template <class F> F& touchAfresh(F& form) {
+    form.discard();
+    return touch(form);
 }
 
 } // namespace forms

@@ -14,17 +14,15 @@ using automation::Value;
 namespace {
 
 /// The form's controls as a collection, counted from 0.
-class FormControls : public automation::Object {
+class FormControls : public automation::WithMembers<FormControls> {
 public:
     explicit FormControls(std::shared_ptr<Form> form) : form_(std::move(form)) {}
 
-    Value invoke(Access access, std::string_view member, Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const Members<FormControls>& members();
     std::string className() const override { return "Controls"; }
     Array elements() override { return form_->elements(); }
 
 private:
-    static const Members<FormControls>& members();
     Value item(const Value& which) const;
 
     std::shared_ptr<Form> form_;
@@ -53,12 +51,6 @@ Value FormControls::item(const Value& which) const {
         automation::raise(automation::kSubscriptOutOfRange);
     return form_->controls()[static_cast<std::size_t>(index)]->self();
 }
-
-Value FormControls::invoke(Access access, std::string_view member, Arguments arguments) {
-    return members().invoke(*this, access, member, arguments);
-}
-
-bool FormControls::has(std::string_view member) const { return members().has(member); }
 
 const Members<Form>& formMembers() {
     static const Members<Form> table = [] {
@@ -96,7 +88,7 @@ const Members<Form>& formMembers() {
 } // namespace
 
 Value Form::invoke(Access access, std::string_view member, Arguments arguments) {
-    if (!automation::sameName(member, "Name")) ensureLoaded();
+    ensureDesigned();
     if (formMembers().has(member)) return formMembers().invoke(*this, access, member, arguments);
     Control* control = find(member);
     if (!control) automation::raise(automation::kNoSuchMember);
@@ -107,7 +99,7 @@ Value Form::invoke(Access access, std::string_view member, Arguments arguments) 
 bool Form::has(std::string_view member) const { return formMembers().has(member) || find(member); }
 
 Array Form::elements() {
-    ensureLoaded();
+    ensureDesigned();
     Array all;
     for (Control* control : controls_) all.emplace_back(control->self());
     return all;

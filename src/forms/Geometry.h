@@ -3,6 +3,13 @@
 
 namespace forms {
 
+/// No place or size is further off; sums of a few stay numbers. A window reaches about as far.
+constexpr int kFarthestTwips = 500'000;
+
+constexpr int withinTwips(int twips) {
+    return twips < -kFarthestTwips ? -kFarthestTwips : twips > kFarthestTwips ? kFarthestTwips : twips;
+}
+
 struct Rect {
     int left = 0;
     int top = 0;

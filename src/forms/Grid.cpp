@@ -22,8 +22,7 @@ void Grid::setRows(int rows) {
 void Grid::setCols(int cols) {
     if (cols < 0 || cols > kMostCols) automation::raise(automation::kInvalidCall);
     widths_.resize(static_cast<std::size_t>(cols), kColumnWidth);
-    for (Row& row : cells_)
-        row.cells.shorten(widths_.size());
+    for (Row& row : cells_) row.cells.shorten(widths_.size());
     fixedCols_ = std::min(fixedCols_, cols);
     keepCurrentInside();
     notify(Aspect::columns);
@@ -104,7 +103,7 @@ void Grid::setColWidth(int col, int twips) {
     checkCol(col);
     if (twips == -1) twips = kColumnWidth; // -1 asks for the width a new column has.
     if (twips < 0) automation::raise(automation::kInvalidCall);
-    widths_[static_cast<std::size_t>(col)] = twips;
+    widths_[static_cast<std::size_t>(col)] = withinTwips(twips);
     notify(Aspect::columns);
 }
 
@@ -187,7 +186,7 @@ void Grid::reset() {
     widths_.assign(2, kColumnWidth);
     fixedRows_ = fixedCols_ = 1;
     row_ = col_ = rowSel_ = colSel_ = topRow_ = 1;
-    mouseRow_ = mouseCol_ = 0;
+    mouseRow_ = mouseCol_ = -1;
 }
 
 Grid::Row& Grid::rowAt(int row) {

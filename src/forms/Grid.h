@@ -41,11 +41,12 @@ public:
     /// Adds a row at the end; cells are parted by tabs.
     void addItem(std::string_view cells);
     void removeItem(int row);
-    /// Headings for the columns from the first on, parted by "|", with the columns' widths: each is as wide as its heading
-    /// with the blanks behind it, so an empty one hides its column. Missing columns are added. A "<", "^" or ">" before a
-    /// heading (left, centred, right) is taken; cells stand at the left. Error 9 without a first row.
+    /// Headings for the columns from the first on, parted by "|", with the columns' widths: each is as wide as its
+    /// heading with the blanks behind it, so an empty one hides its column. Missing columns are added. A "<", "^" or
+    /// ">" before a heading (left, centred, right) is taken; cells stand at the left. Error 9 without a first row.
     void setFormat(std::string_view format);
-    /// Writes into the selected cells; rows are parted by carriage returns, cells by tabs. What is too much is left out.
+    /// Writes into the selected cells; rows are parted by carriage returns, cells by tabs. What is too much is left
+    /// out.
     void setClip(std::string_view text);
 
     /// Valid until the grid changes. Error 9 out of range.
@@ -78,7 +79,7 @@ public:
     /// already, from the sort before, are left alone.
     void sort(int column, SortOrder order);
 
-    /// Cell under the pointer, as the view last saw it.
+    /// Cell under the pointer, as the view last saw it; the row of the headings is 0. -1 where there is no cell.
     int mouseRow() const { return mouseRow_; }
     int mouseCol() const { return mouseCol_; }
     void pointedAt(int row, int col);
@@ -111,8 +112,8 @@ private:
     int rowSel_ = 1;
     int colSel_ = 1;
     int topRow_ = 1;
-    int mouseRow_ = 0;
-    int mouseCol_ = 0;
+    int mouseRow_ = -1;
+    int mouseCol_ = -1;
     std::pair<int, SortOrder> sortedBy_{-1, SortOrder::none}; ///< the column and order in which the data rows stand
 };
 

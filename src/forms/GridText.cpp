@@ -21,8 +21,9 @@ std::string_view takePart(std::string_view& rest, char separator) {
 }
 
 int widthOf(std::string_view heading) {
-    const auto blanks = static_cast<int>(std::count(heading.begin(), heading.end(), ' '));
     if (heading.empty()) return 0;
+    heading = heading.substr(0, kFarthestTwips); // each letter is wider than a twip
+    const auto blanks = static_cast<int>(std::count(heading.begin(), heading.end(), ' '));
     return kCellMargins + blanks * kTwipsPerBlank + (static_cast<int>(heading.size()) - blanks) * kTwipsPerLetter;
 }
 

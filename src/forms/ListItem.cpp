@@ -13,6 +13,7 @@ using automation::Value;
 
 namespace {
 
+constexpr int kMostTexts = 10'000; ///< of a line
 const std::string kNoText;
 
 const std::string& textAt(const std::vector<std::string>& texts, int index) {
@@ -21,6 +22,7 @@ const std::string& textAt(const std::vector<std::string>& texts, int index) {
 }
 
 void setTextAt(std::vector<std::string>& texts, int index, std::string text) {
+    if (index >= kMostTexts) automation::raise(automation::kInvalidCall);
     const auto at = static_cast<std::size_t>(index);
     if (at >= texts.size()) texts.resize(at + 1);
     texts[at] = std::move(text);
@@ -40,6 +42,7 @@ const std::string& ListItem::subItem(int index) const {
 
 void ListItem::setSubItem(int index, std::string text) {
     if (index < 1) automation::raise(automation::kInvalidCall);
+    if (text != subItem(index) && !toolTip(index).empty()) setToolTip(index, ""); // it told of what stood there
     setTextAt(subItems_, index - 1, std::move(text));
     if (list_) list_->itemChanged();
 }
@@ -94,11 +97,5 @@ const Members<ListItem>& ListItem::members() {
     }();
     return table;
 }
-
-Value ListItem::invoke(Access access, std::string_view member, Arguments arguments) {
-    return members().invoke(*this, access, member, arguments);
-}
-
-bool ListItem::has(std::string_view member) const { return members().has(member); }
 
 } // namespace forms

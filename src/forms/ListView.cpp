@@ -10,6 +10,7 @@ ListView::~ListView() {
 
 void ListView::setColumns(std::vector<ListColumn> columns) {
     columns_ = std::move(columns);
+    for (ListColumn& column : columns_) column.width = withinTwips(column.width);
     notify(Aspect::columns);
 }
 
@@ -24,7 +25,7 @@ void ListView::setColumnText(int column, std::string text) {
 }
 
 void ListView::setColumnWidth(int column, int twips) {
-    columnAt(column).width = std::max(twips, 0);
+    columnAt(column).width = std::max(withinTwips(twips), 0);
     notify(Aspect::columns);
 }
 
@@ -58,13 +59,14 @@ void ListView::remove(int index) {
     itemPtr(index)->detach();
     items_.erase(items_.begin() + (index - 1));
     selected_ = items_.empty() ? 0 : 1;
+    revealed_ = 0;
     notify(Aspect::items);
 }
 
 void ListView::clear() {
     for (const auto& item : items_) item->detach();
     items_.clear();
-    selected_ = 0;
+    selected_ = revealed_ = 0;
     notify(Aspect::items);
 }
 
@@ -74,6 +76,12 @@ void ListView::select(int index) {
     if (index != 0) itemPtr(index);
     if (index == selected_) return;
     selected_ = index;
+    notify(Aspect::selection);
+}
+
+void ListView::reveal(int index) {
+    itemPtr(index);
+    revealed_ = index;
     notify(Aspect::selection);
 }
 
@@ -88,7 +96,7 @@ void ListView::reset() {
     for (const auto& item : items_) item->detach();
     items_.clear();
     columns_.clear();
-    selected_ = 0;
+    selected_ = revealed_ = 0;
 }
 
 } // namespace forms

@@ -4,6 +4,7 @@
 #include "forms/Control.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace forms {
@@ -11,7 +12,7 @@ namespace forms {
 class ListView;
 
 /// One line of a list; components reach it as an object with Text, SubItems, Selected, Index and Tag.
-class ListItem : public automation::Object {
+class ListItem : public automation::WithMembers<ListItem> {
 public:
     ListItem(ListView* list, std::string text) : list_(list), text_(std::move(text)) {}
 
@@ -20,7 +21,8 @@ public:
     const std::string& key() const { return key_; }
     void setKey(std::string key) { key_ = std::move(key); }
     void setText(std::string text);
-    /// Sub-items count from 1; one that was never set is empty. Error 5 for an index below 1.
+    /// Sub-items count from 1; one that was never set is empty. Error 5 for an index below 1 or
+    /// beyond 10,000.
     const std::string& subItem(int index) const;
     void setSubItem(int index, std::string text);
     /// Tool tip of a cell; 0 is the line's own text.
@@ -30,14 +32,10 @@ public:
     bool selected() const;
     void detach() { list_ = nullptr; }
 
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<ListItem>& members();
     std::string className() const override { return "ListItem"; }
 
 private:
-    static const automation::Members<ListItem>& members();
-
     ListView* list_;
     std::string text_;
     std::string key_;
@@ -54,9 +52,9 @@ struct ListColumn {
     ColumnAlignment alignment = ColumnAlignment::left;
 };
 
-class ListView : public Control {
+class ListView : public automation::WithMembers<ListView, Control> {
 public:
-    ListView(Form& form, std::string name) : Control(form, std::move(name), ControlKind::listView) {}
+    ListView(Form& form, std::string name) : WithMembers(form, std::move(name), ControlKind::listView) {}
     ~ListView() override;
 
     const std::vector<ListColumn>& columns() const { return columns_; }
@@ -81,6 +79,10 @@ public:
     int selectedIndex() const { return selected_; } ///< from 1; 0 for none
     ListItem* selectedItem() const;
     void select(int index); ///< 0 for none; raises nothing
+    /// Scrolls a line into view.
+    void reveal(int index);
+    /// The line that is still to be scrolled into view, once; 0 for none.
+    int takeRevealed() { return std::exchange(revealed_, 0); }
 
     int indexOf(const ListItem* item) const;
     void itemChanged() { notify(Aspect::items); }
@@ -88,9 +90,7 @@ public:
     std::function<void(ListItem&)> onItemClick;
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<ListView>& members();
 
 private:
     ListColumn& columnAt(int column);
@@ -98,6 +98,7 @@ private:
     std::vector<ListColumn> columns_;
     std::vector<std::shared_ptr<ListItem>> items_;
     int selected_ = 0;
+    int revealed_ = 0;
 };
 
 } // namespace forms

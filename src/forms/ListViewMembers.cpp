@@ -27,13 +27,10 @@ private:
     ObjectPtr alive_;
 };
 
-class ListItems : public PartOfList {
+class ListItems : public automation::WithMembers<ListItems, PartOfList> {
 public:
-    using PartOfList::PartOfList;
-    Value invoke(Access access, std::string_view member, Arguments arguments) override {
-        return members().invoke(*this, access, member, arguments);
-    }
-    bool has(std::string_view member) const override { return members().has(member); }
+    using WithMembers::WithMembers;
+    static const Members<ListItems>& members();
     std::string className() const override { return "ListItems"; }
     Array elements() override {
         Array all;
@@ -42,7 +39,6 @@ public:
     }
 
 private:
-    static const Members<ListItems>& members();
     /// By number, or by key when `which` is text. Error 9 for one that is not there.
     int indexOf(const Value& which) const {
         const auto* key = which.as<std::string>();
@@ -80,17 +76,13 @@ const Members<ListItems>& ListItems::members() {
     return table;
 }
 
-class ColumnHeader : public PartOfList {
+class ColumnHeader : public automation::WithMembers<ColumnHeader, PartOfList> {
 public:
-    ColumnHeader(ListView& list, int index) : PartOfList(list), index_(index) {}
-    Value invoke(Access access, std::string_view member, Arguments arguments) override {
-        return members().invoke(*this, access, member, arguments);
-    }
-    bool has(std::string_view member) const override { return members().has(member); }
+    ColumnHeader(ListView& list, int index) : WithMembers(list), index_(index) {}
+    static const Members<ColumnHeader>& members();
     std::string className() const override { return "ColumnHeader"; }
 
 private:
-    static const Members<ColumnHeader>& members();
     const ListColumn& column() const {
         if (index_ > static_cast<int>(list().columns().size())) automation::raise(automation::kSubscriptOutOfRange);
         return list().columns()[static_cast<std::size_t>(index_ - 1)];
@@ -123,13 +115,10 @@ const Members<ColumnHeader>& ColumnHeader::members() {
     return table;
 }
 
-class ColumnHeaders : public PartOfList {
+class ColumnHeaders : public automation::WithMembers<ColumnHeaders, PartOfList> {
 public:
-    using PartOfList::PartOfList;
-    Value invoke(Access access, std::string_view member, Arguments arguments) override {
-        return members().invoke(*this, access, member, arguments);
-    }
-    bool has(std::string_view member) const override { return members().has(member); }
+    using WithMembers::WithMembers;
+    static const Members<ColumnHeaders>& members();
     std::string className() const override { return "ColumnHeaders"; }
     Array elements() override {
         Array all;
@@ -138,7 +127,6 @@ public:
     }
 
 private:
-    static const Members<ColumnHeaders>& members();
     int count() const { return static_cast<int>(list().columns().size()); }
     Value header(int index) const {
         if (index < 1 || index > count()) automation::raise(automation::kSubscriptOutOfRange);
@@ -163,7 +151,9 @@ template <class Collection> Value collection(ListView& list, Arguments arguments
     return arguments.empty() ? Value(all) : all->invoke(Access::get, "Item", arguments);
 }
 
-const Members<ListView>& members() {
+} // namespace
+
+const Members<ListView>& ListView::members() {
     static const Members<ListView> table = [] {
         Members<ListView> m;
         m.method("ListItems", 0, 1, [](ListView& l, Arguments a) { return collection<ListItems>(l, a); });
@@ -183,14 +173,5 @@ const Members<ListView>& members() {
     }();
     return table;
 }
-
-} // namespace
-
-Value ListView::invoke(Access access, std::string_view member, Arguments arguments) {
-    if (members().has(member)) return members().invoke(*this, access, member, arguments);
-    return Control::invoke(access, member, arguments);
-}
-
-bool ListView::has(std::string_view member) const { return members().has(member) || Control::has(member); }
 
 } // namespace forms

@@ -31,10 +31,12 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 /// The value of a text like "-12.5"; none where reading it takes the language's full rules.
 std::optional<double> plainNumber(std::string_view text) {
     constexpr std::size_t kExactDigits = 15; // A double holds so many, and the powers of ten up to there.
-    static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     const bool negative = !text.empty() && text.front() == '-';
     if (negative) text.remove_prefix(1);
-    if (text.empty() || text.size() > kExactDigits || !isDigit(text.front()) || !isDigit(text.back())) return std::nullopt;
+    if (text.empty() || text.size() > kExactDigits || !isDigit(text.front()) || !isDigit(text.back()))
+        return std::nullopt;
     std::int64_t digits = 0;
     std::size_t decimals = 0;
     bool point = false;

@@ -1,6 +1,8 @@
 #include "forms/RowText.h"
 
 #include <algorithm>
+#include <limits>
+#include <new>
 #include <vector>
 
 namespace forms {
@@ -11,6 +13,7 @@ void RowText::setNumber(std::size_t at, std::size_t number) {
 }
 
 void RowText::reserve(std::size_t count, std::size_t length) {
+    if (length > std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc(); // it counts in 32 bits
     block_ = std::make_unique_for_overwrite<char[]>((count + 1) * sizeof(std::uint32_t) + length);
     setNumber(0, count);
 }

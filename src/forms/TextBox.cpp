@@ -39,12 +39,12 @@ Members<TextBox> textBoxMembers() {
     return m;
 }
 
-const Members<TextBox>& members() {
+} // namespace
+
+const Members<TextBox>& TextBox::members() {
     static const Members<TextBox> table = textBoxMembers();
     return table;
 }
-
-} // namespace
 
 void TextBox::setText(std::string text) {
     if (maxLength_ > 0 && basic::len(text) > maxLength_) text = basic::left(text, maxLength_);
@@ -99,12 +99,5 @@ void TextBox::reset() {
     rightAligned_ = false;
     fixedPitch_ = 0;
 }
-
-Value TextBox::invoke(Access access, std::string_view member, Arguments arguments) {
-    if (members().has(member)) return members().invoke(*this, access, member, arguments);
-    return Control::invoke(access, member, arguments);
-}
-
-bool TextBox::has(std::string_view member) const { return members().has(member) || Control::has(member); }
 
 } // namespace forms

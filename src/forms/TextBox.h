@@ -5,9 +5,9 @@
 
 namespace forms {
 
-class TextBox : public Control {
+class TextBox : public automation::WithMembers<TextBox, Control> {
 public:
-    TextBox(Form& form, std::string name) : Control(form, std::move(name), ControlKind::textBox) {}
+    TextBox(Form& form, std::string name) : WithMembers(form, std::move(name), ControlKind::textBox) {}
 
     /// Raises Change when the text differs; the caret goes to the start.
     void setText(std::string text) override;
@@ -24,7 +24,8 @@ public:
     void setMultiLine(bool multiLine) { multiLine_ = multiLine; }
     bool locked() const { return locked_; }
     void setLocked(bool locked);
-    /// Percent of the usual size at which the text stands in letters of one width, as in a preview; 0 for the form's own font.
+    /// Percent of the usual size at which the text stands in letters of one width, as in a preview; 0 for the form's
+    /// own font.
     int fixedPitch() const { return fixedPitch_; }
     void setFixedPitch(int percent);
     bool rightAligned() const { return rightAligned_; }
@@ -41,9 +42,7 @@ public:
     void selectionMoved(int start, int length);
 
     void reset() override;
-    automation::Value invoke(automation::Access access, std::string_view member,
-                             automation::Arguments arguments) override;
-    bool has(std::string_view member) const override;
+    static const automation::Members<TextBox>& members();
 
 private:
     int selStart_ = 0;

@@ -173,7 +173,11 @@ void click(Control& control) {
 }
 
 void choose(ComboBox& box, int index) {
-    if (responds(box) && index >= -1 && index < box.listCount()) box.setListIndex(index);
+    if (!responds(box) || index < -1 || index >= box.listCount()) return;
+    if (index >= 0 && index == box.listIndex())
+        box.fire(box.onClick);
+    else
+        box.setListIndex(index);
 }
 
 void doubleClick(Control& control) {

@@ -37,6 +37,7 @@ bool mnemonic(Form& form, char32_t letter);
 
 /// A click on a button, a check box (which it ticks or clears) or an option (which it chooses).
 void click(Control& control);
+/// The person picks an entry: a Click also where it is the chosen one already.
 void choose(ComboBox& box, int index);
 void doubleClick(Control& control);
 /// A click on a line, or a key that moved to it: selects it and raises ItemClick.

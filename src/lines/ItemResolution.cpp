@@ -18,8 +18,8 @@ constexpr int kShortcutLength = 4;
 
 const std::vector<FetchColumn>& fetchColumns() {
     static const std::vector<FetchColumn> columns{
-        {"ItemID", "Item ID", 0},     {"ItemCode", "Item Code", 2000}, {"ItemDescription", "Item Description", 4000},
-        {"Brand", "Brand", 2000},     {"ModelNo", "Model No", 2000},   {"Part_Code", "Part Code", 2000},
+        {"ItemID", "Item ID", 0}, {"ItemCode", "Item Code", 2000}, {"ItemDescription", "Item Description", 4000},
+        {"Brand", "Brand", 2000}, {"ModelNo", "Model No", 2000},   {"Part_Code", "Part Code", 2000},
     };
     return columns;
 }
@@ -36,10 +36,7 @@ void frmRequestDetail::readItemTypeFilter() {
 }
 
 void frmRequestDetail::resolveBarcode() {
-    cboItem.clear();
-    txtQuantity.setText("");
-    txtsellingprice.setText("");
-    lvwpacktype.clear();
+    clearItem();
     readItemTypeFilter();
     const std::string code = basic::trim(txtBarcode.text());
     if (code.empty() || foundByBarcode(code)) return focusAfterResolution();
@@ -48,21 +45,27 @@ void frmRequestDetail::resolveBarcode() {
 }
 
 bool frmRequestDetail::foundByBarcode(const std::string& code) {
+    // clang-format off
     Recordset found = module().openRecordset("select apd.itemid from aitempackingdetail apd, aitem a "
-                                             " where apd.packingbarcode='" + code + "' "
+                                             " where apd.packingbarcode=" + quoted(code) + " "
                                              " and apd.itemid = a.itemid" + session().strItemTypeFilter +
                                                  " and apd.Active = 1"
                                                  " and a.Active = 1",
                                              Cursor::keyset, Lock::optimistic);
+    // clang-format on
     if (found.eof()) return false;
     found.close();
     DisplayBarcodeItemDetails(code, 0);
-    if (cboItem.hasSelection()) fillPackings();
+    if (cboItem.hasSelection())
+        fillPackings();
+    else
+        noteNotCarried();
     return true;
 }
 
 bool frmRequestDetail::foundByShortcut() {
     const std::string shortcut = basic::numberText(basic::val(basic::left(txtBarcode.text(), kShortcutLength)));
+    // clang-format off
     Recordset found = module().openRecordset("select ai.itemid from ashopitemDetail ai, aitem a"
                                              " Where a.itemid = ai.itemid"
                                              " and  ai.itemID = ai.itemID"
@@ -70,6 +73,7 @@ bool frmRequestDetail::foundByShortcut() {
                                                  " And shopid = " + std::to_string(session().shopId) + " " +
                                                  session().strItemTypeFilter + " And a.Active = 1",
                                              Cursor::keyset);
+    // clang-format on
     if (found.eof()) return false;
     const std::int32_t item = basic::cLng(found.value("itemid"));
     found.close();
@@ -77,6 +81,8 @@ bool frmRequestDetail::foundByShortcut() {
     if (cboItem.hasSelection()) {
         fillPackings();
         EnterToTab(module(), forms::kKeyReturn);
+    } else {
+        noteNotCarried();
     }
     return true;
 }
@@ -85,10 +91,12 @@ void frmRequestDetail::findByItemCode(const std::string& code) {
     const Value duplicates = db_.lookUp("apackagesettings", "AllowItemCodeDuplication");
     // Only a plain False allows it: with the switch on, or no row at all, an item code does not name one item.
     if (!isFalse(duplicates)) return refuseCode("Scan valid barcode");
+    // clang-format off
     Recordset found = module().openRecordset("select a.itemid from aitem a"
-                                             " where itemcode = '" + code + "'" + session().strItemTypeFilter +
+                                             " where itemcode = " + quoted(code) + session().strItemTypeFilter +
                                                  " and a.Active = 1",
                                              Cursor::keyset, Lock::optimistic);
+    // clang-format on
     if (found.eof()) return refuseCode("Scan valid barcode");
     const std::int32_t item = basic::cLng(found.value("itemid"));
     DisplayBarcodeItemDetails(" ", item);
@@ -113,44 +121,68 @@ void frmRequestDetail::focusAfterResolution() {
         desktop().sendKeys("{TAB}");
 }
 
+// Beside the box and no message: a scanner does not read, and its next code must not answer one.
+void frmRequestDetail::noteNotCarried() { lblNotCarried.setText("Not carried by\r\nthe other shop"); }
+
+// The Search button has the focus after a refused code. What is scanned next is a code and no key for the button.
+void frmRequestDetail::scanOnSearch(std::int16_t& character) {
+    if (character <= ' ' || character > '~' || character == '\'') return;
+    txtBarcode.setFocus();
+    txtBarcode.setText(std::string(1, static_cast<char>(character)));
+    txtBarcode.select(1, 0);
+    character = 0;
+}
+
 std::string frmRequestDetail::carriedByBothShops() const {
     const std::string here = std::to_string(session().shopId);
     const std::string there = std::to_string(session().lngOtherShopID);
+    // clang-format off
     return " Where a.active = 1 and a.itemcategoryid in"
            " (select ItemCategoryId from aShopItemCategory where ShopId=" + here +
            " intersect select ItemCategoryId from aShopItemCategory where ShopId=" + there +
            ")"
            " and a.ItemId in (select ItemId from aShopItemDetail where ShopId=" + here +
            " intersect select ItemId from aShopItemDetail where ShopId=" + there + ")";
+    // clang-format on
 }
 
 void frmRequestDetail::DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid) {
     if (lngItemid == 0) {
         const Value id = db_.lookUp("aitempackingdetail", "itemid",
-                                    " packingbarcode='" + basic::trim(strBarcode) + "' and Active = 1");
+                                    " packingbarcode=" + quoted(basic::trim(strBarcode)) + " and Active = 1");
         if (!id.isNull()) lngItemid = basic::cLng(id);
     }
     Recordset item = db_.fnReturnRecords("select a.itemid, v.itemdescription, a.itemcode "
                                          " from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId" +
                                          carriedByBothShops() + " and a.itemid=" + std::to_string(lngItemid));
-    cboItem.clear();
     if (item.eof()) {
+        clearItem();
         txtBarcode.setText("");
         return;
     }
-    strItemCode = basic::concatText(item.value("itemcode"));
-    const std::string description = basic::concatText(item.value(1));
+    const Item carried{lngItemid, basic::concatText(item.value("itemcode")), basic::concatText(item.value(1))};
     item.close(); // The choice of an item asks the server more.
-    showItem(description, lngItemid);
+    showItem(carried);
 }
 
-void frmRequestDetail::offerItem(const std::string& description, std::int32_t itemId) {
+void frmRequestDetail::clearItem() {
     cboItem.clear();
-    cboItem.addItem(description, itemId);
+    strItemCode.clear();
+    lblNotCarried.setText("");
+    asksSupplier_ = false;
+    txtQuantity.setText("");
+    txtsellingprice.setText("");
+    lvwpacktype.clear();
 }
 
-void frmRequestDetail::showItem(const std::string& description, std::int32_t itemId) {
-    offerItem(description, itemId);
+void frmRequestDetail::offerItem(const Item& item) {
+    clearItem();
+    cboItem.addItem(item.description, item.id);
+    strItemCode = item.code;
+}
+
+void frmRequestDetail::showItem(const Item& item) {
+    offerItem(item);
     cboItem.setListIndex(cboItem.newIndex());
 }
 
@@ -158,28 +190,32 @@ void frmRequestDetail::itemChosen() {
     if (!cboItem.hasSelection()) return;
     const Session& s = session();
     const std::int32_t item = cboItem.selectedData();
+    // Where a look-up fails, nothing of the item before stays.
+    txtQuantity.setText("");
+    txtsellingprice.setText("");
     if (s.lngOtherShopID != kNoShop)
-        txtQuantity.setText(basic::concatText(db_.lookUp(
-            "aShopItemDetail", "reorderquantity", "shopid=" + std::to_string(s.shopId) + " and itemid=" + std::to_string(item))));
+        txtQuantity.setText(basic::concatText(
+            db_.lookUp("aShopItemDetail", "reorderquantity",
+                       "shopid=" + std::to_string(s.shopId) + " and itemid=" + std::to_string(item))));
     fnGetDeptCurrID(shopId_);
     txtsellingprice.setText(basic::decimalText(fnGetSellingPrice(module(), item, lngOtherShopCurrID)));
 }
 
 void frmRequestDetail::fnGetDeptCurrID(std::int32_t lngshopid) {
-    Recordset department = module().openRecordset("select a.departmentID,a.DepCurrencyID from aDepartmentMaster a,aShops b "
-                                                  "Where a.departmentID = b.departmentID And a.CompanyID = b.CompanyID "
-                                                  "and b.shopid=" + std::to_string(lngshopid));
-    lngOtherShopDeptID = department.eof() ? 0 : basic::cLng(department.value("departmentID"));
-    lngOtherShopCurrID = department.eof() ? 0 : basic::cLng(department.value("DepCurrencyID"));
+    lngOtherShopDeptID = lngOtherShopCurrID = 0;
+    trap("fnGetDeptCurrID", [&] {
+        // clang-format off
+        Recordset department = module().openRecordset("select a.departmentID,a.DepCurrencyID from aDepartmentMaster a,aShops b "
+                                                      "Where a.departmentID = b.departmentID And a.CompanyID = b.CompanyID "
+                                                      "and b.shopid=" + std::to_string(lngshopid));
+        // clang-format on
+        if (department.eof()) return;
+        lngOtherShopDeptID = basic::cLng(department.value("departmentID"));
+        lngOtherShopCurrID = basic::cLng(department.value("DepCurrencyID"));
+    });
 }
 
 void frmRequestDetail::fillPackings() { FillPackingTypes(module(), lvwpacktype, cboItem.selectedData()); }
-
-void frmRequestDetail::showPackings() {
-    if (cboItem.hasSelection()) return fillPackings();
-    strItemCode.clear();
-    lvwpacktype.clear();
-}
 
 void frmRequestDetail::fetchItem() {
     QuickFetch();
@@ -204,27 +240,26 @@ void frmRequestDetail::QuickFetch() {
         request.shopId = s.shopId;
         request.screenId = s.screenId;
         request.preserveData = s.preserveItemDetails;
-        // The dialog opens the choice in it.
-        Value shared = s.itemRecordset ? s.itemRecordset : module().create("ADODB.Recordset");
-        const automation::ObjectPtr chosen = fetch_.show(request, shared);
+        const std::optional<Item> chosen = chosenIn(fetch_.show(request, module().create("ADODB.Recordset")));
         if (!chosen) return;
-        s.itemRecordset = chosen;
-        // The session keeps the record set open until the supplying shop changes; reading it here must not close it.
-        automation::Object& rows = *chosen;
-        if (basic::cBool(rows.get("EOF"))) return;
-        const auto field = [&](const char* name) { return rows.call("Fields", name).object().get("Value"); };
-        const std::int32_t item = basic::cLng(field("itemid"));
-        strItemCode = basic::concatText(field("itemcode"));
-        showItem(basic::concatText(field("itemdescription")), item);
+        showItem(*chosen);
         fillPackings();
     });
+}
+
+// Closes the record set: some drivers refuse a transaction while it is open.
+std::optional<frmRequestDetail::Item> frmRequestDetail::chosenIn(Recordset rows) {
+    if (!rows.object() || rows.eof()) return std::nullopt;
+    return Item{basic::cLng(rows.value("itemid")), basic::concatText(rows.value("itemcode")),
+                basic::concatText(rows.value("itemdescription"))};
 }
 
 std::int16_t frmRequestDetail::defaultFetchColumn(const std::vector<FetchColumn>& columns) {
     const Value setting = db_.lookUp("lossettings", "defaultfetch", "ShopID=" + std::to_string(session().shopId));
     if (setting.isNull()) return kDescriptionColumn;
     const std::string wanted = basic::concatText(setting);
-    const auto match = std::find_if(columns.begin(), columns.end(), [&](const FetchColumn& c) { return wanted == c.field; });
+    const auto match =
+        std::find_if(columns.begin(), columns.end(), [&](const FetchColumn& c) { return wanted == c.field; });
     const auto index = match - columns.begin();
     // The hidden id column can never be the one to search in.
     return match == columns.end() || index == 0 ? kDescriptionColumn : static_cast<std::int16_t>(index);

@@ -1,27 +1,25 @@
 // Writing the line into the editor's list, and walking through the lines.
-#include "basic/Format.h"
 #include "basic/Conversion.h"
+#include "basic/Format.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "common/Packing.h"
 #include "lines/frmRequestDetail.h"
 #include "request/frmRequest.h"
 
+#include <cmath>
+
 namespace goodsreq {
 namespace {
 
-// Exact digits where the text is a number; else its leading number, as an empty box is 0.
-std::string quantityText(const std::string& text) {
-    const std::string trimmed = basic::trim(text);
-    if (basic::isNumeric(trimmed)) return basic::format(trimmed, "#0.000");
-    return basic::format(basic::val(trimmed), "#0.000");
-}
+// The number that the checks read, with all its digits: eighteen of them do not fit a floating-point number.
+std::string quantityText(const std::string& text) { return basic::format(basic::valText(text), "#0.000"); }
 
 } // namespace
 
 void frmRequestDetail::commitLine() {
     if (committing_) return;
-    committing_ = true;
+    const Busy committing(committing_);
     trap("cmdOk_Click ", [this] {
         if (!checked()) return;
         frmRequest& editor = module().request();
@@ -33,7 +31,8 @@ void frmRequestDetail::commitLine() {
             addLine(list);
         else
             writeLine(list.item(selected));
-        if (session().auditing.DataChanged(*this)) list.setTag("C");
+        list.reveal(isNewLine() ? list.count() : selected);
+        if (changed()) list.setTag("C");
 
         if (isNewLine()) {
             prepareNextLine();
@@ -48,7 +47,6 @@ void frmRequestDetail::commitLine() {
         }
         EnableOrDisableNavigationButtons();
     });
-    committing_ = false;
 }
 
 bool frmRequestDetail::checked() {
@@ -63,7 +61,21 @@ bool frmRequestDetail::checked() {
         return refuse("Selling price cannot be sero.   ", txtsellingprice);
     if (session().blnIntegerQuantity && txtQuantity.text().find('.') != std::string::npos)
         return refuse(kIntegerOnly, txtQuantity);
+    if (!meant(txtQuantity) || !meant(txtBadQuantity)) return false;
+    if (asksSupplier_ && !module().request().PresentInCurrentShop(cboItem.selectedData(), true)) {
+        txtBarcode.setFocus();
+        return false;
+    }
     return true;
+}
+
+// A barcode that was scanned into the box of a quantity looks like one.
+bool frmRequestDetail::meant(forms::TextBox& quantity) {
+    constexpr double kEightDigits = 1e7;
+    if (std::fabs(basic::val(quantity.text())) < kEightDigits) return true;
+    if (module().confirm("Is the quantity " + basic::valText(quantity.text()) + " right?")) return true;
+    quantity.setFocus();
+    return false;
 }
 
 bool frmRequestDetail::fnItemAlreadyInList() const {
@@ -76,12 +88,16 @@ bool frmRequestDetail::fnItemAlreadyInList() const {
 }
 
 void frmRequestDetail::addLine(forms::ListView& list) {
-    // Read first: a failure must leave no half line behind.
-    const std::string unit = fnGetUnitCode(module(), cboItem.selectedData());
-    forms::ListItem& line = list.add(std::to_string(list.count() + 1));
-    line.setSubItem(kLineItemCode, strItemCode);
-    writeLine(line);
-    line.setSubItem(kLineUnit, unit);
+    list.add(std::to_string(list.count() + 1));
+    const std::shared_ptr<forms::ListItem> line = list.itemPtr(list.count());
+    line->setSubItem(kLineItemCode, strItemCode);
+    try {
+        writeLine(*line);
+    } catch (...) {
+        list.remove(list.count()); // no half line stays behind
+        throw;
+    }
+    line->setSubItem(kLineUnit, fnGetUnitCode(module(), cboItem.selectedData()));
 }
 
 void frmRequestDetail::writeLine(forms::ListItem& line) {
@@ -93,40 +109,41 @@ void frmRequestDetail::writeLine(forms::ListItem& line) {
 }
 
 void frmRequestDetail::prepareNextLine() {
-    cboItem.clear();
-    cboItem.setText("");
-    for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtBarcode}) box->setText("");
-    if (showsPrice()) txtsellingprice.setText("");
-    lvwpacktype.clear();
+    clearItem();
+    txtBadQuantity.setText("");
+    txtBarcode.setText("");
     cboItem.setEnabled(true);
-    session().auditing.SaveInToTag(*this);
     txtBarcode.setFocus();
+    remember();
+}
+
+bool frmRequestDetail::changed() {
+    bool differs = true;
+    trap("cmdOk_Click ", [&] { differs = session().auditing.DataChanged(*this) || !remembered_; });
+    return differs;
+}
+
+void frmRequestDetail::remember() {
+    remembered_ = false;
+    session().auditing.SaveInToTag(*this);
+    remembered_ = true;
 }
 
 void frmRequestDetail::ShowSelectedLine() {
     session().strLineMode = "E";
     const forms::ListView& list = lines();
     const forms::ListItem& line = list.item(list.selectedIndex());
-    for (forms::Control* control : std::initializer_list<forms::Control*>{&cboItem, &cmdbarcode, &txtBarcode, &txtsellingprice})
+    for (forms::Control* control :
+         std::initializer_list<forms::Control*>{&cboItem, &cmdbarcode, &txtBarcode, &txtsellingprice})
         control->setEnabled(false);
     const std::int32_t item = basic::cLng(basic::val(line.subItem(kLineItemId)));
-    showItem(line.subItem(kLineItemName), item);
-    const auto plain = [&](int column) {
-        // Exact digits: eighteen of them do not fit a floating-point number.
-        const std::string& text = line.subItem(column);
-        if (basic::isNumeric(text)) {
-            std::string number = basic::format(text, "0.###############");
-            if (!number.empty() && number.back() == '.') number.pop_back();
-            return number;
-        }
-        return basic::decimalText(basic::val(text));
-    };
-    txtQuantity.setText(plain(kLineGoodQty));
-    txtBadQuantity.setText(plain(kLineBadQty));
-    txtsellingprice.setText(plain(kLinePrice));
-    FillPackingTypes(module(), lvwpacktype, item);
+    showItem({item, line.subItem(kLineItemCode), line.subItem(kLineItemName)});
+    txtQuantity.setText(basic::valText(line.subItem(kLineGoodQty)));
+    txtBadQuantity.setText(basic::valText(line.subItem(kLineBadQty)));
+    txtsellingprice.setText(basic::valText(line.subItem(kLinePrice)));
+    fillPackings();
     FillPackingQuantities(module(), lvwpacktype, item, basic::val(txtQuantity.text()));
-    session().auditing.SaveInToTag(*this);
+    remember();
 }
 
 void frmRequestDetail::goTo(int row) {

@@ -26,18 +26,22 @@ constexpr int kButtonHeight = 390;
 frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequestDetail") {
     onKeyDown = [this](std::int16_t& keyCode, std::int16_t) {
         trap("Form_KeyDown", [&] {
+            lblNotCarried.setText("");
             if (keyCode == forms::kKeyF3 && cmdbarcode.enabled()) cmdbarcode.onClick();
         });
     };
 
     txtBarcode.onKeyPress = [this](std::int16_t& character) {
-        trap("txtBarcode_KeyPress ", [&] {
-            if (character == '\'') character = 0;
-            if (character == forms::kKeyReturn) resolveBarcode();
-        });
+        if (character == '\'') character = 0;
+        if (character != forms::kKeyReturn) return;
+        // A code that could not be looked up gives way to the next scan.
+        if (!trap("txtBarcode_KeyPress ", [this] { resolveBarcode(); })) txtBarcode.selectAll();
     };
     keepApostrophesOut(txtBarcode);
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
+    cmdbarcode.onKeyPress = [this](std::int16_t& character) {
+        trap("cmdbarcode_KeyPress", [&] { scanOnSearch(character); });
+    };
     cmdbarcode.onClick = [this] { trap("cmdbarcode_Click", [this] { fetchItem(); }); };
     cboItem.onClick = [this] { trap("cboItem_Click ", [this] { itemChosen(); }); };
     cboItem.onValidate = [this] {
@@ -48,6 +52,7 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
     cboItem.onKeyPress = lvwpacktype.onKeyPress = enterMovesOn();
 
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice}) {
+        keepNumberPlain(*box);
         box->acceptsWhole = [this, box](const std::string& whole) { return acceptsNumber(*box, whole); };
         box->onGotFocus = [this, box] {
             box->selectAll();
@@ -84,8 +89,12 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
     cmdOk.onClick = [this] { commitLine(); };
     cmdCancel.onClick = [this] { unload(); };
     cmdFirst.onClick = [this] { trap("cmdFirst_Click ", [this] { goTo(1); }); };
-    cmdPrev.onClick = [this] { trap("cmdPrev_Click ", [this] { goTo(this->module().request().CurrentLineIndex - 1); }); };
-    cmdNext.onClick = [this] { trap("cmdNext_Click ", [this] { goTo(this->module().request().CurrentLineIndex + 1); }); };
+    cmdPrev.onClick = [this] {
+        trap("cmdPrev_Click ", [this] { goTo(this->module().request().CurrentLineIndex - 1); });
+    };
+    cmdNext.onClick = [this] {
+        trap("cmdNext_Click ", [this] { goTo(this->module().request().CurrentLineIndex + 1); });
+    };
     cmdLast.onClick = [this] { trap("cmdLast_Click ", [this] { goTo(lines().count()); }); };
 }
 
@@ -111,11 +120,13 @@ void frmRequestDetail::design() {
     lblBarcode.setText("Bar&code / Code:");
     cmdbarcode.place({kFieldLeft + 3000 + 100, txtBarcode.bounds().top - 15, 1700, kRowHeight + 30});
     cmdbarcode.setText("&Search...  F3");
+    lblNotCarried.place({cmdbarcode.bounds().right() + 100, txtBarcode.bounds().top - 45, 1700, 420});
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice}) box->setRightAligned(true);
     Frame1.place({kMargin, kMargin, kWidth - 2 * kMargin, top - kMargin + 60});
 
     lvwpacktype.setReadAs("Packing types of the item");
-    lvwpacktype.setColumns({{"PackID", 900}, {"Packing Type", 5300}, {"Quantity", 1900, forms::ColumnAlignment::right}});
+    lvwpacktype.setColumns(
+        {{"PackID", 900}, {"Packing Type", 5300}, {"Quantity", 1900, forms::ColumnAlignment::right}});
     lvwpacktype.place({kMargin, Frame1.bounds().bottom() + 150, kWidth - 2 * kMargin, kPacksHeight});
     const int buttons = lvwpacktype.bounds().bottom() + 150;
     int left = kMargin;
@@ -124,9 +135,11 @@ void frmRequestDetail::design() {
         const char* caption;
         int width;
     };
-    for (const Button& b : {Button{cmdFirst, "|<", 600}, {cmdPrev, "<", 600}, {cmdNext, ">", 600}, {cmdLast, ">|", 600}}) {
+    for (const Button& b :
+         {Button{cmdFirst, "|<", 600}, {cmdPrev, "<", 600}, {cmdNext, ">", 600}, {cmdLast, ">|", 600}}) {
         b.button.place({left, buttons, b.width, kButtonHeight});
         b.button.setText(b.caption);
+        b.button.setEnabled(false); // until somebody knows where in the list we are
         left += b.width + 60;
     }
     cmdOk.place({kWidth - kMargin - 2 * 1300 - 100, buttons, 1300, kButtonHeight});
@@ -138,13 +151,16 @@ void frmRequestDetail::design() {
 }
 
 void frmRequestDetail::onLoad() {
+    db_ = {};
+    gen_ = {};
+    fetch_ = {};
+    strItemCode.clear();
+    asksSupplier_ = remembered_ = false;
     trap("Form_Load ", [this] {
         Session& s = session();
         justLoaded_ = true;
-        if (showsPrice()) {
-            setCaption("Inter Division Sales Request");
-        } else {
-            setCaption("Goods Request To " + (s.aliasInUse ? s.alias : std::string("Shop")));
+        setCaption(s.kind().namesTheShop && s.aliasInUse ? "Goods Request To " + s.alias : s.kind().registerCaption);
+        if (!showsPrice()) {
             const auto moveUp = [](forms::Control& control) {
                 forms::Rect bounds = control.bounds();
                 bounds.top -= kRowStep;
@@ -155,7 +171,8 @@ void frmRequestDetail::onLoad() {
             forms::Rect frame = Frame1.bounds();
             frame.height -= kRowStep;
             Frame1.setBounds(frame);
-            for (forms::Control* control : std::initializer_list<forms::Control*>{&lvwpacktype, &cmdFirst, &cmdPrev, &cmdNext, &cmdLast, &cmdOk, &cmdCancel})
+            for (forms::Control* control : std::initializer_list<forms::Control*>{
+                     &lvwpacktype, &cmdFirst, &cmdPrev, &cmdNext, &cmdLast, &cmdOk, &cmdCancel})
                 moveUp(*control);
             setSize(width(), height() - kRowStep);
         }
@@ -176,18 +193,20 @@ void frmRequestDetail::onActivate() {
             cboItem.setListIndex(-1);
         else
             ShowSelectedLine();
-        session().auditing.SaveInToTag(*this);
+        remember();
     });
 }
 
 forms::ListView& frmRequestDetail::lines() const { return forms::touch(module().request()).lvwrequest; }
 
 void frmRequestDetail::filterNumber(forms::TextBox& box, std::int16_t& character) {
+    if (character == desktop().locale().decimalSeparator) character = '.';
     if (character != forms::kKeyReturn) gen_.TextValidateNum(box, character);
 }
 
 // Text that comes as a whole passes what would refuse it key by key.
-bool frmRequestDetail::acceptsNumber(forms::TextBox& box, const std::string& whole) {
+bool frmRequestDetail::acceptsNumber(forms::TextBox& box, const std::string& pasted) {
+    const std::string whole = plainNumber(pasted);
     int digits = 0;
     int decimals = 0;
     bool point = false;
@@ -208,6 +227,7 @@ bool frmRequestDetail::acceptsNumber(forms::TextBox& box, const std::string& who
 void frmRequestDetail::quantityKey(std::int16_t& character) {
     if (character == forms::kKeyReturn) return quantityEntered();
     if (character == '-') character = 0;
+    if (character == desktop().locale().decimalSeparator) character = '.';
     if (character == '.' && session().blnIntegerQuantity) {
         character = 0;
         module().inform(kIntegerOnly);

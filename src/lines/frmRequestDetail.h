@@ -8,6 +8,8 @@
 #include "forms/ListView.h"
 #include "forms/TextBox.h"
 
+#include <optional>
+
 namespace goodsreq {
 
 /// Refuses a fraction, as it is typed and again at OK.
@@ -30,6 +32,7 @@ public:
     forms::CommandButton cmdOk{*this, "cmdOk"};
     forms::CommandButton cmdCancel{*this, "cmdCancel"};
     forms::CommandButton cmdbarcode{*this, "cmdbarcode"};
+    forms::Label lblNotCarried{*this, "lblNotCarried"};
     forms::Label lblItem{*this, "lblItem"};
     forms::ComboBox cboItem{*this, "cboItem", forms::ComboBox::Style::editable};
     forms::ListView lvwpacktype{*this, "lvwpacktype"};
@@ -50,15 +53,24 @@ public:
     void EnableOrDisableNavigationButtons();
     /// Shows the editor's selected line. Its item cannot be changed.
     void ShowSelectedLine();
-    /// Loads one item that both shops carry into `cboItem`; with item id 0 the id is looked up from the packing barcode. An
-    /// item that is not carried by both empties the barcode box and leaves the combo without an entry.
+    /// Loads one item that both shops carry into `cboItem`; with item id 0 the id is looked up from the packing
+    /// barcode. An item that is not carried by both empties the barcode box and leaves the combo without an entry.
     void DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid);
-    /// Makes the item the combo's one entry, not chosen yet.
-    void offerItem(const std::string& description, std::int32_t itemId);
+    struct Item {
+        std::int32_t id = 0;
+        std::string code;
+        std::string description;
+    };
+    /// Makes the item the combo's one entry, not chosen yet. All that line entry shows is of this item from then on.
+    void offerItem(const Item& item);
     /// The same, and chooses it.
-    void showItem(const std::string& description, std::int32_t itemId);
-    /// Lists the packing types of the chosen item; empties the list and `strItemCode` where none is chosen.
-    void showPackings();
+    void showItem(const Item& item);
+    /// The chosen item comes from a dialog that did not ask whether the supplying shop carries it; OK asks then.
+    void mayNotBeCarried() { asksSupplier_ = true; }
+    /// Leaves line entry without an item, and with nothing of the former one.
+    void clearItem();
+    /// Lists the packing types of the chosen item.
+    void fillPackings();
 
 private:
     void design() override;
@@ -72,18 +84,20 @@ private:
     void findByItemCode(const std::string& code);
     void focusAfterResolution();
     void refuseCode(const std::string& message);
+    void scanOnSearch(std::int16_t& character);
+    void noteNotCarried();
     void readItemTypeFilter();
     std::string carriedByBothShops() const;
     void itemChosen();
     void fetchItem();
     void QuickFetch();
+    static std::optional<Item> chosenIn(Recordset rows);
     std::int16_t defaultFetchColumn(const std::vector<FetchColumn>& columns);
     void fnGetDeptCurrID(std::int32_t lngshopid);
-    void fillPackings();
 
     // Boxes.
     void filterNumber(forms::TextBox& box, std::int16_t& character);
-    bool acceptsNumber(forms::TextBox& box, const std::string& whole);
+    bool acceptsNumber(forms::TextBox& box, const std::string& pasted);
     void quantityKey(std::int16_t& character);
     void quantityEntered();
     void showValueAsToolTip(forms::TextBox& box, const char* pattern);
@@ -91,21 +105,28 @@ private:
     // The line.
     void commitLine();
     bool checked();
+    bool meant(forms::TextBox& quantity);
     bool fnItemAlreadyInList() const;
     void addLine(forms::ListView& list);
     void writeLine(forms::ListItem& line);
     void prepareNextLine();
+    /// Whether the boxes were changed; true where nobody can tell.
+    bool changed();
+    /// Lets the auditing service remember what the boxes hold now.
+    void remember();
     void goTo(int row);
     bool isNewLine() const { return session().strLineMode == "N"; }
-    bool showsPrice() const { return session().screenId != kGoodsRequestToShop; }
+    bool showsPrice() const { return session().kind().priced; }
     forms::ListView& lines() const;
 
     CommonDb db_;
     CommonGen gen_;
     Fetch fetch_;
     bool justLoaded_ = false;
-    bool committing_ = false;     ///< a second OK meanwhile is ignored
-    std::int16_t shopId_ = 0;     ///< whose department and currency prices are asked in
+    bool committing_ = false;      ///< a second OK meanwhile is ignored
+    bool asksSupplier_ = false;    ///< see mayNotBeCarried
+    bool remembered_ = false;      ///< the auditing service knows what the boxes held
+    std::int16_t shopId_ = 0;      ///< whose department and currency prices are asked in
     std::int32_t enteredItem_ = 0; ///< the item that was chosen when the focus left the combo
 };
 

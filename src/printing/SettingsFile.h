@@ -14,8 +14,8 @@ namespace goodsreq {
 /// nothing; a line without ":=", or with it in front, has no name.
 std::optional<std::string_view> findSetting(std::string_view content, std::string_view key);
 
-/// The value of `key` in the file at `path`, read anew each time. A missing key shows a message and gives "NotFound"; an
-/// empty value and "NOTFOUND" give "". A missing file shows a message and gives "". Other errors are reported.
+/// The value of `key` in the file at `path`, read anew each time. A missing key shows a message and gives "NotFound";
+/// an empty value and "NOTFOUND" give "". A missing file shows a message and gives "". Other errors are reported.
 std::string FileCode(Module& module, const std::string& key, const std::string& path);
 
 } // namespace goodsreq

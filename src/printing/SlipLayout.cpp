@@ -103,10 +103,10 @@ std::string detailLine(const SlipColumns& columns, const SlipLine& line) {
     const auto money = [](bool shown, const automation::Value& amount) {
         return shown ? basic::format(amount, kMoneyFormat) : std::string();
     };
-    return row(columns, {padLeft(std::to_string(line.number), columns.serial), line.code, line.description,
-                         basic::format(line.quantity, kQuantityFormat), line.unit,
-                         money(columns.showsCost, line.costPrice), money(columns.showsCost, line.lineCost),
-                         money(columns.showsSellingPrice, line.sellingPrice)});
+    return row(columns,
+               {padLeft(std::to_string(line.number), columns.serial), line.code, line.description,
+                basic::format(line.quantity, kQuantityFormat), line.unit, money(columns.showsCost, line.costPrice),
+                money(columns.showsCost, line.lineCost), money(columns.showsSellingPrice, line.sellingPrice)});
 }
 
 std::string separatorLine(int pageWidth, int blanks) {
@@ -148,18 +148,20 @@ std::string messageLine(std::string_view text, std::string_view alignment, int p
 }
 
 std::string inOneLine(std::string_view text) {
-    const auto breaks = [](char c) { return c == '\r' || c == '\n' || c == '\f'; };
-    if (std::none_of(text.begin(), text.end(), breaks)) return std::string(text);
     std::string line;
     line.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
-        line += breaks(text[i]) ? ' ' : text[i];
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        if (byte == '\r' && next == '\n') continue;
+        const bool upper = byte == 0xC2 && next >= 0x80 && next < 0xA0; // U+0080 to U+009F
+        line += byte < ' ' || byte == 0x7F || upper ? ' ' : text[i];
+        i += upper;
     }
     return line;
 }
 
-std::vector<std::string> headerOpening(const HeaderSettings& s, int pageWidth, const Company& company) {
+std::vector<std::string> headerOpening(const HeaderSettings& s, int pageWidth) {
     std::vector<std::string> lines(static_cast<std::size_t>(std::max(s.linesToSkipFirst, 0)));
     if (isOn(s.titleAbove)) {
         const int length = basic::len(kTitleAbove);
@@ -168,14 +170,21 @@ std::vector<std::string> headerOpening(const HeaderSettings& s, int pageWidth, c
         const std::string text = space(position - 1) + std::string(kTitleAbove);
         lines.push_back(basic::left(padRight(text, pageWidth), std::max(pageWidth, 0)));
     }
-    const std::string margin = space(s.leftMargin);
-    if (isOn(s.companyName)) {
-        lines.push_back(margin + inOneLine(company.name));
-        if (isOn(s.address1)) lines.push_back(margin + inOneLine(company.address1));
-        if (isOn(s.address2)) lines.push_back(margin + inOneLine(company.address2));
-        if (isOn(s.address3)) lines.push_back(margin + inOneLine(company.address3));
-    }
     return lines;
+}
+
+std::vector<const char*> companyFields(const HeaderSettings& s) {
+    std::vector<const char*> fields;
+    if (!isOn(s.companyName)) return fields;
+    fields.push_back("name");
+    if (isOn(s.address1)) fields.push_back("Address1");
+    if (isOn(s.address2)) fields.push_back("Address2");
+    if (isOn(s.address3)) fields.push_back("Address3");
+    return fields;
+}
+
+std::string companyLine(const HeaderSettings& s, std::string_view text) {
+    return space(s.leftMargin) + inOneLine(text);
 }
 
 std::vector<std::string> headerBody(const HeaderSettings& s, int pageWidth, const RequestFacts& request) {

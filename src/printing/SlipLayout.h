@@ -51,17 +51,15 @@ std::string centred(std::string_view text, int pageWidth);
 /// A print message: "L" as it was written, "R" at the right, any other alignment centred; these in one line.
 std::string messageLine(std::string_view text, std::string_view alignment, int pageWidth);
 
-/// The text in one line: each line break becomes one blank.
+/// The text in one line: each line break and each control character, which a printer would take for an order, becomes
+/// one blank.
 std::string inOneLine(std::string_view text);
 
-struct Company {
-    std::string name;
-    std::string address1;
-    std::string address2;
-    std::string address3;
-};
-/// What stands above the request's own data: skipped lines, title, company.
-std::vector<std::string> headerOpening(const HeaderSettings& settings, int pageWidth, const Company& company);
+/// What stands above the company: skipped lines and title.
+std::vector<std::string> headerOpening(const HeaderSettings& settings, int pageWidth);
+/// The fields of the company that are printed, in their order.
+std::vector<const char*> companyFields(const HeaderSettings& settings);
+std::string companyLine(const HeaderSettings& settings, std::string_view text);
 
 struct RequestFacts {
     std::string number;

@@ -8,8 +8,8 @@
 
 namespace goodsreq {
 
-/// How many request lines go on a page whose first line comes next. `linesOnPage` is the page's own limit, `records` what
-/// is still to print. The header's height counts on every page, although only the first one has the header.
+/// How many request lines go on a page whose first line comes next. `linesOnPage` is the page's own limit, `records`
+/// what is still to print. The header's height counts on every page, although only the first one has the header.
 int fitPage(const SlipSettings& settings, int headerLines, int linesOnPage, int records);
 
 /// Where the pages take their contents from, and where they go.
@@ -25,8 +25,8 @@ struct SlipTotals {
     double cost = 0;
 };
 
-/// Prints the pages of `records` lines after a header of `headerLines`, without the totals and the last footer, and gives
-/// what they add up to.
+/// Prints the pages of `records` lines after a header of `headerLines`, without the totals and the last footer, and
+/// gives what they add up to.
 SlipTotals printPages(const SlipSettings& settings, int headerLines, int records, const SlipParts& parts);
 
 } // namespace goodsreq

@@ -22,12 +22,10 @@ double numberOf(const Value& value) { return value.isNull() || value.isEmpty() ?
 
 void SlipPrinter::PrintBill(std::int32_t requestId) {
     settings_ = readSlipSettings(PrintSettings(module_));
+    separatorLine(settings_.pageWidth, settings_.separatorBlanks); // raises its error before anything is opened
     db_ = module_.createCommonDb();
     std::vector<SlipLine> lines = readLines(requestId);
-    // Without a port no file of that name is to appear in some folder.
-    if (target_ == Target::port && (settings_.port.empty() || settings_.port == "NOTFOUND"))
-        throw automation::RunTimeError(52, "Bad file name or number");
-    output_ = module_.system().openForOutput(target_ == Target::slipFile ? kSlipFile : settings_.port);
+    openOutput();
     headerLines_ = 0;
     if (!lines.empty()) HeaderPrint(requestId);
 
@@ -50,15 +48,33 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
     output_->close();
 }
 
-void SlipPrinter::print(const std::string& text) {
-    output_->write(module_.system().encode(text).append(kLineEnd));
+void SlipPrinter::openOutput() {
+    const bool toFile = target_ == Target::slipFile;
+    // Without a port no file of that name is to appear in some folder.
+    if (!toFile && (settings_.port.empty() || settings_.port == "NOTFOUND"))
+        throw automation::RunTimeError(52, "Bad file name or number. ShopSetting.txt names no port to print to.");
+    try {
+        // Every user of the machine can reach the file's folder, so somebody may have put something else in its place.
+        output_ = toFile ? module_.system().openPlainFile(kSlipFile) : module_.system().openForOutput(settings_.port);
+    } catch (const automation::RunTimeError& error) {
+        throw automation::RunTimeError(
+            error.number(),
+            error.description() + (toFile ? std::string(". The slip goes to the file ") + kSlipFile +
+                                                "; close or move what is in its way."
+                                          : ". The slip goes to \"" + settings_.port +
+                                                "\", the port in ShopSetting.txt; check the printer and the port."),
+            error.source());
+    }
 }
+
+void SlipPrinter::print(const std::string& text) { output_->write(module_.system().encode(text).append(kLineEnd)); }
 
 // An item with several packings comes once for each of them: the slip lists it so.
 std::vector<SlipLine> SlipPrinter::readLines(std::int32_t requestId) {
     std::string order;
     if (settings_.savedOrder == 1) order = " order by srdShopId, SRDrequestid, srdItemId";
     if (settings_.savedOrder == 2) order = " order by a.itemdescription";
+    // clang-format off
     Recordset rows = module_.openRecordset(
         "select UnitCode, h.SRHrequestNO, d.SRDItemId,ai.itemcode, srdgoodqty,"
         "a.itemdescription, ai.itemrate "
@@ -71,6 +87,7 @@ std::vector<SlipLine> SlipPrinter::readLines(std::int32_t requestId) {
         " and pd.ItemId = ai.ItemId "
         " and ai.UnitsId = u.UnitId " + order,
         Cursor::keyset, Lock::readOnly);
+    // clang-format on
     std::vector<SlipLine> lines;
     items_.clear();
     if (rows.eof()) return lines;
@@ -106,29 +123,23 @@ void SlipPrinter::addPrices(SlipLine& line, std::size_t index) {
 void SlipPrinter::HeaderPrint(std::int32_t requestId) {
     trap(module_, kReportedForm, "HeaderPrint ", [&] {
         const HeaderSettings header = readHeaderSettings(PrintSettings(module_));
-        // Prints until the block has its full height; then the rest of the header is left out.
+        // Prints until the block has its full height; then the rest of the header is left out, and nothing more is
+        // looked up for it.
+        const auto full = [&] { return header.totalHeadCount >= 1 && headerLines_ == header.totalHeadCount; };
         const auto printAll = [&](const std::vector<std::string>& lines) {
-            for (const std::string& line : lines) {
-                if (header.totalHeadCount >= 1 && headerLines_ == header.totalHeadCount) return false;
-                print(line);
-                ++headerLines_;
-            }
-            return true;
+            for (std::size_t i = 0; i < lines.size() && !full(); ++i, ++headerLines_) print(lines[i]);
         };
         const int width = settings_.pageWidth;
-        if (!printAll(headerOpening(header, width, readCompany(header)))) return;
-        if (!printAll(headerBody(header, width, readRequest(requestId)))) return;
+        printAll(headerOpening(header, width));
+        for (const char* field : companyFields(header)) {
+            if (full()) return;
+            printAll({companyLine(header, basic::concatText(db_.lookUp("acompanymaster", field)))});
+        }
+        if (full()) return;
+        printAll(headerBody(header, width, readRequest(requestId)));
         if (header.linesAfterHeader != 1) return;
         for (; headerLines_ < header.totalHeadCount; ++headerLines_) print("");
     });
-}
-
-Company SlipPrinter::readCompany(const HeaderSettings& header) const {
-    const auto field = [&](int setting, const char* name) {
-        return setting == 1 ? basic::concatText(db_.lookUp("acompanymaster", name)) : std::string();
-    };
-    return {field(header.companyName, "name"), field(header.address1, "Address1"), field(header.address2, "Address2"),
-            field(header.address3, "Address3")};
 }
 
 RequestFacts SlipPrinter::readRequest(std::int32_t requestId) const {
@@ -136,18 +147,22 @@ RequestFacts SlipPrinter::readRequest(std::int32_t requestId) const {
         return basic::concatText(row.value(name), module_.desktop().locale());
     };
     RequestFacts facts;
+    // clang-format off
     Recordset request = module_.openRecordset("select SRHrequestNO,SRHrequestdate,SRHremarks,a.shopname"
                                               " from mesrequesttoshopheader,ashops a where"
                                               " SRHtoShopid=a.shopid and SRHshopid=" + shop() +
                                               " and SRHrequestid=" + std::to_string(requestId));
+    // clang-format on
     facts.number = text(request, "SRHrequestNO");
     facts.date = text(request, "SRHrequestdate");
     facts.remarks = text(request, "SRHremarks");
     facts.toShop = text(request, "shopname");
     request.close();
+    // clang-format off
     Recordset sender = module_.openRecordset("select shopname, address, CityName, CountryName, telephoneno, faxno"
                                              " from ashops s, acountrymaster co, acity  ci where s.countryid = co.countryid and "
                                              " ci.cityid = s.cityid and s.shopid=" + shop());
+    // clang-format on
     facts.fromShop = text(sender, "shopname");
     facts.address = text(sender, "address");
     facts.city = text(sender, "CityName");
@@ -173,7 +188,8 @@ void SlipPrinter::FooterPrint() {
         const std::string name = user.eof() ? std::string() : basic::concatText(user.value("UserName"));
         user.close();
         const automation::Date now = module_.desktop().now();
-        print(centred(name + " - " + basic::format(now, "dd/mm/yyyy") + " " + basic::format(now, "HH:MM:SS"), width));
+        print(centred(inOneLine(name) + " - " + basic::format(now, "dd/mm/yyyy") + " " + basic::format(now, "HH:MM:SS"),
+                      width));
     });
 }
 

@@ -18,8 +18,9 @@ public:
 
     SlipPrinter(Module& module, Target target) : module_(module), target_(target) {}
 
-    /// Errors pass to the caller, after what was printed so far was handed over: missing or unreadable settings, an output
-    /// that cannot be opened, the database's own. Errors within header and footer are reported, and the slip goes on.
+    /// Errors pass to the caller, after what was printed so far was handed over: missing or unreadable settings, an
+    /// output that cannot be opened, the database's own. Errors within header and footer are reported, and the slip
+    /// goes on.
     void PrintBill(std::int32_t requestId);
 
 private:
@@ -28,8 +29,9 @@ private:
 
     std::vector<SlipLine> readLines(std::int32_t requestId);
     void addPrices(SlipLine& line, std::size_t index);
-    Company readCompany(const HeaderSettings& header) const;
     RequestFacts readRequest(std::int32_t requestId) const;
+    /// Errors name where the slip was to go.
+    void openOutput();
     void print(const std::string& text);
     std::string shop() const { return std::to_string(module_.session.shopId); }
 

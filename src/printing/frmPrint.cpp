@@ -37,7 +37,8 @@ void frmPrint::design() {
         const char* caption;
     };
     int top = kMargin + 300;
-    for (const Option& option : {Option{optScreen, "To Screen"}, {optPrint, "To Printer"}, {OptWindowsPrint, "Windows Print"}}) {
+    for (const Option& option :
+         {Option{optScreen, "To Screen"}, {optPrint, "To Printer"}, {OptWindowsPrint, "Windows Print"}}) {
         option.button.place({2 * kMargin, top, kWidth - 4 * kMargin, kOptionHeight});
         option.button.setText(option.caption);
         top += kOptionStep;
@@ -54,7 +55,7 @@ void frmPrint::design() {
 
 void frmPrint::offer() {
     toScreen_ = PrintSettings(module()).strict("printtoscreen") == 1;
-    showModal(&module().master());
+    showAfresh(&module().master());
 }
 
 void frmPrint::onLoad() {
@@ -74,11 +75,6 @@ void frmPrint::onUnload() {
     engine_.reset();
 }
 
-std::string frmPrint::selectedId() const {
-    const forms::Grid& grid = forms::touch(module().master()).flexMaster;
-    return std::string(grid.cell(grid.row(), kColId));
-}
-
 void frmPrint::accept() {
     const forms::HourGlass busy(desktop());
     if (OptWindowsPrint.value()) return WIndowsPrint();
@@ -90,54 +86,57 @@ void frmPrint::printSlip() {
     const std::string windows = module().system().windowsDirectory();
     const bool toScreen = optScreen.value();
     SlipPrinter printer(module(), toScreen ? SlipPrinter::Target::slipFile : SlipPrinter::Target::port);
-    printer.PrintBill(basic::cLng(selectedId()));
+    printer.PrintBill(module().master().currentId());
     if (toScreen) showSlipFile(windows);
 }
 
 void frmPrint::showSlipFile(const std::string& windows) {
     const std::string folder = windows.find("WINDOWS") != std::string::npos ? "\\command" : "\\system32";
+    const std::string file = "c:\\ShopReq.txt";
     try {
-        desktop().startProgram(windows + folder + "\\edit.com   c:\\ShopReq.txt", forms::WindowStyle::maximised);
+        desktop().startProgram(windows + folder + "\\edit.com", "  " + file, forms::WindowStyle::maximised);
     } catch (const automation::RunTimeError&) {
         // Later systems have no such editor, or one that they cannot run.
-        desktop().startProgram(windows + "\\notepad.exe c:\\ShopReq.txt", forms::WindowStyle::maximised);
+        desktop().startProgram(module().system().sharedWindowsDirectory() + "\\notepad.exe", file,
+                               forms::WindowStyle::maximised);
     }
 }
 
 void frmPrint::WIndowsPrint() {
     const Session& s = session();
-    const bool interDivision = s.screenId == kInterDivisionSales;
+    const RequestKind& kind = s.kind();
     const std::string shop = std::to_string(s.shopId);
     const CommonDb db = module().createCommonDb();
-    const std::string userName = basic::concatText(db.lookUp("lousers", "username", " userid=" + std::to_string(s.userId)));
+    const std::string userName =
+        basic::concatText(db.lookUp("lousers", "username", " userid=" + std::to_string(s.userId)));
 
     engine_ = module().create("Crystal.CRPE.Application");
     engine_->call("LogOnServer", "pdsodbc.dll", "admindsnv2", "adminv2", "admin", "brackmoss417");
-    report_ = engine_->call("OpenReport", module().folder() + (interDivision ? "\\reports\\rptinterdivisionsalesreq.rpt"
-                                                                              : "\\reports\\reqtoshop.rpt"))
-                  .objectPtr();
+    report_ = engine_->call("OpenReport", module().folder() + kind.report).objectPtr();
     if (!report_) automation::raise(automation::kObjectNotSet);
 
-    const std::string title = interDivision
-                                  ? std::string("Inter Divison Sales Request  ")
-                                  : "Request To Shop - " + basic::concatText(db.lookUp("ashops", "shopname", " shopid=" + shop));
+    const std::string title =
+        kind.reportTitle ? std::string(kind.reportTitle)
+                         : "Request To Shop - " + basic::concatText(db.lookUp("ashops", "shopname", " shopid=" + shop));
+    // clang-format off
     Recordset department = module().openRecordset("select departmentname,symbol from ashops a,adepartmentmaster b,acurrencymaster c where shopid=" +
                                                   shop + " and "
                                                   " a.departmentid=b.departmentid and b.depcurrencyid=c.currencyid");
-    std::vector<Value> values{title, " ", basic::cDbl(selectedId()), s.shopId, userName,
-                              basic::concatText(department.value("departmentname"))};
-    if (interDivision) values.emplace_back(basic::concatText(department.value("symbol")));
+    // clang-format on
+    std::vector<Value> values{title,    " ",      static_cast<double>(module().master().currentId()),
+                              s.shopId, userName, basic::concatText(department.value("departmentname"))};
+    if (kind.reportTitle) values.emplace_back(basic::concatText(department.value("symbol")));
     department.close();
     const automation::ObjectPtr fields = report_->get("ParameterFields").objectPtr();
     std::int32_t position = 0;
     for (const Value& value : values) fields->call("Item", ++position).object().call("SetCurrentValue", value);
 
     const automation::ObjectPtr options = report_->get("PrintWindowOptions").objectPtr();
-    for (const char* option : {"HasPrintSetupButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl", "HasExportButton"})
+    for (const char* option :
+         {"HasPrintSetupButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl", "HasExportButton"})
         options->put(option, true);
     constexpr std::int32_t kByEngine = 0;
-    report_->call("Preview", interDivision ? "Inter Divsion Sales Request" : "Goods Request To Shop", kByEngine, kByEngine,
-                  kByEngine, kByEngine, kMaximisedWindow);
+    report_->call("Preview", kind.previewTitle, kByEngine, kByEngine, kByEngine, kByEngine, kMaximisedWindow);
 }
 
 } // namespace goodsreq

@@ -18,8 +18,8 @@ public:
     forms::CommandButton cmdOK{*this, "cmdOK"};
     forms::CommandButton cmdCancel{*this, "cmdCancel"};
 
-    /// What the register's Print button does: chooses the destination by the print settings and shows the dialog for the
-    /// register's current request. Errors 13 and 6 where `printtoscreen` is missing or no number.
+    /// What the register's Print button does: chooses the destination by the print settings and shows the dialog for
+    /// the register's current request. Errors 13 and 6 where `printtoscreen` is missing or no number.
     void offer();
 
 private:
@@ -32,8 +32,6 @@ private:
     void showSlipFile(const std::string& windows);
     /// Previews the request as a report, until the dialog is closed.
     void WIndowsPrint();
-    /// Id of the register's current request, as the grid shows it.
-    std::string selectedId() const;
 
     bool toScreen_ = false; ///< the choice made before the dialog is loaded
     automation::ObjectPtr engine_;

@@ -23,14 +23,14 @@ void frmMaster::USerRights() {
     Recordset rights = module().openRecordset(
         "select functionrights from louserrights where userid = " + std::to_string(s.userId) +
         " and interfaceid = " + std::to_string(s.screenId) + " and companyid = " + std::to_string(s.companyId));
-    s.hasEveryRight = rights.eof();
-    if (!s.hasEveryRight) s.userRights = basic::concatText(rights.value("functionrights"));
+    const bool hasEveryRight = rights.eof();
+    if (!hasEveryRight) s.userRights = basic::concatText(rights.value("functionrights"));
+    s.hasEveryRight = hasEveryRight;
+    cmdnew.setEnabled(mayUse("N"));
+    CmdEdit.setEnabled(mayUse("E"));
+    CmdDelete.setEnabled(mayUse("D"));
+    cmdPrev.setEnabled(mayUse("P"));
     rights.close();
-    if (s.hasEveryRight) return;
-    cmdnew.setEnabled(fnUSerRights("N"));
-    CmdEdit.setEnabled(fnUSerRights("E"));
-    CmdDelete.setEnabled(fnUSerRights("D"));
-    cmdPrev.setEnabled(fnUSerRights("P"));
 }
 
 bool frmMaster::fnUSerRights(const std::string& letter) {
@@ -41,28 +41,38 @@ bool frmMaster::fnUSerRights(const std::string& letter) {
 
 bool frmMaster::mayUse(const std::string& letter) { return session().hasEveryRight || fnUSerRights(letter); }
 
+bool frmMaster::allowed(const std::string& letter) {
+    if (mayUse(letter)) return true;
+    module().inform("You have no right to this command.");
+    return false;
+}
+
 void frmMaster::newRequest() {
+    if (!allowed("N")) return;
     Session& s = session();
     s.editMode = "N";
     s.auditing.setLoggedTime(desktop().now());
     s.lngOtherShopID = kNoShop;
-    frmRequest& editor = forms::touch(module().request());
-    editor.txtrequestDate.setText(basic::shortDate(s.processDate, desktop().locale()));
+    const std::string date = basic::shortDate(s.processDate, desktop().locale());
+    frmRequest& editor = forms::touchAfresh(module().request());
+    editor.txtrequestDate.setText(date);
     editor.txtRemarks.setText("");
     editor.showModal(this);
 }
 
 bool frmMaster::isFinished(const std::string& idColumn) {
     return isTrue(db_.lookUp("mesrequesttoshopheader", "SRHTransfinished",
-                             idColumn + "=" + current(kColId) + " and srhshopid=" + std::to_string(session().shopId)));
+                             idColumn + "=" + std::to_string(currentId()) +
+                                 " and srhshopid=" + std::to_string(session().shopId)));
 }
 
 void frmMaster::editRequest() {
+    if (!allowed("E")) return;
     if (!hasCurrentRequest()) return module().inform("Request not selected ");
     Session& s = session();
     s.auditing.setLoggedTime(desktop().now());
     s.editMode = "E";
-    requestId = basic::cLng(basic::val(current(kColId)));
+    requestId = currentId();
     s.lngOtherShopID = basic::cInt(basic::val(current(kColShopId)));
 
     const bool cancelled = current(kColCancelled) == "Yes";
@@ -71,24 +81,20 @@ void frmMaster::editRequest() {
         module().inform("Request is confirmed, You can't edit");
         editable = false;
     }
-    frmRequest& editor = forms::touch(module().request());
+    frmRequest& editor = forms::touchAfresh(module().request());
     editor.cmdOk.setEnabled(editable);
-    try {
-        editor.cmdOk.setEnabled(!isFinished("SRHrequestid") && !cancelled);
-    } catch (...) {
-        // Left loaded, the lines of this request would stand there for the next one that is opened.
-        editor.cmdOk.setEnabled(false); // Nothing was entered, so nothing is asked.
-        editor.unload();
-        throw;
-    }
+    editor.cmdOk.setEnabled(!isFinished("SRHrequestid") && !cancelled);
     editor.txtRequestNo.setText(current(kColNumber));
     editor.txtrequestDate.setText(current(kColDate));
+    editor.txtrequestDate.setLocked(true); // an update does not write it, so there is nothing to stop for
+    editor.txtrequestDate.setTabStop(false);
     editor.txtRemarks.setText(current(kColRemarks));
     editor.cboShop.setEnabled(false);
     editor.showModal(this);
 }
 
 void frmMaster::deleteRequest() {
+    if (!allowed("D")) return;
     Session& s = session();
     const std::string shop = std::to_string(s.shopId);
     const std::string userName = basic::trim(
@@ -101,43 +107,64 @@ void frmMaster::deleteRequest() {
     if (!used.empty() && basic::cBool(used)) return module().inform("Entry Processed,Cannot Delete");
     if (isFinished("srhrequestid")) return module().inform("Transaction confirmed as finished, Cannot Delete");
 
+    // What the user is asked about is what is deleted, whatever becomes of the grid meanwhile.
     const int row = flexMaster.row();
-    requestId = basic::cLng(basic::val(current(kColId)));
+    const std::string id = current(kColId);
+    const std::string number = current(kColNumber);
+    requestId = currentId();
     s.auditing.setLoggedTime(desktop().now());
     // Plain calls and no scope: a failure between begin and commit leaves the transaction to the connection's owner.
     const Connection connection = module().connection();
     connection.beginTrans();
-    if (current(kColId).empty()) return;
-    if (!module().confirm("Are you sure you want to Delete  - " + current(kColNumber) + " ?",
-                          forms::MessageIcon::critical)) {
+    if (id.empty()) return;
+    if (!module().confirm("Are you sure you want to Delete  - " + number + " ?", forms::MessageIcon::critical)) {
         connection.rollbackTrans();
         return;
     }
-    forms::touch(module().cancelReason()).showModal(this);
+    s.cancelReason.clear();
+    module().cancelReason().showAfresh(this);
 
-    s.selectedRequestId = basic::cLng(basic::val(current(kColId)));
+    s.selectedRequestId = requestId;
     Recordset header = module().openRecordset("select * from  mesRequesttoShopHeader "
                                               "where SRHshopid=" +
                                                   shop + " and sRHrequestID  = " + std::to_string(s.selectedRequestId),
                                               Cursor::keyset, Lock::optimistic);
     if (!header.eof()) {
+        // Somebody else may have been quicker while the user was asked.
+        const char* refusal = isTrue(header.value("SRHcancelled")) ? "Record already deleted "
+                              : isTrue(header.value("srhused"))    ? "Entry Processed,Cannot Delete"
+                              : isTrue(header.value("srhTransfinished"))
+                                  ? "Transaction confirmed as finished, Cannot Delete"
+                                  : nullptr;
+        if (refusal) {
+            header.close();
+            connection.rollbackTrans();
+            module().inform(refusal);
+            return updateDeletedRow(row);
+        }
         header.set("SRHcancelled", std::int16_t{1});
         header.set("srhcancelledRemarks", basic::left(userName, kLongestName) + ":" +
                                               basic::left(basic::trim(s.cancelReason), kLongestReason));
         header.update();
     }
     header.close();
-    s.auditing.SaveUserAuditingInfo(current(kColId), current(kColNumber), "D");
+    s.auditing.SaveUserAuditingInfo(id, number, "D");
     connection.commitTrans();
-    s.editMode = "E";
-    UpdateEditedRow(module(), flexMaster, listQuery, " srhrequestid =" + std::to_string(s.selectedRequestId));
+    updateDeletedRow(row);
+}
+
+void frmMaster::updateDeletedRow(int row) {
+    session().editMode = "E";
+    flexMaster.selectRow(row);
+    UpdateEditedRow(module(), flexMaster, listQuery, " srhrequestid =" + std::to_string(session().selectedRequestId));
     colourCancelledRows();
     flexMaster.selectRow(row);
     enableRowCommands();
 }
 
 void frmMaster::refreshRequest() {
-    const std::string id = current(kColId);
+    if (!allowed("E")) return;
+    const std::string id = std::to_string(currentId());
     const std::string shop = std::to_string(session().shopId);
     const Connection connection = module().connection();
     connection.execute("update mesrequesttoshopheader set SRHcancelled=SRHcancelled where "

@@ -35,10 +35,10 @@ void frmMaster::readSettings() {
     s.userName =
         shown(db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username"));
     s.fromDate = fnPopulateDate();
-    s.blnIntegerQuantity = basic::cBool(db_.lookUp("aPAckageSettings", "IntegerQuantity"));
+    s.blnIntegerQuantity = isTrue(db_.lookUp("aPAckageSettings", "IntegerQuantity"));
     s.aliasInUse = isTrue(db_.lookUp("apackagesettings", "alias"));
     if (s.aliasInUse) s.alias = shown(db_.lookUp("aalias", "Alias", "aliasid =1"));
-    s.preserveItemDetails = basic::cBool(db_.lookUp("aShops", "PreserveItemDetails", "ShopId = " + shop));
+    s.preserveItemDetails = isTrue(db_.lookUp("aShops", "PreserveItemDetails", "ShopId = " + shop));
 }
 
 automation::Date frmMaster::fnPopulateDate() {
@@ -61,14 +61,27 @@ std::string frmMaster::buildListQuery() const {
            " shopid from "
            "mesRequesttoShopHeader,ashops"
            " where mesrequesttoshopheader.srhtoShopid=ashops.shopid and "
-           " srhrequestdate >='" +
-           basic::format(s.fromDate, "yyyymmdd") + "' and srhShopid=" + std::to_string(s.shopId) +
-           (s.screenId == kInterDivisionSales ? " and srhtype ='s' order by sRHrequestID"
-                                              : " and srhtype ='r' order by sRHrequestID ");
+           " srhrequestdate >=" +
+           quoted(basic::format(s.fromDate, "yyyymmdd")) + " and srhShopid=" + std::to_string(s.shopId) +
+           s.kind().listed;
 }
 
+// A fault of the headers or of the user's own layout costs neither the rows nor what comes after them.
 void frmMaster::GridPopulate(const std::string& query, const std::string& tableExpression) {
     const forms::HourGlass busy(desktop());
+    std::vector<int> widths;
+    trap("GridPopulate", [&] { fillRows(query, widths); });
+    if (widths.empty()) return;
+    trap("GridPopulate", [&] { fillHeaders(tableExpression, widths); });
+    trap("GridPopulate", [&] { setWidths(widths); });
+    trap("GridPopulate", [this] {
+        GridSettings(module().create("MasterGridSetting.clsMasterGridSetting"))
+            .fnGridSettings(session().userId, session().companyId, flexMaster, session().connection);
+    });
+    trap("GridPopulate", [this] { flexMaster.selectRow(1); });
+}
+
+void frmMaster::fillRows(const std::string& query, std::vector<int>& widths) {
     flexMaster.clear();
     flexMaster.setFixedRows(1);
     flexMaster.setFixedCols(0);
@@ -79,21 +92,21 @@ void frmMaster::GridPopulate(const std::string& query, const std::string& tableE
     Recordset records = module().openRecordset(query);
     const std::vector<Field> fields = records.fields();
     flexMaster.setCols(static_cast<int>(fields.size()));
-    std::vector<int> widths(fields.size());
+    std::vector<int> longest(fields.size());
     std::vector<forms::RowText> rows;
     std::vector<std::string> row(fields.size());
     for (; !records.eof(); records.moveNext()) {
         for (std::size_t col = 0; col < fields.size(); ++col) {
             row[col] = trimmed(shown(fields[col].value()));
             // A text has no more characters than bytes, so few have to be counted.
-            if (row[col].size() > static_cast<std::size_t>(widths[col]))
-                widths[col] = std::max(widths[col], basic::len(row[col]));
+            if (row[col].size() > static_cast<std::size_t>(longest[col]))
+                longest[col] = std::max(longest[col], basic::len(row[col]));
         }
         rows.emplace_back(row);
     }
     if (!rows.empty()) flexMaster.setDataRows(std::move(rows));
     colourCancelledRows();
-    setHeadersAndWidths(tableExpression, std::move(widths));
+    widths = std::move(longest);
     records.close();
 }
 
@@ -103,7 +116,7 @@ void frmMaster::colourCancelledRows() {
             flexMaster.setRowColour(row, kRed);
 }
 
-void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vector<int> widths) {
+void frmMaster::fillHeaders(const std::string& tableExpression, std::vector<int>& widths) {
     cboColNames.clear();
     cboSearch.clear();
     const Session& s = session();
@@ -115,9 +128,8 @@ void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vec
     Recordset headers = module().openRecordset("select " + header +
                                                ",tc.columnname from atables t,"
                                                "atablecolumns tc where t.tableid = tc.tableid and "
-                                               "tablename ='" +
-                                               tableExpression + "'");
-    const int cols = flexMaster.cols();
+                                               "tablename =" +
+                                               quoted(tableExpression));
     if (!headers.eof()) {
         const std::vector<Field> fields = headers.fields();
         headers.moveNext(); // the hidden id column's
@@ -126,20 +138,22 @@ void frmMaster::setHeadersAndWidths(const std::string& tableExpression, std::vec
             flexMaster.setCell(0, col, text);
             cboColNames.addItem(text, col);
             cboSearch.addItem(text, col);
-            widths[col] = std::max(widths[col], basic::len(text));
+            int& width = widths.at(static_cast<std::size_t>(col)); // the grid may be another by now
+            width = std::max(width, basic::len(text));
         }
     }
     headers.close();
-    for (int col = 0; col < cols; ++col) {
-        int width = widths[col] * kTwipsPerCharacter;
+}
+
+void frmMaster::setWidths(const std::vector<int>& widths) {
+    for (int col = 0; col < flexMaster.cols(); ++col) {
+        int width = std::min(widths.at(static_cast<std::size_t>(col)), forms::kFarthestTwips / kTwipsPerCharacter) *
+                    kTwipsPerCharacter;
         if (col == kColId || col == kColShopId) width = 0;
         if (col == kColRemarks) width = std::min(width, kWidestRemarks);
         flexMaster.setColWidth(col, width);
     }
     fillWidth();
-    GridSettings(module().create("MasterGridSetting.clsMasterGridSetting"))
-        .fnGridSettings(s.userId, s.companyId, flexMaster, s.connection);
-    flexMaster.selectRow(1);
 }
 
 // Widens the visible columns alike until they fill the grid; the remarks only as far as they may go.
@@ -168,18 +182,31 @@ void frmMaster::sortByChosenColumn() {
     const bool numeric = basic::isNumeric(flexMaster.cell(flexMaster.row(), column));
     using forms::SortOrder;
     if (optAscend.value())
-        flexMaster.sort(column, numeric ? SortOrder::genericAscending : SortOrder::stringAscending);
+        sort(column, numeric ? SortOrder::genericAscending : SortOrder::stringAscending);
     else
-        flexMaster.sort(column, numeric ? SortOrder::genericDescending : SortOrder::stringDescending);
-    enableRowCommands(); // The current row's number now belongs to another request.
+        sort(column, numeric ? SortOrder::genericDescending : SortOrder::stringDescending);
+}
+
+// The selection stays on its request.
+void frmMaster::sort(int column, forms::SortOrder order) {
+    const std::string id = current(kColId);
+    flexMaster.sort(column, order);
+    if (current(kColId) == id) return enableRowCommands(); // sorted so before, as at each key of a search
+    int row = flexMaster.fixedRows();
+    while (row < flexMaster.rows() && flexMaster.cell(row, kColId) != id) ++row;
+    if (row < flexMaster.rows()) {
+        flexMaster.selectRow(row);
+        flexMaster.setTopRow(row);
+    }
+    enableRowCommands();
 }
 
 void frmMaster::search() {
     const std::string sought = basic::trim(txtsearch.text());
     if (!cboSearch.hasSelection() || sought.empty()) return;
     const int column = cboSearch.selectedData();
-    flexMaster.sort(column, forms::SortOrder::stringAscending);
-    enableRowCommands();
+    sort(column, forms::SortOrder::stringAscending);
+    cboColNames.setListIndex(-1); // it may name another order
 
     const int length = basic::len(txtsearch.text());
     const bool numeric = basic::isNumeric(flexMaster.cell(1, column));

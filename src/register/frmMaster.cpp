@@ -1,5 +1,6 @@
 #include "register/frmMaster.h"
 
+#include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "printing/frmPrint.h"
 
@@ -53,7 +54,11 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     cmdnew.onClick = [this] { trap("cmdnew_Click ", [this] { newRequest(); }); };
     CmdEdit.onClick = [this] { trap("CmdEdit_Click ", [this] { editRequest(); }); };
     CmdDelete.onClick = [this] { trap("CmdDelete_Click ", [this] { deleteRequest(); }); };
-    cmdPrev.onClick = [this] { trap("cmdPrev_Click", [this] { this->module().print().offer(); }); };
+    cmdPrev.onClick = [this] {
+        trap("cmdPrev_Click", [this] {
+            if (allowed("P")) this->module().print().offer();
+        });
+    };
     CmdClose.onClick = [this] { unload(); };
 }
 
@@ -98,21 +103,29 @@ void frmMaster::design() {
 }
 
 void frmMaster::onLoad() {
-    trap("Form_Load ", [this] {
-        Session& s = session();
-        // A load that fails before it has read the rights leaves none, least of all an earlier user's.
-        s.userRights.clear();
-        s.hasEveryRight = false;
+    Session& s = session();
+    // A load that fails before it has read the rights leaves none, least of all an earlier user's; nor does it leave
+    // the services of an earlier session.
+    s.userRights.clear();
+    s.hasEveryRight = false;
+    for (forms::CommandButton* command : {&cmdnew, &CmdEdit, &CmdDelete, &cmdPrev}) command->setEnabled(false);
+    s.formColour = {};
+    s.auditing = {};
+    s.userName.clear();
+    s.blnIntegerQuantity = s.aliasInUse = s.preserveItemDetails = false;
+    db_ = {};
+    listQuery.clear();
+    setCaption(s.kind().registerCaption);
+    trap("Form_Load ", [&] {
         db_ = CommonDb(module().create("CommonModule.clscommonDB"), s.connection);
         s.formColour = FormColour(module().create("Formcolor.clsFormcolor"));
         s.formColour.Applyformcolor(*this);
         s.auditing = UserAuditing(module().create("PosUserAuditing.clsUserAuditing"));
         s.auditing.OpenObject(s.connection, s.companyId, s.shopId, s.userId, s.screenId, desktop().now());
         readSettings();
-        setCaption(s.screenId == kInterDivisionSales ? "Inter Division Sales Request" : "Goods Request To Shop");
         listQuery = buildListQuery();
         GridPopulate(listQuery, "mesRequesttoShopHeader,ashops");
-        USerRights();
+        trap("USerRights", [this] { USerRights(); });
     });
 }
 
@@ -120,12 +133,12 @@ void frmMaster::onActivate() {
     trap("Form_Activate ", [this] {
         Session& s = session();
         s.aliasInUse = isTrue(db_.lookUp("apackagesettings", "alias"));
-        if (s.aliasInUse && s.screenId != kInterDivisionSales) {
+        if (s.aliasInUse && s.kind().namesTheShop) {
             s.alias = shown(db_.lookUp("aalias", "Alias", "aliasid =1"));
             setCaption("Goods Request To " + s.alias);
         }
-        enableRowCommands();
     });
+    trap("Form_Activate ", [this] { enableRowCommands(); });
 }
 
 std::string frmMaster::current(RegisterColumn column) const {
@@ -133,6 +146,8 @@ std::string frmMaster::current(RegisterColumn column) const {
                ? std::string()
                : std::string(flexMaster.cell(flexMaster.row(), column));
 }
+
+std::int32_t frmMaster::currentId() const { return basic::cLng(flexMaster.cell(flexMaster.row(), kColId)); }
 
 void frmMaster::enableRowCommands() {
     const bool hasRequest = hasCurrentRequest();

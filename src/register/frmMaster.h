@@ -47,6 +47,8 @@ public:
 
     /// Whether the user has the right: "N" new, "E" edit, "D" delete, "P" print. A rights text of "ADMIN" grants none.
     bool fnUSerRights(const std::string& letter);
+    /// Id of the request in the current row. Error 13 where that is none.
+    std::int32_t currentId() const;
 
 private:
     void design() override;
@@ -58,15 +60,22 @@ private:
     std::string buildListQuery() const;
     void USerRights();
     bool mayUse(const std::string& letter);
+    /// The same at the beginning of a command; tells the user where it is refused.
+    bool allowed(const std::string& letter);
     void enableRowCommands();
 
     void GridPopulate(const std::string& query, const std::string& tableExpression);
+    /// `widths` gets each column's width in characters.
+    void fillRows(const std::string& query, std::vector<int>& widths);
     void colourCancelledRows();
-    void setHeadersAndWidths(const std::string& tableExpression, std::vector<int> widths);
+    /// Makes room in `widths` for the headers.
+    void fillHeaders(const std::string& tableExpression, std::vector<int>& widths);
+    void setWidths(const std::vector<int>& widths);
     void fillWidth();
 
     void sortByChosenColumn();
     void search();
+    void sort(int column, forms::SortOrder order);
     void showCellUnderPointer();
     void showMenu(const forms::MouseEvent& event);
     void refreshRequest();
@@ -77,6 +86,8 @@ private:
     void deleteRequest();
     /// Whether the request in the current row is confirmed as finished, read fresh.
     bool isFinished(const std::string& idColumn);
+    /// Brings the row of the request that was deleted, or could not be, up to date.
+    void updateDeletedRow(int row);
 
     std::string current(RegisterColumn column) const;
     bool hasCurrentRequest() const { return !current(kColId).empty(); }

@@ -6,6 +6,8 @@
 #include "register/frmMaster.h"
 #include "request/frmRequest.h"
 
+#include <algorithm>
+
 namespace goodsreq {
 namespace {
 
@@ -15,6 +17,7 @@ constexpr const char* kQuantityFormat = "#0.000";
 
 void frmRequest::loadLines() {
     requestId_ = module().master().requestId;
+    // clang-format off
     Recordset lines = module().openRecordset(
         "select a.srditemid, a.srdgoodqty, a.srdbadQty, "
         " a.srdSellingprice, c.ItemDescription, u.UnitCode "
@@ -23,6 +26,7 @@ void frmRequest::loadLines() {
         " and c.itemid = b.itemid "
         " and b.UnitsID = u.UnitId"
         " and a.srdrequestid = " + std::to_string(requestId_) + shopCondition(" and srdshopid = "));
+    // clang-format on
     if (!lines.eof()) {
         const Field item = lines.field("srdItemId");
         const Field good = lines.field("srdgoodqty");
@@ -44,15 +48,14 @@ void frmRequest::loadLines() {
     // Not before: while rows are still being read, the server would need another connection for each look-up.
     for (int i = 1; i <= lvwrequest.count(); ++i) {
         forms::ListItem& line = lvwrequest.item(i);
-        line.setSubItem(kLineItemCode,
-                        basic::concatText(db_.lookUp("aitem", "itemcode", "itemid=" + line.subItem(kLineItemId))));
+        line.setSubItem(kLineItemCode, basic::concatText(db_.lookUp("aitem", "itemcode",
+                                                                    "itemid=" + idText(line.subItem(kLineItemId)))));
     }
     // A line whose item has left the master tables is not among them; a save would drop it for good.
-    const automation::Value stored = module()
-                                         .openRecordset("select count(*) from mesRequesttoShopdetail where srdrequestid = " +
-                                                        std::to_string(requestId_) + shopCondition(" and srdshopid = "))
-                                         .value(0);
-    linesComplete_ = basic::cLng(stored) == lvwrequest.count();
+    const Recordset stored = module().openRecordset(
+        "select count(*) from mesRequesttoShopdetail where srdrequestid = " + std::to_string(requestId_) +
+        shopCondition(" and srdshopid = "));
+    linesComplete_ = basic::cLng(stored.value(0)) == lvwrequest.count();
     if (lvwrequest.count() > 0) lvwrequest.select(1);
 }
 
@@ -60,24 +63,26 @@ void frmRequest::addLine() {
     if (!cmdOk.enabled()) return;
     session().strLineMode = "N";
     CurrentLineIndex = basic::cInt(std::int32_t{lvwrequest.count()});
-    module().requestDetail().showModal(this);
+    module().requestDetail().showAfresh(this);
 }
 
 void frmRequest::editLine() {
     if (!cmdOk.enabled() || HasNoQuantities(false)) return;
     session().strLineMode = "E";
     CurrentLineIndex = basic::cInt(std::int32_t{lvwrequest.selectedIndex()});
-    module().requestDetail().EnableOrDisableNavigationButtons();
-    module().requestDetail().showModal(this);
+    frmRequestDetail& lineEntry = forms::touchAfresh(module().requestDetail());
+    lineEntry.EnableOrDisableNavigationButtons();
+    lineEntry.showModal(this);
 }
 
 void frmRequest::deleteLine() {
     if (!cmdOk.enabled() || HasNoQuantities(false)) return;
     const forms::ListItem* line = lvwrequest.selectedItem();
     if (!line || !module().confirm("Are you sure you want to delete \r" + line->subItem(kLineItemName))) return;
-    lvwrequest.remove(lvwrequest.selectedIndex());
+    const int row = lvwrequest.selectedIndex();
+    lvwrequest.remove(row);
     for (int i = 1; i <= lvwrequest.count(); ++i) lvwrequest.item(i).setText(std::to_string(i));
-    if (lvwrequest.count() > 0) lvwrequest.select(1);
+    if (lvwrequest.count() > 0) lvwrequest.select(std::min(row, lvwrequest.count()));
 }
 
 void frmRequest::showLineMenu() {
@@ -117,6 +122,7 @@ bool frmRequest::PresentInCurrentShop(std::int32_t itemId, bool wantMessage) {
 
 void frmRequest::FillReorderSuggestions() {
     trap("FillReorderSuggestions", [this] {
+        // clang-format off
         Recordset items = module().openRecordset(
             "select  sd.itemid, sd.ItemReorderLevel,"
             " sd.ReorderQuantity, b.ItemDescription, u.UnitCode "
@@ -129,6 +135,7 @@ void frmRequest::FillReorderSuggestions() {
                 " and b.itemcategoryid in (select itemcategoryid from ashopitemcategory  "
                 " where shopid = " + std::to_string(session().lngOtherShopID) + ")",
             Cursor::keyset, Lock::optimistic);
+        // clang-format on
         if (!items.eof()) {
             const Field description = items.field("itemdescription");
             const Field quantity = items.field("reorderquantity");

@@ -1,6 +1,8 @@
 #include "request/frmRequest.h"
 
 #include "basic/Conversion.h"
+#include "basic/DateText.h"
+#include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "register/frmMaster.h"
 
@@ -38,14 +40,20 @@ frmRequest::frmRequest(Module& module) : ModuleForm(module, "frmRequest") {
     mnuCancel = {"mnuCancel", "&Cancel", true, [] {}};
     mnulist = {"mnulist", {&mnuAdd, &mnuEdit, &mnudel, &mnuCancel}};
 
-    for (forms::Control* box : std::initializer_list<forms::Control*>{&txtRequestNo, &txtrequestDate, &cboShop, &chkTransFinished})
+    for (forms::Control* box :
+         std::initializer_list<forms::Control*>{&txtRequestNo, &txtrequestDate, &cboShop, &chkTransFinished})
         box->onKeyPress = enterMovesOn();
     txtRemarks.onKeyPress = [this](std::int16_t& character) {
         EnterToTab(this->module(), character);
         if (character == forms::kKeyReturn) character = 0; // the box has several lines; Ctrl+Enter breaks one
     };
-    for (forms::TextBox* box : {&txtRequestNo, &txtrequestDate, &txtRemarks})
-        box->onGotFocus = selectsItsText();
+    for (forms::TextBox* box : {&txtRequestNo, &txtrequestDate}) box->onGotFocus = selectsItsText();
+    txtRemarks.onGotFocus = [this] { txtRemarks.select(basic::len(txtRemarks.text()), 0); };
+    txtrequestDate.onLostFocus = [this] {
+        trap("txtrequestDate_LostFocus", [this] {
+            if (headedFor() != &cmdCancel && !dateRead()) txtrequestDate.setFocus();
+        });
+    };
 
     cboShop.onGotFocus = [this] { cboShop.setTag(cboShop.text()); };
     cboShop.onClick = [this] { trap("cboShop_Click ", [this] { shopChosen(); }); };
@@ -122,6 +130,10 @@ void frmRequest::design() {
 void frmRequest::onLoad() {
     requestId_ = 0;
     linesComplete_ = isNew();
+    remembered_ = closingFailed_ = false;
+    sent_.reset();
+    db_ = {};
+    gen_ = {};
     trap("Form_Load ", [this] {
         justLoaded_ = true;
         priceValue_ = 0;
@@ -129,12 +141,11 @@ void frmRequest::onLoad() {
         gen_ = CommonGen(module().create("CommonModule.clsCommonGen"));
         db_ = module().createCommonDb();
         s.formColour.Applyformcolor(*this);
-        if (s.screenId == kGoodsRequestToShop) lvwrequest.setColumnWidth(kLinePrice + 1, 0);
-        setCaption(s.screenId == kGoodsRequestToShop ? "Goods Request To Shop" : "Inter Division Sales Request");
+        setCaption(s.kind().editorCaption);
+        if (s.kind().hidesPriceColumn) lvwrequest.setColumnWidth(kLinePrice + 1, 0);
         // Read as the suite's other editors do; nothing here goes by the kind of shop.
         db_.lookUp("ashops", "substring(futurevarchar,1,1)", shopCondition("ShopID="));
         fillShops();
-        if (s.screenId == kInterDivisionSales) lvwrequest.setColumnWidth(kLinePrice + 1, 0);
         LoadListViewLayout(module(), name(), lvwrequest, kLayoutKey);
         lvwrequest.setTag("Loaded");
         if (!isNew()) {
@@ -147,8 +158,8 @@ void frmRequest::onLoad() {
 void frmRequest::fillShops() {
     db_.populateComboorList("aShops s, ashopitemcategory ic", cboShop, "distinct s.shopid", "s.shopname",
                             " ic.shopid = s.shopid  and ic.itemcategoryid in "
-                            "(select itemcategoryid from ashopitemcategory where shopid=" + shopCondition("") + ")" +
-                                shopCondition(" and s.shopid<>") + " and s.ActiveShop=1");
+                            "(select itemcategoryid from ashopitemcategory where shopid=" +
+                                shopCondition("") + ")" + shopCondition(" and s.shopid<>") + " and s.ActiveShop=1");
 }
 
 void frmRequest::onActivate() {
@@ -161,26 +172,45 @@ void frmRequest::onActivate() {
         if (!justLoaded_) return;
         justLoaded_ = false;
         if (!linesComplete_) cmdOk.setEnabled(false);
-        if (!isNew()) openForEditing();
+        if (isNew())
+            cboShop.setFocus();
+        else
+            openForEditing();
         s.auditing.SaveInToTag(*this);
+        remembered_ = true;
+        if (!linesComplete_)
+            module().inform("Not all lines of this request could be read. It can be looked at, but not changed.");
     });
 }
 
 void frmRequest::openForEditing() {
-    gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
-    const forms::Grid& grid = module().master().flexMaster;
     // A request of which nobody can tell that it may be changed is only looked at.
     const bool editable = cmdOk.enabled();
     cmdOk.setEnabled(false);
-    const std::string condition = " srhRequestid=" + std::string(grid.cell(grid.row(), kColId)) +
-                                  shopCondition(" and srhshopid=");
+    gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
+    const std::string condition =
+        " srhRequestid=" + std::to_string(module().master().currentId()) + shopCondition(" and srhshopid=");
     const bool used = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition));
     const bool finished = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition));
     if (finished) {
         chkTransFinished.setEnabled(false);
         chkTransFinished.setValue(1);
     }
-    cmdOk.setEnabled(editable && !used && !finished);
+    const bool changes = editable && !used && !finished;
+    cmdOk.setEnabled(changes);
+    txtRemarks.setLocked(!changes);
+    if (!changes) chkTransFinished.setEnabled(false);
+}
+
+bool frmRequest::dateRead() {
+    const basic::Locale& locale = desktop().locale();
+    const std::string& text = txtrequestDate.text();
+    // A number alone, or a time, would be a day long ago.
+    const auto date = basic::isNumeric(text) ? std::nullopt : basic::parseDate(text, locale);
+    if (txtrequestDate.locked() || (date && date->days >= 1)) return true;
+    module().inform("\"" + text + "\" is no date. Enter the day of the request, such as " +
+                    basic::shortDate(session().processDate, locale) + ".");
+    return false;
 }
 
 void frmRequest::shopChosen() {
@@ -190,20 +220,42 @@ void frmRequest::shopChosen() {
     if (chosen == s.lngOtherShopID) return;
     if (s.lngOtherShopID != kNoShop && lvwrequest.count() > 0) {
         if (!module().confirm("Already entered data will be cleared. Do you want to change shop?")) {
-            gen_.SelectComboItemByValue(cboShop, s.lngOtherShopID);
+            selectShop(s.lngOtherShopID);
             return;
         }
         lvwrequest.clear();
-        if (Recordset shared(std::move(s.itemRecordset)); shared.isOpen()) shared.close();
-        s.itemRecordset = nullptr;
     }
     s.lngOtherShopID = chosen;
 }
 
+// The box never stays on another shop than the one in force.
+void frmRequest::selectShop(std::int32_t shopId) {
+    try {
+        gen_.SelectComboItemByValue(cboShop, shopId);
+    } catch (...) {
+        for (int i = 0; i < cboShop.listCount(); ++i)
+            if (cboShop.itemData(i) == shopId) cboShop.setListIndex(i);
+        throw;
+    }
+}
+
+std::optional<bool> frmRequest::changed() {
+    if (lvwrequest.tag() == "C" || !remembered_) return true;
+    std::optional<bool> differs;
+    trap("Form_QueryUnload", [&] { differs = session().auditing.DataChanged(*this); });
+    return differs;
+}
+
 void frmRequest::onQueryUnload(bool& cancel, forms::CloseReason) {
+    if (!cmdOk.enabled()) return;
+    const std::optional<bool> known = changed();
+    if (!known && !closingFailed_) {
+        closingFailed_ = true; // whether anything is lost is not known; the next time the user decides
+        cancel = true;
+        return;
+    }
+    if (known == false) return;
     const bool asked = trap("Form_QueryUnload", [&] {
-        if (!cmdOk.enabled()) return;
-        if (lvwrequest.tag() != "C" && !session().auditing.DataChanged(*this)) return;
         const forms::Answer answer =
             module().ask({"Save Changes?", session().messageBoxCaption, forms::MessageIcon::question,
                           forms::MessageButtons::yesNoCancel, forms::Answer::yes});
@@ -213,7 +265,7 @@ void frmRequest::onQueryUnload(bool& cancel, forms::CloseReason) {
             cancel = loaded(); // a save that went through has unloaded the editor
         }
     });
-    if (!asked) cancel = true; // whether anything is lost is not known
+    if (!asked) cancel = true;
 }
 
 } // namespace goodsreq

@@ -7,6 +7,9 @@
 #include "forms/ListView.h"
 #include "forms/TextBox.h"
 
+#include <optional>
+#include <string>
+
 namespace goodsreq {
 
 /// Sub-items of a request line in `lvwrequest`; the line's own text is its serial number.
@@ -42,12 +45,13 @@ public:
     /// Row that line entry is at: for a new line the number of lines at its opening, for a change the line's number.
     std::int16_t CurrentLineIndex = 0;
 
-    /// True when the list holds no line; with `checkQuantities` also when no line has good plus bad quantity above zero.
+    /// True when the list holds no line; with `checkQuantities` also when no line has good plus bad quantity above
+    /// zero.
     bool HasNoQuantities(bool checkQuantities) const;
     /// Whether the supplying shop carries the item; says so when it does not and a message is asked for.
     bool PresentInCurrentShop(std::int32_t itemId, bool wantMessage);
-    /// Appends a line for each item whose reorder level exceeds the shop's whole stock. No command of the screen runs it;
-    /// it serves other screens of the suite's build.
+    /// Appends a line for each item whose reorder level exceeds the shop's whole stock. No command of the screen runs
+    /// it; it serves other screens of the suite's build.
     void FillReorderSuggestions();
 
 private:
@@ -60,9 +64,12 @@ private:
     void fillShops();
     void openForEditing();
     void shopChosen();
+    void selectShop(std::int32_t shopId);
+    /// Whether the date box holds a date; says so where it does not.
+    bool dateRead();
     bool isNew() const { return session().editMode == "N"; }
-    /// The two kinds of request that this editor stores.
-    bool storesRequests() const;
+    /// Whether something was entered that closing would lose; nothing where that cannot be told.
+    std::optional<bool> changed();
 
     // Lines.
     void loadLines();
@@ -75,10 +82,24 @@ private:
     // Saving.
     void save();
     bool validated();
+    /// Why a request is not stored.
+    struct Refusal {
+        std::string message;
+        forms::Control* toMend = nullptr; ///< what the user can mend it in; none where it is final
+    };
+    /// Stores the request in one transaction. False where it is refused; the user was told then.
+    bool store();
+    /// The part of it within the transaction.
+    std::optional<Refusal> write();
+    /// The remarks that the header's column cannot hold.
+    std::optional<Refusal> tooLong(const Recordset& header);
+    bool liesBeforeTheRegister();
     bool RequestNoExists();
+    /// After a commit whose outcome nobody knows: whether the request of that number is this one.
+    bool storedBefore();
     std::string makeRequestNo();
-    void SaveNewRequest();
-    void UpdateRequest(std::int16_t id);
+    std::optional<Refusal> SaveNewRequest();
+    std::optional<Refusal> UpdateRequest(std::int16_t id);
     void writeLines(std::int32_t id);
     std::string userName();
 
@@ -89,7 +110,17 @@ private:
     bool justLoaded_ = false;    ///< until the first activation
     bool linesComplete_ = false; ///< a save would delete the lines that could not be loaded
     bool saving_ = false;        ///< a second OK meanwhile is ignored
+    bool remembered_ = false;    ///< the auditing service knows what the boxes held at first
+    bool closingFailed_ = false; ///< once the editor could not be closed, as nobody could tell what had changed
     double priceValue_ = 0;      ///< selling price of each line of a plain shop request
+    /// What a save sent of which nobody may have heard whether it went through.
+    struct Sent {
+        automation::Value time; ///< the server's
+        std::string user;
+        std::int32_t toShop = 0;
+        std::int32_t lines = 0;
+    };
+    std::optional<Sent> sent_;
     std::int32_t requestId_ = 0; ///< 0 until lines are loaded or a new request is stored
 };
 

@@ -21,12 +21,12 @@ constexpr int kButtonHeight = 390;
 
 frmscanBc::frmscanBc(Module& module) : ModuleForm(module, "frmscanBc") {
     txtBarcode.onKeyPress = [this](std::int16_t& character) {
-        trap("txtBarcode_KeyPress ", [&] {
-            if (character == '\'') character = 0;
-            if (character != forms::kKeyReturn) return;
-            character = 0; // a box of one line would beep
-            if (!txtBarcode.text().empty()) resolve();
-        });
+        if (character == '\'') character = 0;
+        if (character != forms::kKeyReturn) return;
+        character = 0; // a box of one line would beep
+        if (txtBarcode.text().empty()) return;
+        // A code that could not be looked up gives way to the next scan.
+        if (!trap("txtBarcode_KeyPress ", [this] { resolve(); })) txtBarcode.selectAll();
     };
     keepApostrophesOut(txtBarcode);
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
@@ -46,6 +46,8 @@ void frmscanBc::design() {
 }
 
 void frmscanBc::onLoad() {
+    db_ = {};
+    gen_ = {};
     trap("Form_Load ", [this] {
         db_ = module().createCommonDb();
         gen_ = CommonGen(module().create("CommonModule.clsCommongen"));
@@ -56,7 +58,7 @@ void frmscanBc::onLoad() {
 // Line entry asks more of a code: the shop's kind, active items and packings, and that both shops carry the item.
 void frmscanBc::resolve() {
     const std::string code = txtBarcode.text();
-    if (itemOf("select itemid from aitempackingdetail where packingbarcode='" + code + "'")) return finish(code, 0);
+    if (itemOf("select itemid from aitempackingdetail where packingbarcode=" + quoted(code))) return finish(code, 0);
     if (basic::isNumeric(code)) {
         const auto item =
             itemOf("select itemid from ashopitemDetail ai "
@@ -65,7 +67,7 @@ void frmscanBc::resolve() {
         if (item) return finish(code, *item);
     }
     if (!isFalse(db_.lookUp("miscsettings", "AllowItemCodeDuplication"))) return refuse();
-    const auto item = itemOf("select itemid from aitem where itemcode='" + code + "'");
+    const auto item = itemOf("select itemid from aitem where itemcode=" + quoted(code));
     if (!item) return refuse();
     finish(code, *item);
 }
@@ -89,7 +91,7 @@ void frmscanBc::refuse() {
 
 std::int32_t frmscanBc::DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid) {
     if (lngItemid == 0) {
-        const Value id = db_.lookUp("aitempackingdetail", "itemid", " packingbarcode='" + strBarcode + "'");
+        const Value id = db_.lookUp("aitempackingdetail", "itemid", " packingbarcode=" + quoted(strBarcode));
         if (!id.isNull() && !id.isEmpty()) lngItemid = basic::cLng(id);
     }
     frmRequestDetail& lineEntry = forms::touch(module().requestDetail());
@@ -98,15 +100,18 @@ std::int32_t frmscanBc::DisplayBarcodeItemDetails(const std::string& strBarcode,
                             "on a.ItemId=v.ItemId where a.itemid=" +
                             std::to_string(lngItemid));
     if (item.eof()) {
-        lineEntry.cboItem.clear();
-    } else {
-        lineEntry.offerItem(basic::concatText(item.value("itemdescription")), lngItemid);
-        lineEntry.strItemCode = basic::concatText(item.value("itemcode"));
-        item.close(); // The choice of an item asks the server more.
-        gen_.SelectComboItemByValue(lineEntry.cboItem, lngItemid);
+        lineEntry.clearItem();
+        return lngItemid;
     }
-    lineEntry.showPackings();
-    if (lineEntry.cboItem.hasSelection()) lineEntry.txtQuantity.setFocus();
+    const frmRequestDetail::Item found{lngItemid, basic::concatText(item.value("itemcode")),
+                                       basic::concatText(item.value("itemdescription"))};
+    item.close(); // The choice of an item asks the server more.
+    lineEntry.offerItem(found);
+    lineEntry.mayNotBeCarried();
+    gen_.SelectComboItemByValue(lineEntry.cboItem, lngItemid);
+    if (!lineEntry.cboItem.hasSelection()) return lngItemid;
+    lineEntry.fillPackings();
+    lineEntry.txtQuantity.setFocus();
     return lngItemid;
 }
 

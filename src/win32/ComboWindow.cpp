@@ -6,6 +6,7 @@
 #include "win32/Text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace win32 {
 namespace {
@@ -96,30 +97,54 @@ void ComboWindow::apply(forms::Aspect aspect) {
 }
 
 void ComboWindow::commanded(int code) {
+    if (code == CBN_DROPDOWN) {
+        open_ = true;
+        accepted_ = false;
+    }
+    const bool closed = code == CBN_CLOSEUP && std::exchange(open_, false);
     if (updating_ || entriesStale_) return;
+    // An arrow key in a closed box chooses at once. While the list is open it only moves on: the choice is made when it
+    // is accepted, by the mouse, Enter or Tab.
     switch (code) {
-    case CBN_SELCHANGE:
-        form_.refreshLater(*this); // A handler may have restored the former choice while the list was still open.
-        forms::input::choose(box_, static_cast<int>(SendMessageW(handle(), CB_GETCURSEL, 0, 0)));
+    case CBN_SELENDOK: accepted_ = true; break;
+    case CBN_CLOSEUP:
+        form_.refreshLater(*this);
+        if (closed && accepted_) chooseShown();
         break;
-    case CBN_SELENDCANCEL:
-    case CBN_CLOSEUP: form_.refreshLater(*this); break;
+    case CBN_SELCHANGE:
+        form_.refreshLater(*this);
+        // The mouse closes the list first and reports the change then.
+        if (!open_ && SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex()) chooseShown();
+        break;
     case CBN_EDITCHANGE: forms::input::edit(box_, narrow(windowText(handle()))); break;
     default: break;
     }
 }
 
+void ComboWindow::chooseShown() {
+    forms::input::choose(box_, static_cast<int>(SendMessageW(handle(), CB_GETCURSEL, 0, 0)));
+    if (alive() && !entriesStale_) showChoice(); // a handler may have taken the choice back
+}
+
+void ComboWindow::closeList(bool accepts) {
+    accepted_ = accepts;
+    SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0);
+}
+
 LRESULT ComboWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const bool escape = message == WM_KEYDOWN && wParam == VK_ESCAPE;
-    if (!escape || !SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0))
-        return ControlWindow::onMessage(window, message, wParam, lParam);
-    SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0); // Escape closes an open list and not the form behind it.
-    return kKeySwallowed;
+    if (message == WM_KEYDOWN && SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0)) {
+        if (wParam == VK_ESCAPE) { // closes the list and not the form behind it
+            closeList(false);
+            return kKeySwallowed;
+        }
+        if (wParam == VK_TAB) closeList(true);
+    }
+    return ControlWindow::onMessage(window, message, wParam, lParam);
 }
 
 bool ComboWindow::useKey(int keyCode, int) {
     if (keyCode != VK_RETURN || !SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0)) return false;
-    SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0);
+    closeList(true);
     return true;
 }
 

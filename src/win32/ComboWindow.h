@@ -26,6 +26,12 @@ private:
     int fieldHeight() const;
 
     forms::ComboBox& box_;
+    /// Takes over the entry that the window shows as chosen.
+    void chooseShown();
+    void closeList(bool accepts);
+
+    bool open_ = false;     ///< the list is
+    bool accepted_ = false; ///< what is chosen in it counts
     bool entriesStale_ = false;
 };
 

@@ -62,7 +62,8 @@ LRESULT ControlWindow::keyDown(HWND window, UINT message, WPARAM wParam, LPARAM 
     if (left == VK_F10 && !(shift & kShift)) return 0; // A key like others here; the system would open a menu.
     if (message == WM_KEYDOWN && useKey(left, shift)) return 0;
     if (message == WM_SYSKEYDOWN && left == VK_F4) {
-        DefWindowProcW(window, message, wParam, lParam); // It closes the form, though a combo box may keep it to itself.
+        DefWindowProcW(window, message, wParam,
+                       lParam); // It closes the form, though a combo box may keep it to itself.
         return 0;
     }
     native(window, message, static_cast<WPARAM>(static_cast<std::uint16_t>(left)), lParam);

@@ -6,7 +6,15 @@
 #include "win32/Module.h"
 #include "win32/Text.h"
 
+#include <uxtheme.h>
+
 namespace win32 {
+
+namespace {
+
+constexpr const wchar_t* kNoStyle = L" "; // Wine takes an empty name for none given.
+
+} // namespace
 
 std::wstring windowText(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), 0);
@@ -34,6 +42,13 @@ void ControlWindow::hook(HWND window) {
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     hooks_.push_back({window, reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC))});
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlWindow::procedure));
+    if (systemColoursHold()) SetWindowTheme(window, kNoStyle, kNoStyle);
+}
+
+// A visual style paints in colours of its own, on which the system's texts may not be read.
+void ControlWindow::followSystemColours() {
+    const wchar_t* const style = systemColoursHold() ? kNoStyle : nullptr;
+    for (const Hook& hook : hooks_) SetWindowTheme(hook.window, style, style);
 }
 
 LRESULT ControlWindow::native(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -30,6 +30,8 @@ public:
     /// Catches up with the model after refreshLater().
     virtual void refresh() {}
     virtual void fontChanged();
+    /// Takes the visual style off or on again, as the system's colours want it.
+    void followSystemColours();
     virtual bool readOnly() const { return false; }
 
 protected:

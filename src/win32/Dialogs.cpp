@@ -53,12 +53,15 @@ BOOL CALLBACK disableOther(HWND window, LPARAM state) {
     return TRUE;
 }
 
+/// A window may be destroyed at any time, and its handle be another's.
+bool isOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
+
 } // namespace
 
 Answer showMessage(HWND owner, const forms::Message& message) {
     const VisualStyles styles;
     if (GetCapture()) ReleaseCapture(); // A press that is still held does not follow into the box.
-    logWindow("message", message.text);
+    logText("message", message.text);
     const int button =
         MessageBoxW(owner, wide(message.text).c_str(), wide(message.title).c_str(),
                     iconOf(message.icon) | buttonsOf(message) | (owner ? 0 : MB_TASKMODAL) | MB_SETFOREGROUND);
@@ -91,13 +94,18 @@ std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
     return chosen - 1;
 }
 
-Modality::Modality(HWND modal) {
+Modality::Modality(HWND modal) : modal_(modal), before_(GetActiveWindow()) {
     std::pair<HWND, std::vector<HWND>*> state{modal, &disabled_};
     EnumThreadWindows(GetCurrentThreadId(), disableOther, reinterpret_cast<LPARAM>(&state));
 }
 
 Modality::~Modality() {
+    std::erase_if(disabled_, [](HWND window) { return !isOfThisThread(window); });
     for (HWND window : disabled_) EnableWindow(window, TRUE);
+    // While the modal window stands: else the system would bring another program's to the front.
+    if (GetActiveWindow() != modal_) return;
+    if (!isOfThisThread(before_) && !disabled_.empty()) before_ = disabled_.front();
+    if (isOfThisThread(before_) && IsWindowEnabled(before_)) SetActiveWindow(before_);
 }
 
 } // namespace win32

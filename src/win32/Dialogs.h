@@ -19,12 +19,14 @@ std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu);
 class Modality {
 public:
     explicit Modality(HWND modal);
+    /// The window that was active before has the keyboard again; where that is gone, the topmost of the others.
     ~Modality();
     Modality(const Modality&) = delete;
     Modality& operator=(const Modality&) = delete;
 
 private:
-    std::vector<HWND> disabled_;
+    HWND modal_, before_;
+    std::vector<HWND> disabled_; ///< the topmost first
 };
 
 } // namespace win32

@@ -50,6 +50,10 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         if (!HIWORD(wParam)) restoreFocus();
         if (announced_) logWindow("active", form_.name());
         return 0;
+    case WM_ACTIVATEAPP:
+        if (wParam) PostMessageW(window_, kComeForward, 0, 0); // once the window that was chosen is active
+        break;
+    case kComeForward: comeForward(); return 0;
     case WM_SETFOCUS:
         if (form_.activeControl()) restoreFocus();
         return 0;
@@ -57,12 +61,15 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETTINGCHANGE: userLocaleChanged(); break;
     case WM_SYSCOLORCHANGE:
         // Only windows without a parent are told, and controls keep colours and pictures of their own.
-        for (const auto& control : controls_) SendMessageW(control->handle(), message, wParam, lParam);
+        for (const auto& control : controls_) {
+            control->followSystemColours();
+            SendMessageW(control->handle(), message, wParam, lParam);
+        }
         coloursChanged();
         return 0;
     case WM_GETMINMAXINFO:
         if (designed_.cx > 0 && form_.resizable()) {
-            const SIZE smallest = designedSize();
+            const SIZE smallest = fittingSize(workAreaOf(window_));
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
         }
         return 0;
@@ -101,13 +108,15 @@ LRESULT FormWindow::coloursOf(HWND window, HDC dc) {
     }
     const forms::Control& control = found->control();
     const bool box = control.kind() == forms::ControlKind::textBox || control.kind() == forms::ControlKind::comboBox;
+    const bool system = systemColoursHold();
     COLORREF back = box ? GetSysColor(COLOR_WINDOW) : backgroundOf(control);
-    if (control.backColor() != forms::kSystemColour)
+    if (control.backColor() != forms::kSystemColour && !system)
         back = colourOf(control.backColor(), COLOR_WINDOW);
     else if (box && (!control.enabled() || found->readOnly()))
         back = GetSysColor(COLOR_BTNFACE);
     SetBkColor(dc, back);
-    SetTextColor(dc, control.enabled() ? colourOf(control.foreColor(), box ? COLOR_WINDOWTEXT : COLOR_BTNTEXT)
+    const std::int32_t text = system ? forms::kSystemColour : control.foreColor();
+    SetTextColor(dc, control.enabled() ? colourOf(text, box ? COLOR_WINDOWTEXT : COLOR_BTNTEXT)
                                        : GetSysColor(COLOR_GRAYTEXT));
     return reinterpret_cast<LRESULT>(brush(back));
 }
@@ -127,9 +136,10 @@ void FormWindow::eraseBackground(HDC dc) {
     }
     RECT inside{};
     GetClientRect(window_, &inside);
-    FillRect(dc, &inside, brush(colourOf(form_.backColor(), COLOR_BTNFACE)));
+    const bool system = systemColoursHold();
+    FillRect(dc, &inside, brush(colourOf(system ? forms::kSystemColour : form_.backColor(), COLOR_BTNFACE)));
     for (const forms::Control* control : form_.controls()) {
-        const bool coloured = control->kind() == forms::ControlKind::frame && control->visible() &&
+        const bool coloured = !system && control->kind() == forms::ControlKind::frame && control->visible() &&
                               control->backColor() != forms::kSystemColour;
         if (!coloured) continue;
         const RECT area = dpi_.pixels(control->bounds());

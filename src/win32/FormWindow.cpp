@@ -20,11 +20,7 @@ ATOM registerClass(WNDPROC procedure) {
     description.lpfnWndProc = procedure;
     description.hInstance = ownModule();
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     description.lpszClassName = kClassName;
-    // Classes outlive their module: a host that ends COM and starts it again may load this one where it was before, and
-    // find its own class there, with a procedure of then. No window is left of it.
-    UnregisterClassW(kClassName, description.hInstance);
     return RegisterClassExW(&description);
 }
 
@@ -37,13 +33,34 @@ DWORD exStyleOf(const forms::Form& form) { return form.resizable() ? 0 : WS_EX_D
 
 } // namespace
 
+RECT workAreaOf(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    return monitor.rcWork;
+}
+
 COLORREF colourOf(std::int32_t colour, int systemColour) {
     if (colour == forms::kSystemColour) return GetSysColor(systemColour);
     if (colour < 0) return GetSysColor(colour & 0xFF);
     return static_cast<COLORREF>(colour & 0xFFFFFF);
 }
 
-FormWindow::FormWindow(forms::Form& form, HWND owner, const bool& hourglass) : form_(form), hourglass_(hourglass) {
+bool highContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON);
+}
+
+bool systemColoursHold() {
+    const COLORREF ground = GetSysColor(COLOR_WINDOW);
+    constexpr int kMiddle = 3 * 128;
+    return GetRValue(ground) + GetGValue(ground) + GetBValue(ground) < kMiddle || highContrast();
+}
+
+FormWindow::FormWindow(forms::Form& form, HWND owner, HWND around, const bool& hourglass)
+    : form_(form), hourglass_(hourglass) {
     static const ATOM windowClass = registerClass(&FormWindow::procedure);
     owned_ = OwnedWindow(CreateWindowExW(exStyleOf(form), MAKEINTATOM(windowClass), wide(form.caption()).c_str(),
                                          styleOf(form), 0, 0, 100, 100, owner, nullptr, ownModule(), this));
@@ -51,16 +68,18 @@ FormWindow::FormWindow(forms::Form& form, HWND owner, const bool& hourglass) : f
     dpi_ = Dpi::of(window_);
     font_ = std::make_unique<DialogFont>(dpi_);
     toolTips_ = std::make_unique<ToolTips>(window_);
-    placeInMiddle(owner);
+    showIcon();
+    placeInMiddle(around);
     createControls();
     form_.attach(this);
+    resized(); // where the screen is smaller than the design
     // Focus and mnemonics are always shown: this is a program for the keyboard.
     SendMessageW(window_, WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL), 0);
 }
 
 FormWindow::~FormWindow() {
     leaveModel();
-    giveScreenBack();
+    modality_.reset();
     owned_ = {}; // The controls' objects live until their windows have had their last message.
 }
 
@@ -88,38 +107,57 @@ SIZE FormWindow::designedSize() const {
     return outerSize({dpi_.pixels(designed_.cx), dpi_.pixels(designed_.cy)}, styleOf(form_), exStyleOf(form_), dpi_);
 }
 
-void FormWindow::placeInMiddle(HWND owner) {
-    designed_ = {form_.width(), form_.height()};
+SIZE FormWindow::fittingSize(const RECT& work) const {
     const SIZE size = designedSize();
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window_, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    const RECT& work = monitor.rcWork;
-    RECT around = work;
-    if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
+    if (!form_.resizable()) return size;
+    return {std::min(size.cx, work.right - work.left), std::min(size.cy, work.bottom - work.top)};
+}
+
+// Of the module that the windows come from; a program of tests has none, and gets the system's.
+void FormWindow::showIcon() {
+    const auto load = [&](int width, int height) {
+        return OwnedIcon(static_cast<HICON>(LoadImageW(ownModule(), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                                       GetSystemMetrics(width), GetSystemMetrics(height), 0)));
+    };
+    icon_ = load(SM_CXICON, SM_CYICON);
+    smallIcon_ = load(SM_CXSMICON, SM_CYSMICON);
+    SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
+    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
+}
+
+void FormWindow::placeInMiddle(HWND around) {
+    designed_ = {form_.width(), form_.height()};
+    const RECT work = workAreaOf(around ? around : window_);
+    const SIZE size = fittingSize(work);
+    RECT outer = work;
+    if (around && IsWindowVisible(around) && !IsIconic(around)) GetWindowRect(around, &outer);
     const auto middle = [](LONG low, LONG high, LONG extent, LONG first, LONG last) {
         return std::max(first, std::min((low + high - extent) / 2, last - extent));
     };
     sizing_ = true;
-    SetWindowPos(window_, nullptr, middle(around.left, around.right, size.cx, work.left, work.right),
-                 middle(around.top, around.bottom, size.cy, work.top, work.bottom), size.cx, size.cy,
+    SetWindowPos(window_, nullptr, middle(outer.left, outer.right, size.cx, work.left, work.right),
+                 middle(outer.top, outer.bottom, size.cy, work.top, work.bottom), size.cx, size.cy,
                  SWP_NOZORDER | SWP_NOACTIVATE);
     sizing_ = false;
 }
 
 void FormWindow::show() {
     modality_ = std::make_unique<Modality>(window_);
-    ShowWindow(window_, SW_SHOW);
+    // Not by ShowWindow: the first one of a process that was started hidden hides.
+    SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_SHOWWINDOW | SWP_NOMOVE | SWP_NOSIZE);
     SetForegroundWindow(window_);
     restoreFocus();
     UpdateWindow(window_);
 }
 
-void FormWindow::giveScreenBack() {
-    modality_.reset();
-    // Before this window goes: else the system would bring another program's to the front.
-    HWND below = GetWindow(window_, GW_OWNER);
-    if (GetActiveWindow() == window_ && below && IsWindowEnabled(below)) SetActiveWindow(below);
+void FormWindow::comeForward() {
+    HWND active = GetActiveWindow();
+    HWND top = IsWindowEnabled(window_) ? window_ : GetLastActivePopup(window_);
+    if (!IsWindowEnabled(top)) return; // A form above this one comes.
+    if (active && IsWindowEnabled(active))
+        SetWindowPos(top, active, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    else
+        SetForegroundWindow(top);
 }
 
 void FormWindow::announce() {
@@ -143,6 +181,7 @@ HBRUSH FormWindow::brush(COLORREF colour) {
 }
 
 COLORREF FormWindow::backgroundOf(const forms::Control& control) const {
+    if (systemColoursHold()) return GetSysColor(COLOR_BTNFACE);
     const forms::Rect& inner = control.bounds();
     for (const forms::Control* other : form_.controls()) {
         if (other == &control || other->kind() != forms::ControlKind::frame || !other->visible()) continue;
@@ -177,7 +216,8 @@ void FormWindow::captionChanged() { SetWindowTextW(window_, wide(form_.caption()
 
 void FormWindow::sizeChanged() {
     designed_ = {form_.width(), form_.height()};
-    const SIZE size = designedSize();
+    if (IsZoomed(window_)) return resized();
+    const SIZE size = fittingSize(workAreaOf(window_));
     sizing_ = true;
     SetWindowPos(window_, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     sizing_ = false;
@@ -201,7 +241,7 @@ void FormWindow::leaveModel() {
 
 void FormWindow::formUnloaded() {
     leaveModel();
-    giveScreenBack();
+    modality_.reset();
     ShowWindow(window_, SW_HIDE);
     PostMessageW(window_, WM_NULL, 0, 0); // The modal loop looks again.
     logWindow("unloaded", form_.name());

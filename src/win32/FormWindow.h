@@ -15,8 +15,9 @@ namespace win32 {
 
 class FormWindow : public forms::FormView {
 public:
-    /// Creates the window, hidden, in the middle of `owner` (null: of the screen). `hourglass` belongs to the desktop.
-    FormWindow(forms::Form& form, HWND owner, const bool& hourglass);
+    /// Creates the window, hidden, in the middle of `around`. `owner` is a form's window, or null: a host's window
+    /// would take the form with it when it goes. `hourglass` belongs to the desktop.
+    FormWindow(forms::Form& form, HWND owner, HWND around, const bool& hourglass);
     ~FormWindow() override;
     FormWindow(const FormWindow&) = delete;
     FormWindow& operator=(const FormWindow&) = delete;
@@ -57,20 +58,25 @@ private:
     void createControls();
     /// The model goes on without this window.
     void leaveModel();
-    /// The window goes without the form being asked: its owner was destroyed.
+    /// The window goes without the form being asked: somebody destroyed it.
     void destroyed();
     /// Pixels of the whole window that holds the form as it was designed, or last sized by its own code.
     SIZE designedSize() const;
-    void placeInMiddle(HWND owner);
+    /// The same, and no larger than the screen has room for: what can be resized gives way.
+    SIZE fittingSize(const RECT& work) const;
+    void showIcon();
+    void placeInMiddle(HWND around);
     void resized();
     void dpiChanged(Dpi dpi, const RECT* suggested);
     void restoreFocus();
-    void giveScreenBack();
+    /// Before the windows of other programs, as the program has been activated by one of its own that is switched off.
+    void comeForward();
     LRESULT coloursOf(HWND control, HDC dc);
     void eraseBackground(HDC dc);
     ControlWindow* windowOf(HWND control) const;
 
     static constexpr UINT kRefresh = WM_APP + 1; ///< lParam: the control to refresh
+    static constexpr UINT kComeForward = WM_APP + 2;
 
     forms::Form& form_;
     const bool& hourglass_;
@@ -81,6 +87,7 @@ private:
     std::unique_ptr<Modality> modality_;
     std::vector<std::unique_ptr<ControlWindow>> controls_;
     std::vector<std::pair<COLORREF, OwnedBrush>> brushes_;
+    OwnedIcon icon_, smallIcon_;
     SIZE designed_{}; ///< twips, of the inside
     bool alive_ = true;
     bool announced_ = false;
@@ -88,7 +95,14 @@ private:
     OwnedWindow owned_;   ///< the window again, once it stands; it goes before all that it uses
 };
 
+/// What the taskbar leaves of the screen that `window` is on; of the first one where it is on none.
+RECT workAreaOf(HWND window);
+
 /// The colour that a model's number means: 0x00BBGGRR, or one of the system's when the highest bit is set.
 COLORREF colourOf(std::int32_t colour, int systemColour);
+bool highContrast();
+/// Whether the system's own colours hold on every form, whatever the suite gave it: in high contrast, and where they
+/// are dark.
+bool systemColoursHold();
 
 } // namespace win32

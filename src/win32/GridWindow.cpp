@@ -24,8 +24,12 @@ void GridWindow::choose(int row, int column) { forms::input::selectCell(grid_, r
 
 void GridWindow::widthChanged(int column, int pixels) { grid_.setColWidth(column, form_.dpi().twips(pixels)); }
 
-void GridWindow::pointedAt(int row, int column) {
-    if (row >= 0) grid_.pointedAt(row + grid_.fixedRows(), column);
+void GridWindow::pointedAt(int row, int column) { grid_.pointedAt(row < 0 ? -1 : row + grid_.fixedRows(), column); }
+
+std::string GridWindow::headingPointedAt(int column) {
+    grid_.pointedAt(column < 0 ? -1 : 0, column);
+    forms::input::mouseMove(grid_, {});
+    return grid_.toolTip();
 }
 
 void GridWindow::followTop() {

@@ -19,6 +19,7 @@ protected:
     void choose(int row, int column) override;
     void widthChanged(int column, int pixels) override;
     void pointedAt(int row, int column) override;
+    std::string headingPointedAt(int column) override;
     void followTop() override;
     void scrolled(int topRow) override;
 

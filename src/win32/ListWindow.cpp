@@ -39,6 +39,11 @@ std::string_view ListWindow::cell(int row, int column) const {
 
 void ListWindow::choose(int row, int) { forms::input::selectItem(list_, row + 1); }
 
+void ListWindow::followTop() {
+    if (const int line = list_.takeRevealed(); line > 0 && line <= list_.count())
+        SendMessageW(handle(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(line - 1), FALSE);
+}
+
 void ListWindow::widthChanged(int column, int pixels) { list_.setColumnWidth(column + 1, form_.dpi().twips(pixels)); }
 
 std::string ListWindow::cellTip(int row, int column) const { return list_.item(row + 1).toolTip(column); }

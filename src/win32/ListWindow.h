@@ -18,6 +18,7 @@ protected:
     void choose(int row, int column) override;
     void widthChanged(int column, int pixels) override;
     std::string cellTip(int row, int column) const override;
+    void followTop() override;
     bool doubleClicksAnywhere() const override { return true; }
 
 private:

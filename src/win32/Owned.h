@@ -16,8 +16,9 @@ struct Alive {
     int fonts = 0;
     int brushes = 0;
     int images = 0;
+    int icons = 0;
 
-    /// "windows 0 menus 0 fonts 0 brushes 0 images 0"
+    /// "windows 0 menus 0 fonts 0 brushes 0 images 0 icons 0"
     std::string text() const;
 };
 Alive& alive();
@@ -73,11 +74,17 @@ struct ImagesKind {
     static int& count() { return alive().images; }
     static void destroy(HIMAGELIST images) { ImageList_Destroy(images); }
 };
+struct IconKind {
+    using Handle = HICON;
+    static int& count() { return alive().icons; }
+    static void destroy(HICON icon) { DestroyIcon(icon); }
+};
 
 using OwnedWindow = Owned<WindowKind>;
 using OwnedMenu = Owned<MenuKind>;
 using OwnedFont = Owned<FontKind>;
 using OwnedBrush = Owned<BrushKind>;
 using OwnedImages = Owned<ImagesKind>;
+using OwnedIcon = Owned<IconKind>;
 
 } // namespace win32

@@ -10,11 +10,15 @@
 namespace win32 {
 namespace {
 
-bool highContrast() {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON);
+/// As much of a text as a cell shows, its line breaks as blanks.
+std::wstring inOneLine(std::string_view text) {
+    std::wstring shown = wide(beginning(text));
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        if (shown[i] != L'\r' && shown[i] != L'\n') continue;
+        if (shown[i] == L'\r' && i + 1 < shown.size() && shown[i + 1] == L'\n') shown.erase(i, 1);
+        shown[i] = L' ';
+    }
+    return shown;
 }
 
 /// A third of `a` in `b`.
@@ -34,6 +38,7 @@ void RowsWindow::createRows(bool gridLines) {
     const DWORD style = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | (gridLines ? LVS_EX_GRIDLINES : 0);
     SendMessageW(handle(), LVM_SETEXTENDEDLISTVIEWSTYLE, 0, static_cast<LPARAM>(style));
     SendMessageW(handle(), LVM_SETTOOLTIPS, 0, 0); // The form's own tips show whole cells.
+    hook(reinterpret_cast<HWND>(SendMessageW(handle(), LVM_GETHEADER, 0, 0)));
     giveHeight();
     refresh();
 }
@@ -144,6 +149,14 @@ void RowsWindow::pointerAt(POINT point) {
     form_.toolTips().set(handle(), tip.empty() ? control().toolTip() : tip);
 }
 
+void RowsWindow::pointerOverHeader(HWND header, POINT point) {
+    HDHITTESTINFO hit{};
+    hit.pt = point;
+    const auto at = static_cast<int>(SendMessageW(header, HDM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    const bool titled = at >= 1 && at <= static_cast<int>(shown_.size());
+    form_.toolTips().set(header, headingPointedAt(titled ? shown_[static_cast<std::size_t>(at - 1)].model : -1));
+}
+
 void RowsWindow::rightPressed(POINT point) {
     const Cell cell = cellAt(point);
     if (cell.row < 0) return;
@@ -153,6 +166,10 @@ void RowsWindow::rightPressed(POINT point) {
 }
 
 LRESULT RowsWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window != handle()) { // the header's
+        if (message == WM_MOUSEMOVE) pointerOverHeader(window, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+        return native(window, message, wParam, lParam);
+    }
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         chosen_ = false;
         const Cell cell = cellAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
@@ -208,7 +225,7 @@ void RowsWindow::textOf(LVITEMW& item) const {
     std::wstring text;
     if (item.iItem >= 0 && item.iItem < rowCount()) {
         if (item.iSubItem >= 1 && item.iSubItem <= static_cast<int>(shown_.size()))
-            text = wide(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem - 1)].model));
+            text = inOneLine(cell(item.iItem, shown_[static_cast<std::size_t>(item.iSubItem - 1)].model));
         else if (item.iSubItem == 0 && !painting_)
             text = rowText(item.iItem);
     }
@@ -220,7 +237,7 @@ void RowsWindow::textOf(LVITEMW& item) const {
 std::wstring RowsWindow::rowText(int row) const {
     std::wstring text;
     for (const RowsColumn& column : shown_) {
-        const std::wstring shown = wide(cell(row, column.model));
+        const std::wstring shown = inOneLine(cell(row, column.model));
         if (shown.empty()) continue;
         if (!text.empty()) text += L", ";
         text += shown;

@@ -41,6 +41,8 @@ protected:
     virtual std::string cellTip(int row, int column) const { return (void)row, (void)column, std::string(); }
     /// The pointer is over a cell; -1 where there is none.
     virtual void pointedAt(int row, int column) { (void)row, (void)column; }
+    /// The pointer is over the heading of a column; -1 beside the headings. Returns its tip.
+    virtual std::string headingPointedAt(int column) { return (void)column, std::string(); }
     virtual void followTop() {}
     virtual void scrolled(int topRow) { (void)topRow; }
     /// Whether a double click beside the rows counts.
@@ -58,6 +60,7 @@ private:
         int column;
     };
     Cell cellAt(POINT point) const;
+    void pointerOverHeader(HWND header, POINT point);
     void showColumns();
     void showCurrent();
     void tellWidths();

@@ -20,37 +20,36 @@ char signOf(LCTYPE what, char otherwise) {
     return text.size() == 1 && text[0] < 0x80 ? static_cast<char>(text[0]) : otherwise;
 }
 
-/// The program of a command line, which may stand in quotes; the rest are its arguments.
-std::pair<std::wstring, std::wstring> split(const std::wstring& line) {
-    const bool quoted = !line.empty() && line[0] == L'"';
-    const std::size_t end = line.find(quoted ? L'"' : L' ', 1);
-    if (end == std::wstring::npos) return {quoted ? line.substr(1) : line, {}};
-    const std::size_t rest = line.find_first_not_of(L' ', end + 1);
-    return {line.substr(quoted ? 1 : 0, end - (quoted ? 1 : 0)), rest == std::wstring::npos ? L"" : line.substr(rest)};
+bool isFullPath(const std::wstring& path) {
+    return path.size() > 3 && ((path[1] == L':' && path[2] == L'\\') || path.starts_with(L"\\\\"));
 }
 
 } // namespace
 
-void startProgram(const std::string& commandLine, bool maximised) {
-    std::wstring line = wide(commandLine);
+void startProgram(const std::string& program, const std::string& arguments, bool maximised) {
+    const std::wstring file = wide(program);
+    // Without a full path the system would look into the current folder, which is anybody's. Given the program by its
+    // name alone, it does not cut the line at a blank either.
+    if (!isFullPath(file)) automation::raise(automation::kFileNotFound);
+    const std::wstring rest = wide(arguments);
+    std::wstring line = L'"' + file + L"\" " + rest;
     STARTUPINFOW start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESHOWWINDOW;
     start.wShowWindow = static_cast<WORD>(maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL);
     PROCESS_INFORMATION process{};
-    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
+    if (CreateProcessW(file.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
         AllowSetForegroundWindow(process.dwProcessId);
         CloseHandle(process.hThread);
         CloseHandle(process.hProcess);
         return;
     }
-    // A document, or a program that asks for other rights: the shell knows how.
-    const auto [file, arguments] = split(wide(commandLine));
+    // A program that asks for other rights: the shell knows how.
     SHELLEXECUTEINFOW shell{};
     shell.cbSize = sizeof shell;
     shell.fMask = SEE_MASK_FLAG_NO_UI;
     shell.lpFile = file.c_str();
-    shell.lpParameters = arguments.empty() ? nullptr : arguments.c_str();
+    shell.lpParameters = rest.c_str();
     shell.nShow = start.wShowWindow;
     if (ShellExecuteExW(&shell)) return;
     const DWORD error = GetLastError();
@@ -70,6 +69,11 @@ basic::Locale readLocale() {
                                        : basic::DateOrder::dayMonthYear;
     locale.dateSeparator = signOf(LOCALE_SDATE, '/');
     if (const std::wstring pattern = choice(LOCALE_SSHORTDATE); !pattern.empty()) locale.shortDate = narrow(pattern);
+    DWORD lastYear = 0;
+    if (GetCalendarInfoW(LOCALE_USER_DEFAULT, CAL_GREGORIAN, CAL_ITWODIGITYEARMAX | CAL_RETURN_NUMBER, nullptr, 0,
+                         &lastYear) &&
+        lastYear >= 99 && lastYear <= 9999)
+        locale.lastTwoDigitYear = static_cast<int>(lastYear);
     locale.decimalSeparator = signOf(LOCALE_SDECIMAL, '.');
     locale.groupSeparator = signOf(LOCALE_STHOUSAND, ',');
     locale.codePage = static_cast<int>(GetACP());

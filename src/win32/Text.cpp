@@ -2,6 +2,10 @@
 
 #include "win32/Platform.h"
 
+#include <algorithm>
+#include <climits>
+#include <new>
+
 namespace win32 {
 namespace {
 
@@ -15,10 +19,18 @@ bool pairAt(std::wstring_view text, std::size_t i) {
 
 std::wstring wide(std::string_view text) {
     if (text.empty()) return {};
+    if (text.size() > INT_MAX) throw std::bad_alloc(); // the system counts in 32 bits
     const int bytes = static_cast<int>(text.size());
     std::wstring result(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0)), 0);
     MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, result.data(), static_cast<int>(result.size()));
     return result;
+}
+
+std::string_view beginning(std::string_view text) {
+    std::size_t size = std::min<std::size_t>(text.size(), 4000);
+    if (size < text.size())
+        while (size > 0 && (text[size] & 0xC0) == 0x80) --size;
+    return text.substr(0, size);
 }
 
 std::string narrow(std::wstring_view text) {

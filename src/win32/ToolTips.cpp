@@ -18,7 +18,8 @@ ToolTips::ToolTips(HWND form)
     SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, kWidestTip);
 }
 
-void ToolTips::set(HWND control, const std::string& text) {
+void ToolTips::set(HWND control, const std::string& whole) {
+    const std::string text(beginning(whole));
     const auto known = texts_.find(control);
     if (known == texts_.end() ? text.empty() : known->second == text) return;
     std::wstring shown = wide(text);

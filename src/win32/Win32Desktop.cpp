@@ -24,8 +24,8 @@ public:
         SetCursor(LoadCursorW(nullptr, hourglass_ ? IDC_WAIT : IDC_ARROW));
     }
 
-    void startProgram(const std::string& commandLine, forms::WindowStyle style) override {
-        win32::startProgram(commandLine, style == forms::WindowStyle::maximised);
+    void startProgram(const std::string& program, const std::string& arguments, forms::WindowStyle style) override {
+        win32::startProgram(program, arguments, style == forms::WindowStyle::maximised);
     }
 
     automation::Date now() override {
@@ -42,9 +42,9 @@ protected:
         const VisualStyles styles;
         userLocaleChanged(); // perhaps, while no window was there to be told
         HWND behind = owner ? windowOf(*owner) : nullptr;
-        if (!behind) behind = this->owner();
+        if (!behind) behind = topWindow();
         {
-            FormWindow window(form, behind, hourglass_);
+            FormWindow window(form, behind, behind ? behind : hostsWindow(), hourglass_);
             windows_.push_back(&window);
             window.show();
             shown();
@@ -67,12 +67,20 @@ private:
         return nullptr;
     }
 
-    /// The window that a new one stands before: our topmost, else the host's.
-    HWND owner() const {
+    /// Of our forms.
+    HWND topWindow() const {
         for (auto window = windows_.rbegin(); window != windows_.rend(); ++window)
             if ((*window)->alive()) return (*window)->handle();
+        return nullptr;
+    }
+    static HWND hostsWindow() {
         HWND active = GetActiveWindow();
         return active ? GetAncestor(active, GA_ROOT) : nullptr;
+    }
+    /// The window that a box or a menu stands before: our topmost, else the host's.
+    HWND owner() const {
+        HWND top = topWindow();
+        return top ? top : hostsWindow();
     }
 
     std::vector<FormWindow*> windows_;

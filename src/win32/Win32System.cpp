@@ -104,6 +104,10 @@ bool isDevice(const std::string& name) {
     return port.size() == 4 && (port.starts_with("LPT") || port.starts_with("COM")) && port[3] >= '0' && port[3] <= '9';
 }
 
+[[noreturn]] void refuse(const std::string& path) {
+    throw RunTimeError(automation::kPathAccess, path + " is no plain file with one name, so nothing was written to it");
+}
+
 class MachineSystem : public goodsreq::System {
 public:
     std::string readFile(const std::string& path) override {
@@ -128,6 +132,27 @@ public:
         Handle file(CreateFileW(wide(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                 isDevice(name) ? OPEN_EXISTING : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!file.valid()) raiseSystemError(GetLastError(), kDeviceUnavailable);
+        return std::make_unique<FileOutput>(std::move(file));
+    }
+
+    // What stands there is looked at through the open handle, and emptied only after that: between two looks by name it
+    // could be exchanged, and what is refused keeps what it held.
+    std::unique_ptr<goodsreq::Output> openPlainFile(const std::string& path) override {
+        const std::wstring name = wide(path);
+        Handle file(CreateFileW(name.c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES, FILE_SHARE_READ, nullptr,
+                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+        if (!file.valid()) {
+            const DWORD error = GetLastError();
+            const DWORD attributes = GetFileAttributesW(name.c_str());
+            if (attributes != INVALID_FILE_ATTRIBUTES && attributes & FILE_ATTRIBUTE_DIRECTORY) refuse(path);
+            raiseSystemError(error, kDeviceUnavailable);
+        }
+        BY_HANDLE_FILE_INFORMATION facts{};
+        const DWORD type = GetFileType(file.get());
+        if (type != FILE_TYPE_DISK || !GetFileInformationByHandle(file.get(), &facts) ||
+            !isPlainFile(type, facts.dwFileAttributes, facts.nNumberOfLinks))
+            refuse(path);
+        if (!SetEndOfFile(file.get())) raiseSystemError(GetLastError(), kDeviceUnavailable);
         return std::make_unique<FileOutput>(std::move(file));
     }
 
@@ -158,13 +183,27 @@ public:
 
     std::string windowsDirectory() override {
         char folder[MAX_PATH];
-        const UINT length = GetWindowsDirectoryA(folder, MAX_PATH);
+        return folderIn(folder, GetWindowsDirectoryA(folder, MAX_PATH));
+    }
+
+    std::string sharedWindowsDirectory() override {
+        char folder[MAX_PATH];
+        return folderIn(folder, GetSystemWindowsDirectoryA(folder, MAX_PATH));
+    }
+
+private:
+    std::string folderIn(const char* folder, UINT length) {
         if (length == 0 || length >= MAX_PATH) automation::raise(automation::kPathNotFound);
         return decode(std::string_view(folder, length));
     }
 };
 
 } // namespace
+
+bool isPlainFile(DWORD type, DWORD attributes, DWORD names) {
+    return type == FILE_TYPE_DISK && !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) &&
+           names == 1;
+}
 
 std::unique_ptr<goodsreq::System> makeSystem() { return std::make_unique<MachineSystem>(); }
 

@@ -9,4 +9,8 @@ namespace win32 {
 
 std::unique_ptr<goodsreq::System> makeSystem();
 
+/// Whether what is open under these facts is a plain file of a disk: no link or other reparse point, no folder, no
+/// device, and known under one name only. `type` is of GetFileType.
+bool isPlainFile(unsigned long type, unsigned long attributes, unsigned long names);
+
 } // namespace win32

@@ -7,25 +7,20 @@
 namespace win32 {
 namespace {
 
-std::wstring logFile() {
-    wchar_t path[1024];
-    const DWORD length = GetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", path, 1024);
-    return length > 0 && length < 1024 ? std::wstring(path, length) : std::wstring();
+std::wstring setting(const wchar_t* name) {
+    wchar_t text[1024];
+    const DWORD length = GetEnvironmentVariableW(name, text, 1024);
+    return length > 0 && length < 1024 ? std::wstring(text, length) : std::wstring();
 }
 
 } // namespace
 
 void logWindow(std::string_view event, std::string_view detail) {
-    static const std::wstring path = logFile();
+    static const std::wstring path = setting(L"GOODSREQ_WINDOW_LOG");
     if (path.empty()) return;
     std::string line(event);
     line += ' ';
-    for (const char c : detail) {
-        if (c == '\n')
-            line += "\\n";
-        else if (c != '\r')
-            line += c;
-    }
+    line += detail;
     line += '\n';
     // Opened for each line, so that another program may read, move or delete the file in between.
     HANDLE file = CreateFileW(path.c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -34,6 +29,18 @@ void logWindow(std::string_view event, std::string_view detail) {
     DWORD written = 0;
     WriteFile(file, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
     CloseHandle(file);
+}
+
+void logText(std::string_view event, std::string_view text) {
+    static const bool wanted = setting(L"GOODSREQ_WINDOW_TEXTS") == L"1";
+    std::string line;
+    for (const char c : wanted ? text : std::string_view()) {
+        if (c == '\n')
+            line += "\\n";
+        else if (c != '\r')
+            line += c;
+    }
+    logWindow(event, line);
 }
 
 } // namespace win32

@@ -1,22 +1,13 @@
 #include "automation/Value.h"
 #include "automation/Members.h"
 #include "automation/Object.h"
-#include "automation/RunTimeError.h"
+#include "tests/basic/ExpectError.h"
 
 #include <gtest/gtest.h>
 
 using namespace automation;
 
 namespace {
-
-template <class Action> long errorOf(Action action) {
-    try {
-        action();
-        return 0;
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-}
 
 /// A list box in small: every kind of member that a table can hold.
 class Shelf : public Object {

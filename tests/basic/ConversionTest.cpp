@@ -209,15 +209,25 @@ TEST(CStr, WritesADateInTheUsersOwnWay) {
         const char* shortDate;
         const char* expected;
     } cases[] = {
-        {"M/d/yyyy", "3/5/2026"},       {"dd.MM.yy", "05.03.26"},        {"yyyy-MM-dd", "2026-03-05"},
-        {"dd-MMM-yyyy", "05-Mar-2026"}, {"d MMMM yyyy", "5 March 2026"}, {"d.M.yyyy 'd.'", "5.3.2026 d."},
-        {"d 'open", "5 open"},
+        {"M/d/yyyy", "3/5/2026"},        {"dd.MM.yy", "05.03.26"},
+        {"yyyy-MM-dd", "2026-03-05"},    {"dd-MMM-yyyy", "05-Mar-2026"},
+        {"d MMMM yyyy", "5 March 2026"}, {"d.M.yyyy 'd.'", "5.3.2026 d."},
+        {"d 'open", "5 open"},           {"d 'o''clock' yy", "5 o'clock 26"},
+        {"d'''yy'''", "5'yy'"},
     };
     for (const auto& c : cases) {
         Locale locale;
         locale.shortDate = c.shortDate;
         EXPECT_EQ(cStr(date, locale), c.expected);
     }
+    Locale names;
+    names.shortDate = "dddd MMMM ";
+    std::string text;
+    for (int i = 1; i <= 12; ++i) text += cStr(dateOf(2026, i, i), names) + cStr(dateOf(2026, 3, i), names);
+    for (const char* name :
+         {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October", "November",
+          "December", "Monday ", "Tuesday ", "Wednesday ", "Thursday ", "Friday ", "Saturday ", "Sunday "})
+        EXPECT_NE(text.find(name), std::string::npos) << name;
 }
 
 TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
@@ -227,6 +237,7 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
         const char* written;
         DateOrder order;
         Date expected;
+        int lastTwoDigitYear = 2049;
     } cases[] = {
         {"05/03/2026", dmy, fifthOfMarch},
         {"5/3/26", dmy, fifthOfMarch},
@@ -239,7 +250,11 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
         {"5 march 26", dmy, fifthOfMarch},
         {"Mar 5, 2026", dmy, fifthOfMarch},
         {"1/1/29", dmy, dateOf(2029, 1, 1)},
-        {"1/1/30", dmy, dateOf(1930, 1, 1)},
+        {"1/1/49", dmy, dateOf(2049, 1, 1)},
+        {"1/1/50", dmy, dateOf(1950, 1, 1)},
+        {"1/1/30", dmy, dateOf(1930, 1, 1), 2029},
+        {"1/1/99", dmy, dateOf(2099, 1, 1), 2130},
+        {"1/1/30", dmy, dateOf(2130, 1, 1), 2130},
         {"1/1/00", dmy, dateOf(2000, 1, 1)},
         {"29/2/2024", dmy, dateOf(2024, 2, 29)},
         {"31/12/9999", dmy, dateOf(9999, 12, 31)},
@@ -247,12 +262,14 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
         {"05/03/2026 02:05:09 pm", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
         {"12:00:00 AM", dmy, Date{0}},
         {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
+        {"2026-03-05 14:05:09.1234567", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
         {"1/2/1850 06:00", dmy, dateOf(1850, 2, 1, 6)},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.written);
         Locale locale;
         locale.dateOrder = c.order;
+        locale.lastTwoDigitYear = c.lastTwoDigitYear;
         Date got;
         EXPECT_EQ(errorOf([&] { got = cDate(Value(c.written), locale); }), 0);
         EXPECT_EQ(civil(got), civil(c.expected));
@@ -303,8 +320,8 @@ TEST(CDate, ReadsBackWhatCStrWrote) {
         char separator;
         const char* shortDate;
     } cases[] = {
-        {DateOrder::dayMonthYear, '.', "dd.MM.yyyy"}, {DateOrder::monthDayYear, '/', "M/d/yyyy"},
-        {DateOrder::yearMonthDay, '-', "yyyy-MM-dd"}, {DateOrder::dayMonthYear, '-', "dd-MMM-yyyy"},
+        {DateOrder::dayMonthYear, '.', "dd.MM.yyyy"},   {DateOrder::monthDayYear, '/', "M/d/yyyy"},
+        {DateOrder::yearMonthDay, '-', "yyyy-MM-dd"},   {DateOrder::dayMonthYear, '-', "dd-MMM-yyyy"},
         {DateOrder::dayMonthYear, '_', "d_M_yyyy"},     {DateOrder::yearMonthDay, '.', "yyyy. MM. dd."},
         {DateOrder::dayMonthYear, '.', "d.M.yyyy."},    {DateOrder::dayMonthYear, '.', "d.M.yyyy 'r.'"},
         {DateOrder::dayMonthYear, '/', "ddd dd/MM/yy"}, {DateOrder::monthDayYear, ' ', "dddd, MMMM d, yyyy"},

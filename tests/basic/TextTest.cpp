@@ -1,5 +1,7 @@
 #include "basic/Text.h"
 
+#include "basic/Apostrophes.h"
+
 #include "tests/basic/ExpectError.h"
 
 #include <climits>
@@ -67,9 +69,9 @@ TEST(Text, FindsByPosition) {
         int start;
         int expected;
     } cases[] = {
-        {"abcabc", "c", 1, 3}, {"abcabc", "c", 4, 6}, {"abc", "C", 1, 0},  {"abc", "x", 1, 0},
-        {"abc", "", 2, 2},     {"", "", 1, 0},        {"ab", "abc", 1, 0}, {"\u00e9\u20ac:=", ":=", 1, 3},
-        {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},  {"\u00e9", "\xc3", 1, 0},
+        {"abcabc", "c", 1, 3}, {"abcabc", "c", 4, 6}, {"abc", "C", 1, 0},       {"abc", "x", 1, 0},
+        {"abc", "", 2, 2},     {"", "", 1, 0},        {"ab", "abc", 1, 0},      {"\u00e9\u20ac:=", ":=", 1, 3},
+        {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},   {"\u00e9", "\xc3", 1, 0},
     };
     for (const auto& c : cases) EXPECT_EQ(instr(c.text, c.sought, c.start), c.expected) << c.text << " " << c.sought;
 }
@@ -80,6 +82,15 @@ TEST(Text, ReplacesFromLeftToRight) {
     EXPECT_EQ(replaceAll("abc", "", "x"), "abc");
     EXPECT_EQ(replaceAll("abcb", "b", ""), "ac");
     EXPECT_EQ(replaceAll("aAa", "a", "aa"), "aaAaa");
+}
+
+TEST(Text, WhatACodePageMakesAnApostropheIsOne) {
+    EXPECT_EQ(replaceApostrophes("'\u02B9\u02BC\u02C8\u02D9\u2032\uFF07", "''"), "''''''''''''''");
+    EXPECT_EQ(replaceApostrophes("O\u2019Neil \u00B4 \u0060 \u02BB \xCA", "''"),
+              "O\u2019Neil \u00B4 \u0060 \u02BB \xCA");
+    EXPECT_EQ(replaceApostrophes("a'\u02BCb", ""), "ab");
+    EXPECT_TRUE(hasApostrophe("a\uFF07"));
+    EXPECT_FALSE(hasApostrophe("a\u2019"));
 }
 
 TEST(Text, ChangesCaseOfThreeScripts) {

@@ -2,6 +2,7 @@
 
 #include "basic/Format.h"
 #include "basic/Numbers.h"
+#include "tests/support/TestFolder.h"
 
 #include <filesystem>
 
@@ -92,10 +93,10 @@ std::string rows(sandbox::Connection& connection, const std::string& statement) 
 }
 
 std::string freshPath(const std::string& name) {
+    static const support::TestFolder folder;
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    std::string path = testing::TempDir() + test->test_suite_name() + "_" + test->name() + "_" + name;
+    std::string path = folder.file(std::string(test->test_suite_name()) + "_" + test->name() + "_" + name);
     std::filesystem::remove(path);
-    std::filesystem::remove(path + "-journal");
     return path;
 }
 

@@ -51,11 +51,11 @@ inline RecordsetPtr opened(const ConnectionPtr& connection, const std::string& s
 }
 
 inline Value field(const RecordsetPtr& records, const std::string& name) {
-    return records->call("", name).object().get("Value");
+    return records->call("Fields", name).object().get("Value");
 }
 
 inline void setField(const RecordsetPtr& records, const std::string& name, Value value) {
-    records->call("", name).object().put("Value", std::move(value));
+    records->call("Fields", name).object().put("Value", std::move(value));
 }
 
 /// A path for a company's file that nothing uses yet.

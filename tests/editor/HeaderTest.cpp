@@ -1,4 +1,5 @@
 // The head of a request: whom it can be sent to, its number, opening and closing.
+#include "request/frmRequest.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>
@@ -39,6 +40,22 @@ TEST_F(Header, OffersTheOtherActiveShopsThatDealInTheSameGoods) {
     till.newRequest(0);
     EXPECT_EQ(till.user.entries("cboShop"), (Names{"Brackenway Harbour", "Brackenway Market Square",
                                                    "Brackenway Station Road", "Brackenway Trade Counter"}));
+}
+
+TEST_F(Header, EnterMovesOnThroughTheBoxes) {
+    Till till(company);
+    till.newRequest();
+    till.user.enters("txtRemarks", "kept");
+    till.user.focuses("txtrequestDate");
+    for (const char* next : {"cboShop", "txtRemarks", "lvwrequest"}) {
+        till.user.types("\r");
+        EXPECT_EQ(till.user.focus(), next);
+    }
+    EXPECT_EQ(till.user.text("txtRemarks"), "kept");
+    EXPECT_EQ(till.user.control("cboShop")->tag().substr(0, 10), "Brackenway");
+    till.user.focuses("chkTransFinished");
+    till.user.types("\r");
+    EXPECT_EQ(till.user.focus(), "cmdOk");
 }
 
 TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
@@ -141,10 +158,14 @@ TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
     Till till(company);
     till.newRequest();
     till.enters({items[0]});
-    till.user.happens([&] { till.user.control<forms::TextBox>("txtRequestNo")->setText("it's"); });
+    till.user.happens([&] { till.user.control<forms::TextBox>("txtRequestNo")->setText("it's \u2032 or"); });
     till.user.clicks("cmdOk");
     EXPECT_EQ(till.user.form(), "frmMaster");
     EXPECT_EQ(till.errors(), Names{});
+    bool lookedUp = false;
+    for (const std::string& sent : till.statements())
+        lookedUp = lookedUp || sent.find("'it''s '' or'") != std::string::npos;
+    EXPECT_TRUE(lookedUp);
 }
 
 TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
@@ -158,13 +179,16 @@ TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
          {Case{1507, false, "Goods Request To Shop", "&Shop :", "Goods Request To Shop", "Select Shop", false},
           {1611, false, "Inter Division Sales Request", "&Shop :", "Inter Division Sales Request", "Select Shop", true},
           {1507, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false},
-          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet",
-           true}}) {
+          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet", true},
+          {1700, false, "Inter Division Sales Request", "&Shop :", "Goods Request To Shop", "Select Shop", false},
+          {1700, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false}}) {
         company.change(std::string("update aPAckageSettings set alias = ") + (c.alias ? "1" : "0"));
         Till till(company, {.screenId = c.screen});
         till.newRequest(0);
         EXPECT_EQ(till.user.caption(), c.caption);
         EXPECT_EQ(till.user.text("Label1"), c.label);
+        EXPECT_EQ(till.user.control<forms::ListView>("lvwrequest")->columns().at(6).width > 0,
+                  c.screen == 1700); // prices
         till.user.clicks("cmdOk");
         till.user.answers(c.refusal, Answer::ok);
         till.addsLines();
@@ -201,9 +225,11 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         EXPECT_EQ(till.user.text("txtRemarks"), "as agreed");
         EXPECT_EQ(till.column(3), (Names{"4.000", "5.500", "6.000"}));
         EXPECT_EQ(till.column(0), (Names{"1", "2", "3"}));
+        EXPECT_EQ(till.column(1), (Names{items[0].code, items[1].code, items[2].code}));
+        EXPECT_EQ(till.module.request().lvwrequest.selectedIndex(), 1);
         EXPECT_EQ(till.user.enabled("cmdOk"), !c.locked);
         EXPECT_EQ(till.user.checked("chkTransFinished"), c.finished);
-        EXPECT_EQ(till.user.enabled("chkTransFinished"), !c.finished);
+        EXPECT_EQ(till.user.enabled("chkTransFinished"), !c.locked);
         if (!c.locked) continue;
         till.user.selectsRow("lvwrequest", 2);
         till.user.types("\r\n");
@@ -218,13 +244,14 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         EXPECT_EQ(till.user.form(), "frmRequest");
         EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
         till.user.enters("txtRemarks", "too late");
+        EXPECT_EQ(till.user.text("txtRemarks"), "as agreed");
         till.user.clicks("cmdCancel");
         EXPECT_EQ(till.user.form(), "frmMaster");
     }
 }
 
 TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
-    enum class Change { none, remarks, line };
+    enum class Change { none, remarks, remarksThenLines, sameLine, line };
     struct Case {
         const char* what;
         Change change;
@@ -232,23 +259,32 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
         const char* after;            ///< the form that has the screen then
         const char* remarks;
     };
+    // clang-format off
     for (const Case& c : {Case{"nothing changed", Change::none, {}, "frmMaster", "as agreed"},
                           {"a remark, cancel", Change::remarks, Answer::cancel, "frmRequest", "as agreed"},
+                          {"a remark, and a look at a line", Change::remarksThenLines, Answer::yes, "frmMaster", "urgent"},
                           {"a remark, no", Change::remarks, Answer::no, "frmMaster", "as agreed"},
                           {"a remark, yes", Change::remarks, Answer::yes, "frmMaster", "urgent"},
+                          {"a line as it was", Change::sameLine, {}, "frmMaster", "as agreed"},
                           {"a line, cancel", Change::line, Answer::cancel, "frmRequest", "as agreed"},
                           {"a line, no", Change::line, Answer::no, "frmMaster", "as agreed"},
                           {"a line, yes", Change::line, Answer::yes, "frmMaster", "as agreed"}}) {
+        // clang-format on
         for (const bool frame : {false, true}) {
             SCOPED_TRACE(std::string(c.what) + (frame ? ", by the window" : ", by the button"));
             CompanyFile file;
             storeRequest(file, items);
             Till till(file);
             till.editRequest(kStored);
-            if (c.change == Change::remarks) till.user.enters("txtRemarks", "urgent");
-            if (c.change == Change::line) {
+            if (c.change == Change::remarks || c.change == Change::remarksThenLines)
+                till.user.enters("txtRemarks", "urgent");
+            if (c.change == Change::remarksThenLines) {
                 till.changesLine(3);
-                till.user.enters("txtQuantity", "77");
+                till.user.clicks("cmdCancel");
+            }
+            if (c.change == Change::line || c.change == Change::sameLine) {
+                till.changesLine(3);
+                if (c.change == Change::line) till.user.enters("txtQuantity", "77");
                 till.user.clicks("cmdOk");
                 EXPECT_EQ(till.user.form(), "frmRequest");
             }
@@ -269,6 +305,23 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
                 stored ? "77" : "6");
             EXPECT_EQ(till.errors(), Names{});
         }
+    }
+}
+
+TEST_F(Header, AnEditorWhoseChangesNobodyCanTellIsLeftByTheClerksOwnAnswer) {
+    Till till(company);
+    till.newRequest();
+    till.user.enters("txtRemarks", "typed");
+    till.breaks("clsUserAuditing.DataChanged");
+    till.user.clicks("cmdCancel");
+    EXPECT_NE(till.readsReport().find("frmRequest , Form_QueryUnload"), std::string::npos);
+    EXPECT_EQ(till.user.form(), "frmRequest");
+    for (const Answer answer : {Answer::cancel, Answer::no}) {
+        till.user.closesFrame();
+        ASSERT_TRUE(till.user.message());
+        till.user.answers(Answer::ok); // the report
+        till.user.answers("Save Changes?", answer);
+        EXPECT_EQ(till.user.form(), answer == Answer::no ? "frmMaster" : "frmRequest");
     }
 }
 
@@ -301,6 +354,7 @@ TEST_F(Header, LinesThatCannotBeLoadedWholeKeepOkDisabled) {
     storeRequest(company, items, "delete aitem where itemid = " + items[1].id);
     Till till(company);
     till.editRequest(kStored);
+    till.user.answers("Not all lines of this request could be read. It can be looked at, but not changed.", Answer::ok);
     EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
     EXPECT_FALSE(till.user.enabled("cmdOk"));
     till.user.clicks("cmdCancel");
@@ -318,7 +372,7 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
         Till till(company);
         fails(till, lookUp);
         till.editRequest(kStored);
-        EXPECT_NE(till.readsReport().find("frmRequest, Form_Activate"), std::string::npos);
+        EXPECT_NE(till.readsReport().find("frmRequest , Form_Activate"), std::string::npos);
         EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
         EXPECT_FALSE(till.user.enabled("cmdOk"));
         till.user.clicks("cmdCancel");
@@ -327,7 +381,7 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
     Till till(company);
     fails(till, "select SRHTransfinished");
     till.editRequest(kStored);
-    EXPECT_NE(till.readsReport().find("frmMaster, CmdEdit_Click"), std::string::npos);
+    EXPECT_NE(till.readsReport().find("frmMaster , CmdEdit_Click"), std::string::npos);
     EXPECT_EQ(till.user.form(), "frmMaster");
     till.connection->failOn(nullptr);
     till.user.clicks("cmdnew");
@@ -335,6 +389,56 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
     EXPECT_TRUE(till.user.list("lvwrequest").empty()) << "lines of the request that was not opened";
     EXPECT_EQ(till.user.text("cboShop"), "");
     EXPECT_TRUE(till.user.enabled("cmdOk"));
+}
+
+// The site's stored layout of the editor's list.
+struct Layout {
+    const char* name;
+    const char* header; ///< a row of alistviewheader: screen, list, module
+    int width;          ///< that the third column then has, in twips
+    forms::ColumnAlignment alignment;
+};
+
+constexpr int kDesigned = 4700;
+
+TEST(StoredLayout, IsFoundByItsThreeNamesInAnyCaseAndWithBlanksAround) {
+    for (const Layout& layout : {
+             // clang-format off
+             Layout{"as written", "'frmRequest','lvwrequest','Shoptoshoptransfer'", 2345, forms::ColumnAlignment::centre},
+             {"other case", "'FRMREQUEST','LvwRequest','SHOPTOSHOPTRANSFER'", 2345, forms::ColumnAlignment::centre},
+             {"blanks around", "'  frmRequest','lvwrequest  ',' Shoptoshoptransfer '", 2345, forms::ColumnAlignment::centre},
+             {"another screen's", "'frmOther','lvwrequest','Shoptoshoptransfer'", kDesigned, forms::ColumnAlignment::left},
+             {"another module's", "'frmRequest','lvwrequest','Transfer'", kDesigned, forms::ColumnAlignment::left},
+         }) {
+        // clang-format on
+        SCOPED_TRACE(layout.name);
+        const CompanyFile company;
+        company.change(
+            "delete alistviewdetails; delete alistviewheader;"
+            " insert into alistviewheader (lvwid,lvwtransname,lvwname,lvwmodulename) values (7," +
+            std::string(layout.header) +
+            "); insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7,3,2345,2)");
+        Till till(company);
+        till.newRequest();
+        const forms::ListColumn column = till.user.control<forms::ListView>("lvwrequest")->columns().at(2);
+        EXPECT_EQ(column.width, layout.width);
+        EXPECT_EQ(column.alignment, layout.alignment);
+        EXPECT_EQ(till.errors(), std::vector<std::string>{});
+    }
+}
+
+// A column that the list does not have: one report, and the columns before it have their layout.
+TEST(StoredLayout, WithAColumnTooManyIsReportedOnce) {
+    const CompanyFile company;
+    company.change("delete alistviewdetails; insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign)"
+                   " values (1,2,1111,0); insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign)"
+                   " values (1,12,999,0)");
+    Till till(company);
+    till.opensRegister();
+    till.user.clicks("cmdnew");
+    till.readsReport();
+    EXPECT_EQ(till.user.form(), "frmRequest");
+    EXPECT_EQ(till.user.control<forms::ListView>("lvwrequest")->columns().at(1).width, 1111);
 }
 
 } // namespace

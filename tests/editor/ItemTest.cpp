@@ -1,5 +1,9 @@
 // From a code, or the search, to the item of a line: what is found, what is refused, and what then stands in the boxes.
+#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
+#include "common/Fetch.h"
+#include "lines/frmRequestDetail.h"
+#include "sandbox/suite/StandIns.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>
@@ -12,11 +16,31 @@ using Names = std::vector<std::string>;
 constexpr const char* kScan = "Scan valid barcode";
 constexpr const char* kNotHere = "Given item does not exist in this shop.   ";
 
+/// A dialog of another make: what is set are properties that can only be written, and lists come by reference.
+class StricterFetch : public automation::Object {
+public:
+    std::map<std::string, automation::Value> told;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override {
+        const bool reads = access == automation::Access::get;
+        if (member == "getCancelledStatus") return true;
+        if (reads && member != "Show") automation::raise(automation::kNoSuchMember);
+        if (reads) return automation::Value();
+        if (arguments.back().is<automation::Array>() && !arguments.back().isReference())
+            automation::raise(automation::kTypeMismatch);
+        told[std::string(member)] = arguments.back().resolved();
+        return automation::Value();
+    }
+    bool has(std::string_view) const override { return true; }
+    std::string className() const override { return "clsFetch"; }
+};
+
 class Item : public testing::Test {
 protected:
     CompanyFile company;
     std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 4);
     const SampleItem& item = items[0];
+    const SampleItem& other = items[1];
 
     /// What a code gives: the item shown, the message, and where the focus is then.
     struct Found {
@@ -150,8 +174,12 @@ TEST_F(Item, NoApostropheEntersTheBarcodeBox) {
     EXPECT_EQ(till.user.text("txtBarcode"), "123");
     till.user.pastes("'; delete aitem --'x");
     EXPECT_EQ(till.user.text("txtBarcode"), "123; delete aitem --x");
+    till.user.pastes("\u02BC; \uFF07x"); // which a server's code page makes apostrophes
+    EXPECT_EQ(till.user.text("txtBarcode"), "; x123; delete aitem --x");
     till.user.types("\r");
     till.user.answers(kScan, Answer::ok);
+    till.user.types("7"); // over the code that was refused
+    EXPECT_EQ(till.user.text("txtBarcode"), "7");
     EXPECT_EQ(till.errors(), Names{});
 }
 
@@ -193,6 +221,9 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
     till.user.types(items[1].description);
     const auto listed = till.user.list("lvwItems");
     ASSERT_FALSE(listed.empty());
+    till.user.types("\r"); // such as a scanner sends
+    EXPECT_EQ(till.user.form(), "FetchWindow") << "nothing was chosen";
+    till.user.presses(forms::kKeyDown);
     till.user.types("\r");
     ASSERT_EQ(till.user.form(), "frmRequestDetail");
     EXPECT_EQ(till.user.text("cboItem"), listed[0][2]);
@@ -206,15 +237,6 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
     EXPECT_EQ(till.user.text("cboItem"), "");
     till.user.clicks("cmdCancel");
     EXPECT_EQ(till.column(1), (Names{listed[0][1]}));
-
-    // What was fetched stays open until another shop is chosen.
-    const auto fetched = till.module.session.itemRecordset;
-    ASSERT_TRUE(fetched);
-    EXPECT_EQ(basic::cLng(fetched->get("State")), 1);
-    till.picksShop(4);
-    till.user.answers(Answer::yes);
-    EXPECT_EQ(basic::cLng(fetched->get("State")), 0);
-    EXPECT_FALSE(till.module.session.itemRecordset);
 }
 
 TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
@@ -240,9 +262,9 @@ TEST_F(Item, PackingsAreListedAndCountedInFractions) {
                    ";delete apackingtypecapacitydetail where packingtypeid in (91, 92, 93);"
                    "insert into apackingtype values (91, 'Dozen');insert into apackingtype values (92, 'Pallet');"
                    "insert into apackingtype values (93, 'Loose');"
-                   "insert into apackingtypecapacitydetail select 91, UnitsId, 12 from aitem" +
-                   of + ";insert into apackingtypecapacitydetail select 92, UnitsId, 40 from aitem" + of +
-                   ";insert into aitempackingdetail values (" + item.id +
+                   "insert into apackingtypecapacitydetail values (91, (select UnitsId from aitem" +
+                   of + "), 12), (92, (select UnitsId from aitem" + of +
+                   "), 40);insert into aitempackingdetail values (" + item.id +
                    ", 91, '2991', 1, 1)"
                    ";insert into aitempackingdetail values (" +
                    item.id +
@@ -263,7 +285,7 @@ TEST_F(Item, PackingsAreListedAndCountedInFractions) {
     till.user.enters("txtQuantity", "5\r");
     const std::string report = till.readsReport();
     EXPECT_NE(report.find("Error 11: Division by zero"), std::string::npos);
-    EXPECT_NE(report.find("basGRtoShop, FillPackingQuantities"), std::string::npos) << report;
+    EXPECT_NE(report.find("basGRtoShop , FillPackingQuantities"), std::string::npos) << report;
     EXPECT_EQ(till.user.text("txtQuantity"), "5");
     EXPECT_EQ(till.user.focus(), "txtBadQuantity") << "the next key of a scanner belongs there";
     till.user.clicks("cmdOk");
@@ -307,17 +329,70 @@ TEST_F(Item, PricesComeFromTheProcedureAndKeepTwoDecimals) {
     }
 }
 
-TEST_F(Item, APriceProcedureThatFailsIsReportedOnceAndTheItemStays) {
-    Till till(company, {.screenId = 1611});
+TEST_F(Item, WithoutDepartmentAndRetailPackingThePriceIsAskedForZeroOfBoth) {
+    company.change("delete aDepartmentMaster; update aitempackingdetail set RetailPacking = 0");
+    Till till(company);
     reachesLines(till);
-    till.connection->failOn([](std::string_view statement) { return statement.starts_with("spSellingPriceFetch"); });
-    till.user.enters("txtBarcode", item.barcode + "\r");
-    EXPECT_NE(till.readsReport().find("cboItem_Click"), std::string::npos);
-    till.connection->failOn(nullptr);
-    EXPECT_EQ(till.user.text("cboItem"), item.description);
-    till.user.enters("txtBarcode", item.barcode + "\r");
-    EXPECT_FALSE(till.user.message());
-    EXPECT_NE(till.user.text("txtsellingprice"), "");
+    scans(till, item.barcode);
+    EXPECT_EQ(till.statements("spSellingPriceFetch"), Names{"spSellingPriceFetch 1,1,0," + item.id + ",0,1,0"});
+}
+
+TEST_F(Item, LookUpsThatFailAreReportedOnceAndLeaveNothingOfTheItemBefore) {
+    struct Case {
+        const char* statement;
+        const char* routine;
+        bool keepsItem; ///< the item is chosen all the same
+        bool keepsCode; ///< and stands with all that could be read of it
+    };
+    // clang-format off
+    for (const Case& c : {Case{"spSellingPriceFetch", "basGRtoShop , fnGetSellingPrice", true, true},
+                          {"select a.departmentID", "frmRequestDetail , fnGetDeptCurrID", true, true},
+                          {"select reorderquantity", "frmRequestDetail , cboItem_Click", true, true},
+                          {"select ad.packingtypeid", "basGRtoShop , FillPackingTypes", true, true},
+                          {"select a.itemid, v.itemdescription", "frmRequestDetail , txtBarcode_KeyPress", false, false},
+                          {"select apd.itemid", "frmRequestDetail , txtBarcode_KeyPress", false, false}}) {
+        // clang-format on
+        SCOPED_TRACE(c.statement);
+        Till till(company, {.screenId = 1611});
+        reachesLines(till);
+        scans(till, item.barcode);
+        till.user.enters("txtQuantity", "7");
+        till.connection->failOn([&](std::string_view statement) { return statement.starts_with(c.statement); });
+        till.user.enters("txtBarcode", other.barcode + "\r");
+        EXPECT_NE(till.readsReport().find(c.routine), std::string::npos);
+        till.connection->failOn(nullptr);
+        EXPECT_EQ(till.user.text("cboItem"), c.keepsItem ? other.description : "");
+        EXPECT_EQ(till.module.requestDetail().strItemCode, c.keepsCode ? other.code : "");
+        EXPECT_NE(till.user.text("txtQuantity"), "7");
+        const std::string failed = c.statement;
+        EXPECT_EQ(till.user.text("txtsellingprice").empty(), failed == "select reorderquantity" || !c.keepsItem);
+        EXPECT_EQ(till.user.text("txtsellingprice") == "0", failed == "spSellingPriceFetch");
+        EXPECT_EQ(till.user.list("lvwpacktype").empty(), failed == "select ad.packingtypeid" || !c.keepsItem);
+        if (c.keepsItem) continue;
+        till.user.types(item.barcode + "\r"); // takes the failed scan's place
+        EXPECT_EQ(till.user.text("cboItem"), item.description);
+    }
+}
+
+TEST_F(Item, FetchIsToldTheSameWhereItsMembersAreStricterProperties) {
+    const auto strict = std::make_shared<StricterFetch>();
+    const automation::ObjectPtr records = sandbox::createStandIn("ADODB.Recordset", {});
+    goodsreq::FetchRequest request;
+    request.columns = {{"ItemID", "Item ID", 0}, {"Brand", "Its brand", 2000}};
+    request.defaultColumn = 1;
+    request.caption = "Item Fetch";
+    request.shopId = 3;
+    EXPECT_EQ(goodsreq::Fetch(strict).show(request, records).object(), nullptr); // cancelled
+    EXPECT_EQ(strict->told["setRecordset"], automation::Value(records));
+    EXPECT_EQ(strict->told["setFieldNames"], automation::Value(automation::Array{"ItemID", "Brand"}));
+    EXPECT_EQ(strict->told["setFieldCaptions"], automation::Value(automation::Array{"Item ID", "Its brand"}));
+    EXPECT_EQ(strict->told["setFieldWidths"],
+              automation::Value(automation::Array{std::int16_t{0}, std::int16_t{2000}}));
+    EXPECT_EQ(strict->told["setDefaultFetchField"], automation::Value(std::int16_t{1}));
+    EXPECT_EQ(strict->told["setInterfaceCaption"], automation::Value("Item Fetch"));
+    EXPECT_EQ(strict->told["setShopId"], automation::Value(std::int16_t{3}));
+    EXPECT_EQ(strict->told["setFetchType"], automation::Value("I"));
+    EXPECT_EQ(strict->told["setLocationType"], automation::Value("S"));
 }
 
 } // namespace

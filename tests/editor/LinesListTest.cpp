@@ -74,6 +74,9 @@ TEST_F(LinesList, DeletionAsksAndRenumbers) {
     till.user.answers(question, Answer::yes);
     EXPECT_EQ(till.column(0), (Names{"1", "2"}));
     EXPECT_EQ(till.column(2), (Names{items[0].description, items[2].description}));
+    EXPECT_EQ(list().selectedIndex(), 2) << "at its place";
+    till.user.presses(forms::kKeyDelete);
+    till.user.answers(Answer::yes);
     EXPECT_EQ(list().selectedIndex(), 1);
 }
 
@@ -88,6 +91,26 @@ TEST_F(LinesList, DeletingFromAStoredRequestIsNoChangeOfALineOnItsOwn) {
     EXPECT_EQ(other.user.list("lvwrequest").size(), 2u);
     other.user.clicks("cmdCancel"); // not asked
     EXPECT_EQ(other.user.form(), "frmMaster");
+}
+
+TEST_F(LinesList, TheOnlyLineOfARequestIsLoadedChangedAndDeleted) {
+    CompanyFile file;
+    storeRequest(file, items, "delete mesRequesttoShopDetail where srdrequestid = 900 and srditemid <> " + items[2].id);
+    Till other(file);
+    other.editRequest(kStored);
+    EXPECT_EQ(other.user.list("lvwrequest"), (Rows{{"1", items[2].code, items[2].description, "6.000", "0.500",
+                                                    items[2].id, "0.000", items[2].unit}}));
+    other.user.focuses("lvwrequest");
+    other.user.types("\r");
+    EXPECT_EQ(other.user.text("cboItem"), items[2].description);
+    other.user.clicks("cmdCancel");
+    other.user.presses(forms::kKeyDelete);
+    other.user.answers(Answer::yes);
+    EXPECT_TRUE(other.user.list("lvwrequest").empty());
+    EXPECT_EQ(other.module.request().lvwrequest.selectedIndex(), 0);
+    other.user.clicks("cmdOk");
+    other.user.answers("Atleast one detail needed", Answer::ok);
+    EXPECT_EQ(other.errors(), Names{});
 }
 
 TEST_F(LinesList, TheMenuOffersWhatCanBeDone) {
@@ -124,6 +147,9 @@ TEST_F(LinesList, AClickedLineTellsItsQuantityAndItsWholeName) {
     EXPECT_EQ(list().item(1).toolTip(3), "12,345.500");
     EXPECT_EQ(list().item(1).toolTip(2), items[0].description);
     EXPECT_EQ(list().item(1).toolTip(1), "");
+    list().item(1).setSubItem(3, "2.000");
+    EXPECT_EQ(list().item(1).toolTip(3), "");
+    EXPECT_EQ(list().item(1).toolTip(2), items[0].description);
 }
 
 TEST_F(LinesList, KnowsWhetherTheSupplyingShopCarriesAnItem) {

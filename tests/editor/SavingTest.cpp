@@ -71,9 +71,9 @@ TEST_F(Saving, RefusesInOrder) {
 TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
     struct Case {
         std::int32_t screen;
-        const char *type, *price;
+        const char *type, *price, *prefix;
     };
-    for (const Case& c : {Case{1507, "r", "0"}, {1611, "s", "9.99"}}) {
+    for (const Case& c : {Case{1507, "r", "0", "GR/"}, {1611, "s", "9.99", "IS/"}}) {
         Till till(company, {.screenId = c.screen, .userId = 2});
         till.newRequest();
         till.addsLines();
@@ -96,15 +96,19 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
         EXPECT_EQ(stored[1][2], "0");
         EXPECT_EQ(
             company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
-                         " srhTransfinished, convert(varchar(10), srhrequestdate, 111) from mesRequesttoShopHeader"
+                         " srhTransfinished, convert(varchar(10), srhrequestdate, 111), case when"
+                         " SRHrequestTime > '20200101' then 'timed' end from mesRequesttoShopHeader"
                          " where srhshopid = 1 and srhrequestid = " +
                          id),
-            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "2026/03/31"}}));
+            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "2026/03/31", "timed"}}));
         EXPECT_EQ(company.rows(
                       "select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and DocumentID = '" +
                       id + "'"),
                   (Rows{{"N", "2", std::to_string(c.screen)}}));
-        EXPECT_EQ(till.user.grid("flexMaster").back()[0], id);
+        const auto row = till.user.grid("flexMaster").back();
+        EXPECT_EQ(row[0], id);
+        EXPECT_EQ(row[1].substr(0, 3), c.prefix);
+        EXPECT_EQ(row[2], "31/03/2026");
     }
 }
 
@@ -172,6 +176,14 @@ TEST_F(Saving, AnEditRewritesTheLinesAndLeavesTheRestOfTheHead) {
                          " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
             (Rows{{std::to_string(items_.size()), "Tom Barker", "1"}}));
     }
+    Till till(company);
+    till.editRequest(kStored);
+    till.user.checks("chkTransFinished");
+    till.user.clicks("cmdOk");
+    till.user.answers(kFinished, Answer::yes);
+    EXPECT_EQ(company.value("select srhTransfinished from mesRequesttoShopHeader where srhshopid = 1 and"
+                            " srhrequestid = 900"),
+              "1");
 }
 
 TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
@@ -185,6 +197,7 @@ TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
     till.changesLine(1);
     EXPECT_EQ(till.user.text("txtQuantity"), "123456789012345.678");
     till.user.clicks("cmdOk");
+    till.user.answers("Is the quantity 123456789012345.678 right?", Answer::yes);
     till.user.clicks("cmdCancel");
     EXPECT_EQ(till.column(3)[0], "123456789012345.678");
     till.user.clicks("cmdOk");
@@ -192,42 +205,142 @@ TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
     EXPECT_EQ(details(kStored)[0][2], "123456789012345.678");
 }
 
-TEST_F(Saving, ASecondUserWhoTakesTheNumberCostsOneReportAndASecondOk) {
-    Till first(company);
-    first.newRequest();
-    first.enters({items[0], items[1]});
-    Till second(company, {.userId = 2});
-    second.newRequest();
-    second.enters({items[2]});
+// Each time after this till has read the highest number, before it writes, another till takes it.
+TEST_F(Saving, OthersWhoTakeTheNumberMeanwhileCostNothingUpToThreeTimes) {
+    const int oldId = std::stoi(newestId());
+    for (const int rivals : {1, 3, 4}) {
+        SCOPED_TRACE(rivals);
+        const int before = std::stoi(newestId());
+        Till till(company);
+        till.newRequest();
+        till.enters({items[0], items[1]});
+        int taken = 0;
+        till.connection->failOn([&](std::string_view statement) {
+            if (taken < rivals && statement.find("CURRENT_TIMESTAMP") != std::string_view::npos) {
+                Till rival(company, {.userId = 2});
+                rival.newRequest();
+                rival.enters({items[2]});
+                rival.user.clicks("cmdOk");
+                ++taken;
+            }
+            return false;
+        });
+        till.user.clicks("cmdOk");
+        EXPECT_EQ(taken, rivals);
+        till.connection->failOn(nullptr);
+        if (rivals > 3) {
+            EXPECT_NE(till.readsReport().find("KEY constraint"), std::string::npos);
+            EXPECT_EQ(till.user.text("txtRequestNo"), "");
+            EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
+            till.user.clicks("cmdOk");
+        }
+        ASSERT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(std::stoi(newestId()), before + rivals + 1);
+        EXPECT_EQ(details(newestId()).size(), 2u);
+    }
+    const std::string newer =
+        " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > " + std::to_string(oldId);
+    EXPECT_EQ(company.value("select count(distinct srhrequestno)" + newer), company.value("select count(*)" + newer));
+}
 
-    // The other till saves after this one has read the highest number, before it writes.
-    bool taken = false;
-    first.connection->failOn([&](std::string_view statement) {
-        if (!taken && statement.find("CURRENT_TIMESTAMP") != std::string_view::npos) {
-            taken = true;
-            second.user.clicks("cmdOk");
+// Another till holds its rows for longer than the server lets this one wait, and then lets them go.
+TEST_F(Saving, ALockThatWasWaitedForTooLongCostsOneMoreTry) {
+    Till till(company);
+    till.newRequest();
+    till.enters({items[0]});
+    const std::string before = newestId();
+    const auto other = sandbox::openConnection(company.path());
+    other->call("BeginTrans");
+    other->call("Execute", "update mesRequesttoShopHeader set SRHremarks = SRHremarks");
+    int begun = 0;
+    till.connection->failOn([&](std::string_view statement) {
+        if (statement.starts_with("BEGIN") && ++begun == 2) other->call("RollbackTrans");
+        return false;
+    });
+    till.user.clicks("cmdOk");
+    EXPECT_EQ(begun, 2);
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(std::stoi(newestId()), std::stoi(before) + 1);
+}
+
+TEST_F(Saving, ADeadlocksVictimIsSavedAgainAndAComponentsErrorIsNot) {
+    Till till(company);
+    till.newRequest();
+    till.enters({items[0]});
+    const std::string before = newestId();
+    bool lost = false;
+    till.connection->failOn([&](std::string_view statement) {
+        if (!lost && statement.starts_with("insert into mesRequesttoShopDetail")) {
+            lost = true;
+            till.connection->database().loseDeadlock();
         }
         return false;
     });
-    first.user.clicks("cmdOk");
-    first.connection->failOn(nullptr);
-    ASSERT_TRUE(taken);
-    ASSERT_EQ(second.user.form(), "frmMaster");
-    const std::string secondsId = newestId();
-    EXPECT_NE(first.readsReport().find("KEY constraint"), std::string::npos);
-    EXPECT_EQ(first.user.form(), "frmRequest");
-    EXPECT_EQ(first.user.list("lvwrequest").size(), 2u);
-    EXPECT_EQ(first.user.text("txtRequestNo"), "");
-    EXPECT_EQ(details(secondsId).size(), 1u);
+    till.user.clicks("cmdOk");
+    EXPECT_TRUE(lost);
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(std::stoi(newestId()), std::stoi(before) + 1);
+    EXPECT_EQ(details(newestId()).size(), 1u);
+    till.user.clicks("cmdnew");
+    till.picksShop(kSupplier);
+    till.enters({items[0]});
+    const std::size_t begun = till.statements("BEGIN").size();
+    till.breaks("clsUserAuditing.SaveUserAuditingInfo");
+    till.user.clicks("cmdOk");
+    till.readsReport();
+    EXPECT_EQ(till.statements("BEGIN").size(), begun + 1);
+}
 
+TEST_F(Saving, WhereTheRefusedCommitWasRolledBackTheNumberIsAnybodys) {
+    Till first(company);
+    first.newRequest();
+    first.enters({items[0], items[1]});
+    first.connection->failOn([](std::string_view statement) { return statement.starts_with("COMMIT"); });
     first.user.clicks("cmdOk");
-    ASSERT_EQ(first.user.form(), "frmMaster");
-    EXPECT_EQ(std::stoi(newestId()), std::stoi(secondsId) + 1);
+    first.readsReport();
+    first.connection->failOn(nullptr);
+    EXPECT_EQ(first.user.text("txtRequestNo"), "");
+    Till second(company, {.userId = 2});
+    second.newRequest();
+    second.enters({items[2]});
+    second.user.clicks("cmdOk");
+    const int secondsId = std::stoi(newestId());
+    first.user.clicks("cmdOk");
+    EXPECT_EQ(first.user.form(), "frmMaster");
+    EXPECT_EQ(std::stoi(newestId()), secondsId + 1);
     EXPECT_EQ(details(newestId()).size(), 2u);
-    EXPECT_NE(company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
-                            newestId()),
-              company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
-                            secondsId));
+}
+
+TEST_F(Saving, ARequestThatSomebodyClosedToChangesMeanwhileStaysAsItIs) {
+    for (const auto& [change, said] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"srhTransfinished = 1", "Request is confirmed, You can't edit"},
+             {"SRHcancelled = 1", "Record already deleted "},
+             {"srhused = 1", "Entry Processed,Cannot Edit"}}) {
+        SCOPED_TRACE(said);
+        const CompanyFile file;
+        storeRequest(file, items, "");
+        const std::string row = "select * from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
+        Till till(file);
+        till.editRequest(kStored);
+        till.addsLines();
+        till.line(items[3], "2");
+        till.user.clicks("cmdCancel");
+        till.user.enters("txtRemarks", "too late");
+        file.change(std::string("update mesRequesttoShopHeader set ") + change +
+                    " where srhshopid = 1 and srhrequestid = 900");
+        const std::string before = sizes(file);
+        const Rows stored = file.rows(row);
+        till.user.clicks("cmdOk");
+        till.user.answers(said, Answer::ok);
+        EXPECT_EQ(till.user.form(), "frmRequest");
+        EXPECT_FALSE(till.user.enabled("cmdOk"));
+        EXPECT_EQ(till.user.list("lvwrequest").size(), 4u);
+        EXPECT_FALSE(till.connection->database().inTransaction());
+        EXPECT_EQ(sizes(file), before);
+        EXPECT_EQ(file.rows(row), stored);
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.user.form(), "frmMaster");
+    }
 }
 
 TEST_F(Saving, ALeftOverTransactionIsClearedByTheFirstOk) {
@@ -267,16 +380,50 @@ TEST_F(Saving, ACommitWhoseAnswerIsLostCannotStoreTheRequestTwice) {
     EXPECT_EQ(std::stoi(company.value("select count(*) from mesRequesttoShopHeader")), std::stoi(before) + 1);
 }
 
-TEST_F(Saving, BadInputIsOneReportAndCanBePutRight) {
+TEST_F(Saving, ACommitThatDiedWithItsConnectionGivesWayToWhoTookTheNumberSince) {
+    Till till(company);
+    till.newRequest();
+    till.enters({items[0], items[1]});
+    till.connection->failOn([&](std::string_view statement) {
+        if (statement.starts_with("COMMIT")) till.connection->kill();
+        return false;
+    });
+    till.user.clicks("cmdOk");
+    till.readsReport();
+    till.connection->failOn(nullptr);
+    till.connection->call("Close");
+    till.connection->call("Open");
+    const std::string kept = till.user.text("txtRequestNo");
+    Till rival(company, {.userId = 2});
+    rival.newRequest();
+    rival.enters({items[2]});
+    rival.user.clicks("cmdOk");
+    const int rivalsId = std::stoi(newestId());
+    EXPECT_EQ(company.value("select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
+                            newestId()),
+              kept);
+    till.user.clicks("cmdOk");
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(std::stoi(newestId()), rivalsId + 1);
+    EXPECT_EQ(details(newestId()).size(), 2u);
+}
+
+TEST_F(Saving, BadInputIsRefusedInWordsAndCanBePutRight) {
     struct Case {
         const char* what;
         const char* box;
-        std::string bad, good;
+        std::string bad, good, said;
+    };
+    const auto noDate = [](const std::string& text) {
+        return "\"" + text + "\" is no date. Enter the day of the request, such as 31/03/2026.";
     };
     for (const Case& c :
-         {Case{"no date", "txtrequestDate", "soon", "31/03/2026"},
-          {"an empty date", "txtrequestDate", "", "31/03/2026"},
-          {"remarks that are too long", "txtRemarks", std::string(10000, 'x'), "quote ' and \"quote\""}}) {
+         {Case{"no date", "txtrequestDate", "soon", "31/03/2026", noDate("soon")},
+          {"a number, which is a day long ago", "txtrequestDate", "31032026", "31/03/2026", noDate("31032026")},
+          {"a time", "txtrequestDate", "10:30", "31/03/2026", noDate("10:30")},
+          {"an empty date", "txtrequestDate", "", "31/03/2026", noDate("")},
+          {"remarks that are too long", "txtRemarks", std::string(256, 'x'), "quote ' and \"quote\"",
+           "The remarks have 256 characters, 1 more than can be stored. Shorten them to 255."}}) {
         SCOPED_TRACE(c.what);
         const std::string before = sizes();
         Till till(company);
@@ -287,8 +434,10 @@ TEST_F(Saving, BadInputIsOneReportAndCanBePutRight) {
         };
         writes(c.bad);
         till.user.clicks("cmdOk");
-        till.readsReport();
+        till.user.answers(c.said, Answer::ok);
         EXPECT_EQ(till.user.form(), "frmRequest");
+        EXPECT_EQ(till.user.focus(), c.box);
+        EXPECT_EQ(till.user.text("txtRequestNo"), "");
         EXPECT_EQ(till.user.list("lvwrequest").size(), 1u);
         EXPECT_EQ(sizes(), before);
         writes(c.good);
@@ -300,6 +449,27 @@ TEST_F(Saving, BadInputIsOneReportAndCanBePutRight) {
                                 " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId()),
                   c.good);
     }
+}
+
+TEST_F(Saving, ADateIsReadWhenItsBoxIsLeftAndSaidToLieBeforeTheRegister) {
+    Till till(company);
+    till.newRequest(0);
+    EXPECT_EQ(till.user.focus(), "cboShop");
+    till.picksShop(kSupplier);
+    till.enters({items[0]});
+    till.user.enters("txtrequestDate", "31/31/2026\r");
+    till.user.answers("\"31/31/2026\" is no date. Enter the day of the request, such as 31/03/2026.", Answer::ok);
+    EXPECT_EQ(till.user.focus(), "txtrequestDate");
+    till.user.clicks("cmdCancel"); // which is not held up by it
+    till.user.answers("Save Changes?", Answer::cancel);
+    till.user.enters("txtrequestDate", "31/03/2016\r");
+    EXPECT_EQ(till.user.focus(), "cboShop");
+    till.user.clicks("cmdOk");
+    const std::string number = company.value(
+        "select srhrequestno from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId());
+    till.user.answers("The request " + number + " is saved. Its date lies before those that the register shows.",
+                      Answer::ok);
+    EXPECT_EQ(till.user.form(), "frmMaster");
 }
 
 TEST_F(Saving, AnItemThatWasRetiredMeanwhileIsStoredAllTheSame) {

@@ -1,4 +1,5 @@
 // The life of forms: loading by touch, activation, closing from inside and outside, and errors in handlers.
+#include "tests/basic/ExpectError.h"
 #include "tests/forms/SampleForm.h"
 #include "tests/support/User.h"
 
@@ -194,13 +195,7 @@ TEST_F(FormLife, AnsweringTheCloseQuestionByUnloadingAsksOnlyOnce) {
 
 TEST_F(FormLife, AFormCannotBeShownTwiceAtOnce) {
     long number = 0;
-    form->cmdOk.onClick = [&] {
-        try {
-            form->showModal(nullptr);
-        } catch (const automation::RunTimeError& error) {
-            number = error.number();
-        }
-    };
+    form->cmdOk.onClick = [&] { number = errorOf([&] { form->showModal(nullptr); }); };
     showsForm();
     user.clicks("cmdOk");
     EXPECT_EQ(number, 400);
@@ -220,6 +215,29 @@ TEST_F(FormLife, AnErrorThatAHandlerLetsThroughIsShownAndTheFormStays) {
     EXPECT_EQ(user.form(), "frmSample");
 }
 
+TEST_F(FormLife, ADesignThatFailsIsAnErrorAndTheFormCanBeShownAgain) {
+    for (const int failing : {1, 2}) { // when it is first loaded, or when it goes back to its design
+        form = std::make_shared<SampleForm>(desktop);
+        int designs = 0, clicks = 0;
+        form->designs = [&] {
+            if (++designs == failing) automation::raise(automation::kTypeMismatch);
+        };
+        form->cmdOk.onClick = [&] { ++clicks; };
+        long number = 0;
+        user.starts([&] { number = errorOf([&] { form->showModal(nullptr); }); });
+        EXPECT_EQ(number, failing == 1 ? 13 : 0);
+        if (failing == 2) {
+            user.clicks("cmdCancel");
+            user.answers("Type mismatch", Answer::ok);
+        }
+        EXPECT_TRUE(user.ended());
+        showsForm();
+        user.clicks("cmdOk");
+        EXPECT_EQ(clicks, 1);
+        user.clicks("cmdCancel");
+    }
+}
+
 TEST_F(FormLife, KeysSentBeforeAnErrorStillAct) {
     form->txtName.onKeyPress = [this](std::int16_t&) {
         desktop.sendKeys("{tab}");
@@ -229,6 +247,12 @@ TEST_F(FormLife, KeysSentBeforeAnErrorStillAct) {
     user.presses(kKeyReturn);
     user.answers("Overflow", Answer::ok);
     EXPECT_EQ(user.focus(), "cboShop");
+}
+
+TEST_F(FormLife, KeysSentWhileNoFormIsShownAreLost) {
+    desktop.sendKeys("{Tab}");
+    showsForm();
+    EXPECT_EQ(user.focus(), "txtName");
 }
 
 TEST_F(FormLife, AnchoredControlsFollowTheFrame) {

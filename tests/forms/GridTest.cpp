@@ -27,7 +27,8 @@ protected:
     }
     std::string column(int col) const {
         std::string all;
-        for (int row = grid.fixedRows(); row < grid.rows(); ++row) all.append(row > 1 ? "|" : "").append(grid.cell(row, col));
+        for (int row = grid.fixedRows(); row < grid.rows(); ++row)
+            all.append(row > 1 ? "|" : "").append(grid.cell(row, col));
         return all;
     }
 };
@@ -63,7 +64,8 @@ TEST_F(GridRows, SortIsStableInEachOrder) {
 }
 
 TEST_F(GridRows, NumbersSortByValueHoweverTheyAreWritten) {
-    fill({"1,000", "-0.5", "9", "&H10", "00012.50", "123456789012345678", "1e3", "(7)", " 8 ", "999999999999999.5", ".25"});
+    fill({"1,000", "-0.5", "9", "&H10", "00012.50", "123456789012345678", "1e3", "(7)", " 8 ", "999999999999999.5",
+          ".25"});
     grid.sort(0, SortOrder::genericAscending);
     EXPECT_EQ(column(1), "8|2|11|9|3|5|4|1|7|10|6");
 }
@@ -189,6 +191,9 @@ TEST_F(GridRows, CellsAreEmptyUntilSetAndAddedRowsSplitAtTabs) {
     EXPECT_EQ(column(0), "|17|18");
     EXPECT_EQ(column(1), "|GR/1|b");
     EXPECT_EQ(column(2), "||c");
+    grid.setCols(4);
+    EXPECT_EQ(column(3), "||") << "a cell too many is gone";
+    grid.setCols(3);
     grid.clear();
     EXPECT_EQ(column(0), "||");
     EXPECT_EQ(grid.rows(), 4);

@@ -1,14 +1,16 @@
 // The members by which components reach forms and controls: one table, then the objects within lists and forms.
+#include "tests/basic/ExpectError.h"
 #include "tests/forms/SampleForm.h"
 #include "tests/support/ScriptedDesktop.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 using namespace forms;
 using automation::Array;
 using automation::Missing;
 using automation::ObjectPtr;
-using automation::RunTimeError;
 using automation::Value;
 using support::ScriptedDesktop;
 
@@ -27,18 +29,10 @@ protected:
             for (const char* line : {"1", "2"}) form->lvwLines.add(line);
             form->flexRows.setRows(3);
         };
+        form->ensureLoaded();
     }
     ObjectPtr control(const char* name) { return form->get(name).objectPtr(); }
 };
-
-template <class F> long errorOf(F&& act) {
-    try {
-        act();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 } // namespace
 
@@ -89,6 +83,31 @@ TEST_F(FormMembers, WhatIsPutIsWhatIsRead) {
     }
 }
 
+TEST_F(FormMembers, EachObjectKnowsItsMembers) {
+    const ObjectPtr lines = control("lvwLines");
+    const ObjectPtr items = lines->get("ListItems").objectPtr();
+    const ObjectPtr headers = lines->get("ColumnHeaders").objectPtr();
+    const std::pair<ObjectPtr, const char*> cases[] = {
+        {form, "Name Caption BackColor Width Height Tag Visible ActiveControl Controls TXTNAME"},
+        {form->get("Controls").objectPtr(), "count Item"},
+        {control("lblName"),
+         "Name Enabled Visible Tag ToolTipText BackColor ForeColor TabIndex SetFocus Left Top Width Height"},
+        {control("txtName"), "Text SelStart SelLength SelText MaxLength Locked MultiLine Enabled"},
+        {control("cboShop"), "AddItem RemoveItem Clear ListCount NewIndex ListIndex List ItemData Text"},
+        {control("flexRows"), "RowSel MouseRow MouseCol FixedRows FormatString RemoveItem AddItem Clear Sort Enabled"},
+        {lines, "ListItems ColumnHeaders SelectedItem Enabled"},
+        {items, "Count Item Add Remove Clear"},
+        {items->call("Item", number(1)).objectPtr(), "Text SubItems Selected Index Key Tag ToolTipText"},
+        {headers, "Count Item"},
+        {headers->call("Item", number(1)).objectPtr(), "Text Width Alignment Index"},
+    };
+    for (const auto& [object, members] : cases) {
+        std::istringstream names(members);
+        for (std::string name; names >> name;) EXPECT_TRUE(object->has(name)) << object->className() << "." << name;
+        EXPECT_FALSE(object->has("Nothing")) << object->className();
+    }
+}
+
 TEST_F(FormMembers, ClassesBearTheirUsualNames) {
     const std::pair<const char*, const char*> cases[] = {
         {"lblName", "Label"},    {"txtName", "TextBox"},   {"cboShop", "ComboBox"}, {"optUp", "OptionButton"},
@@ -129,6 +148,33 @@ TEST_F(FormMembers, WrongMembersAndValuesAreTheirErrors) {
     for (const Case& c : cases)
         EXPECT_EQ(errorOf([&] { control(c.control)->put(c.member, c.value); }), c.error)
             << c.control << "." << c.member;
+}
+
+TEST_F(FormMembers, NoNumberIsTooLargeForTheWindow) {
+    constexpr int kFar = 500'000; // twips
+    const ObjectPtr list = control("lvwLines");
+    const ObjectPtr line = list->get("ListItems").object().call("Add").objectPtr();
+    const ObjectPtr column = list->call("ColumnHeaders", number(1)).objectPtr();
+    const ObjectPtr grid = control("flexRows");
+    for (const std::int32_t far : {0x7FFFFFFF, -0x7FFFFFFF - 1}) {
+        const std::int32_t kept = far < 0 ? -kFar : kFar;
+        for (const char* name : {"txtName", "cmdOk", "flexRows"})
+            for (const char* member : {"Left", "Top", "Width", "Height"}) {
+                control(name)->put(member, number(far));
+                EXPECT_EQ(control(name)->get(member), number(kept)) << name << "." << member;
+            }
+        for (const char* member : {"Width", "Height"}) form->put(member, number(far));
+        form->resized(30000, 20000);
+        column->put("Width", number(far));
+        EXPECT_EQ(column->get("Width"), number(std::max(kept, 0)));
+        std::array<Value, 2> cell{number(far), "x"};
+        EXPECT_EQ(errorOf([&] { line->invoke(automation::Access::put, "SubItems", cell); }), automation::kInvalidCall);
+    }
+    std::array<Value, 2> width{number(1), number(0x7FFFFFFF)};
+    grid->invoke(automation::Access::put, "ColWidth", width);
+    EXPECT_EQ(grid->call("ColWidth", number(1)), number(kFar));
+    grid->put("FormatString", std::string(30'000'000, 'x'));
+    EXPECT_EQ(grid->call("ColWidth", number(0)), number(kFar));
 }
 
 TEST_F(FormMembers, AComponentFillsACombo) {
@@ -204,17 +250,18 @@ TEST_F(FormMembers, AComponentWorksOnAGrid) {
     grid->put("Sort", number(8));
     EXPECT_EQ(grid->call("TextMatrix", number(1), number(1)), Value("first"));
     EXPECT_EQ(grid->call("TextMatrix", number(2), number(1)), Value("another"));
+    grid->call("RemoveItem", number(1));
+    EXPECT_EQ(grid->call("TextMatrix", number(1), number(1)), Value("another"));
     EXPECT_EQ(errorOf([&] { grid->get("Sort"); }), automation::kNoSuchMember);
     EXPECT_EQ(errorOf([&] { grid->call("TextMatrix", number(9), number(1)); }), automation::kSubscriptOutOfRange);
 }
 
 TEST_F(FormMembers, AFormGivesItsControlsByNameNumberAndOneByOne) {
     EXPECT_EQ(form->get("Name"), Value("frmSample"));
-    EXPECT_EQ(form->loads, 0);
     const ObjectPtr controls = form->get("Controls").objectPtr();
-    EXPECT_EQ(form->loads, 1);
     EXPECT_EQ(controls->get("Count"), number(11));
     EXPECT_EQ(controls->call("Item", number(1)).objectPtr().get(), &form->txtName);
+    EXPECT_EQ(form->call("Controls", number(0)).objectPtr().get(), &form->lblName);
     EXPECT_EQ(form->call("Controls", "CBOSHOP").objectPtr().get(), &form->cboShop);
     EXPECT_EQ(controls->elements().size(), 11u);
     EXPECT_EQ(controls->elements()[0].object().get("TabIndex"), number(0));
@@ -227,6 +274,24 @@ TEST_F(FormMembers, AFormGivesItsControlsByNameNumberAndOneByOne) {
     EXPECT_EQ(errorOf([&] { form->get("txtNothing"); }), automation::kNoSuchMember);
     EXPECT_EQ(errorOf([&] { controls->call("Item", "txtNothing"); }), 730);
     EXPECT_EQ(errorOf([&] { controls->call("Item", number(11)); }), automation::kSubscriptOutOfRange);
+}
+
+TEST_F(FormMembers, AComponentThatComesLateLoadsNothingAndLeavesNothing) {
+    form->put("txtName", "of the last user");
+    form->unload();
+    EXPECT_EQ(form->get("txtName").object().get("Text"), Value("as designed"));
+    EXPECT_EQ(form->call("Controls", "cboShop").object().get("ListCount"), number(0));
+    EXPECT_EQ(form->elements().size(), 11u);
+    EXPECT_FALSE(form->loaded());
+    form->put("txtName", "written late");
+    form->ensureLoaded();
+    EXPECT_EQ(form->txtName.text(), "as designed");
+    EXPECT_EQ(form->loads, 2);
+    // Loaded, but never shown: what begins next drops it.
+    form->txtName.setText("left");
+    form->discard();
+    EXPECT_FALSE(form->loaded());
+    EXPECT_EQ(form->txtName.text(), "as designed");
 }
 
 TEST_F(FormMembers, AControlInAComponentsHandsKeepsItsFormAlive) {

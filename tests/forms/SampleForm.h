@@ -23,7 +23,7 @@ public:
     forms::CommandButton cmdOk{*this, "cmdOk"};
     forms::CommandButton cmdCancel{*this, "cmdCancel"};
 
-    std::function<void()> load, activated, unloaded;
+    std::function<void()> designs, load, activated, unloaded;
     std::function<void(bool& cancel, forms::CloseReason)> queryUnload;
     int loads = 0;
     int activations = 0;
@@ -44,6 +44,7 @@ protected:
         cmdOk.place({120, 5000, 1000, 375}, {true, false, false, true});
         cmdCancel.setText("&Close");
         cmdCancel.setCancel(true);
+        if (designs) designs();
     }
     void onLoad() override {
         ++loads;

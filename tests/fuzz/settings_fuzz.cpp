@@ -87,7 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         h.leftMargin = s.rateWidth;
         h.linesToSkipFirst = number(content, "n") % 100;
         h.linesAfterAddress = number(content, "m") % 100;
-        goodsreq::headerOpening(h, s.pageWidth, {content, content, content, content});
+        goodsreq::headerOpening(h, s.pageWidth);
+        goodsreq::companyLine(h, content);
         goodsreq::headerBody(
             h, s.pageWidth, {content, content, content, content, content, content, content, content, content, content});
         goodsreq::messageLine(content, "M", s.pageWidth);

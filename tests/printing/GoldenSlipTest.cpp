@@ -1,12 +1,8 @@
-// Whole slips, byte for byte, over the switches of the print settings. A slip that differs is written beside the golden one
-// as NAME.txt.new; tools/accept-golden.sh takes it over.
+// Whole slips, byte for byte, over the switches of the print settings.
 #include "tests/printing/SlipWorld.h"
+#include "tests/support/Golden.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace printing {
 namespace {
@@ -20,6 +16,7 @@ struct Slip {
 void PrintTo(const Slip& slip, std::ostream* out) { *out << slip.name; }
 
 const Slip kSlips[] = {
+    // clang-format off
     {"plain", kThreeLines, {}},
     {"costs", kThreeLines, {{"showcostintrans", "1"}}},
     {"selling_prices", kThreeLines, {{"showspintransrep", "1"}}},
@@ -61,13 +58,7 @@ const Slip kSlips[] = {
     {"letters_outside_ascii", kForeignLetters, {{"showspintransrep", "1"}}},
     {"widths_larger_than_the_page", kThreeLines, {{"pagewidth", "20"}, {"showitemcodeinprint", "1"}, {"showcostintrans", "1"}}},
 };
-
-std::string goldenPath(const Slip& slip) { return std::string(PROJECT_DIR "/tests/printing/golden/") + slip.name + ".txt"; }
-
-std::string readAll(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+// clang-format on
 
 class GoldenSlip : public testing::TestWithParam<Slip> {};
 
@@ -76,16 +67,11 @@ TEST_P(GoldenSlip, PrintsAsBefore) {
     SlipWorld world(slip.changes);
     const std::string printed = world.print(slip.request);
     EXPECT_TRUE(world.desktop.messages.empty()) << world.desktop.messages.front();
-    const std::string path = goldenPath(slip);
-    if (printed == readAll(path)) {
-        std::filesystem::remove(path + ".new");
-        return;
-    }
-    std::ofstream(path + ".new", std::ios::binary) << printed;
-    ADD_FAILURE() << "The slip differs: see " << slip.name << ".txt.new\n" << printed;
+    support::expectGolden(std::string(PROJECT_DIR "/tests/printing/golden/") + slip.name + ".txt", printed);
 }
 
-INSTANTIATE_TEST_SUITE_P(Slips, GoldenSlip, testing::ValuesIn(kSlips), [](const auto& slip) { return std::string(slip.param.name); });
+INSTANTIATE_TEST_SUITE_P(Slips, GoldenSlip, testing::ValuesIn(kSlips),
+                         [](const auto& slip) { return std::string(slip.param.name); });
 
 } // namespace
 } // namespace printing

@@ -1,11 +1,12 @@
 // The settings file: which line a key finds, what the person is told, and numbers strict and lenient.
 #include "printing/SettingsFile.h"
-#include "printing/SlipSettings.h"
 #include "automation/RunTimeError.h"
+#include "printing/SlipSettings.h"
 #include "tests/printing/SlipWorld.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 namespace printing {
@@ -45,7 +46,8 @@ TEST(SettingsFile, ReadsRandomBytesAndTenMegabytes) {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
         std::string content;
-        for (int i = 0; i < 500; ++i) content += static_cast<char>(random() % 12 == 0 ? ":= \r\n\0a"[random() % 7] : random());
+        for (int i = 0; i < 500; ++i)
+            content += static_cast<char>(random() % 12 == 0 ? ":= \r\n\0a"[random() % 7] : random());
         findSetting(content, "a");
     }
     std::string large;
@@ -99,11 +101,13 @@ TEST_F(SettingsReader, TurnsValuesIntoNumbers) {
     constexpr int kMismatch = -13;
     constexpr int kOverflow = -6;
     const Case cases[] = {
+        // clang-format off
         {"80", 80, 80},       {" 80 ", 80, 80},          {"-3", -3, -3},
         {"2.5", 2, 2},        {"3.5", 4, 4},             {"", kMismatch, 0},
         {"12x", kMismatch, 12}, {"x12", kMismatch, 0},   {"32767", 32767, 32767},
         {"40000", kOverflow, kOverflow},                 {"-40000", kOverflow, kOverflow},
     };
+    // clang-format on
     const auto outcome = [](const auto& read) {
         try {
             return read();
@@ -147,6 +151,12 @@ TEST_F(SettingsReader, AMissingStrictKeyEndsThePrintAndALenientOneDoesNot) {
     EXPECT_THROW(world.print(kThreeLines), automation::RunTimeError);
     EXPECT_EQ(world.desktop.messages, std::vector<std::string>{"pagewidth  invalid parameter in Settings.ini file"});
     EXPECT_FALSE(world.system.files.contains("LPT1"));
+    const std::size_t files = world.system.files.size();
+    for (const char* port : {"-", ""}) {
+        world.setSettings(SlipWorld::settingsText({{"port", port}}));
+        EXPECT_THROW(world.print(kThreeLines), automation::RunTimeError) << port;
+        EXPECT_EQ(world.system.files.size(), files) << "no file by the name of nothing";
+    }
 
     world.desktop.messages.clear();
     world.setSettings(SlipWorld::settingsText({{"showtotalqty", "-"}}));
@@ -163,6 +173,48 @@ TEST_F(SettingsReader, AMissingKeyOfTheHeaderLeavesTheHeaderOut) {
     EXPECT_NE(world.desktop.messages[1].find("HeaderPrint"), std::string::npos);
     EXPECT_EQ(slip.find("From :"), std::string::npos);
     EXPECT_NE(slip.find("Sl.No"), std::string::npos);
+}
+
+TEST_F(SettingsReader, OneAndTwoChooseTheOrderOfTheLinesAndOthersNone) {
+    const std::pair<const char*, const char*> orders[] = {{"0", "u.UnitId "},
+                                                          {"1", " order by srdShopId, SRDrequestid, srdItemId"},
+                                                          {"2", " order by a.itemdescription"},
+                                                          {"3", "u.UnitId "}};
+    for (const auto& [setting, ending] : orders) {
+        world.setSettings(SlipWorld::settingsText({{"printinsavedorder", setting}}));
+        world.statements.clear();
+        world.print(kThreeLines);
+        EXPECT_TRUE(world.statements.at(0).ends_with(ending)) << world.statements.at(0);
+    }
+}
+
+TEST_F(SettingsReader, NothingIsOpenedOrLookedUpForWhatIsNotPrinted) {
+    world.setSettings(SlipWorld::settingsText({{"spaceinlinecode", "-1"}}));
+    const auto files = world.system.files;
+    EXPECT_THROW(world.print(kThreeLines), automation::RunTimeError);
+    EXPECT_EQ(world.system.files, files);
+    EXPECT_TRUE(world.statements.empty());
+    const auto lookedUp = [&](const char* table) {
+        return std::count_if(world.statements.begin(), world.statements.end(),
+                             [&](const std::string& s) { return s.find(table) != s.npos; });
+    };
+    struct Case {
+        const char* height;
+        int company, sender; ///< look-ups
+    };
+    for (const Case& c : {Case{"2", 0, 0}, {"3", 0, 0}, {"4", 1, 0}, {"5", 2, 0}, {"8", 4, 1}, {"0", 4, 1}}) {
+        SCOPED_TRACE(c.height);
+        world.setSettings(SlipWorld::settingsText({{"totalheadcount", c.height},
+                                                   {"linetoskipfirst", "2"},
+                                                   {"PrintCompanyName", "1"},
+                                                   {"printadd1", "1"},
+                                                   {"printadd2", "1"},
+                                                   {"printadd3", "1"}}));
+        world.statements.clear();
+        world.print(kThreeLines);
+        EXPECT_EQ(lookedUp("acompanymaster"), c.company);
+        EXPECT_EQ(lookedUp("acountrymaster"), c.sender);
+    }
 }
 
 TEST_F(SettingsReader, AddressesAreAskedForOnlyWithTheCompany) {

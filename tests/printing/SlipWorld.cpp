@@ -14,6 +14,7 @@ constexpr const char* kPort = "LPT1";
 constexpr const char* kPortFile = "C:\\SLIP.TXT";
 
 const Settings& plainSettings() {
+    // clang-format off
     static const Settings settings{
         {"port", "lpt1 "}, {"internalprintnoofrecords", "30"}, {"pagewidth", "80"}, {"SlNo", "6"}, {"Qty", "10"},
         {"Unit", "6"}, {"Rate", "9"}, {"Amount", "11"}, {"ExtraLine", "0"}, {"EndPage", "0"}, {"Seperator", "0"},
@@ -23,6 +24,7 @@ const Settings& plainSettings() {
         {"linetoskipfirst", "0"}, {"totalheadcount", "0"}, {"linesafteraddress", "0"}, {"linesafterheader", "0"},
         {"printtransnameabove", "1"}, {"PrintCompanyName", "1"}, {"printadd1", "1"}, {"printadd2", "0"},
         {"printadd3", "1"}, {"printtoscreen", "1"}, {"windowsprint", "0"}};
+    // clang-format on
     return settings;
 }
 
@@ -39,13 +41,14 @@ std::string packing(int itemId, int type, bool retail) {
 }
 
 std::string price(int itemId, const std::string& shop, const std::string& amount) {
-    return "insert into losShopItemShipmentDetail (ItemId, PackingTypeId, ShopId, SellingPrice) values (" + number(itemId) +
-           ", 1, " + shop + ", " + amount + ");";
+    return "insert into losShopItemShipmentDetail (ItemId, PackingTypeId, ShopId, SellingPrice) values (" +
+           number(itemId) + ", 1, " + shop + ", " + amount + ");";
 }
 
 std::string header(int id, const std::string& remarks) {
     return "insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid, "
-           "srhtype, SRHremarks) values (" + number(id) + ", 1, 'RQ/26/" + number(1000 + id) + "', '20260330', 2, 'r', N'" + remarks + "');";
+           "srhtype, SRHremarks) values (" +
+           number(id) + ", 1, 'RQ/26/" + number(1000 + id) + "', '20260330', 2, 'r', N'" + remarks + "');";
 }
 
 std::string line(int request, int itemId, const std::string& quantity) {
@@ -80,9 +83,10 @@ std::string SlipWorld::companyScript() {
                   number(i) + ".25");
         s += packing(100 + i, 1, true) + price(100 + i, "1", number(2 * i) + ".495");
     }
-    s += item(201, "MIX", "Assorted nails", 1, "0.5") + packing(201, 1, true) + packing(201, 2, false) + packing(201, 3, false);
-    s += item(301, "A-VERY-LONG-ITEM-CODE-INDEED", "Outdoor masonry paint, smooth finish, ten litres, brilliant white, low odour", 3,
-              "123456.78");
+    s += item(201, "MIX", "Assorted nails", 1, "0.5") + packing(201, 1, true) + packing(201, 2, false) +
+         packing(201, 3, false);
+    s += item(301, "A-VERY-LONG-ITEM-CODE-INDEED",
+              "Outdoor masonry paint, smooth finish, ten litres, brilliant white, low odour", 3, "123456.78");
     s += packing(301, 1, true) + price(301, "1", "999999.99");
     s += "insert into aitem (itemid, itemcode, ItemDescription, printdescription, UnitsId, itemcategoryid, itemrate, "
          "PriceFixedAtHq) values (401, 'FR1', N'not printed', N'Crème brûlée 5€ Жук 😀 end', 1, 1, 2, 1);";
@@ -110,7 +114,7 @@ SlipWorld::SlipWorld(const Settings& changes)
     module.session.companyId = 1;
     module.session.userId = 5;
     module.session.shopId = 1;
-    module.session.screenId = goodsreq::kGoodsRequestToShop;
+    module.session.screenId = 1507;
     module.session.messageBoxCaption = "Retail";
     Settings settings = changes;
     if (makeMachine) system.real = makeMachine();

@@ -27,7 +27,7 @@ public:
         return message.defaultAnswer;
     }
     void setPointer(forms::Pointer) override {}
-    void startProgram(const std::string&, forms::WindowStyle) override {}
+    void startProgram(const std::string&, const std::string&, forms::WindowStyle) override {}
     automation::Date now() override { return time; }
     const basic::Locale& locale() override { return userLocale; }
 
@@ -64,9 +64,10 @@ public:
 
     /// Makes the real machine that outputs are opened on; without it they are kept in memory.
     static inline std::function<std::unique_ptr<goodsreq::System>()> makeMachine;
-    /// Prints in place of this process's own module: gets the settings file, the request and the time that the footer is to
-    /// show, gives what came out of the file `port`.
-    static inline std::function<std::string(const std::string& settings, int request, automation::Date time)> printElsewhere;
+    /// Prints in place of this process's own module: gets the settings file, the request and the time that the footer
+    /// is to show, gives what came out of the file `port`.
+    static inline std::function<std::string(const std::string& settings, int request, automation::Date time)>
+        printElsewhere;
 
     UnattendedDesktop desktop;
     support::PortableSystem system;

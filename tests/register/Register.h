@@ -3,6 +3,7 @@
 
 #include "tests/support/Shop.h"
 
+#include "basic/Text.h"
 #include "register/frmMaster.h"
 #include "register/frmcancelreason.h"
 
@@ -56,7 +57,8 @@ protected:
         for (const auto& row : user().grid("flexMaster")) cells.push_back(row.at(static_cast<std::size_t>(col)));
         return cells;
     }
-    /// Takes note of the error boxes and closes them; each as "module, routine".
+    /// Takes note of the error boxes and closes them; each as "module, routine", without the
+    /// blanks that both end with.
     std::vector<std::string> reports() {
         std::vector<std::string> places;
         while (user().message()) {
@@ -66,7 +68,9 @@ protected:
                 ADD_FAILURE() << "No error box: " << text;
                 break;
             }
-            places.push_back(text.substr(from + 7, text.find("\r\n", from) - from - 7));
+            const std::size_t comma = text.find(", ", from);
+            places.push_back(basic::trim(text.substr(from + 7, comma - from - 7)) + ", " +
+                             basic::trim(text.substr(comma + 2, text.find("\r\n", from) - comma - 2)));
             user().answers(forms::Answer::ok);
         }
         return places;

@@ -2,6 +2,8 @@
 #include "basic/Calendar.h"
 #include "tests/register/Register.h"
 
+#include "request/frmRequest.h"
+
 namespace {
 
 using namespace goodsreq;
@@ -75,8 +77,73 @@ TEST_F(RegisterRights, OfAnEarlierUserEndWithTheNextLoad) {
     shop->component.intUserID = 1;
     shop->connection->failOn([](std::string_view s) { return s.find("louserrights") != s.npos; });
     shop->opens();
-    EXPECT_EQ(reports(), Texts{"frmMaster, Form_Load"});
-    for (const char* button : {"CmdEdit", "CmdDelete", "cmdPrev"}) EXPECT_FALSE(user().enabled(button)) << button;
+    EXPECT_EQ(reports(), Texts{"frmMaster, USerRights"});
+    for (const char* button : kCommands) EXPECT_FALSE(user().enabled(button)) << button;
+}
+
+TEST_F(RegisterRights, AreAskedByEachCommandWhateverWayItWasReached) {
+    has({{1, "a"}});
+    opens({.userId = 3}); // whose rights text names none
+    goodsreq::frmMaster& form = shop->module.master();
+    for (forms::CommandButton* button : {&form.cmdnew, &form.CmdEdit, &form.CmdDelete, &form.cmdPrev}) {
+        user().happens([button] { button->put("Enabled", true); });
+        user().clicks(button->name());
+        user().answers("You have no right to this command.", Answer::ok);
+    }
+    user().happens([&form] { form.mnurefresh.onClick(); });
+    user().answers("You have no right to this command.", Answer::ok);
+    EXPECT_EQ(user().form(), "frmMaster");
+    EXPECT_EQ(shop->statements("update").size() + shop->statements("BEGIN").size(), 0u);
+}
+
+// A component wrote into the cell of the id.
+TEST_F(RegisterRights, ACellThatIsNoIdReachesNoStatement) {
+    has({{1, "a"}});
+    opens();
+    user().happens([this] { grid().setCell(1, kColId, "900 or 1=1"); });
+    goodsreq::frmMaster& form = shop->module.master();
+    user().happens([&form] { form.mnurefresh.onClick(); });
+    EXPECT_EQ(reports(), Texts{"frmMaster, mnurefresh_Click"});
+    for (const char* button : {"CmdEdit", "CmdDelete"}) {
+        user().clicks(button);
+        EXPECT_EQ(reports().size(), 1u) << button;
+    }
+    EXPECT_EQ(user().form(), "frmMaster");
+    for (const std::string& statement : shop->statements())
+        EXPECT_EQ(statement.find("1=1"), statement.npos) << statement;
+}
+
+// A component keeps a form and reads it after it was closed, before the next user comes.
+TEST_F(RegisterRights, OfAClosedRegisterThatIsReadLateReachNobody) {
+    has({{1, "a"}});
+    opens({.userId = 1});
+    user().clicks("CmdClose");
+    EXPECT_EQ(shop->module.master().call("flexMaster").object().get("Rows"), automation::Value(std::int32_t{2}));
+    shop->module.master().ensureLoaded(); // the worst that it could do
+    shop->component.intUserID = 3;
+    shop->opens();
+    for (const char* button : kCommands) EXPECT_FALSE(user().enabled(button)) << button;
+}
+
+// A processing date that cannot be written: New fails at it.
+TEST_F(RegisterEditing, WhatAFailedCommandLeavesIsNotShownToTheNext) {
+    has({{1, "a"}});
+    opens();
+    session().processDate = {1e7};
+    user().clicks("cmdnew");
+    EXPECT_EQ(reports(), Texts{"frmMaster, cmdnew_Click"});
+    user().clicks("CmdEdit");
+    ASSERT_EQ(user().form(), "frmRequest");
+    EXPECT_EQ(user().text("txtRequestNo"), "GR/1");
+    EXPECT_EQ(user().text("cboShop"), company.value("select shopname from aShops where shopid = 2"));
+    user().clicks("cmdCancel");
+    // The editor is read late; what it held is not offered as a new request.
+    shop->module.request().ensureLoaded();
+    session().processDate = shop->component.dtProcessDate;
+    user().clicks("cmdnew");
+    EXPECT_EQ(user().text("txtRequestNo"), "");
+    EXPECT_EQ(user().text("cboShop"), "");
+    EXPECT_TRUE(user().enabled("cboShop"));
 }
 
 TEST_F(RegisterEditing, NewOpensAnEditorOfTheDay) {
@@ -124,6 +191,7 @@ TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {
         EXPECT_FALSE(user().enabled("cboShop"));
         EXPECT_EQ(user().text("txtRequestNo"), "GR/" + std::to_string(row));
         EXPECT_EQ(user().text("txtrequestDate"), "20/03/2026");
+        EXPECT_TRUE(user().control<forms::TextBox>("txtrequestDate")->locked()); // an update does not write it
         EXPECT_EQ(user().text("txtRemarks"),
                   Texts({"plain", "cancelled", "confirmed", "confirmed since"})[static_cast<std::size_t>(row - 1)]);
         EXPECT_EQ(session().editMode, "E");
@@ -193,6 +261,33 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
     asks(1);
     user().answers("Transaction confirmed as finished, Cannot Delete", Answer::ok);
     EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
+}
+
+TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
+    struct Case {
+        const char* change;
+        const char* refusal;
+        const char* shown; ///< cancelled, used, confirmed
+    };
+    for (const Case& c : {Case{"srhused = 1", "Entry Processed,Cannot Delete", "No True No"},
+                          {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", "No False Yes"},
+                          {"SRHcancelled = 1", "Record already deleted ", "Yes False No"}}) {
+        SCOPED_TRACE(c.refusal);
+        has({{1, "first"}, {2, "second"}});
+        opens();
+        confirms(2);
+        company.change(std::string("update mesRequesttoShopHeader set ") + c.change + " where srhrequestid = 2");
+        user().types("not needed\r\r");
+        user().answers(c.refusal, Answer::ok);
+        EXPECT_EQ(user().form(), "frmMaster");
+        EXPECT_FALSE(shop->connection->database().inTransaction());
+        EXPECT_EQ(company.value("select srhcancelledRemarks from mesRequesttoShopHeader where srhrequestid = 2"), "");
+        EXPECT_EQ(audit(), Rows{});
+        EXPECT_EQ(column(kColCancelled)[1] + " " + column(kColUsed)[1] + " " + column(kColConfirmed)[1], c.shown);
+        EXPECT_EQ(user().enabled("CmdDelete"), c.shown[0] == 'N');
+        expectSelected(2);
+        shop.reset();
+    }
 }
 
 TEST_F(Deleting, AsksOnceMoreAndNoIsTheDefault) {

@@ -3,6 +3,10 @@
 
 #include "basic/Calendar.h"
 #include "basic/Format.h"
+#include "basic/Text.h"
+#include "sandbox/data/SchemaText.h"
+
+#include <filesystem>
 
 namespace {
 
@@ -121,6 +125,21 @@ TEST_F(RegisterList, ColumnsAreAsWideAsTheirTextsAndFillTheGrid) {
     EXPECT_NE(grid().colWidth(kColShop), 5555);
 }
 
+// 130 twips a character are more than a number holds.
+TEST_F(RegisterList, ATextOfMillionsOfCharactersIsListedLikeAnother) {
+    const support::CompanyFile wide(
+        basic::replaceAll(sandbox::schemaText(), "SRHremarks nvarchar(255)", "SRHremarks nvarchar(max)"));
+    std::filesystem::copy_file(wide.path(), company.path(), std::filesystem::copy_options::overwrite_existing);
+    const std::string remarks(17'000'000, 'm');
+    has({{1, "short"}, {2, remarks}});
+    opens();
+    EXPECT_EQ(shop->errors(), Texts{});
+    EXPECT_EQ(column(kColNumber), (Texts{"GR/1", "GR/2"}));
+    EXPECT_EQ(column(kColRemarks).at(1).size(), remarks.size());
+    EXPECT_EQ(grid().colWidth(kColRemarks), 4000);
+    EXPECT_FALSE(user().entries("cboColNames").empty());
+}
+
 TEST_F(RegisterList, AnEmptyRegisterKeepsOneEmptyRowAndOffersNew) {
     has({});
     opens();
@@ -168,40 +187,50 @@ TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
     }
 }
 
-TEST_F(RegisterList, AfterASortTheCommandsAreThoseOfTheRequestNowCurrent) {
+TEST_F(RegisterList, TheSelectionStaysOnItsRequestWhateverSortsTheList) {
     has({{1, "b"}, {2, "a", "20260320", false, false, true}});
     opens();
-    EXPECT_TRUE(user().enabled("CmdDelete"));
+    const auto expectCurrent = [&](int row, const char* id) {
+        EXPECT_EQ(grid().row(), row);
+        EXPECT_EQ(column(kColId).at(static_cast<std::size_t>(row - 1)), id);
+        EXPECT_EQ(user().enabled("CmdDelete"), std::string(id) == "1") << "the other one is cancelled";
+    };
+    expectCurrent(1, "1");
     user().picks("cboColNames", "Remarks");
-    EXPECT_FALSE(user().enabled("CmdDelete"));
+    expectCurrent(2, "1");
     user().clicks("optDescend");
     user().picks("cboColNames", "Remarks");
-    EXPECT_TRUE(user().enabled("CmdDelete"));
+    expectCurrent(1, "1");
     user().picks("cboSearch", "Remarks");
     user().enters("txtsearch", "nothing");
-    EXPECT_FALSE(user().enabled("CmdDelete"));
+    expectCurrent(2, "1");
+    EXPECT_EQ(user().text("cboColNames"), "") << "the search has sorted otherwise";
+    user().enters("txtsearch", "a");
+    expectCurrent(1, "2");
 }
 
 TEST_F(RegisterList, SearchGoesToTheFirstRequestThatBeginsSo) {
     const std::vector<Request> words{
         {1, "pears"}, {2, "Apricots"}, {3, "apples"}, {4, "Bananas"}, {5, "apples, green"}};
+    const std::vector<Request> alike{{1, "2"}, {2, "1.00"}, {3, "1"}, {4, "1.0"}, {5, "01"}};
     const std::vector<Request> numbers{{1, "7"}, {2, "12"}, {3, "1"}, {4, "35"}, {5, "120"}};
     struct Case {
         const std::vector<Request>& requests;
         const char* typed;
         const char* found; ///< the current row's remarks
     };
-    // Nothing found leaves the first row, in the order that the search has made.
+    // Where nothing is found the request that was current before stays so.
     for (const Case& c : {Case{words, "ap", "apples"},
                           {words, "APR", "Apricots"},
                           {words, "p", "pears"},
                           {words, "apples,", "apples, green"},
-                          {words, "zz", "apples"},
+                          {words, "zz", "pears"},
                           {numbers, "7", "7"},
                           {numbers, "12", "12"},
                           {numbers, "1", "1"},
                           {numbers, "120", "120"},
-                          {numbers, "99", "1"}}) {
+                          {numbers, "99", "7"},
+                          {alike, "1.0", "01"}}) {
         SCOPED_TRACE(c.typed);
         has(c.requests);
         opens();
@@ -294,21 +323,6 @@ TEST_F(RegisterList, TheToolTipShowsTheCellUnderThePointer) {
     grid().pointedAt(-1, -1);
     user().movesOver("flexMaster");
     EXPECT_EQ(grid().toolTip(), "");
-}
-
-TEST_F(RegisterList, RefreshTouchesTheRequestsRowsAndNothingElse) {
-    has({{1, "a"}, {2, "b"}});
-    opens();
-    user().selectsRow("flexMaster", 2);
-    user().rightClicks("flexMaster");
-    ASSERT_EQ(user().menu().size(), 1u);
-    user().choosesMenu("mnurefresh");
-    EXPECT_EQ(
-        shop->statements("update "),
-        (Texts{"update mesrequesttoshopheader set SRHcancelled=SRHcancelled where  SRHrequestID = 2 and SRHshopid =1",
-               "update mesrequesttoshopdetail set srdbadqty=srdbadqty where  SRDrequestid=2 and srdshopid =1"}));
-    EXPECT_EQ(shop->statements(" select sRHrequestID").size(), 1u);
-    expectSelected(2);
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 // What every screen owes a person without a mouse, and one who hears it read.
+#include "tests/road/Screens.h"
 #include "forms/Form.h"
-#include "register/frmMaster.h"
-#include "tests/support/Shop.h"
+#include "forms/ListView.h"
+#include "tests/support/Golden.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +14,7 @@ namespace {
 
 using forms::Control;
 using forms::ControlKind;
+using namespace road;
 using support::CompanyFile;
 using support::Shop;
 
@@ -87,42 +89,6 @@ struct Screen {
 
 void PrintTo(const Screen& screen, std::ostream* out) { *out << screen.form << screen.screenId; }
 
-void openRegister(Shop& shop) { shop.opens(); }
-void openEditor(Shop& shop) {
-    shop.opens();
-    shop.user.clicks("cmdnew");
-}
-void openLineEntry(Shop& shop) {
-    openEditor(shop);
-    shop.picksShop(2);
-    shop.user.focuses("lvwrequest");
-    shop.user.types("\n");
-}
-void openOverLines(Shop& shop, const char* dialog) {
-    goodsreq::openOverLineEntry(shop.module, dialog);
-    openLineEntry(shop);
-    shop.user.presses(forms::kKeyF11);
-}
-void openScan(Shop& shop) { openOverLines(shop, "scan"); }
-void openFetch(Shop& shop) { openOverLines(shop, "fetch"); }
-void openPrint(Shop& shop) {
-    shop.opens();
-    shop.user.selectsRow("flexMaster", 1);
-    shop.user.clicks("cmdPrev");
-}
-void openReason(Shop& shop) {
-    shop.opens();
-    const auto rows = shop.user.grid("flexMaster");
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        shop.user.selectsRow("flexMaster", static_cast<int>(row) + 1);
-        if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" &&
-            rows[row][goodsreq::kColConfirmed] == "No")
-            break;
-    }
-    shop.user.clicks("CmdDelete");
-    shop.user.answers(forms::Answer::yes);
-}
-
 const Screen kScreens[] = {
     {"frmMaster", 1507, openRegister},
     {"frmRequest", 1507, openEditor},
@@ -151,5 +117,50 @@ TEST_P(EveryScreen, IsUsableByKeysAloneAndCanBeReadOut) {
 
 INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, testing::ValuesIn(kScreens),
                          [](const auto& screen) { return screen.param.form + std::to_string(screen.param.screenId); });
+
+std::string lookOf(const forms::Form& form) {
+    const auto place = [](const forms::Rect& r) {
+        return std::to_string(r.left) + "," + std::to_string(r.top) + " " + std::to_string(r.width) + "x" +
+               std::to_string(r.height);
+    };
+    std::string look = form.name() + " \"" + form.caption() + "\" " + place({0, 0, form.width(), form.height()}) +
+                       (form.resizable() ? " resizable\n" : "\n");
+    for (const Control* control : form.controls()) {
+        const forms::Anchor& a = control->anchor();
+        look += "  " + control->name() + " \"" + control->text() + "\" " + place(control->bounds()) + " " +
+                (a.left ? "l" : "") + (a.top ? "t" : "") + (a.right ? "r" : "") + (a.bottom ? "b" : "");
+        if (!control->readAs().empty()) look += " read as " + control->readAs();
+        look += std::string(control->visible() ? "" : " hidden") + (control->enabled() ? "" : " disabled") +
+                (control->tabStop() ? "\n" : " no stop\n");
+        look.pop_back();
+        if (const auto* box = dynamic_cast<const forms::TextBox*>(control))
+            look += std::string(box->rightAligned() ? " right" : "") + (box->multiLine() ? " lines" : "") +
+                    (box->locked() ? " locked" : "");
+        if (const auto* button = dynamic_cast<const forms::CommandButton*>(control); button && button->isCancel())
+            look += " Escape";
+        if (const auto* box = dynamic_cast<const forms::ComboBox*>(control))
+            for (const forms::ComboBox::Entry& entry : box->entries()) look += " | " + entry.text;
+        look += "\n";
+        if (const auto* grid = dynamic_cast<const forms::Grid*>(control))
+            for (int col = 0; col < grid->cols(); ++col)
+                look += "    " + std::string(grid->cell(0, col)) + " " + std::to_string(grid->colWidth(col)) + "\n";
+        if (const auto* list = dynamic_cast<const forms::ListView*>(control))
+            for (const forms::ListColumn& column : list->columns())
+                look += "    " + column.text + " " + std::to_string(column.width) + " " +
+                        std::to_string(static_cast<int>(column.alignment)) + "\n";
+    }
+    return look;
+}
+
+TEST(Screens, LookAsBefore) {
+    const CompanyFile company;
+    std::string look;
+    for (const Screen& screen : kScreens) {
+        Shop shop(company, {.screenId = screen.screenId});
+        screen.open(shop);
+        look += lookOf(*shop.desktop.topForm());
+    }
+    support::expectGolden(PROJECT_DIR "/tests/road/screens.txt", look);
+}
 
 } // namespace

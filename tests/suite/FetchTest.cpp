@@ -72,6 +72,7 @@ TEST_F(ItemFetch, TypingNarrowsTheListAndEnterPicks) {
     ASSERT_EQ(found.size(), 3u);
     for (const auto& line : found) EXPECT_NE(line[2].find("Rye Loaf"), std::string::npos);
     user.presses(forms::kKeyDown);
+    user.presses(forms::kKeyDown);
     user.types("\r");
     ASSERT_TRUE(user.ended());
     EXPECT_FALSE(cancelled());
@@ -89,6 +90,7 @@ TEST_F(ItemFetch, EachSearchColumnFindsItsOwn) {
     EXPECT_FALSE(user.enabled("cmdOk"));
     user.picks("cboColumn", "Item Code");
     ASSERT_EQ(user.list("lvwItems").size(), 1u);
+    user.selectsRow("lvwItems", 1);
     user.clicks("cmdOk");
     ASSERT_TRUE(user.ended());
     EXPECT_FALSE(cancelled());
@@ -114,6 +116,7 @@ TEST_F(ItemFetch, AnotherChoiceReplacesTheFirst) {
     for (const char* code : {"White Loaf 400 g", "White Loaf 600 g"}) {
         shows();
         user.types(code);
+        user.selectsRow("lvwItems", 1);
         user.doubleClicks("lvwItems");
         ASSERT_TRUE(user.ended());
         EXPECT_EQ(field(*records, "itemdescription"), code);

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 using automation::Value;
 using sandbox::HostOptions;
 
@@ -61,6 +63,22 @@ TEST(HostProgram, ReadsItsOptions) {
     EXPECT_TRUE(std::get<HostOptions>(sandbox::parseHostOptions({"--help"})).help);
 }
 
+TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
+    const std::string secret = "Provider=x;Password=mellow";
+    std::istringstream typed(secret + "\r\nsecond line\n");
+    const auto environment = [&](const std::string& name) { return name == "SHOP" ? secret : std::string(); };
+    for (const char* source : {"-", "env:SHOP", secret.c_str()}) {
+        HostOptions options = std::get<HostOptions>(sandbox::parseHostOptions({"--connect", source}));
+        sandbox::readConnection(options, environment, typed);
+        EXPECT_EQ(sandbox::connectionString(options), secret) << source;
+        EXPECT_EQ(sandbox::withoutSecrets("cannot open \"" + secret + "\": mellow is wrong", options),
+                  "cannot open \"...\": ... is wrong");
+    }
+    HostOptions nothing = std::get<HostOptions>(sandbox::parseHostOptions({"--connect", "env:NONE"}));
+    EXPECT_THROW(sandbox::readConnection(nothing, environment, typed), std::runtime_error);
+    EXPECT_EQ(sandbox::withoutSecrets("of no connection", HostOptions()), "of no connection");
+}
+
 TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
     const std::vector<std::vector<std::string>> wrong = {{"--user"},
                                                          {"--user", "12x"},
@@ -72,7 +90,6 @@ TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
                                                          {"--frobnicate", "1"},
                                                          {"company.db"},
                                                          {"--interface", "1507.5"},
-                                                         {"--open", "register"},
                                                          {"--connect", "x", "--trace", "y"}};
     for (const auto& arguments : wrong) {
         const std::string text = complaint(arguments);

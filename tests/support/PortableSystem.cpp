@@ -10,9 +10,10 @@ namespace support {
 namespace {
 
 /// What code page 1252 has from 0x80 to 0x9F; 0 where it has nothing.
-constexpr char32_t kUpperControls[] = {
-    0x20AC, 0, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0, 0x017D, 0,
-    0, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0, 0x017E, 0x0178};
+constexpr char32_t kUpperControls[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                       0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                       0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                       0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
 char byteOf(char32_t letter) {
     if (letter < 0x80 || (letter >= 0xA0 && letter <= 0xFF)) return static_cast<char>(letter);
@@ -25,7 +26,12 @@ char byteOf(char32_t letter) {
 char32_t takeLetter(std::string_view& text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char first = byte(0);
-    const std::size_t size = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
+    const std::size_t size = first < 0x80   ? 1
+                             : first < 0xC2 ? 0
+                             : first < 0xE0 ? 2
+                             : first < 0xF0 ? 3
+                             : first < 0xF5 ? 4
+                                            : 0;
     char32_t letter = size < 2 ? first : first & (0xFF >> (size + 1));
     bool valid = size > 0 && size <= text.size();
     for (std::size_t i = 1; valid && i < size; ++i) {
@@ -64,6 +70,8 @@ private:
 
 std::string PortableSystem::readFile(const std::string& path) {
     read.push_back(path);
+    if (const auto found = refused.find(path); found != refused.end())
+        throw automation::RunTimeError(found->second, "Cannot read " + path);
     if (const auto found = files.find(path); found != files.end()) return found->second;
     std::string name = path;
     std::replace(name.begin(), name.end(), '\\', '/');
@@ -84,7 +92,8 @@ std::unique_ptr<goodsreq::Output> PortableSystem::openForOutput(const std::strin
 std::string PortableSystem::encode(std::string_view text) {
     if (real) return real->encode(text);
     // Most texts are plain, and stand in every code page as they are.
-    const auto plain = std::find_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    const auto plain =
+        std::find_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
     std::string bytes(text.begin(), plain);
     text.remove_prefix(bytes.size());
     while (!text.empty()) bytes += byteOf(takeLetter(text));

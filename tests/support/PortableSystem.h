@@ -13,7 +13,7 @@ class PortableSystem : public goodsreq::System {
 public:
     /// What was written or put there, by the name it was opened with.
     std::map<std::string, std::string> files;
-    /// Names that cannot be opened for writing, with the error's number.
+    /// Names that cannot be opened, with the error's number.
     std::map<std::string, long> refused;
     std::string windows = "C:\\Windows";
     std::vector<std::string> read; ///< each path read, in order
@@ -23,9 +23,13 @@ public:
     /// One of `files`, or else a real file ("\" parts folders as "/" does).
     std::string readFile(const std::string& path) override;
     std::unique_ptr<goodsreq::Output> openForOutput(const std::string& name) override;
+    std::unique_ptr<goodsreq::Output> openPlainFile(const std::string& path) override {
+        return real ? real->openPlainFile(path) : openForOutput(path);
+    }
     std::string encode(std::string_view text) override;
     std::string decode(std::string_view bytes) override;
     std::string windowsDirectory() override { return windows; }
+    std::string sharedWindowsDirectory() override { return windows; }
 };
 
 } // namespace support

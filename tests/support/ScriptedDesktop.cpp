@@ -94,6 +94,7 @@ forms::Answer ScriptedDesktop::messageBox(const forms::Message& message) {
         ADD_FAILURE() << "A message box came up outside a running module: " << message.text;
         return defaultAnswer(message);
     }
+    refuse();
     messages.push_back(message);
     message_ = &message;
     const std::optional<Reply> reply = await(Waiting::message);
@@ -101,15 +102,19 @@ forms::Answer ScriptedDesktop::messageBox(const forms::Message& message) {
     return reply ? reply->answer : defaultAnswer(message);
 }
 
+void ScriptedDesktop::refuse() {
+    if (refusals > 0 && refusals--) automation::raise(automation::kInvalidCall);
+}
+
 void ScriptedDesktop::setPointer(forms::Pointer wanted) {
     pointer = wanted;
     pointers.push_back(wanted);
 }
 
-void ScriptedDesktop::startProgram(const std::string& commandLine, forms::WindowStyle) {
-    if (!missingProgram.empty() && commandLine.find(missingProgram) != std::string::npos)
+void ScriptedDesktop::startProgram(const std::string& program, const std::string& arguments, forms::WindowStyle) {
+    if (!missingProgram.empty() && program.find(missingProgram) != std::string::npos)
         automation::raise(automation::kFileNotFound);
-    programs.push_back(commandLine);
+    programs.push_back(program + " " + arguments);
 }
 
 void ScriptedDesktop::runModal(forms::Form& form, forms::Form*, const std::function<void()>& shown) {
@@ -132,6 +137,7 @@ std::optional<std::size_t> ScriptedDesktop::chooseFromMenu(forms::Form&, const f
         ADD_FAILURE() << "The menu " << menu.name << " popped up outside a running module";
         return std::nullopt;
     }
+    refuse();
     menu_ = &menu;
     const std::optional<Reply> reply = await(Waiting::menu);
     menu_ = nullptr;

@@ -50,13 +50,14 @@ public:
     basic::Locale userLocale;
     forms::Pointer pointer = forms::Pointer::normal;
     std::vector<forms::Pointer> pointers; ///< each one set, in order
-    std::vector<std::string> programs;    ///< each command line started, in order
+    std::vector<std::string> programs;    ///< each that was started, with its arguments, in order
     std::string missingProgram;           ///< what a command line holds that cannot be started
+    int refusals = 0;                     ///< so many of the next boxes and menus cannot be shown
     std::vector<forms::Message> messages; ///< each box shown, in order
 
     forms::Answer messageBox(const forms::Message& message) override;
     void setPointer(forms::Pointer pointer) override;
-    void startProgram(const std::string& commandLine, forms::WindowStyle style) override;
+    void startProgram(const std::string& program, const std::string& arguments, forms::WindowStyle style) override;
     automation::Date now() override { return time; }
     const basic::Locale& locale() override { return userLocale; }
 
@@ -70,6 +71,7 @@ private:
         forms::Answer answer = forms::Answer::ok;
         std::optional<std::size_t> item;
     };
+    void refuse();
     /// On the module's thread: gives the turn to the script. None once the desktop is abandoned.
     std::optional<Reply> await(Waiting what);
     /// On the test's thread: gives the turn to the module and waits until it comes back.

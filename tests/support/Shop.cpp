@@ -1,5 +1,6 @@
 #include "tests/support/Shop.h"
 
+#include "automation/Members.h"
 #include "basic/Calendar.h"
 #include "basic/Conversion.h"
 #include "sandbox/data/SampleCompany.h"
@@ -7,31 +8,67 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <filesystem>
-#include <unistd.h>
 
 namespace support {
 namespace {
 
-std::string freshPath() {
-    static std::atomic<int> count{0};
-    return (std::filesystem::temp_directory_path() /
-            ("goodsreq-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".db"))
-        .string();
+constexpr const char* kProjectKey = "KOVA/XB/TRAM/842";
+
+std::vector<std::string> beginningWith(std::string_view beginning, const std::vector<std::string>& texts) {
+    std::vector<std::string> found;
+    for (const std::string& text : texts)
+        if (text.starts_with(beginning)) found.push_back(text);
+    return found;
 }
 
-constexpr const char* kProjectKey = "KOVA/XB/TRAM/842";
+std::string told(const automation::Value& value) {
+    std::string text;
+    if (const auto* array = value.as<automation::Array>()) {
+        for (const automation::Value& element : *array) text += (text.empty() ? "" : ",") + told(element);
+        return text;
+    }
+    if (!value.isObject()) return basic::concatText(value);
+    const automation::ObjectPtr object = value.objectPtr();
+    return !object ? "Nothing" : object->has("Name") ? basic::cStr(object->get("Name")) : object->className();
+}
 
 } // namespace
 
-CompanyFile::CompanyFile() : path_(freshPath()) {
-    std::filesystem::copy_file(SAMPLE_COMPANY, path_, std::filesystem::copy_options::overwrite_existing);
+/// A component between the module and its stand-in: takes note of what it is told, and breaks.
+class Shop::Watched : public automation::Object {
+public:
+    Watched(Shop& shop, automation::ObjectPtr object) : shop_(shop), object_(std::move(object)) {}
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override {
+        const std::string name = className() + "." + std::string(member);
+        std::string list;
+        for (const automation::Value& argument : arguments) list += (list.empty() ? "" : "|") + told(argument);
+        shop_.calls_.push_back(name + "(" + list + ")");
+        if (name == shop_.broken_) throw automation::RunTimeError(5, "broken");
+        automation::Value result = object_->invoke(access, member, arguments);
+        if (result.isObject()) shop_.made_[name] = result.objectPtr();
+        return result;
+    }
+    bool has(std::string_view member) const override { return object_->has(member); }
+    std::string className() const override { return object_->className(); }
+
+private:
+    Shop& shop_;
+    automation::ObjectPtr object_;
+};
+
+CompanyFile::CompanyFile() : CompanyFile(Original{SAMPLE_COMPANY}) {}
+
+CompanyFile::CompanyFile(Original original) : path_(folder_.file("company.db")) {
+    std::filesystem::copy_file(original.path, path_);
 }
 
-CompanyFile::~CompanyFile() {
-    std::error_code ignored;
-    for (const char* ending : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(path_ + ending, ignored);
+CompanyFile::CompanyFile(std::string_view schema) : path_(folder_.file("company.db")) {
+    const auto connection = sandbox::createCompany(path_, schema);
+    connection->call("BeginTrans");
+    sandbox::writeSampleCompany([&](const std::string& statement) { connection->call("Execute", statement); });
+    connection->call("CommitTrans");
 }
 
 Rows CompanyFile::rows(const std::string& query) const {
@@ -55,9 +92,12 @@ void CompanyFile::change(const std::string& script) const {
     sandbox::runScript(*sandbox::openConnection(path_), script);
 }
 
-Shop::Shop(const CompanyFile& company, Seat seat)
-    : connection(sandbox::openConnection(company.path())),
-      module(desktop, system, sandbox::standInFactory({&desktop, "", &reportCalls}), goodsreq::formMakers(), PROJECT_DIR "/sandbox/data"),
+Shop::Shop(const CompanyFile& company, Seat seat, const Between& between)
+    : inner_(sandbox::standInFactory({&desktop, "", &reportCalls})),
+      connection(sandbox::openConnection(company.path())),
+      module(
+          desktop, system, between ? between(inner_) : [this](std::string_view progId) { return make(progId); },
+          goodsreq::formMakers(), PROJECT_DIR "/sandbox/data"),
       component(module), user(desktop) {
     const sandbox::Day day = sandbox::kSampleProcessDate;
     desktop.time = basic::dateOf(day.year, day.month, day.day, 10, 30);
@@ -78,12 +118,27 @@ void Shop::opens() {
     user.starts([this] { component.show(); });
 }
 
-std::vector<std::string> Shop::statements(std::string_view beginning) const {
-    std::vector<std::string> found;
-    for (const std::string& statement : statements_)
-        if (std::string_view(statement).substr(0, beginning.size()) == beginning) found.push_back(statement);
-    return found;
+automation::ObjectPtr Shop::make(std::string_view progId) {
+    if (progId == broken_) automation::raise(automation::kCannotCreateObject);
+    automation::ObjectPtr object = inner_(progId);
+    // The rest is seen in the statements; and record sets go on to the stand-ins, which are not to be watched
+    // themselves.
+    if (!progId.starts_with("ADODB.") && !automation::sameName(progId, "CommonModule.clsCommonDB"))
+        object = std::make_shared<Watched>(*this, object);
+    made_[std::string(progId)] = object;
+    return object;
 }
+
+void Shop::breaks(const std::string& what) {
+    broken_ = what;
+    connection->failOn([what](std::string_view s) { return !what.empty() && s.find(what) != s.npos; });
+}
+
+std::vector<std::string> Shop::statements(std::string_view beginning) const {
+    return beginningWith(beginning, statements_);
+}
+
+std::vector<std::string> Shop::calls(std::string_view beginning) const { return beginningWith(beginning, calls_); }
 
 std::vector<std::string> Shop::errors() const {
     std::vector<std::string> found;

@@ -76,6 +76,7 @@ std::filesystem::path printSettings() {
 Clerk::Clerk() {
     writeAll(kLogFile, "");
     SetEnvironmentVariableA("GOODSREQ_WINDOW_LOG", kLogFile);
+    SetEnvironmentVariableA("GOODSREQ_WINDOW_TEXTS", "1");
 }
 
 bool Clerk::awaits(const std::string& text) {

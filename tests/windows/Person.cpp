@@ -24,8 +24,10 @@ INPUT stroke(WORD key, bool up) {
     return input;
 }
 
-/// Runs `module` here and `script` in a thread beside it; after the script, `close` again and again until `module` ends.
-void beside(const std::function<void()>& module, const std::function<void()>& script, const std::function<void()>& close) {
+/// Runs `module` here and `script` in a thread beside it; after the script, `close` again and again until `module`
+/// ends.
+void beside(const std::function<void()>& module, const std::function<void()>& script,
+            const std::function<void()>& close) {
     std::atomic<bool> ended = false;
     std::thread acting([&] {
         script();

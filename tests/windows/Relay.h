@@ -2,6 +2,7 @@
 #pragma once
 
 #include "com/Bridge.h"
+#include "com/Errors.h"
 
 #include <oaidl.h>
 
@@ -10,19 +11,23 @@
 
 namespace tests {
 
-class Relay final : public IDispatch {
+class Relay final : public IDispatch, public ISupportErrorInfo {
 public:
     static com::ComPtr<Relay> to(const automation::ObjectPtr& object) {
         return com::ComPtr<Relay>::adopt(new Relay(com::toDispatch(object)));
     }
 
-    WORD refused = 0;              ///< ways of access that it does not offer
-    std::vector<VARTYPE> kinds;    ///< of the last call's arguments, in call order
-    std::vector<WORD> attempts;    ///< ways of access that were tried
+    WORD refused = 0;           ///< ways of access that it does not offer
+    std::vector<VARTYPE> kinds; ///< of the last call's arguments, in call order
+    std::vector<WORD> attempts; ///< ways of access that were tried
     int lookUps = 0;
+    HRESULT answer = S_OK; ///< of every call, with error information, unless it is S_OK
+    bool explains = true;  ///< says that its error information is meant
 
     HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
-        *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        *result = nullptr;
+        if (id == IID_IUnknown || id == IID_IDispatch) *result = static_cast<IDispatch*>(this);
+        if (id == IID_ISupportErrorInfo && explains) *result = static_cast<ISupportErrorInfo*>(this);
         if (!*result) return E_NOINTERFACE;
         AddRef();
         return S_OK;
@@ -48,7 +53,15 @@ public:
         kinds.clear();
         for (UINT i = parameters->cArgs; i-- > 0;) kinds.push_back(parameters->rgvarg[i].vt);
         if (flags & refused) return DISP_E_MEMBERNOTFOUND;
+        if (answer != S_OK) {
+            com::setErrorInfo({answer, "driver", "no server there"}, IID_IDispatch);
+            return answer;
+        }
         return inner_->Invoke(id, reserved, locale, flags, parameters, result, information, wrong);
+    }
+
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(const IID& id) override {
+        return id == IID_IDispatch ? S_OK : S_FALSE;
     }
 
 private:

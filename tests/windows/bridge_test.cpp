@@ -3,11 +3,14 @@
 #include "TestObject.h"
 #include "com/Bstr.h"
 #include "com/DispatchObject.h"
+#include "com/ObjectDispatch.h"
 #include "com/ObjectFactory.h"
+#include "com/ReferenceArgument.h"
 #include "com/Variant.h"
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -67,7 +70,7 @@ TEST_F(Bridge, EveryKindOfValueComesBackAsItWent) {
         {Date{45200.75}, VT_DATE},
         {Date{-1.25}, VT_DATE},
         {"", VT_BSTR},
-        {"Gr\xC3\xBC\xC3\x9F" "e \xF0\x9F\x8D\x8E", VT_BSTR},
+        {"Gr\u00FC\u00DFe \U0001F34E", VT_BSTR},
         {std::string("a\0b", 3), VT_BSTR},
         {ObjectPtr(), VT_DISPATCH},
         {Array{Value("a"), Value(std::int16_t{2}), Value(Array{Value(1.5)})}, VT_ARRAY | VT_VARIANT},
@@ -93,7 +96,8 @@ TEST_F(Bridge, KindsThatOnlyOthersHaveBecomeTheNextWider) {
     EXPECT_TRUE(made(VT_UI4, [](VARIANT& v) { v.ulVal = 7; }) == Value(std::int32_t{7}));
     EXPECT_TRUE(made(VT_UI4, [](VARIANT& v) { v.ulVal = 4294967295u; }) == Value(Decimal{"4294967295"}));
     EXPECT_TRUE(made(VT_I8, [](VARIANT& v) { v.llVal = -9007199254740993; }) == Value(Decimal{"-9007199254740993"}));
-    EXPECT_TRUE(made(VT_R4, [](VARIANT& v) { v.fltVal = 0.5f; }) == Value(0.5));
+    EXPECT_TRUE(made(VT_R4, [](VARIANT& v) { v.fltVal = 1.1f; }) == Value(1.1));
+    EXPECT_TRUE(made(VT_R4, [](VARIANT& v) { v.fltVal = -1234567.0f; }) == Value(-1234567.0));
     EXPECT_TRUE(made(VT_BSTR, [](VARIANT& v) { v.bstrVal = nullptr; }) == Value(""));
     EXPECT_EQ(errorOf([&] { made(VT_ERROR, [](VARIANT& v) { v.scode = E_FAIL; }); }).number(), kTypeMismatch);
 }
@@ -125,6 +129,65 @@ TEST_F(Bridge, AnArrayOfTwoDimensionsIsAnArrayOfRows) {
     EXPECT_TRUE(com::toValue(variant) == Value(Array{row(1, 2, 3), row(11, 12, 13)}));
 }
 
+/// An array of one dimension that somebody made by hand.
+std::unique_ptr<Variant> handMade(VARTYPE shown, ULONG elementSize, ULONG count, bool filled = true) {
+    auto variant = std::make_unique<Variant>();
+    SAFEARRAY* array = nullptr;
+    EXPECT_EQ(SafeArrayAllocDescriptor(1, &array), S_OK);
+    array->cbElements = elementSize;
+    array->rgsabound[0] = {count, 0};
+    if (filled) EXPECT_EQ(SafeArrayAllocData(array), S_OK);
+    if (filled) std::memset(array->pvData, 'A', elementSize * count);
+    variant->vt = static_cast<VARTYPE>(VT_ARRAY | shown);
+    variant->parray = array;
+    return variant;
+}
+
+std::unique_ptr<Variant> madeAs(VARTYPE made, VARTYPE shown, std::vector<SAFEARRAYBOUND> bounds = {{2, 0}}) {
+    auto variant = std::make_unique<Variant>();
+    variant->parray = SafeArrayCreate(made, static_cast<UINT>(bounds.size()), bounds.data());
+    variant->vt = static_cast<VARTYPE>(VT_ARRAY | shown);
+    return variant;
+}
+
+TEST_F(Bridge, AnArrayThatIsNotWhatItSaysIsRefused) {
+    constexpr VARTYPE kAddress = sizeof(void*) == 8 ? VT_I8 : VT_I4; // a number as large as one
+    const struct {
+        const char* what;
+        std::unique_ptr<Variant> array;
+        long error;
+    } cases[] = {
+        {"larger elements", handMade(VT_I4, 64, 2), kTypeMismatch},
+        {"smaller elements", handMade(VT_R8, 1, 2), kTypeMismatch},
+        {"no size", handMade(VT_I4, 0, 2), kTypeMismatch},
+        {"no data", handMade(VT_I4, 4, 2, false), kTypeMismatch},
+        {"variants as numbers", madeAs(VT_VARIANT, VT_I4), kTypeMismatch},
+        {"numbers as texts", madeAs(kAddress, VT_BSTR), kTypeMismatch},
+        {"texts as objects", madeAs(VT_BSTR, VT_DISPATCH), kTypeMismatch},
+        {"addresses of no kind as texts", handMade(VT_BSTR, sizeof(void*), 2), kTypeMismatch},
+        {"rows without columns, beyond count", madeAs(VT_I4, VT_I4, {{0x7FFFFFFF, 0}, {0, 0}}), 7},
+        {"more elements than can be kept", madeAs(VT_UI1, VT_UI1, {{20'000'000, 0}}), 7},
+    };
+    for (const auto& one : cases) EXPECT_EQ(errorOf([&] { com::toValue(*one.array); }).number(), one.error) << one.what;
+    EXPECT_TRUE(com::toValue(*handMade(VT_I4, 4, 1)) == Value(Array{std::int32_t{0x41414141}}));
+}
+
+TEST_F(Bridge, AVariantWithinVariantsHasAnEnd) {
+    Variant itself;
+    itself.vt = VT_BYREF | VT_VARIANT;
+    itself.pvarVal = &itself;
+    EXPECT_EQ(errorOf([&] { com::toValue(itself); }).number(), kTypeMismatch);
+    EXPECT_EQ(errorOf([&] { com::writeThrough(itself, 1.0); }).number(), kTypeMismatch);
+    Variant nested;
+    for (int level = 0; level < 1000; ++level) {
+        SAFEARRAY* outer = SafeArrayCreateVector(VT_VARIANT, 0, 1);
+        std::swap(*static_cast<VARIANT*>(outer->pvData), static_cast<VARIANT&>(nested));
+        nested.vt = VT_ARRAY | VT_VARIANT;
+        nested.parray = outer;
+    }
+    EXPECT_EQ(errorOf([&] { com::toValue(nested); }).number(), kTypeMismatch);
+}
+
 TEST_F(Bridge, ADecimalThatDoesNotFitOverflows) {
     for (const char* text : {"79228162514264337593543950336", "0.00000000000000000000000000001"})
         EXPECT_EQ(errorOf([&] { foreign->call("Echo", Decimal{text}); }).number(), kOverflow) << text;
@@ -149,6 +212,10 @@ TEST_F(Bridge, AnArgumentByReferenceTravelsInItsOwnKindAndComesBackChanged) {
         {Null(), std::int32_t{4}, VT_VARIANT},
         {Decimal{"1.10"}, Decimal{"2.20"}, VT_VARIANT},
         {Array{Value(1.0)}, Array{Value("x"), Value("y")}, VT_VARIANT},
+        {Array{Value("x"), Value(1.0)}, Array{Value("x")}, VT_VARIANT},
+        {Array{Value("x"), Value("")}, Array{Value("y")}, VT_ARRAY | VT_BSTR},
+        {Array{std::int16_t{2}, std::int16_t{-3}}, Array{std::int16_t{4}}, VT_ARRAY | VT_I2},
+        {Array{std::int32_t{2000}}, Array{std::int32_t{4}, std::int32_t{5}}, VT_ARRAY | VT_I4},
         {std::int16_t{13}, std::int32_t{14}, VT_I2}, // keeps the variable's kind, as a typed variable does
     };
     for (const auto& one : cases) {
@@ -197,11 +264,21 @@ TEST_F(Bridge, AScriptsVariableIsWrittenThroughWhateverKindItHeld) {
 
 TEST_F(Bridge, ErrorsKeepNumberSourceAndDescription) {
     for (const std::int32_t number : {5, 91, 1004, 32767, 65535, -2147217900, -2147221503}) {
-        const RunTimeError error =
-            errorOf([&] { foreign->call("Fail", number, "Kein gr\xC3\xBC" "ner Apfel", "shop"); });
+        const RunTimeError error = errorOf([&] { foreign->call("Fail", number, "Kein gr\u00FCner Apfel", "shop"); });
         EXPECT_EQ(error.number(), number);
-        EXPECT_EQ(error.description(), "Kein gr\xC3\xBC" "ner Apfel");
+        EXPECT_EQ(error.description(), "Kein gr\u00FCner Apfel");
         EXPECT_EQ(error.source(), "shop");
+    }
+}
+
+TEST_F(Bridge, APlainResultHasTheTextOfItsErrorInformation) {
+    relay->answer = static_cast<HRESULT>(0x80004005);
+    for (const bool explains : {true, false}) {
+        relay->explains = explains;
+        const RunTimeError error = errorOf([&] { foreign->call("Echo", 1.0); });
+        EXPECT_EQ(error.number(), relay->answer);
+        EXPECT_EQ(error.description() == "no server there", explains) << error.description();
+        EXPECT_EQ(error.source() == "driver", explains) << error.source();
     }
 }
 
@@ -228,9 +305,17 @@ TEST_F(Bridge, NamedArgumentsAreRefused) {
     EXPECT_EQ(ids[1], DISPID_UNKNOWN);
 }
 
-TEST_F(Bridge, ArgumentsArriveInCallOrder) {
-    EXPECT_TRUE(foreign->call("Order", "a", "b", "c") == Value("abc"));
+TEST_F(Bridge, ACountWithNothingBehindItIsRefused) {
+    const auto dispatch = com::toDispatch(object);
+    LPOLESTR names[] = {nullptr};
+    DISPID id = 0;
+    EXPECT_EQ(dispatch->GetIDsOfNames(IID_NULL, names, 1, 0, &id), E_POINTER);
+    for (DISPPARAMS parameters : {DISPPARAMS{nullptr, nullptr, 1, 0}, DISPPARAMS{nullptr, nullptr, 0, 1}})
+        EXPECT_EQ(dispatch->Invoke(1, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr),
+                  E_POINTER);
 }
+
+TEST_F(Bridge, ArgumentsArriveInCallOrder) { EXPECT_TRUE(foreign->call("Order", "a", "b", "c") == Value("abc")); }
 
 TEST_F(Bridge, AMembersNameIsLookedUpOnce) {
     for (int i = 0; i < 5; ++i) foreign->call(i % 2 ? "echo" : "Echo", 1.0);
@@ -285,9 +370,18 @@ TEST_F(Bridge, ABridgeKeepsItsObjectExactlyAsLongAsItIsHeld) {
     EXPECT_TRUE(watch.expired());
 }
 
-TEST_F(Bridge, AComponentLearnsAControlsClassFromItsTypeInformation) {
-    EXPECT_EQ(foreign->className(), "ComboBox");
+TEST_F(Bridge, AnInterfaceThatIsAskedForInVainIsTold) {
+    static std::vector<IID> told;
+    com::ObjectDispatch::refused = [](const IID& id) { told.push_back(id); };
+    const auto dispatch = com::toDispatch(object);
+    void* none = nullptr;
+    EXPECT_EQ(dispatch->QueryInterface(IID_IPersist, &none), E_NOINTERFACE);
+    EXPECT_EQ(none, nullptr);
+    EXPECT_EQ(told, std::vector<IID>{IID_IPersist});
+    com::ObjectDispatch::refused = nullptr;
 }
+
+TEST_F(Bridge, AComponentLearnsAControlsClassFromItsTypeInformation) { EXPECT_EQ(foreign->className(), "ComboBox"); }
 
 TEST_F(Bridge, ADictionaryOfTheSystemIsDrivenByName) {
     const auto create = com::comObjectFactory();

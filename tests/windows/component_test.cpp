@@ -4,15 +4,19 @@
 #include "com/Bstr.h"
 #include "com/ObjectFactory.h"
 #include "com/Variant.h"
+#include "tests/basic/ExpectError.h"
 
 #include <initguid.h>
+// The type library's ids are defined here, by what comes before.
+#include "goodsreq_h.h"
+
+// After it, so that what is declared is defined too.
 #include "goodsreq_h.h"
 
 #include <gtest/gtest.h>
 
 #include <sddl.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <thread>
@@ -22,15 +26,6 @@ using namespace automation;
 using com::ComPtr;
 
 namespace {
-
-long errorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class Component : public testing::Test {
 protected:
@@ -46,7 +41,7 @@ protected:
         CoUninitialize();
     }
 
-    ObjectPtr object;            ///< late-bound
+    ObjectPtr object;          ///< late-bound
     ComPtr<_clsGRtoShop> face; ///< early-bound
 };
 
@@ -73,12 +68,8 @@ TEST_F(Component, FieldsKeepWhatTheHostSets) {
         const char* field;
         Value value;
     } cases[] = {
-        {"strProjectKey", "kova"},
-        {"strMsgboxCaption", "B\xC3\xA4" "ckerei"},
-        {"intCompanyID", std::int16_t{1}},
-        {"intUserID", std::int16_t{-7}},
-        {"intShopid", std::int16_t{32767}},
-        {"interfaceid", std::int32_t{1507}},
+        {"strProjectKey", "kova"},        {"strMsgboxCaption", "B\u00E4ckerei"}, {"intCompanyID", std::int16_t{1}},
+        {"intUserID", std::int16_t{-7}},  {"intShopid", std::int16_t{32767}},    {"interfaceid", std::int32_t{1507}},
         {"dtProcessDate", Date{45291.5}},
     };
     for (const auto& one : cases) {
@@ -130,11 +121,13 @@ TEST_F(Component, ACallThatNoMemberFitsIsRefused) {
         UINT count, named;
         HRESULT expected;
     } cases[] = {
+        // clang-format off
         {DISPATCH_PROPERTYGET, 1, 0, DISP_E_BADPARAMCOUNT}, {DISPATCH_PROPERTYGET, 1, 1, DISP_E_NONAMEDARGS},
         {DISPATCH_PROPERTYPUT, 0, 0, DISP_E_BADPARAMCOUNT}, {DISPATCH_PROPERTYPUT, 2, 1, DISP_E_BADPARAMCOUNT},
         {DISPATCH_PROPERTYPUT, 2, 2, DISP_E_NONAMEDARGS},   {DISPATCH_PROPERTYPUT, 1, 1, S_OK},
         {0xF, 1, 1, S_OK},                                  {0xF, 2, 1, DISP_E_BADPARAMCOUNT},
     };
+    // clang-format on
     for (const auto& one : cases) {
         DISPPARAMS parameters{arguments, named, one.count, one.named};
         EXPECT_EQ(face->Invoke(id, IID_NULL, 0, one.flags, &parameters, nullptr, nullptr, nullptr), one.expected)
@@ -166,31 +159,19 @@ TEST_F(Component, AWrongProjectKeyShowsNothingAndTheComponentStaysLoaded) {
     EXPECT_TRUE(object->get("adocon").objectPtr()->has("Execute")); // none was given, so it made one
     face = {};
     object.reset();
-    EXPECT_FALSE(mayBeUnloaded());
+    CoUninitialize();
+    EXPECT_TRUE(GetModuleHandleW(L"goodsreq.dll"));
+    ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
 }
 
-TEST_F(Component, AnotherApartmentMayMakeItButNotShowIt) {
+TEST_F(Component, AWrongKeyBindsNoThread) {
     object->put("strProjectKey", "wrong");
-    object->call("Show"); // the windows belong to this thread now
+    object->call("Show");
     std::thread([] {
         ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
-        {
-            const ObjectPtr other = create("goodsreq.clsGRtoShop");
-            other->put("intShopid", std::int16_t{4});
-            std::string said;
-            try {
-                other->call("Show");
-            } catch (const RunTimeError& error) {
-                EXPECT_EQ(error.number(), static_cast<long>(RPC_E_WRONG_THREAD));
-                EXPECT_EQ(error.source(), "goodsreq");
-                said = error.description();
-            }
-            EXPECT_NE(said.find("another thread"), std::string::npos) << said;
-            EXPECT_TRUE(other->get("intShopid") == Value(std::int16_t{4}));
-        }
+        create("goodsreq.clsGRtoShop")->call("Show");
         CoUninitialize();
     }).join();
-    object->call("Show");
 }
 
 TEST_F(Component, AMultithreadedCallerHasTheInterfaceThroughTheManifest) {
@@ -236,10 +217,10 @@ TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {
 }
 
 TEST_F(Component, TheSuitesStandInsAreCreatedByName) {
-    for (const char* progId : {"ADODB.Connection", "ADODB.Recordset", "CommonModule.clscommondb",
-                               "CommonModule.clsCommonGen", "Formcolor.clsFormcolor", "PosUserAuditing.clsUserAuditing",
-                               "MasterGridSetting.clsMasterGridSetting", "ErrorHandler.ErrorDetails", "Fetch.clsFetch",
-                               "Crystal.CRPE.Application"})
+    for (const char* progId :
+         {"ADODB.Connection", "ADODB.Recordset", "CommonModule.clscommondb", "CommonModule.clsCommonGen",
+          "Formcolor.clsFormcolor", "PosUserAuditing.clsUserAuditing", "MasterGridSetting.clsMasterGridSetting",
+          "ErrorHandler.ErrorDetails", "Fetch.clsFetch", "Crystal.CRPE.Application"})
         EXPECT_TRUE(create(progId)) << progId;
     EXPECT_TRUE(create("CommonModule.clsCommonDB")->has("fnReturnField"));
 }
@@ -286,9 +267,9 @@ TEST_F(Component, TheNameStaysWhileTheOtherWidthIsRegistered) {
     const auto unregisterServer = exported<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer");
     ASSERT_EQ(registerServer(), S_OK);
     HKEY other = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, classKey, 0, nullptr, 0, KEY_WRITE | otherView, nullptr, &other,
-                              nullptr),
-              0);
+    ASSERT_EQ(
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, classKey, 0, nullptr, 0, KEY_WRITE | otherView, nullptr, &other, nullptr),
+        0);
     RegCloseKey(other);
     EXPECT_EQ(unregisterServer(), S_OK);
     EXPECT_EQ(registered(HKEY_LOCAL_MACHINE, classKey), "");

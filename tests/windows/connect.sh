@@ -1,5 +1,6 @@
 # The host with --connect, on the machine's own ADO. No server can be reached here, so a substitute stands under ADO's names
-# in the registry of a prefix of its own.
+# in the registry of a prefix of its own. The connection string comes in by standard input, then by the environment, last on the
+# command line: no log, no message and no process's command line shows it.
 trap wine_stop EXIT
 wine_start
 . "$root/tools/host.sh"
@@ -15,13 +16,23 @@ grep '|ADODB\.' "$root/sandbox/host/classes.txt" | while IFS='|' read -r id name
     wine_run reg add "$server" /v ThreadingModel /d Apartment /f
 done >/dev/null
 
+# connectTo DATABASE [SOURCE]
 connectTo() {
+    local text="Data Source=$1;Password=mellow"
     screenLog=$folder/host.log
     rm -f "$screenLog"
     logSeen=0
-    timeout --foreground -k 5 100 wine "$hostFolder/goodsreq-host.exe" --connect "Data Source=$1" \
-        --log "$(wine_path "$screenLog")" >"$folder/host.out" 2>&1 </dev/null &
+    SHOP_CONNECTION=$text timeout --foreground -k 5 100 wine "$hostFolder/goodsreq-host.exe" --connect "${2:-$text}" \
+        --log "$(wine_path "$screenLog")" >"$folder/host.out" 2>&1 <<<"$text" &
     programPid=$!
+}
+expectHidden() {
+    # The children's command lines, as a process list shows them.
+    if cat /proc/[0-9]*/cmdline 2>/dev/null | tr '\0' '\n' | grep -aq 'Password=mello[w]' ||
+        grep -q mellow "$screenLog" "$folder/host.out"; then
+        echo "the connection string is shown"
+        exit 1
+    fi
 }
 expectSaid() {
     grep -qF "$1" "$folder/host.out" || {
@@ -31,8 +42,9 @@ expectSaid() {
     }
 }
 
-connectTo "$(wine_path "$folder/company.db")"
+connectTo "$(wine_path "$folder/company.db")" -
 toLineEntry "Goods Request To Shop"
+expectHidden
 expectSaid "Stood in for, since this machine lacks them: CommonModule.clsCommonDB, CommonModule.clsCommonGen"
 if grep -q 'ADODB' "$folder/host.out" "$hostFolder/goodsreq.suite.manifest"; then
     echo "ADO is stood in for"
@@ -51,12 +63,23 @@ await_log "unloaded frmRequest"
 press alt+c
 awaitHost
 
+connectTo "$(wine_path "$folder/company.db")" env:SHOP_CONNECTION
+await_log "active frmMaster"
+expectHidden
+focus_window "Goods Request To Shop"
+press alt+c
+awaitHost
+
 # A server that does not answer is one line, and status 1.
-status=0
-connectTo 'C:\nowhere.db'
-awaitHost || status=$?
-[ "$status" -eq 1 ] || {
-    echo "without a server the host ended with $status"
-    exit 1
-}
-expectSaid "goodsreq-host: error "
+for source in - env:SHOP_CONNECTION ""; do
+    status=0
+    connectTo 'C:\nowhere.db' "$source"
+    awaitHost || status=$?
+    [ "$status" -eq 1 ] || {
+        echo "without a server the host ended with $status"
+        exit 1
+    }
+    expectSaid "goodsreq-host: error "
+    touch "$screenLog"
+    expectHidden
+done

@@ -2,6 +2,7 @@
 // module's own visual styles.
 #include "Relay.h"
 #include "TestObject.h"
+#include "automation/RunTimeError.h"
 #include "com/Bridge.h"
 #include "com/CallContext.h"
 #include "com/ObjectFactory.h"
@@ -17,6 +18,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace automation;
@@ -25,6 +27,7 @@ using com::ComPtr;
 namespace {
 
 constexpr const char* kCompanyFile = "C:\\context.db";
+constexpr const char* kThreadsFile = "C:\\threads.db"; ///< stays open to the end of the process
 
 HANDLE currentContext() {
     HANDLE context = nullptr;
@@ -196,6 +199,7 @@ void lookIntoARequest(support::Clerk& clerk) {
 TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
     sandbox::makeSampleCompany(kCompanyFile);
     const ComPtr<Watch> connection = watch(com::toDispatch(support::openConnection(kCompanyFile)));
+    CoUninitialize(); // openConnection() has started it once more
     for (const std::string& hosts : {std::string(), kPlain}) {
         SCOPED_TRACE(hosts);
         const Activated host(hosts);
@@ -207,6 +211,52 @@ TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
         for (const HANDLE context : connection->questions) EXPECT_EQ(context, host.context());
         EXPECT_EQ(currentContext(), host.context());
     }
+}
+
+void expectRefusal() {
+    try {
+        support::makeModule(com::comObjectFactory()("ADODB.Connection"), 1)->call("Show");
+        ADD_FAILURE() << "shown on another thread";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), static_cast<long>(RPC_E_WRONG_THREAD));
+        EXPECT_EQ(error.source(), "goodsreq");
+        EXPECT_NE(error.description().find("another thread"), std::string::npos);
+    }
+}
+
+/// As a host does that has a thread, or a time of COM, for each of its windows.
+void showOnce(bool refusedElsewhere) {
+    ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+    {
+        const ObjectPtr module = support::makeModule(support::openConnection(kThreadsFile), 1);
+        CoUninitialize(); // openConnection() has started it once more
+        support::Clerk clerk;
+        support::Person::sits([&] { module->call("Show"); },
+                              [&] {
+                                  if (refusedElsewhere && clerk.awaits("active frmMaster")) {
+                                      std::thread([] {
+                                          ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+                                          expectRefusal();
+                                          CoUninitialize();
+                                      }).join();
+                                      clerk.pressesAlt('c');
+                                      clerk.awaits("unloaded frmMaster");
+                                  } else {
+                                      lookIntoARequest(clerk);
+                                  }
+                              });
+    }
+    CoUninitialize();
+}
+
+TEST_F(Context, AnotherThreadShowsTheRegisterOnceItIsClosed) {
+    sandbox::makeSampleCompany(kThreadsFile);
+    CoUninitialize(); // so that each thread's end is the end of COM, and of the components' DLLs
+    std::thread(showOnce, true).join();
+    std::thread(showOnce, false).join();
+    showOnce(false);
+    showOnce(false);
+    ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
 }
 
 } // namespace

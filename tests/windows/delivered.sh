@@ -1,4 +1,5 @@
-# What lies in dist, for both widths: the DLLs' bits, their undecorated exports, and nothing imported but the system's own.
+# What lies in dist, for both widths: the DLLs' bits, their undecorated exports, nothing imported but the system's own, and the
+# guards of tools/check-delivered.sh.
 # The 32-bit files are only looked at: not every build machine can run them.
 wrong=0
 
@@ -41,6 +42,7 @@ for folder in "$DIST_X64:pei-x86-64" "$DIST_X86:pei-i386"; do
         expectText "$name, version" "$version" "$(strings -el -n 3 "$folder/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
         [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$folder/$file")"
     done
+    "$root/tools/check-delivered.sh" "$folder"/*.dll "$folder"/*.exe || wrong=1
     # The type library is resource 1 of the component; its file format starts with MSFT.
     grep -qaF MSFT "$folder/goodsreq.dll" || {
         echo "${folder##*/}/goodsreq.dll carries no type library"

@@ -39,9 +39,11 @@ void take(Person& person, EventOrderForm& form, const EventStep& step) {
         return person.look([&] {
             HWND combo = Person::windowOf(*form.find(step.control));
             SetFocus(combo);
+            SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
             SendMessageW(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                          reinterpret_cast<LPARAM>(win32::wide(step.text).c_str()));
-            SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+            SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
+            SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
         });
     case EventStep::Kind::disables: return person.look([&] { form.find(step.control)->setEnabled(false); });
     }

@@ -3,12 +3,13 @@
 . "$root/tools/screen.sh"
 . "$root/tools/host.sh"
 folder=$OUT
+hostFolder=$root/build/x64/tryout
 makeCompany
 IFS='|' read -r scanned barcode < <(items "min(p.packingbarcode || '')" | sed -n 5p)
 IFS='|' read -r fetched code < <(items a.itemcode | sed -n 33p)
 
 toDialog() {
-    startHost statements --open "$1"
+    GOODSREQ_OPEN=$1 startHost statements
     toLineEntry "Goods Request To Shop"
     press F11
 }

@@ -1,12 +1,16 @@
-# The screens at 150 and 200 % of the usual resolution, in a prefix of their own on a screen with room for them.
-trap wine_stop EXIT
-screenSize=2560x1600
-wine_start
-for dots in 144 192; do
-    wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dots" /f >/dev/null
-    EXPECTED_DPI=$dots wine_run -t 120 "$BUILD_X64/looks_test.exe" --gtest_color=no >"$OUT/$dots.log" 2>&1 || {
-        grep -E 'Failure|\.cpp|Trace|Expected|actual|message' "$OUT/$dots.log" | head -n 40
-        echo "the screens are not whole at $dots dots an inch"
+# The screens where they have much room and where they have little: size and dots an inch. Each has a prefix and a screen
+# of its own.
+looksAt() (
+    screenSize=$1
+    trap wine_stop EXIT
+    wine_start
+    wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$2" /f >/dev/null
+    EXPECTED_DPI=$2 wine_run -t 120 "$BUILD_X64/looks_test.exe" --gtest_color=no >"$OUT/$1-$2.log" 2>&1 || {
+        grep -E 'Failure|\.cpp|Trace|Expected|actual|message' "$OUT/$1-$2.log" | head -n 40
+        echo "the screens are not whole on $1 at $2 dots an inch"
         exit 1
     }
-done
+)
+for dots in 144 192; do looksAt 2560x1600 "$dots"; done
+looksAt 1366x768 144
+looksAt 800x600 96

@@ -1,10 +1,10 @@
-// Every screen of the DLL at the resolution that the machine has: no text is cut, nothing lies over or outside.
+// Every screen of the DLL on the screen that the machine has: no text is cut, nothing lies over or outside.
 // tests/windows/looks.sh runs this at several resolutions.
 #include "sandbox/host/HostSession.h"
 #include "tests/windows/Clerk.h"
 #include "tests/windows/Person.h"
-#include "win32/ControlWindow.h"
 #include "win32/Dpi.h"
+#include "win32/FormWindow.h"
 #include "win32/Text.h"
 
 #include <gtest/gtest.h>
@@ -77,6 +77,11 @@ void expectWhole(HWND form) {
     }
     RECT inside{};
     GetClientRect(form, &inside);
+    RECT whole = inside; // The frame of a maximised window lies outside the screen.
+    if (!IsZoomed(form)) GetWindowRect(form, &whole);
+    const RECT work = win32::workAreaOf(form);
+    EXPECT_LE(whole.right - whole.left, work.right - work.left);
+    EXPECT_LE(whole.bottom - whole.top, work.bottom - work.top);
     const std::vector<Seen> controls = controlsOf(form);
     EXPECT_GT(controls.size(), 1u);
     for (std::size_t i = 0; i < controls.size(); ++i) {
@@ -108,10 +113,11 @@ void lookAround(support::Clerk& clerk) {
     const auto look = [&] { expectWhole(clerk.window()); };
     if (!clerk.awaits("active frmMaster")) return;
     look();
+    ShowWindow(clerk.window(), SW_MAXIMIZE);
+    look();
+    ShowWindow(clerk.window(), SW_RESTORE);
     clerk.pressesAlt('n');
     if (!clerk.awaits("active frmRequest")) return;
-    clerk.pressesAlt('s');
-    clerk.awaits("focus frmRequest.cboShop");
     clerk.presses(VK_DOWN);
     look();
     clerk.types('\r');

@@ -10,7 +10,9 @@ wine_start
 }
 folder=$WINEPREFIX/drive_c/retail
 mkdir "$folder"
-(cd "$folder" && cmake -E tar xf "$root"/dist/goodsreq-*.zip && cd goodsreq-* && sha256sum --quiet -c SHA256SUMS)
+cp "$root"/dist/goodsreq-*.zip "$root"/dist/goodsreq-*.SHA256SUMS "$folder/"
+(cd "$folder" && cmake -E tar xf goodsreq-*.zip && sha256sum --quiet -c goodsreq-*.SHA256SUMS && cd goodsreq-*/ && sha256sum --quiet -c SHA256SUMS)
+rm "$folder"/goodsreq-*.zip "$folder"/goodsreq-*.SHA256SUMS
 hostFolder=$(echo "$folder"/goodsreq-*/x64)
 # No document leads to what the package leaves out.
 (cd "$folder"/goodsreq-*/docs && grep -ohE '\]\([^):#]+' ./*.md | cut -c3- | sort -u | xargs -d '\n' ls -d) >/dev/null
@@ -50,7 +52,7 @@ listing >"$OUT/before.txt"
 
 register
 # The scripting host finds the sandbox by its manifest, as this prefix has an ADO of its own, and the component by the registry.
-cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$hostFolder/"
+cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$BUILD_X64/cscript.exe.manifest" "$hostFolder/"
 sed -i '0,/<\/dependency>/{/<dependency>/,/<\/dependency>/d}' "$hostFolder/cscript.exe.manifest"
 if grep -q goodsreq.component "$hostFolder/cscript.exe.manifest"; then
     echo "the scripting host would find the component without the registry"

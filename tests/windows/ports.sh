@@ -57,5 +57,22 @@ if [ "$(grep -c '^message' "$screenLog")" -ne 1 ]; then
     grep '^message' "$screenLog"
     exit 1
 fi
+
+# To the screen, where another file's name or a folder stands in the slip's place: one message, and the other file keeps what it
+# held. A symbolic link shows on Windows only; to a program under Wine it is the file that it leads to.
+sed -i -E 's/^printtoscreen :=0\r/printtoscreen :=1\r/' "$hostFolder/ShopSetting.txt"
+slip=$WINEPREFIX/drive_c/ShopReq.txt
+echo "somebody else's" >"$OUT/foreign.txt"
+for stands in "ln $OUT/foreign.txt" mkdir; do
+    rm -rf "$slip"
+    $stands "$slip"
+    print
+    await_log 'is no plain file with one name'
+    press Return
+    await_log "answered "
+    press alt+c
+    await_log "unloaded frmPrint"
+done
+grep -q "somebody else's" "$OUT/foreign.txt"
 press alt+c
 awaitHost

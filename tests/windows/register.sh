@@ -34,14 +34,18 @@ expectCurrent() {
     fi
 }
 
-# Sorted downwards by number, which is text: GR/99 comes first. The first row is the current one from the start.
+# Sorted downwards by number, which is text: GR/99 comes first. The selection stays on the request that it was on.
 openRegister
 press alt+s
 await_log "focus frmMaster.optDescend"
 press space alt+o
 await_log "focus frmMaster.cboColNames"
 press Down
-expectCurrent "sorted downwards by number" "GR/99"
+expectCurrent "sorted downwards by number" "GR/1"
+press alt+o shift+Tab
+await_log "focus frmMaster.flexMaster"
+press Home
+expectCurrent "the first row" "GR/99"
 
 # Searched by number: one that is open, and that begins no other number.
 sought=$(stored "select srhrequestno from mesRequesttoShopHeader where srhshopid = $requesting and hex(srhtype) = '72'

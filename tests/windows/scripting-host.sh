@@ -1,10 +1,10 @@
 # The component in the system's scripting host: with a wrong key Show returns at once and nothing is shown; with the right
-# one the register opens, and Show returns when it is closed.
+# one the register opens, and Show returns when it is closed. The log of its windows holds events and no texts.
 . "$root/tools/screen.sh"
 
 # The host's manifest lies beside it, so it works on a copy with all that it names.
 cp -r "$DIST_X64"/. "$OUT/"
-cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$OUT/"
+cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$BUILD_X64/cscript.exe.manifest" "$OUT/"
 company=$(wine_path "$OUT/company.db")
 script=$(wine_path "$root/tests/windows/host.vbs")
 wine_run "$OUT/goodsreq-host.exe" --database "$company" --key none >/dev/null
@@ -34,6 +34,14 @@ host "KOVA/XB/TRAM/842" &
 programPid=$!
 await_log "active frmMaster"
 focus_window "Goods Request To Shop"
+# What the message says is nobody's business who only waits for it.
+press ctrl+d Delete
+await_log "message "
+press alt+n
+await_log "answered no"
+if grep '^message .' "$screenLog"; then
+    exit 1
+fi
 press alt+c
 await_log "unloaded frmMaster"
 status=0

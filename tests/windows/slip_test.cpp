@@ -1,7 +1,11 @@
-// What Windows itself does for the slip: files, ports and the code page. The golden slips are linked in and printed here
-// once more, so that they come out byte for byte as everywhere else.
-#include "automation/RunTimeError.h"
+// What Windows itself does for the slip: files, ports and the code page. The golden slips are linked in and printed
+// here once more, so that they come out byte for byte as everywhere else.
+#include "basic/Apostrophes.h"
+#include "tests/basic/ExpectError.h"
 #include "tests/printing/SlipWorld.h"
+#include "win32/Platform.h"
+#include "win32/System.h"
+#include "win32/Text.h"
 #include "win32/Win32System.h"
 
 #include <gtest/gtest.h>
@@ -14,15 +18,6 @@ const bool installed = [] {
     printing::SlipWorld::makeMachine = [] { return win32::makeSystem(); };
     return true;
 }();
-
-long errorOf(const std::function<void()>& act) {
-    try {
-        act();
-    } catch (const automation::RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class Machine : public testing::Test {
 protected:
@@ -54,6 +49,88 @@ TEST_F(Machine, ReplacesWhatAFileHeld) {
         EXPECT_EQ(system->readFile("C:\\slip replaced.txt"), text);
     }
     EXPECT_FALSE(system->windowsDirectory().empty());
+}
+
+std::wstring inSystem(const std::string& path) { return {path.begin(), path.end()}; }
+
+TEST_F(Machine, WritesASlipOnlyToAPlainFileWithOneName) {
+    const std::string kept = "somebody else's", path = "C:\\slip as a plain file.txt",
+                      other = "C:\\another name of it.txt";
+    const auto message = [&](const std::string& name) {
+        try {
+            system->openPlainFile(name)->write("lost");
+        } catch (const automation::RunTimeError& error) {
+            return std::to_string(error.number()) + error.description();
+        }
+        return std::string("it was opened");
+    };
+    for (const char* text : {"a long first text\r\n", "short\f"}) {
+        const auto output = system->openPlainFile(path);
+        EXPECT_EQ(message(path), "70Permission denied");
+        output->write(text);
+        output->close();
+        EXPECT_EQ(system->readFile(path), text);
+    }
+    system->openForOutput(path)->write(kept);
+    DeleteFileW(inSystem(other).c_str());
+    ASSERT_TRUE(CreateHardLinkW(inSystem(other).c_str(), inSystem(path).c_str(), nullptr));
+    EXPECT_EQ(message(path), "75" + path + " is no plain file with one name, so nothing was written to it");
+    EXPECT_EQ(system->readFile(other), kept);
+    DeleteFileW(inSystem(other).c_str());
+    EXPECT_EQ(message(path), "it was opened");
+
+    CreateDirectoryW(L"C:\\a folder of that name", nullptr);
+    EXPECT_NE(message("C:\\a folder of that name").find("is no plain file"), std::string::npos);
+    for (const char* device : {"NUL", "C:\\NUL", "\\\\.\\pipe\\nobody"})
+        EXPECT_NE(message(device), "it was opened") << device;
+    EXPECT_EQ(errorOf([&] { system->openPlainFile("C:\\no such folder\\file.txt"); }), 76);
+}
+
+TEST_F(Machine, TellsAPlainFileByWhatTheSystemSaysOfIt) {
+    const struct {
+        const char* what;
+        DWORD type, attributes, names;
+        bool plain;
+    } cases[] = {
+        {"a file", FILE_TYPE_DISK, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN, 1, true},
+        {"a symbolic link, a junction, a placeholder", FILE_TYPE_DISK, FILE_ATTRIBUTE_REPARSE_POINT, 1, false},
+        {"a folder", FILE_TYPE_DISK, FILE_ATTRIBUTE_DIRECTORY, 1, false},
+        {"two names", FILE_TYPE_DISK, FILE_ATTRIBUTE_NORMAL, 2, false},
+        {"no name any more", FILE_TYPE_DISK, FILE_ATTRIBUTE_NORMAL, 0, false},
+        {"a port", FILE_TYPE_CHAR, FILE_ATTRIBUTE_NORMAL, 1, false},
+        {"a pipe", FILE_TYPE_PIPE, FILE_ATTRIBUTE_NORMAL, 1, false},
+    };
+    for (const auto& one : cases)
+        EXPECT_EQ(win32::isPlainFile(one.type, one.attributes, one.names), one.plain) << one.what;
+}
+
+// Neither a program of that name somewhere else, nor one whose path is the beginning of that path.
+TEST_F(Machine, StartsAProgramByItsWholePathOnly) {
+    CopyFileW(L"C:\\windows\\system32\\cmd.exe", L"C:\\Program.exe", FALSE);
+    for (const char* program :
+         {"C:\\Program Files\\none.exe", "cmd.exe", "C:cmd.exe", "..\\windows\\system32\\cmd.exe", ""})
+        EXPECT_EQ(errorOf([&] { win32::startProgram(program, "/c echo > C:\\started.txt", false); }), 53) << program;
+    const auto started = [](int within) {
+        for (int waited = 0; waited < within; waited += 50, Sleep(50))
+            if (GetFileAttributesW(L"C:\\started.txt") != INVALID_FILE_ATTRIBUTES) return true;
+        return false;
+    };
+    EXPECT_FALSE(started(800));
+    win32::startProgram("C:\\Program.exe", "/c echo > C:\\started.txt", false);
+    EXPECT_TRUE(started(10000));
+    DeleteFileW(L"C:\\Program.exe");
+}
+
+// Natively the same table is used, so it holds what each of the system's ANSI code pages does.
+TEST_F(Machine, KnowsEveryCharacterThatACodePageMakesAnApostrophe) {
+    for (const UINT codePage : {874, 932, 936, 949, 950, 1250, 1251, 1252, 1253, 1254, 1255, 1256, 1257, 1258})
+        for (unsigned letter = 0x80; letter < 0xFFFF; ++letter) {
+            const wchar_t unit = static_cast<wchar_t>(letter);
+            char bytes[8] = "";
+            const int size = WideCharToMultiByte(codePage, 0, &unit, 1, bytes, 8, nullptr, nullptr);
+            if (size != 1 || bytes[0] != '\'') continue;
+            EXPECT_TRUE(basic::hasApostrophe(win32::narrow({&unit, 1}))) << codePage << " " << letter;
+        }
 }
 
 } // namespace

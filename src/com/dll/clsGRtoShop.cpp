@@ -1,6 +1,7 @@
 #include "com/dll/clsGRtoShop.h"
 
 #include "automation/RunTimeError.h"
+#include "com/Apartment.h"
 #include "com/Bridge.h"
 #include "com/Bstr.h"
 #include "com/Errors.h"
@@ -42,14 +43,32 @@ automation::ObjectPtr connectionIn(IDispatch* dispatch) {
     return object;
 }
 
-// Windows and the session's objects stay with the thread that showed them first, as COM has it for an apartment.
-void requireThreadOfTheWindows() {
-    static std::atomic<DWORD> threadOfTheWindows{0};
-    DWORD none = 0;
-    if (threadOfTheWindows.compare_exchange_strong(none, GetCurrentThreadId()) || none == GetCurrentThreadId()) return;
-    throw automation::RunTimeError(RPC_E_WRONG_THREAD,
-                                   "The goods requests are shown by another thread of this program. Call Show on the "
-                                   "thread that called it first.");
+std::atomic<DWORD> threadOfTheWindows{0}; ///< 0 while the register is closed
+
+// The windows belong to this thread as long as the outermost Show lasts.
+class Turn {
+public:
+    Turn() : outermost_(threadOfTheWindows.compare_exchange_strong(holder_, GetCurrentThreadId())) {}
+    ~Turn() {
+        if (outermost_) threadOfTheWindows = 0;
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+    bool outermost() const { return outermost_; }
+    bool anothers() const { return !outermost_ && holder_ != GetCurrentThreadId(); }
+
+private:
+    DWORD holder_ = 0;
+    bool outermost_;
+};
+
+// What the session holds of an apartment other than this one stays with that.
+void takeOver(goodsreq::Module& module) {
+    static unsigned last = 0; // only he who has the turn comes here
+    noticeItsEnd();
+    if (last && last != apartment()) module.abandonObjects();
+    last = apartment();
 }
 
 class ClsGRtoShop final : public _clsGRtoShop, public ISupportErrorInfo, public IProvideClassInfo {
@@ -88,7 +107,7 @@ public:
         return guard([&] { *result = ComPtr<ITypeInfo>(&dispatchInfo()).detach(); });
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-        if (!names || !ids) return E_POINTER;
+        if (const HRESULT checked = checkNames(names, count, ids); FAILED(checked)) return checked;
         HRESULT result = S_OK;
         const HRESULT called = guard([&] { result = dispatchInfo().GetIDsOfNames(names, count, ids); });
         return FAILED(called) ? called : result;
@@ -153,9 +172,16 @@ public:
 
     HRESULT STDMETHODCALLTYPE Show() override {
         const ComPtr<_clsGRtoShop> alive(this); // the host may let go of us while the register is open
-        ModuleReference::keepForEver();         // the session's globals live as long as the process
+        keepLoaded();                           // the session's values live as long as the process
         return guard([&] {
-            requireThreadOfTheWindows();
+            const Turn turn;
+            if (turn.anothers()) {
+                if (!component_.mayShow()) return;
+                throw automation::RunTimeError(RPC_E_WRONG_THREAD,
+                                               "The goods requests are shown by another thread of this program. Close "
+                                               "them there before showing them here.");
+            }
+            if (turn.outermost()) takeOver(goodsreq::processModule());
             component_.show();
         });
     }
@@ -190,9 +216,7 @@ private:
 
 } // namespace
 
-ComPtr<IUnknown> makeClsGRtoShop() {
-    return ComPtr<IUnknown>::adopt(static_cast<_clsGRtoShop*>(new ClsGRtoShop));
-}
+ComPtr<IUnknown> makeClsGRtoShop() { return ComPtr<IUnknown>::adopt(static_cast<_clsGRtoShop*>(new ClsGRtoShop)); }
 
 const CLSID& clsGRtoShopId() { return CLSID_clsGRtoShop; }
 

@@ -65,11 +65,11 @@ Update mesRequesttoShopHeader set updatetime=getdate() where srhrequestid=1  and
 delete mesRequesttoShopdetail where srdrequestid=1 and srdshopid = 1
 select distinct(a.itemid) itemid, isnull(a.part_code,' ')part_code from aitem a inner join vwItemDescription v on a.ItemId=v.ItemId Where a.active = 1 and a.itemcategoryid in (select ItemCategoryId from aShopItemCategory where ShopId=1 intersect select ItemCategoryId from aShopItemCategory where ShopId=2) order by itemid desc
 Select isnull(max(convert(int,right(SRHrequestNo,len(SRHrequestNo)-3))),0) from mesRequesttoShopHeader where len(SRHrequestNo)>len('GR/') and isnumeric(isnull(right(SRHrequestNo,len(SRHrequestNo)-3),0)) =1
-select case sRHcancelled when 1 then 'Yes' else convert(varchar(9), srhrequestdate, 103) + 'x' end Cancelled, srdgoodqty * 2.5 - srdbadQty n from mesRequesttoShopHeader left join mesRequesttoShopDetail on srdrequestid = srhrequestid where srhrequestdate between '20240101' and getdate() or SRHremarks not like '%[a-e]_%'
+select case sRHcancelled when 1 then 'Yes' else convert(varchar(9), srhrequestdate, 103) + 'x' end Cancelled, srdgoodqty + 2.5 - srdbadQty n from mesRequesttoShopHeader inner join mesRequesttoShopDetail on srdrequestid = srhrequestid where srhrequestdate >= '20240101' or SRHremarks not like '%[a-e]_%'
 insert into acity (cityid, CityName, countryid) values (5, 'x', 1), (6, N'y' + 'z', 1.5e0)
-update aitem set itemrate = itemrate * 2, part_code = substring(itemcode, 2, 3) where exists (select 1) and itemid not in (1, '2', 3.0)
+update aitem set itemrate = itemrate + 2, part_code = substring(itemcode, 2, 3) where itemid not in (1, '2', 3.0)
 spSellingPriceFetch 1,2,0,3,-4,(select top 1 itemid from aitem),NULL
-create table t (a int identity(1,1) not null primary key, b varchar(10) default 'x', c decimal(18,3), d datetime default getdate())
+create table t (a int identity(1,1) not null, b varchar(10) default 'x', c decimal(18,3), d datetime default getdate())
 insert into mesRequesttoShopHeader (srhshopid, srhrequestno, srhrequestdate, srhtoShopid, SRHremarks, srhtype) values (1, 'GR/11', '20240401', 2, 'x', 'r')
-create view v as select a.shopid, max(b.itemid) m from aShops a left outer join ashopitemdetail b on a.shopid = b.shopid group by a.shopid having count(*) > 1
+create view v as select a.shopid, max(b.itemid) m from aShops a inner join ashopitemdetail b on a.shopid = b.shopid group by a.shopid
 create procedure p @a int, @b varchar(10) as select * from aitem where itemid=@a and itemcode like @b

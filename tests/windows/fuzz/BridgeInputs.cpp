@@ -151,7 +151,11 @@ HRESULT Whimsical::Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS* parameters
 Argument::Argument(Random& random, const Objects& objects) {
     fill(random, objects, held_);
     shown_ = held_;
-    if (random.oneIn(25)) { // the kind is looked at first
+    if (random.oneIn(200)) {
+        shown_ = VARIANT{};
+        shown_.vt = VT_BYREF | VT_VARIANT;
+        shown_.pvarVal = &shown_;
+    } else if (random.oneIn(25)) { // the kind is looked at first
         shown_ = VARIANT{};
         shown_.vt = random.of(kWrongKinds);
     } else if (random.oneIn(8)) {
@@ -167,7 +171,8 @@ Argument::Argument(Random& random, const Objects& objects) {
 }
 
 void Argument::fill(Random& random, const Objects& objects, VARIANT& value, bool nested) {
-    if (!nested && random.oneIn(10)) return fillArray(random, objects, value);
+    if (!nested && random.oneIn(10))
+        return random.oneIn(3) ? fillWrongArray(random, value) : fillArray(random, objects, value);
     const VARTYPE kind = random.of(kPlainKinds);
     if (kind == VT_DECIMAL) {
         value.decVal.Lo64 = random.bits();
@@ -211,6 +216,26 @@ void Argument::fillArray(Random& random, const Objects& objects, VARIANT& value)
     for (UINT i = 0; i < dimensions; ++i) count *= bounds[i].cElements;
     for (std::size_t i = 0; i < count; ++i) fill(random, objects, static_cast<VARIANT*>(data)[i], true);
     SafeArrayUnaccessData(array);
+}
+
+/// An array that is not what it says: elements of another kind or size, no data, rows without columns.
+void Argument::fillWrongArray(Random& random, VARIANT& value) {
+    static const VARTYPE kKinds[] = {VT_VARIANT, VT_UI1, VT_I4, VT_R8, VT_BSTR, VT_DECIMAL, VT_DISPATCH, VT_RECORD};
+    static const ULONG kSizes[] = {0, 1, 4, 7, 8, 16, 24, 64, 4096};
+    value.vt = static_cast<VARTYPE>(VT_ARRAY | random.of(kKinds));
+    SAFEARRAYBOUND bounds[] = {{static_cast<ULONG>(1 + random.pick(3)), 0}, {0, 0}};
+    if (random.oneIn(4)) {
+        bounds[0].cElements = 0x7FFFFFFF;
+        value.parray = SafeArrayCreate(VT_I4, 2, bounds);
+    } else if (random.oneIn(2)) {
+        value.parray = SafeArrayCreate(random.oneIn(2) ? VT_I8 : VT_VARIANT, 1, bounds);
+    } else if (SUCCEEDED(SafeArrayAllocDescriptor(1, &value.parray))) {
+        value.parray->cbElements = random.of(kSizes);
+        value.parray->rgsabound[0] = bounds[0];
+        if (random.oneIn(3) || FAILED(SafeArrayAllocData(value.parray))) return;
+        for (ULONG i = 0; i < value.parray->cbElements * bounds[0].cElements; ++i)
+            static_cast<BYTE*>(value.parray->pvData)[i] = static_cast<BYTE>(random.bits());
+    }
 }
 
 } // namespace fuzz

@@ -66,6 +66,7 @@ public:
 private:
     void fill(Random& random, const Objects& objects, VARIANT& value, bool nested = false);
     void fillArray(Random& random, const Objects& objects, VARIANT& value);
+    void fillWrongArray(Random& random, VARIANT& value);
 
     com::Variant held_;               ///< what the argument owns, or refers to
     std::unique_ptr<Argument> inner_; ///< what a reference to a variant refers to

@@ -56,7 +56,7 @@ class NoDesktop final : public forms::Desktop {
 public:
     forms::Answer messageBox(const forms::Message& message) override { return message.defaultAnswer; }
     void setPointer(forms::Pointer) override {}
-    void startProgram(const std::string&, forms::WindowStyle) override {}
+    void startProgram(const std::string&, const std::string&, forms::WindowStyle) override {}
     automation::Date now() override { return {45000.5}; }
     const basic::Locale& locale() override { return locale_; }
 
@@ -71,10 +71,8 @@ private:
 /// All but those that wait for a person: Show (of the sandbox), Preview, ErrorTrack.
 constexpr const wchar_t* kNames =
     L"_NewEnum NoSuch VALUE adocon strProjectKey strMsgboxCaption intCompanyID intUserID intShopid interfaceid "
-    L"dtProcessDate Open Close Execute execute BeginTrans CommitTrans RollbackTrans State ConnectionString "
-    L"CommandTimeout CursorLocation Requery Source ActiveConnection CursorType LockType EOF BOF RecordCount "
-    L"MoveFirst MoveNext MovePrevious MoveLast GetString Fields Collect AddNew Update CancelUpdate EditMode "
-    L"Count Item Value Name Type DefinedSize NumericScale fnReturnField fnReturnRecords fnGetNextMaxNo "
+    L"dtProcessDate Open Close Execute execute BeginTrans CommitTrans RollbackTrans State "
+    L"EOF RecordCount MoveNext GetString Fields AddNew Update Count Item Value Name Type fnReturnField fnReturnRecords fnGetNextMaxNo "
     L"fnUpdateListViewDetails populateComboorList SelectComboItemByValue SelectComboItemByname TextValidateNum "
     L"getRecordset getCancelledStatus Applyformcolor fnGridSettings OpenObject SaveUserAuditingInfo "
     L"SaveInToTag DataChanged SetCurrentValue ParameterFields FormulaFields PrintWindowOptions LogOnServer "
@@ -105,7 +103,7 @@ DISPID someMember(Random& random, IDispatch& object, bool isComponent) {
     if (random.oneIn(15)) return static_cast<DISPID>(random.oneIn(2) ? random.pick(12) : random.bits());
     std::wstring words[] = {random.oneIn(30) ? text(random) : random.of(names()), L"argument"};
     if (isComponent && random.oneIn(20)) words[0] = L"Show";
-    LPOLESTR pointers[] = {words[0].data(), words[1].data()};
+    LPOLESTR pointers[] = {random.oneIn(500) ? nullptr : words[0].data(), words[1].data()};
     DISPID ids[] = {DISPID_UNKNOWN, DISPID_UNKNOWN};
     const UINT count = random.oneIn(12) ? static_cast<UINT>(random.pick(3)) : 1;
     currentCall = "GetIDsOfNames " + com::toUtf8(words[0]);
@@ -156,13 +154,16 @@ void call(Random& random, Objects& objects, IDispatch* component) {
     if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF) ? !random.oneIn(6) : random.oneIn(15))
         parameters.cNamedArgs = 1;
     if (random.oneIn(40)) parameters.cNamedArgs = static_cast<UINT>(random.pick(4));
+    if (random.oneIn(500)) parameters.rgvarg = nullptr;
+    if (random.oneIn(500)) parameters.rgdispidNamedArgs = nullptr;
     com::Variant result;
     EXCEPINFO information{};
     UINT wrong = 0;
     const bool asksForResult = !random.oneIn(4), asksForInformation = !random.oneIn(4);
     currentCall = shown + ", id " + std::to_string(id) + ", flags " + std::to_string(flags) + ", named " +
                   std::to_string(parameters.cNamedArgs) + " " + std::to_string(named[0]) +
-                  (asksForResult ? "" : ", no result") + (asksForInformation ? "" : ", no information") +
+                  (parameters.rgvarg ? "" : ", nothing behind the count") + (asksForResult ? "" : ", no result") +
+                  (asksForInformation ? "" : ", no information") +
                   (object.get() == component ? ", of the component" : "");
     ++calls;
     const auto started = Clock::now();
@@ -232,7 +233,9 @@ int main(int count, char** arguments) {
     if (const auto set = GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache"))
         reinterpret_cast<void (*)()>(set)();
     CoInitialize(nullptr);
-    const auto path = std::filesystem::temp_directory_path() / "bridge_fuzz.db";
+    wchar_t file[MAX_PATH];
+    GetTempFileNameW(std::filesystem::temp_directory_path().c_str(), L"fuz", 0, file);
+    const std::filesystem::path path(file);
     std::filesystem::remove(path);
     sandbox::createCompany(path.string(), sandbox::schemaText());
     Random random(seed);

@@ -1,0 +1,278 @@
+#include "endurance/clerk/Company.h"
+
+#include "basic/Conversion.h"
+#include "basic/Format.h"
+#include "sandbox/data/SchemaText.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace endurance::clerk {
+namespace {
+
+// Shops, users, items and requests have numbers of their own ranges; request ids repeat between shops. The first four
+// digits of the barcodes are shortcut numbers. Item 199 has left the master tables.
+constexpr const char* kContent = R"(
+insert into acompanymaster values (7,'Brackenway','House','Street','Vale','0');
+insert into acountrymaster values (44,'United Kingdom'); insert into acity values (81,'Netherfold',44);
+insert into acurrencymaster values (31,'Pound','P');
+insert into aDepartmentMaster values (12,7,'Retail',31);
+insert into aShops values (3,'North',1,'G','a',81,44,'1','2',12,7,0,0);
+insert into aShops values (5,'South',1,'G','a',81,44,'1','2',12,7,1,0);
+insert into aShops values (6,'Quay',1,'G','a',81,44,'1','2',12,7,0,0);
+insert into aShops values (9,'Closed',0,'G','a',81,44,'1','2',12,7,0,0);
+insert into aitemcategory values (61,'Metal'),(62,'Small'),(63,'Light');
+insert into ashopitemcategory values (3,61),(3,62),(3,63),(5,61),(5,62),(6,61),(9,61);
+insert into aUnit values (41,'PCS','Piece'),(42,'KG','Kilogram');
+insert into aitem (itemid,itemcode,ItemDescription,UnitsId,itemcategoryid,itemtype,Active) values
+ (101,'BOLT','Bolt M8',41,61,'G',1),(102,'NUT','Nut M8',41,61,'G',1),(103,'ROPE','Rope, white',42,61,'G',1),
+ (104,'CLAMP','Clamp O''Neil',41,61,'G',1),(105,'WASH','Washer',41,62,'G',1),(106,'GLUE','Glue',41,61,'G',1),
+ (107,'OLD','Old lamp',41,61,'G',0),(108,'LAMP','Lamp',41,63,'G',1),(109,'WIRE','Wire',42,61,'G',1),
+ (110,'TRADE','Trade paint',41,61,'B',1),(111,'TAPE','Tape',41,61,'G',1);
+insert into apackingtype values (51,'Single'),(52,'Box of 12'),(53,'Sack 25'),(54,'Stand');
+insert into apackingtypecapacitydetail values (51,41,1),(52,41,12),(51,42,1),(53,42,25);
+insert into ashopitemdetail values (3,101,1,4,4712),(3,102,1,2.5,11),(3,103,1,6,12),(3,104,1,1,13),(3,105,1,8,4711),
+ (3,106,1,3,14),(3,107,1,3,15),(3,108,1,3,16),(3,110,1,3,17),(3,111,1,0,18),
+ (5,101,1,5,4711),(5,102,1,7,11),(5,103,1,9,13),(5,104,1,2,12),(5,105,1,4,14),(5,106,1,2,4712),(5,109,1,4,16),
+ (5,110,1,3,17),(5,111,1,1,18),
+ (6,101,1,3,11),(6,102,1,2,4711),(6,103,1,2,12),(6,104,1,2,13),(6,106,1,2,14),(6,109,1,4,16),(6,111,1,1,18);
+insert into losShopItemShipmentDetail values (101,51,null,10.127,8.114),(101,51,3,11.5,9.25),(102,51,null,2.2,1.8),
+ (103,51,null,3.3,2.7),(103,51,5,3.4,2.9),(104,51,null,7.77,6.66),(105,51,null,0.5,0.4),(109,51,null,1.1,0.9),
+ (110,51,null,20,15),(111,51,null,4.4,4);
+insert into losShopDayClose values (3,'20251231'),(5,'20251231'),(6,'20251231');
+insert into loUsers values (21,3,'Ann of North'),(21,5,'Ann of South'),(21,6,'Ann of Quay'),(22,3,'Ben of North'),
+ (22,5,'Ben of South'),(22,6,'Ben of Quay'),(23,3,'Cy'),(23,5,'Cy S'),(23,6,'Cy Q'),(24,3,'Di'),(24,5,'Di S'),(24,6,'Di Q'),
+ (25,3,'Eve the long-named of North'),(25,5,'Eve of South'),(25,6,'Eve of Quay');
+insert into louserrights values (21,1507,7,'NEPD'),(21,1611,7,'nepd '),(21,1700,7,'NEPD'),(22,1507,7,'NE'),(22,1611,7,'NE'),
+ (22,1700,7,'NE'),(23,1507,7,'P'),(23,1611,7,'P'),(23,1700,7,'P'),(24,1507,7,'ADMIN'),(24,1611,7,'ADMIN'),(24,1700,7,'ADMIN');
+insert into aFinancialYear values (71,'before','20240401','20250331',0),(72,'now','20250401','20260331',1);
+insert into aPrefix values (1507,72,3,'GR/'),(1611,72,3,'IS/'),(1507,72,5,'S5-'),(1611,72,5,'T5-'),(1507,71,3,'OLD/');
+insert into aPAckageSettings values (0,0,0); insert into miscsettings values (0); insert into aalias values (1,'Outlet');
+insert into LOsSettings values (3,60,'ItemDescription'),(5,60,'ItemCode'),(6,60,null);
+insert into atables values (91,'mesRequesttoShopHeader,ashops');
+insert into atablecolumns values (91,1,'a','Id'),(91,2,'b','Request No'),(91,3,'c','Request Date'),(91,4,'d','Shop Name'),
+ (91,5,'e','Cancelled'),(91,6,'f','Remarks'),(91,7,'g','Used'),(91,8,'h','Confirmed'),(91,9,'i','Shop Id');
+)";
+
+std::string content() {
+    std::string script = kContent;
+    for (int item = 101; item <= 111; ++item) {
+        const bool weighed = item == 103 || item == 109;
+        const std::string id = std::to_string(item);
+        script += "insert into aitempackingdetail values (" + id + ",51,'4711" + id + "1',1,1),(" + id +
+                  (weighed ? ",53,'4712" : ",52,'4712") + id + "2',0," + (item == 102 ? "0" : "1") + ");";
+    }
+    const auto request = [&](int shop, int id, const char* number, int toShop, const char* type, const char* flags,
+                             std::initializer_list<int> items) {
+        const std::string key = std::to_string(id) + "," + std::to_string(shop);
+        script += "insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,srhtoShopid,"
+                  "SRHremarks,srhrecaddUser,srhNoofDetails,srhtype,srhTransfinished,srhused,SRHcancelled) values (" +
+                  key + ",'" + number + "','20260320'," + std::to_string(toShop) + ",'as agreed','Ann of North'," +
+                  std::to_string(items.size()) + ",'" + type + "'," + flags + ");";
+        for (const int item : items)
+            script += "insert into mesRequesttoShopDetail values (" + key + "," + std::to_string(item) + "," +
+                      std::to_string(toShop) + "," + std::to_string(item % 7 + 1) + ".5," + std::to_string(item % 2) +
+                      "," + (*type == 's' ? "5.25" : "0") + ");";
+    };
+    request(3, 2, "GR/4", 5, "r", "0,0,0", {101, 103});
+    request(3, 3, "GR/7", 5, "r", "1,0,0", {101});
+    request(3, 4, "GR/8", 5, "r", "0,0,0", {105, 102, 104});
+    request(3, 5, "IS/3", 5, "s", "0,0,0", {101, 102});
+    request(3, 6, "GR/10", 6, "r", "0,0,1", {101});
+    request(3, 7, "GR/11", 5, "r", "0,1,0", {103, 104});
+    request(3, 8, "IS/4", 6, "s", "0,0,0", {103});
+    request(3, 9, "GR/12", 5, "r", "0,0,0", {101, 199});
+    request(5, 2, "S5-2", 3, "r", "1,0,0", {102});
+    request(5, 4, "S5-3", 3, "r", "1,1,0", {101, 102});
+    request(5, 5, "T5-1", 6, "s", "0,0,0", {109, 103});
+    request(5, 8, "S5-9", 3, "r", "0,0,0", {105});
+    return script;
+}
+
+/// Made once for each program, gone with it.
+const std::string& original() {
+    struct Made {
+        support::TestFolder folder;
+        std::string path = folder.file("clerk.db");
+        Made() {
+            const auto connection = sandbox::createCompany(path, sandbox::schemaText());
+            sandbox::runScript(*connection, content());
+            connection->call("Close");
+        }
+    };
+    static const Made made;
+    return made.path;
+}
+
+using Row = std::span<const automation::Value>;
+
+template <class Take> void each(sandbox::Connection& connection, const std::string& query, const Take& take) {
+    const sandbox::Outcome outcome = connection.database().executeSilently(query);
+    for (std::size_t i = 0; i < outcome.rows.size(); ++i) take(outcome.rows[i]);
+}
+
+std::string textOf(const automation::Value& value) {
+    if (const auto* flag = value.as<bool>()) return *flag ? "1" : "0";
+    if (const auto* date = value.as<automation::Date>()) return std::to_string(std::lround(date->days * 1440));
+    return basic::concatText(value);
+}
+int number(const automation::Value& value) { return basic::cLng(value); }
+
+} // namespace
+
+std::int64_t thousandths(const std::string& text) {
+    std::int64_t whole = 0;
+    int decimals = -1;
+    for (const char c : text) {
+        if (c == '.' && decimals < 0) {
+            decimals = 0;
+        } else if (c >= '0' && c <= '9' && decimals < 3) {
+            whole = whole * 10 + (c - '0');
+            if (decimals >= 0) ++decimals;
+        } else if (c != '0') {
+            return -1;
+        }
+    }
+    if (text.empty() || text == ".") return -1;
+    for (int i = std::max(decimals, 0); i < 3; ++i) whole *= 10;
+    return whole;
+}
+
+std::string nextNumber(const Snapshot& stored, int shop, const std::string& prefix) {
+    long highest = 0;
+    for (const auto& [key, header] : stored.headers) {
+        if (key.first != shop || !header.number.starts_with(prefix)) continue;
+        const std::string rest = header.number.substr(prefix.size());
+        if (!rest.empty() && rest.find_first_not_of("0123456789") == std::string::npos)
+            highest = std::max(highest, std::stol(rest));
+    }
+    return prefix + std::to_string(highest + 1);
+}
+
+Company::Company()
+    : file_(support::CompanyFile::copyOf(original())), connection_(sandbox::openConnection(file_.path())) {}
+
+const Masters& Company::masters() const {
+    static const Masters read = [this] {
+        Masters m;
+        sandbox::Connection& c = *connection_;
+        each(c, "select a.itemid,a.itemcode,a.ItemDescription,u.UnitCode from aitem a,aUnit u where u.UnitId=a.UnitsId",
+             [&](Row r) {
+                 m.items[number(r[0])] = {textOf(r[1]), textOf(r[2]), textOf(r[3]), {}, {}};
+                 m.itemOfCode[textOf(r[1])] = number(r[0]);
+             });
+        each(c, "select itemid,packingbarcode from aitempackingdetail", [&](Row r) {
+            m.items[number(r[0])].barcodes.push_back(textOf(r[1]));
+            m.itemOfCode[textOf(r[1])] = number(r[0]);
+        });
+        each(c,
+             "select d.packingbarcode from aitempackingdetail d,aitem a where a.itemid=d.itemid and (d.Active=0 or "
+             "a.Active=0 or"
+             " a.itemtype='B')",
+             [&](Row r) { m.doubtful.insert(textOf(r[0])); });
+        each(c,
+             "select d.itemid,d.packingtypeid,c.quantity from aitempackingdetail d,apackingtypecapacitydetail c,aitem "
+             "a where"
+             " d.active=1 and a.itemid=d.itemid and c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId",
+             [&](Row r) { m.items[number(r[0])].packs[textOf(r[1])] = basic::cDbl(r[2]); });
+        each(c, "select shopid,Userid,UserName from loUsers", [&](Row r) {
+            m.users[{number(r[0]), number(r[1])}] = textOf(r[2]);
+        });
+        each(c, "select shopid,shortcutno,itemid from ashopitemdetail", [&](Row r) {
+            m.itemOfShortcut[{number(r[0]), textOf(r[1])}] = number(r[2]);
+        });
+        return m;
+    }();
+    return read;
+}
+
+Snapshot Company::snapshot() {
+    Snapshot now;
+    each(*connection_,
+         "select srhshopid,srhrequestid,srhrequestno,srhrequestdate,srhtoShopid,SRHremarks,srhrecaddUser,"
+         "srhrecmoduser,srhTransfinished,srhNoofDetails,srhtype,srhused,SRHcancelled,srhcancelledRemarks from"
+         " mesRequesttoShopHeader",
+         [&](Row r) {
+             now.headers[{number(r[0]), number(r[1])}] = {textOf(r[2]),  textOf(r[3]),  textOf(r[4]),  textOf(r[5]),
+                                                          textOf(r[6]),  textOf(r[7]),  textOf(r[8]),  textOf(r[9]),
+                                                          textOf(r[10]), textOf(r[11]), textOf(r[12]), textOf(r[13])};
+         });
+    each(*connection_,
+         "select srdshopid,srdrequestid,srditemid,srdtoshopid,srdgoodqty,srdbadQty,srdSellingprice from"
+         " mesRequesttoShopDetail order by srditemid",
+         [&](Row r) {
+             now.lines[{number(r[0]), number(r[1])}].push_back({number(r[2]), number(r[3]), thousandths(textOf(r[4])),
+                                                                thousandths(textOf(r[5])), thousandths(textOf(r[6]))});
+         });
+    each(*connection_,
+         "select CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime from loUserAuditing"
+         " order by AuditID",
+         [&](Row r) {
+             now.audit.push_back({textOf(r[0]), textOf(r[1]), textOf(r[2]), textOf(r[3]), textOf(r[4]), textOf(r[5]),
+                                  textOf(r[6]), std::stol(textOf(r[7]))});
+         });
+    return now;
+}
+
+std::string Company::rest() {
+    std::string all;
+    for (const char* table : {"acompanymaster",
+                              "aShops",
+                              "ashopitemcategory",
+                              "ashopitemdetail",
+                              "aitem",
+                              "aUnit",
+                              "apackingtype",
+                              "apackingtypecapacitydetail",
+                              "aitempackingdetail",
+                              "losShopItemShipmentDetail",
+                              "losShopDayClose",
+                              "loUsers",
+                              "louserrights",
+                              "aFinancialYear",
+                              "aPrefix",
+                              "aalias",
+                              "LOsSettings",
+                              "atables",
+                              "atablecolumns",
+                              "aMasterGridSettings"}) {
+        all += table;
+        each(*connection_, std::string("select * from ") + table, [&](Row r) {
+            for (const automation::Value& value : r) all += "|" + textOf(value);
+            all += "\n";
+        });
+    }
+    return all;
+}
+
+std::string Company::price(int item, int shop, int screen) {
+    std::string found = "0";
+    const std::string id = std::to_string(item);
+    // The shop's own price before head office's; the retail packing is always the single one.
+    for (const std::string& whose : {std::string("ShopId is null"), "ShopId=" + std::to_string(shop)})
+        each(*connection_,
+             std::string("select ") + (screen == 1611 ? "WholesalePrice" : "SellingPrice") +
+                 " from losShopItemShipmentDetail where ItemId=" + id + " and PackingTypeId=51 and " + whose,
+             [&](Row r) { found = basic::format(r[0], "0.00"); });
+    return found;
+}
+
+std::string Company::rights(int user, int screen) {
+    std::string found;
+    each(*connection_,
+         "select FunctionRights from louserrights where companyid=7 and userid=" + std::to_string(user) +
+             " and interfaceid=" + std::to_string(screen),
+         [&](Row r) { found = textOf(r[0]); });
+    return found;
+}
+
+std::string Company::prefix(int shop, int screen) {
+    std::string found;
+    each(*connection_,
+         "select Prefix from aPrefix where FinancialId=72 and shopid=" + std::to_string(shop) +
+             " and InterfaceID=" + std::to_string(screen),
+         [&](Row r) { found = textOf(r[0]); });
+    return found;
+}
+
+} // namespace endurance::clerk

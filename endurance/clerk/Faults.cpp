@@ -1,0 +1,184 @@
+#include "endurance/clerk/Faults.h"
+
+#include "automation/Members.h"
+#include "basic/Conversion.h"
+#include "basic/Text.h"
+
+#include <algorithm>
+
+namespace endurance::clerk {
+
+using automation::Access;
+using automation::Arguments;
+using automation::ObjectPtr;
+using automation::sameName;
+using automation::Value;
+
+const std::vector<Member> kMembers = {
+    {"PosUserAuditing.clsUserAuditing", "OpenObject"},
+    {"PosUserAuditing.clsUserAuditing", "LoggedTime"},
+    {"PosUserAuditing.clsUserAuditing", "SaveUserAuditingInfo"},
+    {"PosUserAuditing.clsUserAuditing", "SaveInToTag"},
+    {"PosUserAuditing.clsUserAuditing", "DataChanged"},
+    {"CommonModule.clsCommonDB", "fnReturnField"},
+    {"CommonModule.clsCommonDB", "fnReturnRecords"},
+    {"CommonModule.clsCommonDB", "fnGetNextMaxNo"},
+    {"CommonModule.clsCommonDB", "fnUpdateListViewDetails"},
+    {"CommonModule.clsCommonDB", "populateComboorList"},
+    {"CommonModule.clsCommonGen", "SelectComboItemByValue"},
+    {"CommonModule.clsCommonGen", "SelectComboItemByname"},
+    {"CommonModule.clsCommonGen", "TextValidateNum"},
+    {"Formcolor.clsFormcolor", "Applyformcolor"},
+    {"MasterGridSetting.clsMasterGridSetting", "fnGridSettings"},
+    {"Fetch.clsFetch", "Show"},
+    {"Fetch.clsFetch", "getCancelledStatus"},
+    {"ADODB.Recordset", "Open"},
+    {"ADODB.Recordset", "Close"},
+    {"ADODB.Recordset", "EOF"},
+    {"ADODB.Recordset", "MoveNext"},
+    {"ADODB.Recordset", "Fields"},
+    {"ADODB.Recordset", "AddNew"},
+    {"ADODB.Recordset", "Update"},
+    {"ADODB.Recordset", "RecordCount"},
+};
+
+namespace {
+
+/// As those spell it who report. They need a helper to do so, and what they do without it is their business.
+constexpr std::string_view kReporters = "CommonModule.clscommondb";
+
+/// A component that does what the one inside does, unless it is to fail.
+class Wrapped : public automation::Object {
+public:
+    Wrapped(std::string progId, ObjectPtr inner, Faults& faults)
+        : progId_(std::move(progId)), inner_(std::move(inner)), faults_(faults) {}
+
+    Value invoke(Access access, std::string_view member, Arguments arguments) override;
+    bool has(std::string_view member) const override { return inner_->has(member); }
+    std::string className() const override { return inner_->className(); }
+    automation::Array elements() override { return inner_->elements(); }
+
+private:
+    std::string progId_;
+    ObjectPtr inner_;
+    Faults& faults_;
+};
+
+Value Wrapped::invoke(Access access, std::string_view member, Arguments arguments) {
+    const bool closes = sameName(member, "Close");
+    if (!closes) faults_.called(progId_, member);
+    if (sameName(member, "ErrorTrack"))
+        faults_.reports.push_back({basic::concatText(arguments[0]), basic::concatText(arguments[1]),
+                                   basic::concatText(arguments[2]), basic::concatText(arguments[5]),
+                                   basic::concatText(arguments[6]), basic::cLng(arguments[3])});
+    if (sameName(member, "Applyformcolor"))
+        faults_.kept[basic::cStr(arguments[0].object().get("Name"))] = arguments[0].objectPtr();
+    if (faults_.commaIsTyped && sameName(member, "TextValidateNum")) {
+        const std::int16_t key = basic::cInt(arguments[1]);
+        if (key == ',' || (key >= '0' && key <= '9')) return {};
+    }
+    if (faults_.fetchHasProperties && sameName(progId_, "Fetch.clsFetch") && access == Access::get &&
+        arguments.size() == 1)
+        automation::raise(automation::kNoSuchMember);
+    Value result = inner_->invoke(access, member, arguments);
+    if (closes) faults_.called(progId_, member); // what fails is the answer
+    if (faults_.noneIsNull && sameName(member, "fnReturnField") && result.isEmpty()) result = automation::Null();
+    return result;
+}
+
+} // namespace
+
+void Faults::arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
+
+void Faults::strike(const std::string& what, bool quiet, bool twice) {
+    const std::string text = what + " (struck " + std::to_string(++struck_) + ")";
+    strikes.push_back({text, quiet});
+    if (twice && failBoxes) {
+        failBoxes(1);
+        ++boxesLost;
+    }
+    throw automation::RunTimeError(-2147467259, text, "the clerk");
+}
+
+void Faults::statement(std::string_view text) {
+    statements.emplace_back(text);
+    const auto starts = [&](std::string_view word) { return basic::startsWithNoCase(text, word); };
+    const bool rollsBack = starts("ROLLBACK");
+    if (starts("BEGIN")) {
+        if (!inTransaction()) written_ = false;
+        for (const auto& one : recordsets)
+            if (const ObjectPtr recordset = one.lock())
+                openAtBegin = openAtBegin || basic::cLng(recordset->get("State")) != 0;
+    }
+    // From there on others would wait for this till.
+    for (const char* word :
+         {"insert", "update", "delete", "select * from mes", "select * from  mes", "COMMIT", "ROLLBACK"})
+        if (starts(word)) written_ = true;
+    const auto due = [&](Fault fault) {
+        const auto found = armed_.find(fault);
+        if (found == armed_.end() || --found->second.count > 0) return false;
+        armed_.erase(found);
+        return true;
+    };
+    if (starts("COMMIT")) {
+        if (armed_.erase(Fault::commitRefused)) strike("commit refused", false);
+        if (armed_.contains(Fault::commitStuck)) strike("commit refused", false);
+        if (armed_.erase(Fault::commitUnheard)) {
+            commit();
+            strike("commit unheard", false);
+        }
+    }
+    if (rollsBack) {
+        if (armed_.erase(Fault::commitStuck)) strike("rollback refused", true);
+        return;
+    }
+    // The name of the user is asked for by those who report, too.
+    const bool quiet = text.find("LOUSERS where") != std::string_view::npos;
+    const bool committed = std::find(statements.begin(), statements.end(), "COMMIT TRANSACTION") != statements.end();
+    if (armed_.contains(Fault::rival) && !committed && !(inTransaction() && written_) && due(Fault::rival)) rival();
+    if (due(Fault::statement)) strike("statement refused", quiet);
+    if (due(Fault::dies)) {
+        die();
+        strike("connection lost", quiet);
+    }
+}
+
+void Faults::created(std::string_view progId) {
+    const auto found = armed_.find(Fault::create);
+    if (found == armed_.end() || sameName(progId, "ADODB.Recordset") || --found->second.count > 0) return;
+    armed_.erase(found);
+    strike("cannot create " + std::string(progId),
+           progId == kReporters || sameName(progId, "ErrorHandler.ErrorDetails"));
+}
+
+void Faults::called(std::string_view progId, std::string_view member) {
+    for (const Fault fault : {Fault::member, Fault::memberStays, Fault::report}) {
+        const auto found = armed_.find(fault);
+        if (found == armed_.end()) continue;
+        const Member& wanted = kMembers[static_cast<std::size_t>(found->second.which) % kMembers.size()];
+        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name)) continue;
+        if (--found->second.count > 0) continue;
+        if (fault != Fault::memberStays) armed_.erase(found);
+        if (fault == Fault::memberStays && found->second.count < -40) armed_.erase(found);
+        if (fault == Fault::report) reportFails_ = true;
+        strike(std::string(wanted.name) + " failed", sameName(member, "Close") || progId == kReporters);
+    }
+    if (reportFails_ && sameName(member, "ErrorTrack")) {
+        reportFails_ = false;
+        strike("ErrorTrack failed", true, true);
+    }
+}
+
+automation::ObjectFactory Faults::around(automation::ObjectFactory inner) {
+    return [this, inner = std::move(inner)](std::string_view progId) -> ObjectPtr {
+        created(progId);
+        ObjectPtr made = inner(progId);
+        if (sameName(progId, "ADODB.Recordset")) {
+            std::erase_if(recordsets, [](const auto& one) { return one.expired(); });
+            recordsets.push_back(made);
+        }
+        return std::make_shared<Wrapped>(std::string(progId), std::move(made), *this);
+    };
+}
+
+} // namespace endurance::clerk

@@ -1,0 +1,95 @@
+// What goes wrong at one till, when it is told to, and what the suite's error component heard of it.
+#pragma once
+
+#include "automation/Object.h"
+#include "automation/RunTimeError.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace endurance::clerk {
+
+enum class Fault {
+    statement,     ///< the server refuses the n-th statement from now
+    dies,          ///< the connection dies at it
+    commitRefused, ///< the next commit is refused
+    commitStuck,   ///< and the rollback after it too
+    commitUnheard, ///< the next commit happens, its answer is lost
+    create,        ///< the n-th component from now cannot be made
+    member,        ///< a member of a component raises an error
+    memberStays,   ///< and goes on raising it
+    report,        ///< a member raises, the error component too, and the message box that shows it then
+    rival,         ///< someone else changes a row at the n-th statement from now
+};
+inline constexpr int kFaults = 10;
+
+struct Member {
+    const char* progId;
+    const char* name;
+};
+/// Members that may fail, by their number in a step.
+extern const std::vector<Member> kMembers;
+
+struct Strike {
+    std::string text;   ///< the error's description; no other error has it
+    bool quiet = false; ///< nobody need hear of it
+};
+struct Report {
+    std::string module, user, routine, description, mode;
+    long number = 0;
+};
+
+class Faults {
+public:
+    /// Arms one; `count` is from 1. Another of the same kind takes the earlier one's place.
+    void arm(Fault fault, int count, int which);
+    void disarm() { armed_.clear(); }
+    /// Whether others wait for what the open transaction wrote.
+    bool holdsRows() const { return written_; }
+
+    /// Throws, or changes something, where one is due.
+    void statement(std::string_view text);
+    void created(std::string_view progId);
+    void called(std::string_view progId, std::string_view member);
+
+    /// A factory whose components may fail.
+    automation::ObjectFactory around(automation::ObjectFactory inner);
+
+    // What the till lends.
+    std::function<void()> die, commit, rival;
+    std::function<void(int)> failBoxes;
+    std::function<bool()> inTransaction;
+    /// Habits of the site's components, kinds of which the contracts leave open.
+    bool commaIsTyped = false;       ///< the numeric key filter lets "," pass
+    bool fetchHasProperties = false; ///< members of Fetch.clsFetch that are set are properties only
+    bool noneIsNull = false;         ///< a look-up without a row answers Null
+
+    // Of the step that is played.
+    std::vector<Strike> strikes;
+    std::vector<Report> reports;
+    std::vector<std::string> statements;
+    bool dead = false;
+    bool diedNow = false;
+    bool openAtBegin = false; ///< a record set was open while a transaction began
+    int boxesLost = 0;        ///< message boxes that could not be shown
+
+    std::map<std::string, automation::ObjectPtr> kept; ///< forms that a component keeps, by name
+    std::vector<std::weak_ptr<automation::Object>> recordsets;
+
+private:
+    struct Armed {
+        int count;
+        int which;
+    };
+    [[noreturn]] void strike(const std::string& what, bool quiet, bool twice = false);
+
+    std::map<Fault, Armed> armed_;
+    bool written_ = false;
+    bool reportFails_ = false;
+    int struck_ = 0;
+};
+
+} // namespace endurance::clerk

@@ -1,0 +1,282 @@
+// Rules on what the screens show, and on what becomes of typed lines.
+#include "endurance/clerk/Judge.h"
+
+#include "basic/Text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace endurance::clerk {
+namespace {
+
+using Lines = std::vector<std::vector<std::string>>;
+
+constexpr const char* kTypedOver = "opening: the date of a stored request can be typed over";
+
+/// The number meant by what was typed; a "," is the sign before the decimals where the person's locale has it so.
+double meant(std::string typed, bool comma) {
+    for (char& c : typed)
+        if (c == ',' && comma) c = '.';
+    return std::atof(typed.c_str());
+}
+bool same(double a, double b) { return std::fabs(a - b) < 0.0005; }
+
+Broken judgeClosing(const Happening& h) {
+    const EditorView& editor = h.before.editor;
+    if ((editor.lines.empty() || !h.memory.typedLines) && editor.remarks == h.memory.openRemarks) return {};
+    if (h.storedBefore.headers != h.storedAfter.headers || h.storedBefore.audit.size() != h.storedAfter.audit.size())
+        return {};
+    if (h.before.box == "Save Changes?") return {};
+    if (!editor.ok) return {}; // said when it was switched off
+    if (h.memory.screen == 1700 && (h.acts(Verb::ok) || h.acts(Verb::answers)))
+        return {}; // stores nothing, as this screen does
+    if (h.acts(Verb::cancel) || h.acts(Verb::frame)) {
+        if (h.memory.typedLines) return "lost: typed lines went without a question";
+        if (editor.remarks != h.memory.openRemarks) return "lost: typed remarks went without a question";
+        return {};
+    }
+    if (h.memory.stored) return {};
+    return "lost: the editor closed over what was typed, said \"" + h.before.box + "\"";
+}
+
+} // namespace
+
+Broken judgeLines(const Happening& h, Company&) {
+    const EditorView &was = h.before.editor, &is = h.after.editor;
+    if (!was.shown || !h.memory.opened) return {};
+    if (!is.shown) return judgeClosing(h);
+    const bool yes = h.acts(Verb::answers) && h.step.a % 2 == 1;
+    if (h.acts(Verb::ok) && h.before.form == "frmRequestDetail") {
+        const std::size_t more = is.lines.size() - was.lines.size();
+        if (is.lines.size() < was.lines.size() || more > 1)
+            return "lines: OK made " + std::to_string(is.lines.size()) + " of " + std::to_string(was.lines.size());
+        for (std::size_t i = 0; i < was.lines.size(); ++i)
+            if (is.lines[i] != was.lines[i] && (more == 1 || static_cast<int>(i) + 1 != was.selected))
+                return "lines: OK changed another line";
+    } else if (yes && h.before.box.starts_with("Are you sure you want to delete \r")) {
+        Lines wanted = was.lines;
+        if (was.selected > 0) wanted.erase(wanted.begin() + was.selected - 1);
+        for (std::size_t i = 0; i < wanted.size(); ++i) wanted[i][0] = std::to_string(i + 1);
+        if (is.lines != wanted) return "lines: not just the one was removed";
+    } else if (yes && h.before.box.starts_with("Already entered data")) {
+        if (!is.lines.empty()) return "lines: they stay after the shop was changed";
+    } else if (is.lines != was.lines) {
+        return "lines: they changed by themselves, " + std::to_string(was.lines.size()) + " to " +
+               std::to_string(is.lines.size());
+    }
+    if (h.after.waiting == support::Waiting::form && is.shop != -1 && is.shop != h.after.shopInForce)
+        return "shop: the box shows " + std::to_string(is.shop) + ", in force is " +
+               std::to_string(h.after.shopInForce);
+    for (std::size_t i = 0; i < is.lines.size(); ++i) {
+        std::string tip = is.tips[i];
+        std::erase(tip, ',');
+        if (!tip.empty() && thousandths(tip) != thousandths(is.lines[i][3])) return "tip: of a line's former quantity";
+    }
+    if (h.acts(Verb::ok) && was.ok && h.before.atForm("frmRequest") && h.after.atForm("frmRequest") &&
+        h.boxes.empty() && !h.lostBox)
+        return "ok: the editor's does nothing";
+    return {};
+}
+
+Broken judgeOpening(const Happening& h, Company& company) {
+    const EditorView& editor = h.after.editor;
+    const Memory& m = h.memory;
+    if (m.opened || !h.after.atForm("frmRequest")) return {};
+    if (m.command == 'N') {
+        static const char* const dates[] = {"31/03/2026", "31/03/2026", "31/03/26", "2026. 03. 31."};
+        if (!editor.lines.empty()) return "opening: a new request has lines";
+        if (!editor.remarks.empty() || editor.ticked || editor.shop != -1 || !editor.number.empty())
+            return "opening: a new request is not empty";
+        if (!m.badDate && editor.date != dates[m.locale]) return "opening: the date is " + editor.date;
+        if (!editor.ok && h.calm()) return "opening: a new request cannot be saved";
+        return {};
+    }
+    if (m.command != 'E') return "opening: the editor came by itself";
+    if (h.wasInTransaction) return {}; // a till reads what it could neither commit nor take back
+    const Key key{m.shop, m.request};
+    const auto stored = h.storedAfter.headers.find(key);
+    if (stored == h.storedAfter.headers.end()) return "opening: there is no request " + std::to_string(m.request);
+    if (editor.number != stored->second.number)
+        return "opening: the number is " + editor.number + ", not " + stored->second.number;
+    if (!editor.ok) {
+        if (stored->second.open() && !m.rowCancelled && m.boxes == 0 && !h.lostBox)
+            return "opening: OK is off, and nobody says why";
+        return editor.dateLocked ? "" : kTypedOver;
+    }
+    // That it was cancelled meanwhile is not looked up before the save.
+    if (!m.rivalSince && (stored->second.finished == "1" || stored->second.used == "1" || m.rowCancelled))
+        return "opening: a request that is final may be changed";
+    const auto lines = h.storedAfter.lines.find(key);
+    std::vector<StoredLine> shown;
+    for (const auto& line : editor.lines) {
+        const auto item = company.masters().items.find(std::atoi(line[5].c_str()));
+        if (item == company.masters().items.end() || line[1] != item->second.code ||
+            line[2] != item->second.description || line[7] != item->second.unit)
+            return "opening: a line's code, description or unit is not its item's";
+        shown.push_back({item->first, std::atoi(stored->second.toShop.c_str()), thousandths(line[3]),
+                         thousandths(line[4]), thousandths(line[6])});
+    }
+    std::sort(shown.begin(), shown.end());
+    if (shown != (lines == h.storedAfter.lines.end() ? std::vector<StoredLine>{} : lines->second))
+        return "opening: OK is on over lines that are not the stored ones";
+    return editor.dateLocked ? "" : kTypedOver;
+}
+
+Broken judgeRegister(const Happening& h, Company& company) {
+    const RegisterView& is = h.after.master;
+    const Memory& m = h.memory;
+    if (!is.shown || !h.after.atForm("frmMaster")) return {};
+    const std::string rights = basic::trim(basic::ucase(company.rights(m.user, m.screen)));
+    const auto may = [&](char right) {
+        return rights.empty() || (rights != "ADMIN" && rights.find(right) != std::string::npos);
+    };
+    static const std::vector<std::string> nothing(9);
+    const auto& row = is.row >= 1 && is.row <= static_cast<int>(is.rows.size())
+                          ? is.rows[static_cast<std::size_t>(is.row) - 1]
+                          : nothing;
+    const bool has = !row.empty() && !row[0].empty();
+    const struct {
+        const char* name;
+        bool enabled, wanted;
+    } buttons[] = {{"New", is.adds, may('N')},
+                   {"Edit", is.edits, has && may('E')},
+                   {"Delete", is.deletes, has && may('D') && row.size() > 4 && row[4] == "No"},
+                   {"Print", is.prints, has && may('P')}};
+    for (const auto& button : buttons) {
+        if (button.enabled && !button.wanted) return std::string("rights: ") + button.name + " is on";
+        if (!button.enabled && button.wanted && m.rightsRead) return std::string("rights: ") + button.name + " is off";
+    }
+    // A till lists what it could neither commit nor take back.
+    if (h.acts(Verb::shows) && h.calm() && !h.rivalCame && !h.wasInTransaction) {
+        std::vector<std::string> wanted, shown;
+        for (const auto& [key, header] : h.storedAfter.headers)
+            if (key.first == m.shop && header.type == (m.screen == 1611 ? "s" : "r"))
+                wanted.push_back(std::to_string(key.second));
+        if (wanted.empty()) wanted.push_back("");
+        for (const auto& one : is.rows) shown.push_back(one.empty() ? "" : one[0]);
+        // A company that was closed later than the request hides it; new ones are of the processing date.
+        if (!m.badDate && shown != wanted) return "register: it does not list this session's requests";
+        if ((m.screen == 1611) != (is.caption == "Inter Division Sales Request"))
+            return "register: the caption is " + is.caption;
+    }
+    if (h.storedBefore.headers != h.storedAfter.headers && h.calm() && !h.acts(Verb::rival)) {
+        for (const auto& [key, header] : h.storedAfter.headers) {
+            const auto old = h.storedBefore.headers.find(key);
+            if (key.first != m.shop || (old != h.storedBefore.headers.end() && old->second == header)) continue;
+            const auto found = std::find_if(is.rows.begin(), is.rows.end(),
+                                            [&](const auto& one) { return one[0] == std::to_string(key.second); });
+            if (found == is.rows.end())
+                return m.command == 'N' && header.date < "66400000" ? "" : "register: the saved request is not in it";
+            if ((*found)[1] != header.number || (*found)[5] != basic::trim(header.remarks) ||
+                ((*found)[4] == "Yes") != (header.cancelled == "1") ||
+                ((*found)[7] == "Yes") != (header.finished == "1"))
+                return "register: the row of the saved request is not up to date";
+        }
+    }
+    if (h.acts(Verb::sorts) && h.calm() && h.step.a % 8 == 1 && h.before.master.rows.size() > 1) {
+        const bool down =
+            h.clerk.module.desktop().topForm() && h.clerk.user.control<forms::OptionButton>("optDescend")->value();
+        for (std::size_t i = 1; i < is.rows.size(); ++i) {
+            const int a = std::atoi(is.rows[i - 1][0].c_str()), b = std::atoi(is.rows[i][0].c_str());
+            if (down ? a < b : a > b) return "register: it is not sorted as asked";
+        }
+    }
+    return {};
+}
+
+namespace {
+
+/// The line that OK wrote from what line entry showed.
+Broken judgeWritten(const Happening& h, Company& company) {
+    const EntryView& entry = h.before.entry;
+    const Lines &was = h.before.editor.lines, &is = h.after.editor.lines;
+    if (was == is) return {};
+    const bool added = is.size() > was.size();
+    std::size_t at = added ? is.size() - 1 : 0;
+    while (!added && at < is.size() && is[at] == was[at]) ++at;
+    if (at >= is.size()) return {};
+    const auto& line = is[at];
+    const auto item = company.masters().items.find(std::atoi(line[5].c_str()));
+    if (item == company.masters().items.end() || item->first != entry.item)
+        return "line: its item is not the one shown";
+    if (line[1] != item->second.code) return "line: code " + line[1] + " beside " + item->second.description;
+    if (line[2] != item->second.description)
+        return "line: description " + line[2] + " beside code " + item->second.code;
+    // Where the unit could not be read, the line stands without it.
+    if (!line[7].empty() && line[7] != item->second.unit) return "line: its unit is not its item's";
+    const double written = std::atof(line[3].c_str());
+    const bool comma = h.memory.locale == 1 || h.memory.locale == 3;
+    if (comma && !same(meant(entry.quantity, true), written))
+        return "quantity: " + entry.quantity + " became " + line[3];
+    if (h.memory.packs.first == entry.quantity && std::fabs(h.memory.packs.second - written) > 0.006)
+        return "quantity: packs read " + std::to_string(h.memory.packs.second) + ", the line has " + line[3];
+    if (thousandths(entry.quantity) >= 0 && thousandths(entry.quantity) != thousandths(line[3]))
+        return "quantity: " + entry.quantity + " became " + line[3];
+    if (thousandths(entry.bad) >= 0 && thousandths(entry.bad) != thousandths(line[4]))
+        return "quantity: bad " + entry.bad + " became " + line[4];
+    if (h.memory.screen == 1611 && thousandths(entry.price) >= 0 && thousandths(entry.price) != thousandths(line[6]))
+        return "price: " + entry.price + " became " + line[6];
+    if (h.memory.screen == 1507 && added && !line[6].empty()) return "price: a line without prices got " + line[6];
+    return {};
+}
+
+} // namespace
+
+Broken judgeEntry(const Happening& h, Company& company) {
+    const EntryView& is = h.after.entry;
+    const Memory& m = h.memory;
+    if (h.acts(Verb::ok) && h.before.form == "frmRequestDetail" && h.after.editor.shown) {
+        if (const Broken broken = judgeWritten(h, company); !broken.empty()) return broken;
+        const EntryView& was = h.before.entry;
+        const bool nothing = h.after.atForm("frmRequestDetail") && h.boxes.empty() && !h.lostBox &&
+                             h.before.editor.lines == h.after.editor.lines && was.quantity == is.quantity &&
+                             was.item == is.item && h.before.editor.selected == h.after.editor.selected;
+        if (nothing) return "ok: line entry's does nothing";
+    }
+    if (m.command != 0 && (h.acts(Verb::searches) || h.acts(Verb::again)) && h.before.form == "FrmFetch") {
+        const std::string sought = h.acts(Verb::again) && h.before.searchText.empty() ? "" : basic::trim(m.sought);
+        for (const std::string& statement : h.statements)
+            if (statement.find(" like '%") != std::string::npos &&
+                statement.find(" like '%" + basic::replaceAll(sought, "'", "''") + "%'") == std::string::npos)
+                return "search: " + sought + " is sought as " + statement.substr(statement.find(" like '%"));
+    }
+    if (!is.shown || h.after.waiting != support::Waiting::form || h.after.form != "frmRequestDetail") return {};
+    const auto item = company.masters().items.find(is.item);
+    if (is.item != 0) {
+        if (item == company.masters().items.end() || is.text != item->second.description)
+            return "item: " + is.text + " is not the description of " + std::to_string(is.item);
+        for (const auto& [id, quantity] : is.packs)
+            if (!item->second.packs.contains(id)) return "packs: they are another item's";
+        const double price = std::atof(is.price.c_str());
+        const double wanted = std::atof(company.price(is.item, m.shop, m.screen).c_str());
+        if (m.screen == 1611 && is.newLine && !m.typedPrice && !same(price, wanted) &&
+            !(is.price.empty() || price == 0))
+            return "price: " + is.price + " beside " + is.text;
+    } else if (is.newLine && is.text.empty()) {
+        if (!is.packs.empty()) return "packs: of no item";
+        if (!m.typedPrice && std::atof(is.price.c_str()) != 0 && m.screen == 1611)
+            return "price: " + is.price + " beside no item";
+        if (!m.typedQuantity && !is.quantity.empty()) return "quantity: " + is.quantity + " beside no item";
+    }
+    if (!m.meant.empty() && std::find(m.meant.begin(), m.meant.end(), is.item) == m.meant.end())
+        return "item: the scanned code named " + std::to_string(m.meant.back()) + ", shown is " +
+               std::to_string(is.item);
+    if (!m.typed.empty() && h.boxes.empty() && h.calm()) {
+        const std::string& box = h.acts(Verb::badQuantity) ? is.bad : h.acts(Verb::price) ? is.price : is.quantity;
+        const bool comma = m.locale == 1 || m.locale == 3;
+        if (m.typed.find(',') == std::string::npos || comma)
+            if (!same(meant(box, comma), meant(m.typed, comma)))
+                return "quantity: typed " + m.typed + ", the box has " + box;
+    }
+    if (h.acts(Verb::enters) && h.calm() && is.item != 0 && std::atof(is.quantity.c_str()) > 0)
+        for (const auto& [id, quantity] : is.packs)
+            if (!quantity.empty() && thousandths(is.quantity) >= 0 &&
+                std::fabs(std::atof(quantity.c_str()) - std::atof(is.quantity.c_str()) / item->second.packs.at(id)) >
+                    0.006)
+                return "packs: " + quantity + " of " + is.quantity;
+    if (is.priceShown != (m.screen == 1611))
+        return is.priceShown ? "price: shown on a screen without prices" : "price: not shown";
+    return {};
+}
+
+} // namespace endurance::clerk

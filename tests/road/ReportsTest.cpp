@@ -1,0 +1,261 @@
+// What support reads of a failure: which routine met it, by the very name that the suite's log has, for whom and why.
+#include "automation/RunTimeError.h"
+#include "basic/Text.h"
+#include "fetch/FrmFetch.h"
+#include "lines/frmRequestDetail.h"
+#include "printing/SettingsFile.h"
+#include "register/frmcancelreason.h"
+#include "request/frmRequest.h"
+#include "request/frmscanBc.h"
+#include "tests/road/Screens.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace road;
+using support::CompanyFile;
+using support::Shop;
+
+struct Fault {
+    const char* place; ///< module and routine; each blank counts
+    void (*open)(Shop& shop);
+    const char* broken;
+    std::function<void(Shop& shop)> act;
+};
+
+auto clicks(const char* button) {
+    return [button](Shop& shop) { shop.user.clicks(button); };
+}
+auto types(const char* keys) {
+    return [keys](Shop& shop) { shop.user.types(keys); };
+}
+auto enters(const char* box, const char* keys) {
+    return [=](Shop& shop) { shop.user.enters(box, keys); };
+}
+auto happens(void (*act)(goodsreq::Module&)) {
+    return [act](Shop& shop) { shop.user.happens([&] { act(shop.module); }); };
+}
+/// The act, while the next box or menu cannot be shown.
+auto unseen(std::function<void(Shop&)> act) {
+    return [act = std::move(act)](Shop& shop) {
+        shop.desktop.refusals = 1;
+        act(shop);
+    };
+}
+/// The act, while the control's window cannot be changed.
+auto stuck(const char* name, std::function<void(Shop&)> act) {
+    struct : forms::ControlView {
+        void changed(forms::Control&, forms::Aspect) override { automation::raise(automation::kInvalidCall); }
+    } static view;
+    return [=, act = std::move(act)](Shop& shop) {
+        auto* control = shop.user.control(name);
+        if (!control) return;
+        control->attach(&view);
+        act(shop);
+        control->attach(nullptr);
+    };
+}
+auto movesOver(const char* name) {
+    return stuck(name, [=](Shop& shop) { shop.user.movesOver(name); });
+}
+/// The act, on an editor with so many lines of which the last is chosen.
+auto amongLines(int count, std::function<void(Shop&)> act) {
+    return [=](Shop& shop) {
+        shop.user.focuses("lvwrequest");
+        shop.user.happens([&] {
+            forms::ListView& list = shop.module.request().lvwrequest;
+            for (int i = 0; i < count; ++i) list.add("1");
+            list.select(count);
+        });
+        act(shop);
+    };
+}
+void openNothing(Shop&) {}
+void openOnNumbers(Shop& shop) {
+    openLineEntry(shop);
+    for (const char* box : {"txtQuantity", "txtBadQuantity"}) shop.user.enters(box, "1");
+}
+void openBelowScan(Shop& shop) {
+    support::openOverLineEntry(shop.module, "scan");
+    openLineEntry(shop);
+}
+void openBelowFetch(Shop& shop) {
+    support::openOverLineEntry(shop.module, "fetch");
+    openLineEntry(shop);
+}
+const auto f11 = [](auto& shop) { shop.user.presses(forms::kKeyF11); };
+const auto del = [](auto& shop) { shop.user.presses(forms::kKeyDelete); };
+const auto scans = [](auto& shop) {
+    shop.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
+};
+const auto prints = [](auto& shop) {
+    shop.user.clicks("optScreen");
+    shop.user.clicks("cmdOK");
+};
+
+const Fault kFaults[] = {
+    // Register.
+    {"frmMaster |Form_Load ", openNothing, "Formcolor.clsFormcolor", openRegister},
+    {"frmMaster |Form_Activate ", openEditor, "select alias", clicks("cmdCancel")},
+    {"frmMaster |cmdnew_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("cmdnew")},
+    {"frmMaster |CmdEdit_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("CmdEdit")},
+    {"frmMaster |CmdDelete_Click ", openDeletable, "UserName", clicks("CmdDelete")},
+    {"frmMaster |flexMaster_MouseMove", openRegister, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.master().flexMaster.pointedAt(0, 1); });
+         movesOver("flexMaster")(shop);
+     }},
+    {"frmMaster |flexMaster_RowColChange", openDeletable, "",
+     stuck("CmdDelete", [](auto& shop) { shop.user.selectsRow("flexMaster", 1); })},
+    {"frmMaster |Form_KeyPress", openRegister, "",
+     stuck("flexMaster", [](auto& shop) { shop.user.presses('D', forms::kControl); })},
+    {"frmMaster |mnurefresh_Click", openRegister, "update mesrequesttoshopheader",
+     [](auto& shop) {
+         shop.user.rightClicks("flexMaster");
+         shop.user.choosesMenu("mnurefresh");
+     }},
+    {"frmMaster |cboColNames_Click", openRegister, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.master().cboColNames.addItem("none", 99); });
+         shop.user.picks("cboColNames", "none");
+     }},
+    {"frmMaster |txtsearch_KeyUp", openRegister, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.master().cboSearch.addItem("none", 99); });
+         shop.user.picks("cboSearch", "none");
+         shop.user.enters("txtsearch", "a");
+     }},
+    {"basGRtoShop |UpdateEditedRow", openRegister, "",
+     happens([](auto& m) { UpdateEditedRow(m, m.master().flexMaster, "select", ""); })},
+    {"frmcancelreason |Form_Load ", openDeletable, "clsFormcolor.Applyformcolor",
+     [](auto& shop) {
+         shop.user.clicks("CmdDelete");
+         shop.user.answers(forms::Answer::yes);
+     }},
+    {"frmcancelreason |cmdOk_Click ", openReason, "",
+     unseen(happens([](auto& m) { m.cancelReason().cmdOk.onClick(); }))},
+    {"frmcancelreason |Form_QueryUnload", openReason, "", unseen([](auto& shop) {
+         shop.user.happens([&] { shop.module.cancelReason().cmdOk.setEnabled(true); });
+         shop.user.closesFrame();
+     })},
+    // Editor.
+    {"frmRequest |Form_Load ", openRegister, "CommonModule.clsCommonGen", clicks("cmdnew")},
+    {"frmRequest |Form_Activate ", openRegister, "clsUserAuditing.SaveInToTag", clicks("cmdnew")},
+    {"frmRequest |Form_QueryUnload", openEditor, "clsUserAuditing.DataChanged", clicks("cmdCancel")},
+    {"frmRequest |cmdOk_Click ", openEditor, "", unseen(clicks("cmdOk"))},
+    {"frmRequest |cboShop_Click ", openEditor, "",
+     [](auto& shop) {
+         shop.picksShop(2);
+         amongLines(1, unseen([](Shop& s) { s.picksShop(3); }))(shop);
+     }},
+    {"frmRequest |mnuAdd_Click", openEditor, "", amongLines(32768, types("\n"))}, // the current line has 16 bits
+    {"frmRequest |mnuEdit_Click ", openEditor, "", amongLines(32768, types("\r"))},
+    {"frmRequest |mnudel_Click ", openEditor, "", amongLines(1, unseen(del))},
+    {"frmRequest |lvwrequest_MouseDown", openEditor, "",
+     unseen([](auto& shop) { shop.user.rightClicks("lvwrequest"); })},
+    {"frmRequest |FillReorderSuggestions", openEditor, "vwinquiryshopstock",
+     happens([](auto& m) { m.request().FillReorderSuggestions(); })},
+    {"basGRtoShop |LoadListViewLayout", openRegister, "alistviewdetails", clicks("cmdnew")},
+    // Line entry and the dialogs over it.
+    {"frmRequestDetail |Form_Load ", openEditor, "Fetch.clsFetch", amongLines(0, types("\n"))},
+    {"frmRequestDetail |Form_Activate ", openEditor, "clsUserAuditing.SaveInToTag", amongLines(0, types("\n"))},
+    {"frmRequestDetail |txtBarcode_KeyPress ", openLineEntry, "futurevarchar", types("1\r")},
+    {"frmRequestDetail |QuickFetch", openLineEntry, "clsFetch.Show", clicks("cmdbarcode")},
+    {"frmRequestDetail |cboItem_Click ", openLineEntry, "reorderquantity", scans},
+    {"frmRequestDetail |txtQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
+     enters("txtQuantity", "1")},
+    {"frmRequestDetail |txtBadQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
+     enters("txtBadQuantity", "1")},
+    {"frmRequestDetail |txtsellingprice_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
+     enters("txtsellingprice", "1")},
+    {"frmRequestDetail |txtQuantity_MouseMove", openOnNumbers, "", movesOver("txtQuantity")},
+    {"frmRequestDetail |txtQuantity_MouseUp", openOnNumbers, "",
+     stuck("txtQuantity", happens([](auto& m) { m.requestDetail().txtQuantity.onMouseUp({}); }))},
+    {"frmRequestDetail |txtBadQuantity_MouseMove", openOnNumbers, "", movesOver("txtBadQuantity")},
+    {"frmRequestDetail |cmdFirst_Click ", openLineEntry, "",
+     happens([](auto& m) { m.requestDetail().cmdFirst.onClick(); })},
+    {"frmRequestDetail |cmdPrev_Click ", openLineEntry, "",
+     happens([](auto& m) { m.requestDetail().cmdPrev.onClick(); })},
+    {"frmRequestDetail |cmdNext_Click ", openLineEntry, "",
+     happens([](auto& m) { m.requestDetail().cmdNext.onClick(); })},
+    {"frmRequestDetail |cmdLast_Click ", openLineEntry, "",
+     happens([](auto& m) { m.requestDetail().cmdLast.onClick(); })},
+    {"frmRequestDetail |cmdOk_Click ", openLineEntry, "", unseen(clicks("cmdOk"))},
+    {"basGRtoShop |FillPackingTypes", openLineEntry, "apackingtype ap", scans},
+    {"basGRtoShop |FillPackingQuantities", openLineEntry, "pk.quantity",
+     [](auto& shop) {
+         scans(shop);
+         shop.user.types("4\r");
+     }},
+    {"frmscanBc |Form_Load ", openBelowScan, "CommonModule.clsCommongen", f11},
+    {"frmscanBc |txtBarcode_KeyPress ", openScan, "packingbarcode", types("1\r")},
+    {"FrmFetch|Form_Load ", openBelowFetch, "futurevarchar", f11},
+    {"FrmFetch|Form_Activate ", openBelowFetch, "defaultfetch", f11},
+    {"FrmFetch|txtFetch_KeyPress ", openFetch, "like", types("1\r")},
+    {"FrmFetch|txtFetch_KeyUp ", openFetch, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.fetchItem().cboSearch.addItem("none", -1); });
+         shop.user.picks("cboSearch", "none");
+         shop.user.enters("txtFetch", "a");
+     }},
+    {"FrmFetch|cmdOk_Click ", openFetch, "intersect",
+     [](auto& shop) {
+         shop.user.happens([&] {
+             forms::Grid& grid = shop.module.fetchItem().flexMaster;
+             grid.setCell(1, 0, "2");
+             grid.selectRow(1);
+         });
+         shop.user.clicks("cmdOk");
+     }},
+    // Printing.
+    {"frmPrint |Form_Load", openRegister, "clsFormcolor.Applyformcolor", clicks("cmdPrev")},
+    {"frmPrint|cmdOK_Click", openPrint, "Crystal.CRPE.Application", clicks("cmdOK")},
+    {"FrmMaster|HeaderPrint ", openPrint, "acompanymaster", prints},
+    {"FrmMaster|FooterPrint", openPrint, "ashopprintmessages", prints},
+    {"basGoodsPurchase|FileCode ", openRegister, "",
+     [](auto& shop) {
+         shop.system.refused["locked.txt"] = 70;
+         happens([](auto& m) { goodsreq::FileCode(m, "port", "locked.txt"); })(shop);
+     }},
+};
+
+TEST(Reports, NameTheRoutineThatFailed) {
+    const CompanyFile company;
+    for (const Fault& fault : kFaults) {
+        SCOPED_TRACE(fault.place);
+        Shop shop(company, {.screenId = 1611});
+        fault.open(shop);
+        shop.breaks(fault.broken);
+        fault.act(shop);
+        while (shop.user.message()) shop.user.answers(forms::Answer::ok);
+        const std::string place = basic::replaceAll(fault.place, "|", "|Margaret Ellis|");
+        const std::vector<std::string> reports = shop.calls("ErrorDetails.");
+        ASSERT_FALSE(reports.empty());
+        EXPECT_EQ(reports.front().substr(0, 24 + place.size() + 1), "ErrorDetails.ErrorTrack(" + place + "|");
+        EXPECT_EQ(reports.size(), 1u) << reports.back();
+    }
+}
+
+TEST(Reports, SayForWhomAndWhy) {
+    struct Case {
+        void (*fails)();
+        const char* told;
+    };
+    const CompanyFile company;
+    company.change("update loUsers set UserName = 'Somebody' where shopid <> 4 or Userid <> 3");
+    Shop shop(company, {.userId = 3, .shopId = 4});
+    shop.opens();
+    shop.module.session.editMode = "E";
+    for (const Case& c : {Case{[] { throw automation::RunTimeError(-9, "why", "a source"); }, "-9|a source|why"},
+                          {[] { throw std::bad_alloc(); }, "7|goodsreq|Out of memory"},
+                          {[] { throw std::logic_error("odd"); }, "5|goodsreq|odd"},
+                          {[] { throw 1; }, "5|goodsreq|Unknown error"}}) {
+        shop.user.happens([&] { EXPECT_FALSE(trap(shop.module, "here ", "there ", c.fails)); });
+        shop.user.answers(forms::Answer::ok);
+        EXPECT_EQ(shop.calls("ErrorDetails.").back(),
+                  std::string("ErrorDetails.ErrorTrack(here |Priya Ramanathan-Whitlock|there |") + c.told + "|E|True)");
+    }
+}
+
+} // namespace

@@ -1,0 +1,49 @@
+// The ways to each screen.
+#pragma once
+
+#include "register/frmMaster.h"
+#include "tests/support/Shop.h"
+
+namespace road {
+
+inline void openRegister(support::Shop& shop) { shop.opens(); }
+inline void openEditor(support::Shop& shop) {
+    shop.opens();
+    shop.user.clicks("cmdnew");
+}
+inline void openLineEntry(support::Shop& shop) {
+    openEditor(shop);
+    shop.picksShop(2);
+    shop.user.focuses("lvwrequest");
+    shop.user.types("\n");
+}
+inline void openOverLines(support::Shop& shop, const char* dialog) {
+    support::openOverLineEntry(shop.module, dialog);
+    openLineEntry(shop);
+    shop.user.presses(forms::kKeyF11);
+}
+inline void openScan(support::Shop& shop) { openOverLines(shop, "scan"); }
+inline void openFetch(support::Shop& shop) { openOverLines(shop, "fetch"); }
+inline void openPrint(support::Shop& shop) {
+    shop.opens();
+    shop.user.selectsRow("flexMaster", 1);
+    shop.user.clicks("cmdPrev");
+}
+/// On a request that may be deleted.
+inline void openDeletable(support::Shop& shop) {
+    shop.opens();
+    const auto rows = shop.user.grid("flexMaster");
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        shop.user.selectsRow("flexMaster", static_cast<int>(row) + 1);
+        if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" &&
+            rows[row][goodsreq::kColConfirmed] == "No")
+            break;
+    }
+}
+inline void openReason(support::Shop& shop) {
+    openDeletable(shop);
+    shop.user.clicks("CmdDelete");
+    shop.user.answers(forms::Answer::yes);
+}
+
+} // namespace road
