@@ -5,7 +5,7 @@
 #include "tests/support/Shop.h"
 
 #include "forms/ListView.h"
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 
 #include <stdexcept>
 

@@ -4,7 +4,7 @@
 #include "benchmarks/Timing.h"
 #include "tests/support/Shop.h"
 
-#include "printing/SlipPrinter.h"
+#include "slip/SlipPrinter.h"
 
 #include <filesystem>
 #include <fstream>

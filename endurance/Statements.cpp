@@ -1,6 +1,6 @@
 // Each statement of save and delete fails in turn, and in turn the connection dies at it.
 #include "endurance/Endurance.h"
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

@@ -62,8 +62,7 @@ windowsHeaders >"$work/windows"
 # Rooms by floor. A file may include its own floor and those below; nothing here knows the sandbox or Windows.
 floorsKept() {
     local file included room target
-    declare -A floor=([automation]=1 [basic]=1 [forms]=2 [common]=3 [register]=4 [request]=4 [lines]=4 [printing]=4
-        [fetch]=4 [component]=5)
+    declare -A floor=([automation]=1 [basic]=1 [forms]=2 [common]=3 [slip]=4 [screens]=5 [component]=6)
     while IFS=$'\t' read -r file included; do
         room=${file#src/}
         room=${room%%/*}
@@ -84,7 +83,7 @@ floorsKept() {
 }
 
 floorsKept >"$work/floors"
-rooms='^src/(register|request|lines|printing|fetch|common)/'
+rooms='^src/(screens|slip|common)/'
 above='includes (win32|com|sandbox|database|suite|host|tests|benchmarks)/'
 { grep -E "$rooms" "$work/floors" | grep -E "$above" || true; } |
     rule "the module's rooms never include Windows rooms, sandbox or tests"
@@ -93,8 +92,7 @@ above='includes (win32|com|sandbox|database|suite|host|tests|benchmarks)/'
 
 # An apostrophe that a literal opens and a value goes on from: such a value does not pass quoted().
 {
-    grep -nE "[=(,% ]'\"|\+ *\"'" -r src/common src/register src/request src/lines src/printing src/fetch \
-        --include='*.cpp' | grep -v 'std::string quoted(' || true
+    grep -nE "[=(,% ]'\"|\+ *\"'" -r src/common src/slip src/screens --include='*.cpp' | grep -v 'std::string quoted(' || true
 } | rule "texts go into statements through quoted()"
 
 # The entry file: includes, the module handle and the exported functions, each handing on in a line or two.

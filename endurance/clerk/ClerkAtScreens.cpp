@@ -1,10 +1,10 @@
 // What a clerk does at each screen, by keys and clicks.
 #include "basic/Calendar.h"
 #include "endurance/clerk/Clerk.h"
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "register/frmMaster.h"
-#include "request/frmscanBc.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/lines/frmscanBc.h"
+#include "screens/register/frmMaster.h"
 
 #include <cmath>
 

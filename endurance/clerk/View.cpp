@@ -1,10 +1,10 @@
 #include "endurance/clerk/View.h"
 
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "register/frmMaster.h"
-#include "register/frmcancelreason.h"
-#include "request/frmRequest.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/register/frmMaster.h"
+#include "screens/register/frmcancelreason.h"
+#include "screens/request/frmRequest.h"
 
 namespace endurance::clerk {
 namespace {

@@ -1,13 +1,13 @@
 #include "component/Component.h"
 
 #include "automation/RunTimeError.h"
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "printing/frmPrint.h"
-#include "register/frmMaster.h"
-#include "register/frmcancelreason.h"
-#include "request/frmRequest.h"
-#include "request/frmscanBc.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/lines/frmscanBc.h"
+#include "screens/print/frmPrint.h"
+#include "screens/register/frmMaster.h"
+#include "screens/register/frmcancelreason.h"
+#include "screens/request/frmRequest.h"
 
 namespace goodsreq {
 namespace {

@@ -1,9 +1,9 @@
 // The two dialogs over line entry: one takes a scanned code, the other finds an item by a part of what is known of it.
 #include "component/Component.h"
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "request/frmRequest.h"
-#include "request/frmscanBc.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/lines/frmscanBc.h"
+#include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

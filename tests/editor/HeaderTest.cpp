@@ -1,5 +1,5 @@
 // The head of a request: whom it can be sent to, its number, opening and closing.
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "common/Fetch.h"
-#include "lines/frmRequestDetail.h"
 #include "sandbox/suite/StandIns.h"
+#include "screens/lines/frmRequestDetail.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

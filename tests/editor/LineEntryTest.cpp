@@ -1,6 +1,6 @@
 // Line entry from the number boxes to OK: filters, refusals, duplicates, walking through lines, the scanner.
 #include "basic/Numbers.h"
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

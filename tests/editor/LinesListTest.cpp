@@ -1,5 +1,5 @@
 // The editor's list of lines: keys, mouse, menu, tool tips, deletion, and what other screens ask of it.
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
 #include <gtest/gtest.h>

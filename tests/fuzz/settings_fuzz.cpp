@@ -2,8 +2,8 @@
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
-#include "printing/SettingsFile.h"
-#include "printing/SlipPages.h"
+#include "slip/SettingsFile.h"
+#include "slip/SlipPages.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // The settings file: which line a key finds, what the person is told, and numbers strict and lenient.
-#include "printing/SettingsFile.h"
+#include "slip/SettingsFile.h"
 #include "automation/RunTimeError.h"
-#include "printing/SlipSettings.h"
+#include "slip/SlipSettings.h"
 #include "tests/printing/SlipWorld.h"
 
 #include <gtest/gtest.h>

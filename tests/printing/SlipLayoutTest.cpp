@@ -1,6 +1,6 @@
 // Lines and pages of the slip, worked out by hand.
 #include "automation/RunTimeError.h"
-#include "printing/SlipPages.h"
+#include "slip/SlipPages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "tests/printing/SlipWorld.h"
 
 #include "basic/Calendar.h"
-#include "printing/SlipPrinter.h"
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/suite/StandIns.h"
+#include "slip/SlipPrinter.h"
 
 namespace printing {
 namespace {

@@ -4,8 +4,8 @@
 #include "tests/support/Shop.h"
 
 #include "basic/Text.h"
-#include "register/frmMaster.h"
-#include "register/frmcancelreason.h"
+#include "screens/register/frmMaster.h"
+#include "screens/register/frmcancelreason.h"
 
 #include <gtest/gtest.h>
 

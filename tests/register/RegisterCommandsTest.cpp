@@ -2,7 +2,7 @@
 #include "basic/Calendar.h"
 #include "tests/register/Register.h"
 
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 
 namespace {
 

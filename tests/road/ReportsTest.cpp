@@ -1,12 +1,12 @@
 // What support reads of a failure: which routine met it, by the very name that the suite's log has, for whom and why.
 #include "automation/RunTimeError.h"
 #include "basic/Text.h"
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "printing/SettingsFile.h"
-#include "register/frmcancelreason.h"
-#include "request/frmRequest.h"
-#include "request/frmscanBc.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/lines/frmscanBc.h"
+#include "screens/register/frmcancelreason.h"
+#include "screens/request/frmRequest.h"
+#include "slip/SettingsFile.h"
 #include "tests/road/Screens.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The ways to each screen.
 #pragma once
 
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
 #include "tests/support/Shop.h"
 
 namespace road {

@@ -1,7 +1,7 @@
 // What goes out of the module on a working day: other programs of the suite, and triggers and traces at the sites, know
 // the statements by their text, and components know the members and their arguments, so each blank counts.
 #include "basic/Text.h"
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 #include "tests/support/Golden.h"
 #include "tests/support/Shop.h"
 

@@ -1,8 +1,8 @@
 #include "tests/support/OpenDialogs.h"
 
-#include "fetch/FrmFetch.h"
-#include "lines/frmRequestDetail.h"
-#include "request/frmscanBc.h"
+#include "screens/fetch/FrmFetch.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/lines/frmscanBc.h"
 
 namespace support {
 

@@ -1,4 +1,4 @@
-#include "printing/SlipLayout.h"
+#include "slip/SlipLayout.h"
 
 #include "automation/RunTimeError.h"
 #include "basic/Format.h"

@@ -1,11 +1,11 @@
-#include "fetch/FrmFetch.h"
+#include "screens/fetch/FrmFetch.h"
 
 #include "automation/RunTimeError.h"
 #include "basic/Apostrophes.h"
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "lines/frmRequestDetail.h"
+#include "screens/lines/frmRequestDetail.h"
 
 #include <array>
 

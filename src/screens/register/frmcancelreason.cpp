@@ -1,4 +1,4 @@
-#include "register/frmcancelreason.h"
+#include "screens/register/frmcancelreason.h"
 
 #include "basic/Text.h"
 

@@ -1,4 +1,4 @@
-#include "printing/SettingsFile.h"
+#include "slip/SettingsFile.h"
 
 #include "automation/RunTimeError.h"
 #include "basic/Text.h"

@@ -2,9 +2,9 @@
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Numbers.h"
-#include "lines/frmRequestDetail.h"
-#include "register/frmMaster.h"
-#include "request/frmRequest.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/register/frmMaster.h"
+#include "screens/request/frmRequest.h"
 
 #include <algorithm>
 

@@ -3,9 +3,9 @@
 #include "basic/DateText.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "register/frmMaster.h"
-#include "register/frmcancelreason.h"
-#include "request/frmRequest.h"
+#include "screens/register/frmMaster.h"
+#include "screens/register/frmcancelreason.h"
+#include "screens/request/frmRequest.h"
 
 namespace goodsreq {
 

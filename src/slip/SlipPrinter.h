@@ -1,8 +1,8 @@
 // Prints one request as a text slip, to the slip file or to the shop's printer.
 #pragma once
 
-#include "common/ModuleForm.h"
-#include "printing/SlipPages.h"
+#include "common/Module.h"
+#include "slip/SlipPages.h"
 
 #include <memory>
 #include <string>

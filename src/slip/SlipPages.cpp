@@ -1,4 +1,4 @@
-#include "printing/SlipPages.h"
+#include "slip/SlipPages.h"
 
 #include "basic/Conversion.h"
 

@@ -3,7 +3,7 @@
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "common/Packing.h"
-#include "lines/frmRequestDetail.h"
+#include "screens/lines/frmRequestDetail.h"
 
 #include <algorithm>
 

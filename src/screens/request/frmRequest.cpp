@@ -1,10 +1,10 @@
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 
 #include "basic/Conversion.h"
 #include "basic/DateText.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
 
 namespace goodsreq {
 

@@ -1,8 +1,8 @@
-#include "request/frmscanBc.h"
+#include "screens/lines/frmscanBc.h"
 
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
-#include "lines/frmRequestDetail.h"
+#include "screens/lines/frmRequestDetail.h"
 
 namespace goodsreq {
 

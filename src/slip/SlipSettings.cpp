@@ -1,9 +1,9 @@
-#include "printing/SlipSettings.h"
+#include "slip/SlipSettings.h"
 
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "printing/SettingsFile.h"
+#include "slip/SettingsFile.h"
 
 namespace goodsreq {
 

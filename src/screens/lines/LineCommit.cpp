@@ -4,8 +4,8 @@
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "common/Packing.h"
-#include "lines/frmRequestDetail.h"
-#include "request/frmRequest.h"
+#include "screens/lines/frmRequestDetail.h"
+#include "screens/request/frmRequest.h"
 
 #include <cmath>
 

@@ -5,7 +5,7 @@
 #include "basic/Format.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
 
 #include <algorithm>
 #include <cmath>

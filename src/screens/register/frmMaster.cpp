@@ -1,8 +1,8 @@
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
 
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
-#include "printing/frmPrint.h"
+#include "screens/print/frmPrint.h"
 
 namespace goodsreq {
 namespace {

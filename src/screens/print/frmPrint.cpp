@@ -1,9 +1,9 @@
-#include "printing/frmPrint.h"
+#include "screens/print/frmPrint.h"
 
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
-#include "printing/SlipPrinter.h"
-#include "register/frmMaster.h"
+#include "screens/register/frmMaster.h"
+#include "slip/SlipPrinter.h"
 
 namespace goodsreq {
 

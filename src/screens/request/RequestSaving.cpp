@@ -3,8 +3,8 @@
 #include "basic/DateText.h"
 #include "basic/Format.h"
 #include "basic/Text.h"
-#include "register/frmMaster.h"
-#include "request/frmRequest.h"
+#include "screens/register/frmMaster.h"
+#include "screens/request/frmRequest.h"
 
 #include <cmath>
 

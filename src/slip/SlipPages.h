@@ -1,7 +1,7 @@
 // The slip's pages: how many lines each takes, and what stands above and below them.
 #pragma once
 
-#include "printing/SlipLayout.h"
+#include "slip/SlipLayout.h"
 
 #include <functional>
 #include <string>

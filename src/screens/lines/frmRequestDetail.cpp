@@ -1,11 +1,11 @@
-#include "lines/frmRequestDetail.h"
+#include "screens/lines/frmRequestDetail.h"
 
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "common/Packing.h"
-#include "request/frmRequest.h"
+#include "screens/request/frmRequest.h"
 
 namespace goodsreq {
 

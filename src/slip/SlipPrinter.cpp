@@ -1,9 +1,10 @@
-#include "printing/SlipPrinter.h"
+#include "slip/SlipPrinter.h"
 
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "common/Packing.h"
+#include "common/basGRtoShop.h"
 
 namespace goodsreq {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "automation/Value.h"
-#include "printing/SlipSettings.h"
+#include "slip/SlipSettings.h"
 
 #include <optional>
 #include <string>
