@@ -81,7 +81,8 @@ runScript() {
     log=$out/$name.log
     mkdir -p "$out/$name"
     OUT=$out/$name timeout --foreground -k 10 "$scriptLimit" bash -c '
-        set -euo pipefail
+        set -Eeuo pipefail
+        trap '"'"'echo "lines $LINENO ${BASH_LINENO[*]} ended with $?: $BASH_COMMAND" >&2'"'"' ERR
         . "$root/tools/wine.sh"
         . "$root/tools/screen.sh"
         shotFolder=$OUT

@@ -1,9 +1,13 @@
 #include "win32/Dialogs.h"
 
+#include "win32/Guard.h"
 #include "win32/Module.h"
 #include "win32/Owned.h"
 #include "win32/Text.h"
 #include "win32/WindowLog.h"
+
+#include <functional>
+#include <utility>
 
 namespace win32 {
 namespace {
@@ -53,6 +57,40 @@ BOOL CALLBACK disableOther(HWND window, LPARAM state) {
     return TRUE;
 }
 
+/// Logs a line as soon as the modal loop that follows has nothing else to do. Whoever reads the log may then type: a
+/// box that is answered before it has the keyboard can leave its owner without it. A timer's message comes after all
+/// others.
+class LogWhenIdle {
+public:
+    explicit LogWhenIdle(std::function<void()> log) : timer_(SetTimer(nullptr, 0, USER_TIMER_MINIMUM, idle)) {
+        waiting() = std::move(log);
+    }
+    ~LogWhenIdle() {
+        KillTimer(nullptr, timer_);
+        logNow();
+    }
+    LogWhenIdle(const LogWhenIdle&) = delete;
+    LogWhenIdle& operator=(const LogWhenIdle&) = delete;
+
+private:
+    // A box within a box's loop is none of ours, so one line waits at most.
+    static std::function<void()>& waiting() {
+        static std::function<void()> log;
+        return log;
+    }
+    static void logNow() {
+        if (const auto log = std::exchange(waiting(), nullptr)) log();
+    }
+    static void CALLBACK idle(HWND, UINT, UINT_PTR, DWORD) {
+        guarded([] {
+            logNow();
+            return 0;
+        });
+    }
+
+    UINT_PTR timer_;
+};
+
 /// A window may be destroyed at any time, and its handle be another's.
 bool isOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
 
@@ -61,10 +99,12 @@ bool isOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullp
 Answer showMessage(HWND owner, const forms::Message& message) {
     const VisualStyles styles;
     if (GetCapture()) ReleaseCapture(); // A press that is still held does not follow into the box.
-    logText("message", message.text);
-    const int button =
-        MessageBoxW(owner, wide(message.text).c_str(), wide(message.title).c_str(),
-                    iconOf(message.icon) | buttonsOf(message) | (owner ? 0 : MB_TASKMODAL) | MB_SETFOREGROUND);
+    int button = 0;
+    {
+        const LogWhenIdle log([&] { logText("message", message.text); });
+        button = MessageBoxW(owner, wide(message.text).c_str(), wide(message.title).c_str(),
+                             iconOf(message.icon) | buttonsOf(message) | (owner ? 0 : MB_TASKMODAL) | MB_SETFOREGROUND);
+    }
     const Answer answer = answerOf(button, message.buttons);
     logWindow("answered", nameOf(answer));
     return answer;
@@ -83,9 +123,12 @@ std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
     POINT at{};
     GetCursorPos(&at);
     if (GetCapture()) ReleaseCapture();
-    logWindow("menu", menu.name);
-    const auto chosen = static_cast<std::size_t>(
-        TrackPopupMenu(popup.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+    std::size_t chosen = 0;
+    {
+        const LogWhenIdle log([&] { logWindow("menu", menu.name); });
+        chosen = static_cast<std::size_t>(
+            TrackPopupMenu(popup.get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+    }
     if (chosen == 0 || chosen > menu.items.size()) {
         logWindow("chosen", "");
         return std::nullopt;
