@@ -6,7 +6,8 @@
 # toLineEntry CAPTION   from its start to line entry for a new request; CAPTION is the register's
 # awaitHost             waits until it has ended by itself; its exit status is ours
 # stored QUERY          rows of the database, columns parted by "|"
-# items COLUMN...       items that shops $requesting and $supplying both carry, a line each: id and the columns
+# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each prints once: id and
+#                       columns, a line each
 requesting=1
 supplying=5
 
@@ -56,7 +57,7 @@ items() {
         and a.itemid in (select itemid from ashopitemdetail where shopid = $supplying)
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $supplying)
-        and s.shortcutno is not null group by a.itemid order by a.itemid"
+        and s.shortcutno is not null group by a.itemid having count(*) = 1 order by a.itemid"
 }
 
 # The shop box's list is sorted by name, and the supplying shop is its first.

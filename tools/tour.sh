@@ -38,8 +38,8 @@ enterLine() {
 # What is typed: three items, each named in another way.
 makeCompany
 IFS='|' read -r firstItem barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
-IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 41p)
-IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 81p)
+IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 7p)
+IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 13p)
 notCarried=$(stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a where a.itemid = p.itemid
     and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
     and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying)")

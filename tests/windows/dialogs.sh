@@ -6,7 +6,7 @@ folder=$OUT
 hostFolder=$root/build/x64/tryout
 makeCompany
 IFS='|' read -r scanned barcode < <(items "min(p.packingbarcode || '')" | sed -n 5p)
-IFS='|' read -r fetched code < <(items a.itemcode | sed -n 33p)
+IFS='|' read -r fetched code < <(items a.itemcode | sed -n 9p)
 
 toDialog() {
     GOODSREQ_OPEN=$1 startHost statements
