@@ -116,7 +116,7 @@ com_dll(goodsreq src/com/dll/GoodsreqServer.cpp src/com/dll/clsGRtoShop.cpp src/
 add_dependencies(goodsreq_dll typelib)
 set_source_files_properties(src/com/dll/goodsreq.rc PROPERTIES
     INCLUDE_DIRECTORIES "${generated};${CMAKE_SOURCE_DIR}/src/com/dll"
-    OBJECT_DEPENDS "${generated}/goodsreq.tlb;${CMAKE_SOURCE_DIR}/src/com/dll/visual-styles.manifest")
+    OBJECT_DEPENDS "${generated}/goodsreq.tlb")
 target_link_libraries(goodsreq_dll PRIVATE component win32 com)
 version_resource(goodsreq_dll goodsreq.dll VFT_DLL "Goods Request To Shop")
 

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Plays one request with real keys and mouse in a virtual screen: tour.sh DIR. DIR receives a picture of each screen
-# on the way, statements.sql (what the database was sent, one statement a line) and request.txt (the stored rows).
+# on the way, statements.sql (what the database was sent, one statement a line), request.txt (the stored rows) and slip.txt.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 . "$root/tools/wine.sh"
@@ -14,7 +14,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 mkdir -p "$1"
 folder=$(cd "$1" && pwd)
 shotFolder=$folder
-rm -f "$folder"/*.png "$folder"/{company.db*,making.sql,statements*.sql,request.txt,host.log,host.out}
+rm -f "$folder"/*.png "$folder"/{company.db*,making.sql,statements*.sql,request.txt,slip.txt,host.log,host.out}
 
 trap wine_stop EXIT
 trap 'exit 130' INT TERM HUP
@@ -138,6 +138,7 @@ if ! grep -q "^Remarks      : For the weekend" "$WINEPREFIX/drive_c/ShopReq.txt"
     echo "C:\\ShopReq.txt does not hold the request" >&2
     exit 1
 fi
+tr -d '\r' <"$WINEPREFIX/drive_c/ShopReq.txt" >"$folder/slip.txt"
 focus_window "ShopReq"
 press alt+F4
 await_no_window "ShopReq"
