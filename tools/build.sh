@@ -9,8 +9,8 @@ case $target in
 native) goals=(all) ;;
 bench) goals=(benchmarks stress) ;;
 x64) goals=(all dist) ;;
-# Programs for 32-bit Windows cannot run on every build machine, so only what is delivered is built.
-x86) goals=(dist) ;;
+
+x86) goals=(all dist) ;;
 *)
     echo "usage: tools/build.sh native|bench|x64|x86" >&2
     exit 2

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Brings in what the project needs and the machine lacks: Debian packages, and SQLite's source under .cache/sqlite.
-# setup.sh [PACKAGE...]: these packages too.
+# setup.sh [PACKAGE...]: these packages too; wine32:i386 lets Wine run 32-bit programs. Nothing installed is removed for them.
 # Where all is there it ends at once and touches no network. Where it cannot go on, one line says what is missing.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -32,7 +32,7 @@ sqliteReady() {
 missingPackages() {
     local installed package
     installed=$'\n'$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
-        sed -n 's/^\([^: ]*\)\(:[^ ]*\)\? installed$/\1/p' || true)$'\n'
+        sed -nE "s/(:$(dpkg --print-architecture))? installed\$//p" || true)$'\n'
     for package in "${packages[@]}"; do
         [[ $installed == *$'\n'"$package"$'\n'* ]] || echo "$package"
     done
@@ -49,6 +49,36 @@ asRoot() {
     fi
 }
 
+# Tried with a program of our own, before Debian's are brought in: with wine32 there, all of Wine starts by it.
+runs32BitPrograms() (
+    work=$(mktemp -d)
+    trap 'rm -rf "$work"' EXIT
+    as --32 -o "$work/program.o" <<<'.globl _start; _start: mov $1, %eax; mov $42, %ebx; int $0x80' &&
+        ld -m elf_i386 -o "$work/program" "$work/program.o" || exit 1
+    status=0
+    "$work/program" 2>/dev/null || status=$?
+    [ "$status" -eq 42 ]
+)
+
+# Leaves in $plan how apt-get installs these packages without removing any. A library has to have the same version in both
+# widths, and one width's index may be behind: where that is in the way, versions of the release itself serve, older ones too.
+findPlan() {
+    local release
+    plan=(install --no-install-recommends "$@")
+    ! planRemovesNothing || return 0
+    [[ " $* " == *:i386\ * ]] || return 1
+    release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+    printf '%s\n' "Package: *" "Pin: release n=$release" "Pin-Priority: 1001" >"$cache/preferences"
+    plan+=(--allow-downgrades -o "Dir::Etc::preferences=$cache/preferences")
+    planRemovesNothing
+}
+
+planRemovesNothing() {
+    local steps
+    steps=$(apt-get -q -s "${plan[@]}" 2>&1) || { echo "$steps" >>"$log" && return 1; }
+    ! grep '^Remv ' <<<"$steps" >>"$log"
+}
+
 installPackages() {
     local wanted=("$@") name=unknown version=""
     [ -r /etc/os-release ] && name=$(. /etc/os-release && echo "$ID") && version=$(. /etc/os-release && echo "${VERSION_ID:-}")
@@ -59,11 +89,19 @@ installPackages() {
         sudo -n true 2>/dev/null || { [ -t 0 ] && sudo -v; } ||
             fail "sudo gives no rights here, so these packages cannot be installed: ${wanted[*]}"
     fi
+    local added=""
+    if [[ " ${wanted[*]} " == *:i386\ * ]] && ! dpkg --print-foreign-architectures | grep -qx i386; then
+        runs32BitPrograms || fail "this machine runs no 32-bit programs, so it cannot have ${wanted[*]}"
+        added=i386
+        asRoot dpkg --add-architecture i386
+    fi
     echo "set-up: installing ${wanted[*]}"
     # A source that does not answer need not be the one that is wanted, so installing decides.
     asRoot apt-get -q update >"$log" 2>&1 </dev/null || true
-    if ! asRoot apt-get -q -y -o DPkg::Lock::Timeout=300 install --no-install-recommends "${wanted[@]}" \
-        >>"$log" 2>&1 </dev/null; then
+    if ! findPlan "${wanted[@]}" || ! asRoot apt-get -q -y -o DPkg::Lock::Timeout=300 "${plan[@]}" >>"$log" 2>&1 </dev/null; then
+        [ -z "$added" ] || asRoot dpkg --remove-architecture i386 || true
+        ! grep -q '^Remv ' "$log" ||
+            fail "apt-get would remove $(sed -n 's/^Remv \([^ ]*\).*/\1/p' "$log" | sort -u | head -n 3 | xargs) to install ${wanted[*]}; nothing was changed"
         grep -qE 'resolving|resolve|Unable to connect|Failed to fetch|Network is unreachable' "$log" &&
             fail "no network: apt-get cannot reach Debian's packages; missing here: ${wanted[*]} (see ${log#"$root"/})"
         fail "apt-get cannot install ${wanted[*]}: $(grep '^E:' "$log" | tail -n 1) (see ${log#"$root"/})"

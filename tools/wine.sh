@@ -42,7 +42,8 @@ wine_run() {
 # Prints the folder of a ready prefix that others are copied from, making it the first time.
 wineTemplate() (
     set -e
-    recipe=$(dpkg-query -W -f='${Version}' wine)-1
+    # A prefix made without 32-bit Wine starts nothing once that is there. The name ends with the number of what is done below.
+    recipe=$(dpkg-query -W -f='${Version}+' wine wine32 2>/dev/null || true)1
     template=$wineHome/template-$recipe
     mkdir -p "$wineHome"
     exec 8>"$wineHome/lock"
