@@ -23,7 +23,7 @@ struct Holdings {
 
 long countWindows() {
     long count = 0;
-    const auto counts = [](HWND, LPARAM counter) -> BOOL {
+    const auto counts = [](HWND, LPARAM counter) CALLBACK -> BOOL {
         ++*reinterpret_cast<long*>(counter);
         return TRUE;
     };
@@ -101,7 +101,7 @@ int countLabels(DWORD thread) {
     int count = 0;
     EnumThreadWindows(
         thread,
-        [](HWND top, LPARAM counter) -> BOOL {
+        [](HWND top, LPARAM counter) CALLBACK -> BOOL {
             for (HWND label = nullptr; (label = FindWindowExW(top, label, L"Static", nullptr)) != nullptr;)
                 if (SendMessageW(label, WM_GETFONT, 0, 0)) ++*reinterpret_cast<int*>(counter);
             return TRUE;

@@ -142,7 +142,7 @@ std::string roundDecimal(std::string_view number, int scale) {
     }
     const std::size_t kept = parts.digits.size() - static_cast<std::size_t>(parts.scale - scale);
     const bool up = parts.digits[kept] >= '5';
-    parts.digits.resize(kept);
+    parts.digits.erase(kept);
     parts.scale = scale;
     if (up) {
         std::string one(parts.digits.size(), '0');

@@ -58,7 +58,7 @@ Digits scaled(bool negative, std::string whole, std::string fraction, int expone
         const std::size_t shift = static_cast<std::size_t>(-exponent);
         if (whole.size() < shift) whole.insert(0, shift - whole.size(), '0');
         fraction.insert(0, whole, whole.size() - shift);
-        whole.resize(whole.size() - shift);
+        whole.erase(whole.size() - shift);
     }
     Digits number{negative, std::move(whole), std::move(fraction)};
     normalise(number);

@@ -68,7 +68,7 @@ void Person::sits(const std::function<void()>& module, const std::function<void(
     beside(module, script, [thread] {
         EnumThreadWindows(
             thread,
-            [](HWND window, LPARAM) -> BOOL {
+            [](HWND window, LPARAM) CALLBACK -> BOOL {
                 if (IsWindowVisible(window) && IsWindowEnabled(window)) PostMessageW(window, WM_CLOSE, 0, 0);
                 return TRUE;
             },

@@ -136,8 +136,10 @@ std::unique_ptr<Variant> handMade(VARTYPE shown, ULONG elementSize, ULONG count,
     EXPECT_EQ(SafeArrayAllocDescriptor(1, &array), S_OK);
     array->cbElements = elementSize;
     array->rgsabound[0] = {count, 0};
-    if (filled) EXPECT_EQ(SafeArrayAllocData(array), S_OK);
-    if (filled) std::memset(array->pvData, 'A', elementSize * count);
+    if (filled) {
+        EXPECT_EQ(SafeArrayAllocData(array), S_OK);
+        std::memset(array->pvData, 'A', elementSize * count);
+    }
     variant->vt = static_cast<VARTYPE>(VT_ARRAY | shown);
     variant->parray = array;
     return variant;

@@ -51,8 +51,12 @@ void take(Person& person, EventOrderForm& form, const EventStep& step) {
 
 } // namespace
 
-/// The program's own entry for the system's function.
-extern "C" decltype(&TranslateMessage) __imp_TranslateMessage;
+/// The program's own entry for the system's function, under the linker's name for it.
+#ifdef _WIN64
+extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp_TranslateMessage");
+#else
+extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp__TranslateMessage@4");
+#endif
 
 namespace {
 
@@ -67,15 +71,15 @@ public:
 private:
     using Translate = decltype(&TranslateMessage);
     static Translate system() {
-        static const Translate found = __imp_TranslateMessage;
+        static const Translate found = ownTranslateMessage;
         return found;
     }
     static void enter(Translate function) {
         system();
         DWORD protection = 0;
-        VirtualProtect(&__imp_TranslateMessage, sizeof function, PAGE_READWRITE, &protection);
-        __imp_TranslateMessage = function;
-        VirtualProtect(&__imp_TranslateMessage, sizeof function, protection, &protection);
+        VirtualProtect(&ownTranslateMessage, sizeof function, PAGE_READWRITE, &protection);
+        ownTranslateMessage = function;
+        VirtualProtect(&ownTranslateMessage, sizeof function, protection, &protection);
     }
     static BOOL WINAPI translate(const MSG* message) {
         const bool up = message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
