@@ -16,8 +16,8 @@ namespace com {
 namespace {
 
 struct Entry {
-    std::wstring key;  // below Software\Classes
-    std::wstring name; // empty for the key's own value
+    std::wstring key;    // below Software\Classes
+    const wchar_t* name; // null for the key's own value
     std::wstring value;
 };
 
@@ -46,13 +46,15 @@ std::wstring holderOf(const std::wstring& progId, Scope scope) {
                : std::wstring();
 }
 
-// Windows keeps CLSID apart for 32-bit and 64-bit programs, but the ProgIDs are of both.
-bool otherWidthHas(const ServerClass& one, Scope scope) {
-    constexpr REGSAM otherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-    HKEY key = nullptr;
-    const std::wstring name = classesKey(classKey(one));
-    if (RegOpenKeyExW(root(scope), name.data(), 0, KEY_READ | otherView, &key) != ERROR_SUCCESS) return false;
-    RegCloseKey(key);
+// Windows keeps CLSID and Interface apart for 32-bit and 64-bit programs, but ProgIDs and type libraries are of both.
+constexpr bool is64Bit = sizeof(void*) == 8;
+
+bool otherWidthHas(const std::wstring& key, Scope scope) {
+    constexpr REGSAM otherView = is64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(root(scope), classesKey(key).data(), 0, KEY_READ | otherView, &opened) != ERROR_SUCCESS)
+        return false;
+    RegCloseKey(opened);
     return true;
 }
 
@@ -82,24 +84,24 @@ std::vector<Entry> entries(const Server& server, Scope scope) {
     for (const ServerClass& one : server.classes) {
         const std::wstring progId = toWide(one.progId), description = toWide(one.description);
         const std::wstring key = classKey(one);
-        all.push_back({key, L"", description});
-        all.push_back({key + L"\\InprocServer32", L"", path});
+        all.push_back({key, nullptr, description});
+        all.push_back({key + L"\\InprocServer32", nullptr, path});
         all.push_back({key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"});
-        all.push_back({key + L"\\ProgID", L"", progId});
-        all.push_back({key + L"\\Programmable", L"", L""});
-        if (!libraryId.empty()) all.push_back({key + L"\\TypeLib", L"", libraryId});
+        all.push_back({key + L"\\ProgID", nullptr, progId});
+        all.push_back({key + L"\\Programmable", nullptr, {}});
+        if (!libraryId.empty()) all.push_back({key + L"\\TypeLib", nullptr, libraryId});
         const std::wstring holder = holderOf(progId, scope);
         if (!server.takesOverProgIds && !holder.empty() && !same(holder, idText(one.id))) continue;
-        all.push_back({progId, L"", description});
-        all.push_back({progId + L"\\CLSID", L"", idText(one.id)});
+        all.push_back({progId, nullptr, description});
+        all.push_back({progId + L"\\CLSID", nullptr, idText(one.id)});
     }
     return all;
 }
 
 void write(const Entry& entry, Scope scope) {
     const auto bytes = static_cast<DWORD>((entry.value.size() + 1) * sizeof(wchar_t));
-    const wchar_t* name = entry.name.empty() ? nullptr : entry.name.data();
-    checkStatus(RegSetKeyValueW(root(scope), classesKey(entry.key).data(), name, REG_SZ, entry.value.data(), bytes));
+    checkStatus(
+        RegSetKeyValueW(root(scope), classesKey(entry.key).data(), entry.name, REG_SZ, entry.value.data(), bytes));
 }
 
 void remove(const std::wstring& key, Scope scope) {
@@ -115,13 +117,32 @@ void registerTypeLibrary(Scope scope) {
                                   : RegisterTypeLibForUser(library.get(), path.data(), nullptr));
 }
 
+// The system's own routine takes the interfaces from both widths, so it is left to the last one.
 void unregisterTypeLibrary(Scope scope) {
     const auto library = ownTypeLibrary();
     TLIBATTR* attributes = nullptr;
     check(library->GetLibAttr(&attributes));
-    const auto take = scope == Scope::machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
-    take(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum, attributes->lcid, attributes->syskind);
-    library->ReleaseTLibAttr(attributes); // what was not registered is no error
+    const TLIBATTR own = *attributes;
+    library->ReleaseTLibAttr(attributes);
+
+    const std::wstring versions = L"TypeLib\\" + idText(own.guid) + L"\\" + std::to_wstring(own.wMajorVerNum) + L"." +
+                                  std::to_wstring(own.wMinorVerNum) + L"\\" + std::to_wstring(own.lcid);
+    if (!otherWidthHas(versions + (is64Bit ? L"\\win32" : L"\\win64"), scope)) {
+        const auto take = scope == Scope::machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
+        take(own.guid, own.wMajorVerNum, own.wMinorVerNum, own.lcid, own.syskind); // not there is no error
+        return;
+    }
+    remove(versions + (is64Bit ? L"\\win64" : L"\\win32"), scope);
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        TYPEATTR* type = nullptr;
+        check(library->GetTypeInfo(i, info.out()));
+        check(info->GetTypeAttr(&type));
+        const std::wstring key = L"Interface\\" + idText(type->guid);
+        const bool isInterface = type->typekind == TKIND_DISPATCH || type->typekind == TKIND_INTERFACE;
+        info->ReleaseTypeAttr(type);
+        if (isInterface) remove(key, scope);
+    }
 }
 
 } // namespace
@@ -135,7 +156,8 @@ void removeRegistration(const Server& server, Scope scope) {
     for (const ServerClass& one : server.classes) {
         const std::wstring progId = toWide(one.progId);
         remove(classKey(one), scope); // first: a 32-bit Windows has no other view, and shows this one again
-        if (same(holderOf(progId, scope), idText(one.id)) && !otherWidthHas(one, scope)) remove(progId, scope);
+        if (same(holderOf(progId, scope), idText(one.id)) && !otherWidthHas(classKey(one), scope))
+            remove(progId, scope);
     }
     if (server.hasTypeLibrary) unregisterTypeLibrary(scope);
 }
