@@ -2,6 +2,8 @@
 
 #include "automation/OutsideCall.h"
 
+#include <immintrin.h>
+
 namespace com {
 namespace {
 
@@ -17,7 +19,30 @@ void release(HANDLE context) {
     if (context) ReleaseActCtx(context);
 }
 
+constexpr unsigned kPlainControl = 0x1F80; // of SSE: nearest, every exception masked
+constexpr unsigned kFlags = 0x3F;          // what happened since they were cleared
+
+bool isPlain(unsigned sse) {
+    unsigned short x87 = 0; // its plain value: nearest, 64 bits, every exception masked
+    asm volatile("fnstcw %0" : "=m"(x87));
+    return x87 == 0x37F && (sse & ~kFlags) == kPlainControl;
+}
+
 } // namespace
+
+PlainArithmetic::PlainArithmetic() noexcept : sse_(_mm_getcsr()), changed_(!isPlain(sse_)) {
+    if (!changed_) return;
+    std::fegetenv(&x87_);
+    std::fesetenv(FE_PC64_ENV);
+    _mm_setcsr(kPlainControl);
+}
+
+// What happened meanwhile would raise an exception at the host's next step, so its own flags come back too.
+PlainArithmetic::~PlainArithmetic() {
+    if (!changed_) return;
+    std::fesetenv(&x87_);
+    _mm_setcsr(sse_);
+}
 
 CallIn::CallIn() noexcept : outer_(innermost) {
     if (outer_ && !automation::OutsideCall::lasts()) { // out of our own message loop, thus under our visual styles

@@ -1,5 +1,6 @@
 // The golden slips once more, out of the delivered DLL: created by its ProgID, worked from the register's list to
 // the print dialog, the slip read from the file that stands for the printer.
+#include "com/Bridge.h"
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/database/Company.h"
 #include "tests/printing/SlipWorld.h"
@@ -10,6 +11,12 @@
 #include "basic/Format.h"
 
 #include <gtest/gtest.h>
+
+#include <initguid.h>
+// The type library's declarations, with their ids defined here.
+#include "goodsreq_h.h"
+
+#include <immintrin.h>
 
 #include <filesystem>
 
@@ -54,7 +61,45 @@ automation::Date now() {
     return basic::dateOf(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond);
 }
 
-/// A company in a file, and a host's session on it.
+/// What a host may have set for its thread; the two of a plain program are 0x37F and 0x1F80.
+struct Arithmetic {
+    unsigned short x87 = 0x40; ///< 24 bits of precision, every exception raised
+    unsigned sse = 0;          ///< every exception raised
+
+    static Arithmetic current() {
+        Arithmetic now{0, _mm_getcsr() & ~0x3Fu};
+        asm volatile("fnstcw %0" : "=m"(now.x87));
+        return now;
+    }
+    void set() const {
+        asm volatile("fnclex\n\tfldcw %0" : : "m"(x87));
+        _mm_setcsr(sse);
+    }
+};
+
+/// Calls Show. On 32 bits the stack is `offset` bytes away from one that is aligned to 16, as hosts have it.
+HRESULT show(_clsGRtoShop* object, [[maybe_unused]] unsigned offset) {
+#ifdef _WIN64
+    return object->Show();
+#else
+    constexpr int kShow = 3 + 4 + 3 + 7 * 2; // after IUnknown, IDispatch, the connection and the other fields
+    void* const method = (*reinterpret_cast<void***>(object))[kShow];
+    HRESULT result;
+    asm volatile("movl %%esp, %%ebx\n\t"
+                 "andl $-16, %%esp\n\t"
+                 "subl %[offset], %%esp\n\t"
+                 "pushl %[object]\n\t"
+                 "call *%[method]\n\t"
+                 "movl %%ebx, %%esp"
+                 : "=a"(result), [offset] "+c"(offset)
+                 : [object] "S"(object), [method] "D"(method)
+                 : "ebx", "edx", "memory", "cc");
+    return result;
+#endif
+}
+
+/// A company in a file, and a session on it of a host whose arithmetic and stack are the worst that there are.
+
 class Host {
 public:
     Host() {
@@ -72,13 +117,27 @@ public:
         std::filesystem::remove(kSlipOut);
         support::Clerk clerk;
         const automation::Date before = now();
-        support::Person::sits([&] { module->call("Show"); }, [&] { printByKeys(clerk, request); });
+        const auto component = com::toDispatch(module).query<_clsGRtoShop>(IID__clsGRtoShop);
+        const Arithmetic plain = Arithmetic::current(), harsh;
+        Arithmetic after;
+        support::Person::sits(
+            [&] {
+                harsh.set();
+                const HRESULT shown = show(component.get(), 4 * (shows_++ % 4));
+                after = Arithmetic::current();
+                plain.set();
+                EXPECT_EQ(shown, S_OK);
+            },
+            [&] { printByKeys(clerk, request); });
+        EXPECT_EQ(after.x87, harsh.x87);
+        EXPECT_EQ(after.sse, harsh.sse);
         std::filesystem::remove(settingsFile);
         return withTime(support::readAll(kSlipOut), time, before, now());
     }
 
 private:
     automation::ObjectPtr connection_;
+    unsigned shows_ = 0;
 };
 
 const bool installed = [] {
