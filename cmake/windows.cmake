@@ -203,6 +203,14 @@ if(GTEST_SOURCE AND windows_tests)
     # Those who work at the windows.
     add_library(windows_person STATIC tests/windows/Clerk.cpp tests/windows/Ear.cpp tests/windows/Person.cpp)
     target_link_libraries(windows_person PUBLIC com win32 gtest_windows)
+    # For a host with another unwinder, which the component must not take for its own.
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+        foreach(name libgcc_s_dw2-1.dll libwinpthread-1.dll)
+            execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
+                OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+            configure_file(${file} ${CMAKE_BINARY_DIR}/${name} COPYONLY)
+        endforeach()
+    endif()
     # The golden slips once more, through the real files and the real code page: from these sources, and out of the DLL.
     foreach(name slip_test dll_slip_test)
         target_sources(${name} PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
