@@ -17,7 +17,7 @@ startHost() {
     screenLog=$folder/host.log
     rm -f "$screenLog"
     logSeen=0
-    timeout --foreground -k 5 900 wine "${hostFolder:-$root/dist/x64}/goodsreq-host.exe" --database "$(wine_path "$folder/company.db")" \
+    timeout --foreground -k 5 900 "$loader" "${hostFolder:-$DIST}/goodsreq-host.exe" --database "$(wine_path "$folder/company.db")" \
         --trace "$(wine_path "$folder/$name.sql")" --log "$(wine_path "$screenLog")" "$@" \
         >"$folder/host.out" 2>&1 </dev/null &
     programPid=$!

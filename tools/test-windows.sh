@@ -1,25 +1,33 @@
 #!/bin/bash
-# Runs the Windows tests under Wine in a virtual screen: test-windows.sh [TEST...], all of them when none is named.
+# Runs the Windows tests of one width under Wine in a virtual screen: test-windows.sh [--x86] [TEST...], 64 bits when nothing is
+# said, and when no test is named, all of them that this width needs.
 # A test is a GoogleTest program for Windows (each of its tests counts) or a script tests/windows/*.sh (counts as one).
-# Prints "ok NAME" or "FAILED NAME" for each; what a test printed is in out/test/windows. Exit status 1 if any failed.
+# Prints "ok WIDTH NAME" or "FAILED WIDTH NAME" for each; what a test printed is in out/test/windows-WIDTH. Exit status 1 if any
+# failed.
 #
-# A script finds: root, DIST_X64, DIST_X86, BUILD_X64, BUILD_X86 (folders), OUT (an empty folder of its own), a ready
-# Wine prefix and screen (WINEPREFIX, DISPLAY), and the functions of tools/wine.sh and tools/screen.sh, already defined.
+# A script finds: root, OUT (an empty folder of its own), a ready Wine prefix and screen (WINEPREFIX, DISPLAY), and all of
+# tools/wine.sh and tools/screen.sh.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+export root WIDTH=x64
+if [ "${1:-}" = --x86 ]; then
+    WIDTH=x86
+    shift
+fi
 . "$root/tools/wine.sh"
-export root
-export DIST_X64=$root/dist/x64 DIST_X86=$root/dist/x86 BUILD_X64=$root/build/x64 BUILD_X86=$root/build/x86
-out=$root/out/test/windows
+out=$root/out/test/windows-$WIDTH
 scriptLimit=${SCRIPT_LIMIT:-300}
+once="looks_test.exe|measures_test.exe|connect.sh|dialogs.sh|looks.sh|register.sh"
 
 if [ $# -gt 0 ]; then
     tests=("$@")
 else
     readarray -t tests < <(
-        find "$BUILD_X64" -type f \( -name 'test_*.exe' -o -name '*_test.exe' \) 2>/dev/null | sort
+        find "$BUILD" -maxdepth 1 -type f \( -name 'test_*.exe' -o -name '*_test.exe' \) 2>/dev/null | sort
         find "$root/tests/windows" -maxdepth 1 -name '*.sh' 2>/dev/null | sort
     )
+    # What does the same in both widths is run in one.
+    [ "$WIDTH" = x64 ] || readarray -t tests < <(printf '%s\n' "${tests[@]}" | grep -vE "/($once)\$")
 fi
 [ ${#tests[@]} -gt 0 ] || exit 0
 
@@ -28,7 +36,7 @@ mkdir -p "$out"
 trap wine_stop EXIT
 trap 'exit 130' INT TERM HUP
 wine_start || {
-    echo "FAILED Wine and the virtual screen"
+    echo "FAILED $WIDTH Wine and the virtual screen"
     exit 1
 }
 
@@ -42,7 +50,7 @@ runProgram() {
         sed -E 's/ +# (TypeParam|GetParam\(\)) .*//' |
         awk '/^[^ ].*\.$/ { suite = $1; next } /^  [^ ]/ { print suite $1 }' | grep -v 'DISABLED_') || true
     if [ -z "$listed" ]; then
-        echo "FAILED $name lists no tests"
+        echo "FAILED $WIDTH $name lists no tests"
         failed=1
         return
     fi
@@ -51,15 +59,15 @@ runProgram() {
     failed=0
     while read -r test; do
         if grep -qE "\[       OK \] ${test//./\\.}(,| \()" "$log"; then
-            echo "ok $test"
+            echo "ok $WIDTH $test"
         else
-            echo "FAILED $test"
+            echo "FAILED $WIDTH $test"
             failed=1
             testOutput "$test" "$log"
         fi
     done <<<"$listed"
     if [ "$status" -ne 0 ] && [ "$failed" -eq 0 ]; then
-        echo "FAILED $name ended with status $status after its tests"
+        echo "FAILED $WIDTH $name ended with status $status after its tests"
         failed=1
     fi
     [ "$before" -eq 0 ] || failed=1
@@ -88,10 +96,10 @@ runScript() {
         shotFolder=$OUT
         . "$1"' "$script" "$script" >"$log" 2>&1 </dev/null || status=$?
     if [ "$status" -eq 0 ]; then
-        echo "ok $name"
+        echo "ok $WIDTH $name"
     else
         failed=1
-        echo "FAILED $name"
+        echo "FAILED $WIDTH $name"
         [ "$status" -ne 124 ] || echo "    ended after $scriptLimit seconds"
         tail -n 20 "$log" | sed 's/^/    /'
         # Its programs may still run, with windows over those of the next test.

@@ -45,7 +45,7 @@ notCarried=$(stored "select min(p.packingbarcode || '') from aitempackingdetail 
     and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying)")
 [ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ] && [ -n "$notCarried" ]
 
-hostFolder=$root/build/x64/tryout # with a way to the two dialogs
+hostFolder=$BUILD/tryout # with a way to the two dialogs
 GOODSREQ_OPEN=fetch startHost statements
 await_log "active frmMaster"
 focus_window "Goods Request To Shop"

@@ -5,12 +5,23 @@
 # wine_run [-t S] PROGRAM ARGUMENT...   runs one program, at most S seconds (60), prints what it prints
 # wine_path FILE        the Windows path of a Linux path
 #
+# WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the Windows
+# folder with the system's own programs of that width, and those are the ones that start by their names.
+#
 # A script that a test run starts finds prefix and screen ready (WINEPREFIX, DISPLAY) and only calls wine_run.
 [ -n "${root:-}" ] || root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wineHome=$root/.cache/wine
 screenSize=1280x1024
 wineOwned=""
 screenPid=""
+
+export WIDTH=${WIDTH:-x64}
+export DIST=$root/dist/$WIDTH BUILD=$root/build/$WIDTH
+# Debian's "wine" is the 32-bit loader where that is installed, and shows the 32-bit system folder only.
+SYSTEM=system32 loader=/usr/lib/wine/wine64
+[ "$WIDTH" = x64 ] || SYSTEM=syswow64 loader=/usr/lib/wine/wine
+[ -x "$loader" ] || loader=wine
+export SYSTEM
 
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
 # No offers to install run-times, and no debugger's dialog that waits for ever after a crash.
@@ -32,7 +43,7 @@ wine_run() {
         shift 2
     fi
     output=$(mktemp)
-    timeout --foreground -k 5 "$limit" wine "$@" >"$output" 2>&1 </dev/null || status=$?
+    timeout --foreground -k 5 "$limit" "$loader" "$@" >"$output" 2>&1 </dev/null || status=$?
     cat "$output"
     rm -f "$output"
     [ "$status" -ne 124 ] || echo "ended after $limit seconds: $*" >&2
@@ -56,7 +67,7 @@ wineTemplate() (
         # No locks of ours for the processes that stay.
         {
             env -u DISPLAY timeout -k 5 240 wineboot -i
-            env -u DISPLAY timeout -k 5 60 wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+            env -u DISPLAY timeout -k 5 60 "$loader" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
             # Wine does not look for its own fonts in Debian's folder.
             ln -sf /usr/share/wine/fonts/{tahoma,tahomabd,marlett}.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
             timeout 60 wineserver -w || timeout 10 wineserver -k || true
@@ -131,8 +142,8 @@ wine_start() {
 wineServe() {
     # One server and one desktop for the whole run, started here so that no test's pipe is held open by them.
     timeout 30 wineserver -p >/dev/null 2>&1 </dev/null || return 1
-    timeout -k 5 60 wine start /wait /b rundll32.exe >/dev/null 2>&1 </dev/null || true
-    timeout -k 5 60 wine cmd /c exit >/dev/null 2>&1 </dev/null || {
+    timeout -k 5 60 "$loader" start /wait /b rundll32.exe >/dev/null 2>&1 </dev/null || true
+    timeout -k 5 60 "$loader" cmd /c exit >/dev/null 2>&1 </dev/null || {
         echo "Wine does not start a program in $WINEPREFIX" >&2
         return 1
     }

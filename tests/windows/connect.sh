@@ -6,7 +6,7 @@ wine_start
 . "$root/tools/host.sh"
 folder=$OUT
 hostFolder=$OUT/host
-cp -r "$root/dist/x64" "$hostFolder"
+cp -r "$DIST" "$hostFolder"
 makeCompany
 
 grep '|ADODB\.' "$root/sandbox/host/classes.txt" | while IFS='|' read -r id name _; do
@@ -22,7 +22,7 @@ connectTo() {
     screenLog=$folder/host.log
     rm -f "$screenLog"
     logSeen=0
-    SHOP_CONNECTION=$text timeout --foreground -k 5 100 wine "$hostFolder/goodsreq-host.exe" --connect "${2:-$text}" \
+    SHOP_CONNECTION=$text timeout --foreground -k 5 100 "$loader" "$hostFolder/goodsreq-host.exe" --connect "${2:-$text}" \
         --log "$(wine_path "$screenLog")" >"$folder/host.out" 2>&1 <<<"$text" &
     programPid=$!
 }

@@ -1,6 +1,5 @@
-# What lies in dist, for both widths: the DLLs' bits, their undecorated exports, nothing imported but the system's own, and the
-# guards of tools/check-delivered.sh.
-# The 32-bit files are only looked at: not every build machine can run them.
+# What lies in dist: the DLLs' bits, their undecorated exports, nothing imported but the system's own, and the guards of
+# tools/check-delivered.sh.
 wrong=0
 
 expectText() {
@@ -26,27 +25,25 @@ format() {
 
 version=$(sed -nE 's/^project\(goodsreq VERSION ([0-9.]+).*/\1/p' "$root/CMakeLists.txt")
 entries=$'DllCanUnloadNow\nDllGetClassObject\nDllInstall\nDllRegisterServer\nDllUnregisterServer'
-for folder in "$DIST_X64:pei-x86-64" "$DIST_X86:pei-i386"; do
-    kind=${folder##*:}
-    folder=${folder%:*}
-    for file in goodsreq.dll sandbox.dll goodsreq-host.exe; do
-        [ -f "$folder/$file" ] || {
-            echo "$folder has no $file"
-            wrong=1
-            continue
-        }
-        name=${folder##*/}/$file
-        expectText "$name, format" "$kind" "$(format "$folder/$file")"
-        expectText "$name, imports of others" "" "$(foreign "$folder/$file")"
-        # The version stands in the file's properties as text of 16-bit letters.
-        expectText "$name, version" "$version" "$(strings -el -n 3 "$folder/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
-        [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$folder/$file")"
-    done
-    "$root/tools/check-delivered.sh" "$folder"/*.dll "$folder"/*.exe || wrong=1
-    # The type library is resource 1 of the component; its file format starts with MSFT.
-    grep -qaF MSFT "$folder/goodsreq.dll" || {
-        echo "${folder##*/}/goodsreq.dll carries no type library"
+kind=pei-x86-64
+[ "$WIDTH" = x64 ] || kind=pei-i386
+for file in goodsreq.dll sandbox.dll goodsreq-host.exe; do
+    [ -f "$DIST/$file" ] || {
+        echo "$DIST has no $file"
         wrong=1
+        continue
     }
+    name=$WIDTH/$file
+    expectText "$name, format" "$kind" "$(format "$DIST/$file")"
+    expectText "$name, imports of others" "" "$(foreign "$DIST/$file")"
+    # The version stands in the file's properties as text of 16-bit letters.
+    expectText "$name, version" "$version" "$(strings -el -n 3 "$DIST/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
+    [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$DIST/$file")"
 done
+"$root/tools/check-delivered.sh" "$DIST"/*.dll "$DIST"/*.exe || wrong=1
+# The type library is resource 1 of the component; its file format starts with MSFT.
+grep -qaF MSFT "$DIST/goodsreq.dll" || {
+    echo "$WIDTH/goodsreq.dll carries no type library"
+    wrong=1
+}
 [ "$wrong" -eq 0 ]

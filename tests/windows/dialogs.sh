@@ -3,7 +3,7 @@
 . "$root/tools/screen.sh"
 . "$root/tools/host.sh"
 folder=$OUT
-hostFolder=$root/build/x64/tryout
+hostFolder=$BUILD/tryout
 makeCompany
 IFS='|' read -r scanned barcode < <(items "min(p.packingbarcode || '')" | sed -n 5p)
 IFS='|' read -r fetched code < <(items a.itemcode | sed -n 9p)

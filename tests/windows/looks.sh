@@ -5,7 +5,7 @@ looksAt() (
     trap wine_stop EXIT
     wine_start
     wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$2" /f >/dev/null
-    EXPECTED_DPI=$2 wine_run -t 120 "$BUILD_X64/looks_test.exe" --gtest_color=no >"$OUT/$1-$2.log" 2>&1 || {
+    EXPECTED_DPI=$2 wine_run -t 120 "$BUILD/looks_test.exe" --gtest_color=no >"$OUT/$1-$2.log" 2>&1 || {
         grep -E 'Failure|\.cpp|Trace|Expected|actual|message' "$OUT/$1-$2.log" | head -n 40
         echo "the screens are not whole on $1 at $2 dots an inch"
         exit 1

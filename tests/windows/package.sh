@@ -13,7 +13,7 @@ mkdir "$folder"
 cp "$root"/dist/goodsreq-*.zip "$root"/dist/goodsreq-*.SHA256SUMS "$folder/"
 (cd "$folder" && cmake -E tar xf goodsreq-*.zip && sha256sum --quiet -c goodsreq-*.SHA256SUMS && cd goodsreq-*/ && sha256sum --quiet -c SHA256SUMS)
 rm "$folder"/goodsreq-*.zip "$folder"/goodsreq-*.SHA256SUMS
-hostFolder=$(echo "$folder"/goodsreq-*/x64)
+hostFolder=$(echo "$folder"/goodsreq-*/"$WIDTH")
 # No document leads to what the package leaves out.
 (cd "$folder"/goodsreq-*/docs && grep -ohE '\]\([^):#]+' ./*.md | cut -c3- | sort -u | xargs -d '\n' ls -d) >/dev/null
 
@@ -24,11 +24,11 @@ focus_window "Goods Request To Shop"
 press alt+c
 awaitHost
 
-# All classes, of the machine and of the user.
+# All classes, of the machine and of the user, for both widths.
 listing() {
     local part
     for part in HKLM HKCU; do
-        wine_run reg export "$part\\Software\\Classes" "C:\\$part.reg" /y >/dev/null
+        wine_run reg export "$part\\Software\\Classes" "C:\\$part.reg" /y /reg:64 >/dev/null
         iconv -f UTF-16 -t UTF-8 "$WINEPREFIX/drive_c/$part.reg"
     done
 }
@@ -52,7 +52,7 @@ listing >"$OUT/before.txt"
 
 register
 # The scripting host finds the sandbox by its manifest, as this prefix has an ADO of its own, and the component by the registry.
-cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$BUILD_X64/cscript.exe.manifest" "$hostFolder/"
+cp "$WINEPREFIX/drive_c/windows/$SYSTEM/cscript.exe" "$BUILD/cscript.exe.manifest" "$hostFolder/"
 sed -i '0,/<\/dependency>/{/<dependency>/,/<\/dependency>/d}' "$hostFolder/cscript.exe.manifest"
 if grep -q goodsreq.component "$hostFolder/cscript.exe.manifest"; then
     echo "the scripting host would find the component without the registry"
@@ -82,7 +82,7 @@ for key in 'goodsreq.clsGRtoShop\CLSID' 'CLSID\{A12212E2-7B8A-4BB4-82B8-38B8AF86
     wine_run reg query "HKCU\\Software\\Classes\\$key" >>"$OUT/user.txt"
 done
 grep -qiF '{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}' "$OUT/user.txt"
-grep -qF 'x64\goodsreq.dll' "$OUT/user.txt"
+grep -qF "$WIDTH\goodsreq.dll" "$OUT/user.txt"
 grep -q 'ThreadingModel .*Apartment' "$OUT/user.txt"
 register /u /n /i:user
 expectListing "the user's registration"

@@ -4,7 +4,7 @@
 . "$root/tools/host.sh"
 folder=$OUT
 hostFolder=$OUT/host
-cp -r "$DIST_X64" "$hostFolder"
+cp -r "$DIST" "$hostFolder"
 makeCompany
 
 devices=$WINEPREFIX/dosdevices

@@ -3,8 +3,8 @@
 . "$root/tools/screen.sh"
 
 # The host's manifest lies beside it, so it works on a copy with all that it names.
-cp -r "$DIST_X64"/. "$OUT/"
-cp "$WINEPREFIX/drive_c/windows/system32/cscript.exe" "$BUILD_X64/cscript.exe.manifest" "$OUT/"
+cp -r "$DIST"/. "$OUT/"
+cp "$WINEPREFIX/drive_c/windows/$SYSTEM/cscript.exe" "$BUILD/cscript.exe.manifest" "$OUT/"
 company=$(wine_path "$OUT/company.db")
 script=$(wine_path "$root/tests/windows/host.vbs")
 wine_run "$OUT/goodsreq-host.exe" --database "$company" --key none >/dev/null
