@@ -8,9 +8,7 @@ target=${1:-}
 case $target in
 native) goals=(all) ;;
 bench) goals=(benchmarks stress) ;;
-x64) goals=(all dist) ;;
-
-x86) goals=(all dist) ;;
+x64 | x86) goals=(all dist) ;;
 *)
     echo "usage: tools/build.sh native|bench|x64|x86" >&2
     exit 2

@@ -4,13 +4,17 @@ trap wine_stop EXIT
 wine_start
 . "$root/tools/host.sh"
 
-"$root/package" >"$OUT/package.log" 2>&1 </dev/null || {
+# The other width's test may be at it too.
+exec 9>"$root/out/package.lock"
+flock 9
+"$root/package" >"$OUT/package.log" 2>&1 </dev/null 9>&- || {
     tail -n 5 "$OUT/package.log"
     exit 1
 }
 folder=$WINEPREFIX/drive_c/retail
 mkdir "$folder"
 cp "$root"/dist/goodsreq-*.zip "$root"/dist/goodsreq-*.SHA256SUMS "$folder/"
+exec 9>&-
 (cd "$folder" && cmake -E tar xf goodsreq-*.zip && sha256sum --quiet -c goodsreq-*.SHA256SUMS && cd goodsreq-*/ && sha256sum --quiet -c SHA256SUMS)
 rm "$folder"/goodsreq-*.zip "$folder"/goodsreq-*.SHA256SUMS
 hostFolder=$(echo "$folder"/goodsreq-*/"$WIDTH")
