@@ -19,6 +19,22 @@ foreign() {
         grep -vxE '(kernel32|user32|gdi32|advapi32|ole32|oleaut32|comctl32|comdlg32|shell32|uxtheme|msvcrt|ntdll|winspool)\.(dll|drv)' || true
 }
 
+# Imports that the least Windows, 7, does not have, so that the file would not load there: what came after it to the libraries
+# above. Such a function is looked up at run time, where it is used at all.
+newer="AreDpiAwarenessContextsEqual|AdjustWindowRectExForDpi|CoIncrementMTAUsage|CopyFile2|CreateFile2|CreateFileFromAppW|\
+DiscardVirtualMemory|EnableMouseInPointer|EnableNonClientDpiScaling|GetCurrentPackage.*|GetCurrentThreadStackLimits|GetDpiFor.*|\
+GetDpiAwarenessContextForProcess|GetFirmwareType|GetOverlappedResultEx|GetPackage.*|GetPointer.*|GetProcessMitigationPolicy|\
+GetSystemDpiForProcess|GetSystemMetricsForDpi|GetSystemTimePreciseAsFileTime|GetTempPath2[AW]|GetThreadDescription|\
+GetThreadDpi.*|GetThreadInformation|GetWindowDpi.*|IsValidDpiAwarenessContext|IsWow64Process2|LoadPackagedLibrary|\
+LogicalToPhysicalPointForPerMonitorDPI|MapViewOfFile[3F].*|OpenThemeDataForDpi|PrefetchVirtualMemory|\
+QueryUnbiasedInterruptTimePrecise|SetDefaultDllDirectories|AddDllDirectory|RemoveDllDirectory|\
+SetDialog.*Dpi.*|SetProcessDpiAwarenessContext|SetProcessMitigationPolicy|SetThread(Description|Dpi.*|Information)|\
+SystemParametersInfoForDpi|VirtualAlloc2.*|WaitOnAddress|WakeByAddress(All|Single)"
+
+tooNew() {
+    x86_64-w64-mingw32-objdump -p "$1" | sed -nE 's/^\t[0-9a-f]+\t +[0-9]+ +([A-Za-z_0-9]+)$/\1/p' | grep -xE "$newer" || true
+}
+
 format() {
     x86_64-w64-mingw32-objdump -f "$1" | sed -n 's/.*file format //p'
 }
@@ -36,6 +52,7 @@ for file in goodsreq.dll sandbox.dll goodsreq-host.exe; do
     name=$WIDTH/$file
     expectText "$name, format" "$kind" "$(format "$DIST/$file")"
     expectText "$name, imports of others" "" "$(foreign "$DIST/$file")"
+    expectText "$name, imports that Windows 7 lacks" "" "$(tooNew "$DIST/$file")"
     # The version stands in the file's properties as text of 16-bit letters.
     expectText "$name, version" "$version" "$(strings -el -n 3 "$DIST/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
     [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$DIST/$file")"
