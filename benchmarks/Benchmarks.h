@@ -5,7 +5,7 @@
 
 namespace bench {
 
-/// How often each pair of times is taken; sorting 100,000 rows takes long enough to need fewer.
+/// How often each pair of times is taken.
 inline int repeats(const Options& options) { return options.quick ? 8 : 25; }
 inline constexpr int kRepeatsOfSorts = 8;
 

@@ -22,7 +22,7 @@ void Grid::setRows(int rows) {
 void Grid::setCols(int cols) {
     if (cols < 0 || cols > kMostCols) automation::raise(automation::kInvalidCall);
     widths_.resize(static_cast<std::size_t>(cols), kColumnWidth);
-    for (Row& row : cells_) row.cells.shorten(widths_.size());
+    for (Row& row : cells_) row.cells.resize(std::min(row.cells.size(), widths_.size()));
     fixedCols_ = std::min(fixedCols_, cols);
     keepCurrentInside();
     notify(Aspect::columns);
@@ -48,13 +48,13 @@ void Grid::clear() {
     notify(Aspect::items);
 }
 
-void Grid::setDataRows(std::vector<RowText> data) {
-    const auto tooWide = [&](const RowText& row) { return row.count() > widths_.size(); };
+void Grid::setDataRows(std::vector<std::vector<std::string>> data) {
+    const auto tooWide = [&](const auto& row) { return row.size() > widths_.size(); };
     if (std::any_of(data.begin(), data.end(), tooWide)) automation::raise(automation::kSubscriptOutOfRange);
     orderLost();
     cells_.resize(static_cast<std::size_t>(fixedRows_));
     cells_.reserve(cells_.size() + data.size());
-    for (RowText& row : data) cells_.push_back({std::move(row), kSystemColour});
+    for (auto& row : data) cells_.push_back({std::move(row), kSystemColour});
     keepCurrentInside();
     notify(Aspect::items);
 }
@@ -63,7 +63,7 @@ void Grid::addItem(std::string_view cells) {
     Row row;
     for (std::size_t col = 0; col < widths_.size(); ++col) {
         const std::size_t end = cells.find('\t');
-        row.cells.setCell(col, cells.substr(0, end));
+        row.cells.emplace_back(cells.substr(0, end));
         if (end == std::string_view::npos) break;
         cells.remove_prefix(end + 1);
     }
@@ -83,13 +83,14 @@ void Grid::removeItem(int row) {
 std::string_view Grid::cell(int row, int col) const {
     const Row& found = rowAt(row);
     checkCol(col);
-    return found.cells.cell(static_cast<std::size_t>(col));
+    const auto at = static_cast<std::size_t>(col);
+    return at < found.cells.size() ? std::string_view(found.cells[at]) : "";
 }
 
 void Grid::setCell(int row, int col, std::string_view text) {
     Row& found = rowAt(row);
     checkCol(col);
-    found.cells.setCell(static_cast<std::size_t>(col), text);
+    put(found, col, text);
     if (row >= fixedRows_ && col == sortedBy_.first) orderLost();
     notify(Aspect::items);
 }
@@ -152,25 +153,26 @@ void Grid::setTopRow(int row) {
     notify(Aspect::selection);
 }
 
-void Grid::sort(int column, SortOrder order) {
+int Grid::sort(int column, SortOrder order) {
     checkCol(column);
-    if (order == SortOrder::none || sortedBy_ == std::pair(column, order)) return;
+    if (order == SortOrder::none || sortedBy_ == std::pair(column, order)) return row_;
     const bool generic = order == SortOrder::genericAscending || order == SortOrder::genericDescending;
     const bool descending = order == SortOrder::genericDescending || order == SortOrder::stringDescending;
-    const auto first = static_cast<std::size_t>(fixedRows_);
-    const auto cellAt = [&](std::size_t row) {
-        constexpr std::size_t kAhead = 16;
-        const std::size_t at = first + row;
-        if (at + kAhead < cells_.size()) cells_[at + kAhead].cells.prefetch();
-        return cells_[at].cells.cell(static_cast<std::size_t>(column));
-    };
+    std::vector<std::string_view> texts;
+    texts.reserve(cells_.size());
+    for (int row = fixedRows_; row < rows(); ++row) texts.push_back(cell(row, column));
     std::vector<Row> sorted;
-    sorted.reserve(cells_.size() - first);
-    for (const std::uint32_t from : sortedOrder(cells_.size() - first, cellAt, generic, descending))
-        sorted.push_back(std::move(cells_[first + from]));
+    sorted.reserve(texts.size());
+    int current = row_;
+    for (const std::size_t place : sortedOrder(texts, generic, descending)) {
+        const int from = fixedRows_ + static_cast<int>(place);
+        if (from == row_) current = fixedRows_ + static_cast<int>(sorted.size());
+        sorted.push_back(std::move(rowAt(from)));
+    }
     std::move(sorted.begin(), sorted.end(), cells_.begin() + fixedRows_);
     sortedBy_ = {column, order};
     notify(Aspect::items);
+    return current;
 }
 
 void Grid::pointedAt(int row, int col) {
@@ -198,6 +200,12 @@ const Grid::Row& Grid::rowAt(int row) const { return const_cast<Grid*>(this)->ro
 
 void Grid::checkCol(int col) const {
     if (col < 0 || col >= cols()) automation::raise(automation::kSubscriptOutOfRange);
+}
+
+void Grid::put(Row& row, int col, std::string_view text) {
+    const auto at = static_cast<std::size_t>(col);
+    if (at >= row.cells.size()) row.cells.resize(at + 1);
+    row.cells[at] = text;
 }
 
 void Grid::keepCurrentInside() {

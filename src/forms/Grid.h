@@ -3,8 +3,8 @@
 
 #include "forms/Control.h"
 #include "forms/RowOrder.h"
-#include "forms/RowText.h"
 
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -37,7 +37,7 @@ public:
     /// Empties every cell; rows and columns stay.
     void clear();
     /// Takes all data rows at once (below the fixed ones); each has at most cols() cells.
-    void setDataRows(std::vector<RowText> data);
+    void setDataRows(std::vector<std::vector<std::string>> data);
     /// Adds a row at the end; cells are parted by tabs.
     void addItem(std::string_view cells);
     void removeItem(int row);
@@ -76,8 +76,8 @@ public:
     void scrolledTo(int row) { topRow_ = row; }
 
     /// Sorts the data rows by one column, stably. The current row stays at its number. Rows that stand in that order
-    /// already, from the sort before, are left alone.
-    void sort(int column, SortOrder order);
+    /// already, from the sort before, are left alone. Returns the number at which the row stands that was current.
+    int sort(int column, SortOrder order);
 
     /// Cell under the pointer, as the view last saw it; the row of the headings is 0. -1 where there is no cell.
     int mouseRow() const { return mouseRow_; }
@@ -93,12 +93,13 @@ public:
 
 private:
     struct Row {
-        RowText cells;
+        std::vector<std::string> cells; ///< those behind the last are empty
         std::int32_t colour = kSystemColour;
     };
     Row& rowAt(int row);
     const Row& rowAt(int row) const;
     void checkCol(int col) const;
+    void put(Row& row, int col, std::string_view text);
     void keepCurrentInside();
     /// Rows came, or changed in ways that may part them from the order they were sorted in.
     void orderLost() { sortedBy_ = {-1, SortOrder::none}; }

@@ -51,7 +51,7 @@ void Grid::setClip(std::string_view text) {
         bool more = true; // An empty text after the last tab is a cell too.
         for (int col = firstCol; col <= lastCol && more; ++col) {
             more = cells.find('\t') != std::string_view::npos;
-            rowAt(row).cells.setCell(static_cast<std::size_t>(col), takePart(cells, '\t'));
+            put(rowAt(row), col, takePart(cells, '\t'));
         }
     }
     orderLost();

@@ -4,9 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-
 using namespace forms;
 using support::ScriptedDesktop;
 
@@ -21,7 +18,7 @@ protected:
     /// Fills column 0 with `texts` and column 1 with their numbers, from 1.
     void fill(const std::vector<std::string>& texts) {
         grid.setCols(2);
-        std::vector<RowText> data;
+        std::vector<std::vector<std::string>> data;
         for (const std::string& text : texts) data.push_back({text, std::to_string(data.size() + 1)});
         grid.setDataRows(std::move(data));
     }
@@ -112,14 +109,6 @@ TEST_F(GridRows, RowsThatStandInTheOrderAskedForAreLeftAlone) {
     }
 }
 
-TEST_F(GridRows, StringSortingAndTextComparisonAgree) {
-    std::vector<std::string> texts = {"Zebra", "apple", "APPLE", "Apple pie", "", "42", "_", "z", "\xC3\xA4", "Z"};
-    fill(texts);
-    grid.sort(0, SortOrder::stringAscending);
-    for (int row = 2; row < grid.rows(); ++row)
-        EXPECT_LT(compareText(grid.cell(row - 1, 0), grid.cell(row, 0)), 0) << grid.cell(row, 0);
-}
-
 TEST_F(GridRows, SortKeepsHeaderAndCurrentRowAndTakesColoursAlong) {
     fill({"c", "a", "b"});
     grid.setCell(0, 0, "Zz header");
@@ -133,18 +122,6 @@ TEST_F(GridRows, SortKeepsHeaderAndCurrentRowAndTakesColoursAlong) {
     EXPECT_EQ(grid.rowColour(1), kSystemColour);
     EXPECT_EQ(grid.row(), 2);
     EXPECT_EQ(moves, 0);
-}
-
-TEST_F(GridRows, FiftyThousandRowsSortWithoutAWait) {
-    std::vector<std::string> texts;
-    for (int i = 0; i < 50000; ++i) texts.push_back("GR/" + std::to_string(i * 7919 % 50000));
-    fill(texts);
-    const auto began = std::chrono::steady_clock::now();
-    grid.sort(0, SortOrder::stringAscending);
-    grid.sort(1, SortOrder::genericDescending);
-    const auto took = std::chrono::steady_clock::now() - began;
-    EXPECT_EQ(grid.cell(1, 1), "50000");
-    EXPECT_LT(std::chrono::duration<double>(took).count(), 10.0); // Sanitizers and a busy machine included.
 }
 
 TEST_F(GridRows, RowColChangeComesOnlyWhenTheCurrentCellMoves) {
@@ -209,7 +186,5 @@ TEST_F(GridRows, CellsAreEmptyUntilSetAndAddedRowsSplitAtTabs) {
     EXPECT_EQ(column(0), "1|2|");
     EXPECT_EQ(column(1), "|b|c");
     EXPECT_EQ(column(2), "x||z");
-    std::vector<RowText> tooWide;
-    tooWide.push_back({"1", "2", "3", "4"});
-    EXPECT_THROW(grid.setDataRows(std::move(tooWide)), automation::RunTimeError);
+    EXPECT_THROW(grid.setDataRows({{"1", "2", "3", "4"}}), automation::RunTimeError);
 }

@@ -373,7 +373,7 @@ TEST(RealWindows, ScrollFiftyThousandRowsAtOnce) {
             person.seesForm("frmMaster");
             const ULONGLONG before = GetTickCount64();
             person.look([&] {
-                std::vector<forms::RowText> rows;
+                std::vector<std::vector<std::string>> rows;
                 for (int i = 1; i <= kRows; ++i)
                     rows.push_back({std::to_string(i), "R" + std::to_string(i), "2024", "5"});
                 grid.setDataRows(std::move(rows));

@@ -93,16 +93,15 @@ void frmMaster::fillRows(const std::string& query, std::vector<int>& widths) {
     const std::vector<Field> fields = records.fields();
     flexMaster.setCols(static_cast<int>(fields.size()));
     std::vector<int> longest(fields.size());
-    std::vector<forms::RowText> rows;
-    std::vector<std::string> row(fields.size());
+    std::vector<std::vector<std::string>> rows;
     for (; !records.eof(); records.moveNext()) {
+        std::vector<std::string>& row = rows.emplace_back(fields.size());
         for (std::size_t col = 0; col < fields.size(); ++col) {
             row[col] = trimmed(shown(fields[col].value()));
             // A text has no more characters than bytes, so few have to be counted.
             if (row[col].size() > static_cast<std::size_t>(longest[col]))
                 longest[col] = std::max(longest[col], basic::len(row[col]));
         }
-        rows.emplace_back(row);
     }
     if (!rows.empty()) flexMaster.setDataRows(std::move(rows));
     colourCancelledRows();
@@ -189,12 +188,8 @@ void frmMaster::sortByChosenColumn() {
 
 // The selection stays on its request.
 void frmMaster::sort(int column, forms::SortOrder order) {
-    const std::string id = current(kColId);
-    flexMaster.sort(column, order);
-    if (current(kColId) == id) return enableRowCommands(); // sorted so before, as at each key of a search
-    int row = flexMaster.fixedRows();
-    while (row < flexMaster.rows() && flexMaster.cell(row, kColId) != id) ++row;
-    if (row < flexMaster.rows()) {
+    const int row = flexMaster.sort(column, order);
+    if (row != flexMaster.row()) {
         flexMaster.selectRow(row);
         flexMaster.setTopRow(row);
     }
