@@ -35,7 +35,7 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
             for (; !layout.eof(); layout.moveNext()) {
                 const int index = basic::cLng(std::trunc(basic::val(basic::concatText(column.value()))));
                 list.setColumnWidth(index, basic::cLng(width.value()));
-                list.setColumnAlignment(index, static_cast<forms::ColumnAlignment>(basic::cInt(alignment.value())));
+                list.setColumnAlignment(index, basic::cInt(alignment.value()));
             }
         }
         layout.close();

@@ -29,8 +29,10 @@ void ListView::setColumnWidth(int column, int twips) {
     notify(Aspect::columns);
 }
 
-void ListView::setColumnAlignment(int column, ColumnAlignment alignment) {
-    columnAt(column).alignment = alignment;
+void ListView::setColumnAlignment(int column, int alignment) {
+    ListColumn& changed = columnAt(column);
+    if (alignment < 0 || alignment > 2) throw automation::RunTimeError(380, "Invalid property value");
+    changed.alignment = static_cast<ColumnAlignment>(alignment);
     notify(Aspect::columns);
 }
 

@@ -62,7 +62,8 @@ public:
     /// Columns count from 1. Error 9 for one that is not there.
     void setColumnText(int column, std::string text);
     void setColumnWidth(int column, int twips);
-    void setColumnAlignment(int column, ColumnAlignment alignment);
+    /// Error 380 for a number that is no ColumnAlignment.
+    void setColumnAlignment(int column, int alignment);
 
     int count() const { return static_cast<int>(items_.size()); }
     /// Lines count from 1. Error 9 for one that is not there.

@@ -104,11 +104,7 @@ const Members<ColumnHeader>& ColumnHeader::members() {
         m.property(
             "Alignment",
             [](ColumnHeader& c) { return Value(std::int32_t{static_cast<std::int16_t>(c.column().alignment)}); },
-            [](ColumnHeader& c, const Value& v) {
-                const std::int32_t alignment = basic::cLng(v);
-                if (alignment < 0 || alignment > 2) throw automation::RunTimeError(380, "Invalid property value");
-                c.list().setColumnAlignment(c.index_, static_cast<ColumnAlignment>(alignment));
-            });
+            [](ColumnHeader& c, const Value& v) { c.list().setColumnAlignment(c.index_, basic::cLng(v)); });
         m.readOnly("Index", [](ColumnHeader& c) { return Value(std::int32_t{c.index_}); });
         return m;
     }();

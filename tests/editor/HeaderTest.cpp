@@ -427,18 +427,21 @@ TEST(StoredLayout, IsFoundByItsThreeNamesInAnyCaseAndWithBlanksAround) {
     }
 }
 
-// A column that the list does not have: one report, and the columns before it have their layout.
-TEST(StoredLayout, WithAColumnTooManyIsReportedOnce) {
-    const CompanyFile company;
-    company.change("delete alistviewdetails; insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign)"
-                   " values (1,2,1111,0); insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign)"
-                   " values (1,12,999,0)");
-    Till till(company);
-    till.opensRegister();
-    till.user.clicks("cmdnew");
-    till.readsReport();
-    EXPECT_EQ(till.user.form(), "frmRequest");
-    EXPECT_EQ(till.user.control<forms::ListView>("lvwrequest")->columns().at(1).width, 1111);
+// A column that the list does not have, or an alignment that is none: one report, and the columns before it have their
+// layout.
+TEST(StoredLayout, WithAWrongColumnIsReportedOnce) {
+    for (const char* wrong : {"1,12,999,0", "1,3,999,3", "1,3,999,-1"}) {
+        const CompanyFile company;
+        company.change("delete alistviewdetails; insert into alistviewdetails"
+                       " (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (1,2,1111,0), (" +
+                       std::string(wrong) + ")");
+        Till till(company);
+        till.opensRegister();
+        till.user.clicks("cmdnew");
+        till.readsReport();
+        EXPECT_EQ(till.user.form(), "frmRequest");
+        EXPECT_EQ(till.user.control<forms::ListView>("lvwrequest")->columns().at(1).width, 1111);
+    }
 }
 
 } // namespace
