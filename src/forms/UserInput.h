@@ -1,8 +1,8 @@
 // The way that every key, click and focus change takes through a form, the same on every Desktop.
 //
 // Order of events, held by one table in the tests:
-//   a key:           KeyDown of the form, KeyDown of the control, KeyPress of the form, KeyPress of the control,
-//   Change, KeyUp a focus change:  Validate and LostFocus of the old control, GotFocus of the new one
+//   a key: KeyDown of the form, KeyDown of the control, KeyPress of the form, KeyPress of the control, Change, KeyUp
+//   a change of focus: Validate and LostFocus of the old control, GotFocus of the new one
 // Keystrokes that a handler sends act when it has returned, before the next event; so KeyUp reaches the control that
 // has the focus by then.
 #pragma once

@@ -1,12 +1,11 @@
 // When a combo box's choice is a Click, and what its entries and its text do to the choice.
 #include "tests/forms/SampleForm.h"
-#include "tests/support/User.h"
+#include "tests/support/ScriptedDesktop.h"
 
 #include <gtest/gtest.h>
 
 using namespace forms;
 using support::ScriptedDesktop;
-using support::User;
 
 namespace {
 
@@ -14,7 +13,6 @@ class Combo : public testing::Test {
 protected:
     ScriptedDesktop desktop;
     std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
-    User user{desktop};
     int clicks = 0;
     int changes = 0;
 
@@ -48,19 +46,6 @@ TEST_F(Combo, ClickComesOnlyWithAnotherEntry) {
     EXPECT_THROW(form->cboShop.setListIndex(3), automation::RunTimeError);
     EXPECT_THROW(form->cboShop.itemData(-1), automation::RunTimeError);
     EXPECT_EQ(form->cboShop.listIndex(), 1);
-}
-
-TEST_F(Combo, RestoringTheChoiceInItsOwnHandlerEndsThere) {
-    form->cboShop.setListIndex(0);
-    int questions = 0;
-    form->cboShop.onClick = [&] {
-        if (form->cboShop.listIndex() == 0) return;
-        ++questions;
-        form->cboShop.setListIndex(0);
-    };
-    form->cboShop.setListIndex(1);
-    EXPECT_EQ(form->cboShop.text(), "Riverside");
-    EXPECT_EQ(questions, 1);
 }
 
 TEST_F(Combo, TheChoiceStaysOnItsEntryWhenEntriesComeAndGo) {
@@ -100,19 +85,4 @@ TEST_F(Combo, TheTextOfAListIsOneOfItsEntries) {
     EXPECT_EQ(form->cboShop.listIndex(), 2);
     form->cboShop.setText("");
     EXPECT_FALSE(form->cboShop.hasSelection());
-}
-
-TEST_F(Combo, LettersAndArrowsChooseInAList) {
-    user.starts([this] { form->showModal(nullptr); });
-    user.focuses("cboShop");
-    user.types("s");
-    EXPECT_EQ(user.text("cboShop"), "Station");
-    user.presses(kKeyUp);
-    EXPECT_EQ(user.text("cboShop"), "Market Square");
-    user.picks("cboShop", "Riverside");
-    EXPECT_EQ(clicks, 3);
-    user.focuses("cboFree");
-    user.types("Riverx\b");
-    EXPECT_EQ(user.text("cboFree"), "River");
-    EXPECT_EQ(changes, 7);
 }

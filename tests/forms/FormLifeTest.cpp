@@ -53,6 +53,12 @@ TEST_F(FormLife, UnloadingResetsEveryControl) {
     SampleForm& f = touch(*form);
     f.txtName.setMaxLength(3);
     f.txtName.setEnabled(false);
+    f.txtName.setLocked(true);
+    f.txtName.setTabStop(false);
+    f.txtName.setReadAs("Item");
+    f.txtName.setToolTip("tip");
+    f.txtName.setBackColor(1);
+    f.txtName.setForeColor(1);
     f.cboShop.addItem("Riverside", 4);
     f.cboShop.setListIndex(0);
     f.optDown.setValue(true);
@@ -64,6 +70,11 @@ TEST_F(FormLife, UnloadingResetsEveryControl) {
     f.unload();
     EXPECT_EQ(f.txtName.maxLength(), 0);
     EXPECT_TRUE(f.txtName.enabled());
+    EXPECT_FALSE(f.txtName.locked());
+    EXPECT_TRUE(f.txtName.tabStop());
+    EXPECT_EQ(f.txtName.readAs() + f.txtName.toolTip(), "");
+    EXPECT_EQ(f.txtName.backColor(), kSystemColour);
+    EXPECT_EQ(f.txtName.foreColor(), kSystemColour);
     EXPECT_EQ(f.cboShop.listCount(), 0);
     EXPECT_EQ(f.cboShop.text(), "");
     EXPECT_TRUE(f.optUp.value());
@@ -161,23 +172,6 @@ TEST_F(FormLife, UnloadingInsideAHandlerOfItsOwnIsLogicallyDoneAtOnce) {
     EXPECT_TRUE(user.ended());
 }
 
-TEST_F(FormLife, TheCloseBoxAsksAndMayBeRefused) {
-    CloseReason reason = CloseReason::code;
-    form->queryUnload = [&](bool& cancel, CloseReason why) {
-        reason = why;
-        cancel = desktop.messageBox({"Save Changes?", "", MessageIcon::question, MessageButtons::yesNoCancel}) ==
-                 Answer::cancel;
-    };
-    showsForm();
-    user.closesFrame();
-    user.answers("Save Changes?", Answer::cancel);
-    EXPECT_EQ(user.form(), "frmSample");
-    user.closesFrame();
-    user.answers("Save Changes?", Answer::no);
-    EXPECT_TRUE(user.ended());
-    EXPECT_EQ(reason, CloseReason::frame);
-}
-
 TEST_F(FormLife, AnsweringTheCloseQuestionByUnloadingAsksOnlyOnce) {
     int questions = 0;
     int unloads = 0;
@@ -191,28 +185,6 @@ TEST_F(FormLife, AnsweringTheCloseQuestionByUnloadingAsksOnlyOnce) {
     EXPECT_TRUE(user.ended());
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(unloads, 1);
-}
-
-TEST_F(FormLife, AFormCannotBeShownTwiceAtOnce) {
-    long number = 0;
-    form->cmdOk.onClick = [&] { number = errorOf([&] { form->showModal(nullptr); }); };
-    showsForm();
-    user.clicks("cmdOk");
-    EXPECT_EQ(number, 400);
-    EXPECT_EQ(user.form(), "frmSample");
-}
-
-TEST_F(FormLife, AnErrorThatAHandlerLetsThroughIsShownAndTheFormStays) {
-    form->cmdOk.onClick = [] { automation::raise(automation::kTypeMismatch); };
-    form->chkDone.onClick = [] { throw 7; };
-    showsForm();
-    user.clicks("cmdOk");
-    ASSERT_TRUE(user.message());
-    EXPECT_EQ(user.message()->icon, MessageIcon::critical);
-    user.answers("Type mismatch", Answer::ok);
-    user.clicks("chkDone");
-    user.answers("Unexpected error", Answer::ok);
-    EXPECT_EQ(user.form(), "frmSample");
 }
 
 TEST_F(FormLife, ADesignThatFailsIsAnErrorAndTheFormCanBeShownAgain) {
@@ -255,29 +227,39 @@ TEST_F(FormLife, KeysSentWhileNoFormIsShownAreLost) {
     EXPECT_EQ(user.focus(), "txtName");
 }
 
-TEST_F(FormLife, AnchoredControlsFollowTheFrame) {
-    touch(*form).resized(9000, 7000);
-    EXPECT_EQ(form->txtName.bounds(), (Rect{120, 120, 3000, 315}));
-    EXPECT_EQ(form->cmdOk.bounds(), (Rect{120, 6000, 1000, 375}));
-    form->resized(8000, 6000);
-    EXPECT_EQ(form->txtName.bounds(), (Rect{120, 120, 2000, 315}));
-}
-
-TEST_F(FormLife, APopupMenuRunsTheCommandChosen) {
-    int added = 0;
-    MenuItem add{"mnuAdd", "&Add", true, [&] { ++added; }};
-    MenuItem edit{"mnuEdit", "&Edit", false, [] { FAIL() << "A disabled command ran"; }};
-    const Menu menu{"mnuLines", {&add, &edit}};
-    form->lvwLines.onMouseDown = [&](const MouseEvent& event) {
-        if (event.button == MouseButton::right) desktop.popupMenu(*form, menu);
+TEST_F(FormLife, AnErrorThatAHandlerLetsThroughIsShownAndTheFormStays) {
+    const struct {
+        std::function<void()> handler;
+        const char* title;
+        const char* text;
+    } cases[] = {
+        {[this] { form->showModal(nullptr); }, "goodsreq", "Form already displayed; can't show modally"},
+        {[] { throw automation::RunTimeError(7, "Not there", "server"); }, "server", "Not there"},
+        {[] { throw std::runtime_error("broken"); }, "goodsreq", "broken"},
+        {[] { throw 7; }, "goodsreq", "Unexpected error"},
     };
     showsForm();
-    user.rightClicks("lvwLines");
-    ASSERT_EQ(user.menu().size(), 2u);
-    EXPECT_FALSE(user.menu()[1].enabled);
-    user.choosesMenu("mnuAdd");
-    EXPECT_EQ(added, 1);
-    user.rightClicks("lvwLines");
-    user.dismissesMenu();
-    EXPECT_EQ(added, 1);
+    for (const auto& c : cases) {
+        form->cmdOk.onClick = c.handler;
+        user.clicks("cmdOk");
+        ASSERT_TRUE(user.message());
+        EXPECT_EQ(user.message()->icon, MessageIcon::critical);
+        EXPECT_EQ(user.message()->title, c.title);
+        user.answers(c.text, Answer::ok);
+        EXPECT_EQ(user.form(), "frmSample");
+    }
+}
+
+TEST_F(FormLife, ACommandOfAMenuRunsUnlessItIsDisabled) {
+    int ran = 0;
+    MenuItem add{"mnuAdd", "&Add", false, [&] { ++ran; }};
+    const Menu menu{"mnuLines", {&add}};
+    form->lvwLines.onMouseDown = [&](const MouseEvent&) { desktop.popupMenu(*form, menu); };
+    showsForm();
+    for (const int runs : {0, 1}) {
+        user.rightClicks("lvwLines");
+        desktop.choose(0);
+        EXPECT_EQ(ran, runs);
+        add.enabled = true;
+    }
 }
