@@ -141,13 +141,27 @@ TEST(Value, GivesItsObjectOrSaysWhy) {
 }
 
 TEST(RunTimeErrors, CarryTheTextUsersKnow) {
-    try {
-        raise(kInvalidUseOfNull);
-        FAIL();
-    } catch (const RunTimeError& error) {
-        EXPECT_EQ(error.number(), 94);
-        EXPECT_EQ(error.description(), "Invalid use of Null");
-        EXPECT_EQ(error.source(), "goodsreq");
+    const std::pair<ErrorNumber, const char*> cases[] = {
+        {kInvalidCall, "5 Invalid procedure call or argument"},
+        {kOverflow, "6 Overflow"},
+        {kSubscriptOutOfRange, "9 Subscript out of range"},
+        {kTypeMismatch, "13 Type mismatch"},
+        {kFileNotFound, "53 File not found"},
+        {kPathAccess, "75 Path/File access error"},
+        {kPathNotFound, "76 Path not found"},
+        {kObjectNotSet, "91 Object variable or With block variable not set"},
+        {kInvalidUseOfNull, "94 Invalid use of Null"},
+        {kCannotCreateObject, "429 ActiveX component can't create object"},
+        {kNoSuchMember, "438 Object doesn't support this property or method"},
+        {kWrongNumberOfArguments, "450 Wrong number of arguments or invalid property assignment"},
+    };
+    for (const auto& [number, text] : cases) {
+        try {
+            raise(number);
+        } catch (const RunTimeError& error) {
+            EXPECT_EQ(std::to_string(error.number()) + " " + error.description(), text);
+            EXPECT_EQ(error.source(), "goodsreq");
+        }
     }
 }
 

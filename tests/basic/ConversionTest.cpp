@@ -46,58 +46,24 @@ struct WholeCase {
 
 TEST(CInt, RoundsHalvesToEvenAndRefusesWhatDoesNotFit) {
     const WholeCase cases[] = {
-        {0.5, 0},
-        {1.5, 2},
-        {2.5, 2},
-        {-0.5, 0},
-        {-1.5, -2},
-        {-2.5, -2},
-        {2.5000000000000004, 3},
-        {2.4999999999999996, 2},
-        {0.49999999999999994, 0},
-        {32767.49, 32767},
-        {32767.5, 0, kOverflow},
-        {-32768.5, -32768},
-        {-32768.51, 0, kOverflow},
-        {32768.0, 0, kOverflow},
-        {1e300, 0, kOverflow},
+        // clang-format off
+        {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.5000000000000004, 3},
+        {2.4999999999999996, 2}, {0.49999999999999994, 0}, {32767.49, 32767}, {32767.5, 0, kOverflow},
+        {-32768.5, -32768}, {-32768.51, 0, kOverflow}, {32768.0, 0, kOverflow}, {1e300, 0, kOverflow},
         {std::nan(""), 0, kOverflow},
         {-std::numeric_limits<double>::infinity(), 0, kOverflow},
-        {std::int32_t{40000}, 0, kOverflow},
-        {std::int32_t{-32768}, -32768},
-        {true, -1},
-        {false, 0},
-        {Empty(), 0},
-        {Null(), 0, kInvalidUseOfNull},
-        {Missing(), 0, kTypeMismatch},
-        {Array(), 0, kTypeMismatch},
-        {Date{2.5}, 2},
-        {text("2.5"), 2},
-        {text("3.5"), 4},
-        {text(" -3.5 "), -4},
-        {text("2.50000000000000000000001"), 3},
-        {text("32767.5"), 0, kOverflow},
-        {text("32767.4999999999999999999"), 32767},
-        {text("1,234"), 1234},
-        {text("1e3"), 1000},
-        {text("99999999999999999999"), 0, kOverflow},
-        {text("1e99999999999"), 0, kOverflow},
-        {text("1e-99999999999"), 0},
-        {text(""), 0, kTypeMismatch},
-        {text("NOTFOUND"), 0, kTypeMismatch},
-        {text("12 pcs"), 0, kTypeMismatch},
-        {text("True"), 0, kTypeMismatch},
-        {text("&HFFFF"), -1},
-        {decimal("2.5"), 2},
-        {decimal("2.500000000000000000000000001"), 3},
-        {decimal("-3.5"), -4},
-        {decimal("0.5"), 0},
-        {decimal("999999999999999999"), 0, kOverflow},
-        {money(25000), 2},
-        {money(25001), 3},
-        {money(-35000), -4},
-        {money(327675000), 0, kOverflow},
+        {std::int32_t{40000}, 0, kOverflow}, {std::int32_t{-32768}, -32768}, {true, -1}, {false, 0}, {Empty(), 0},
+        {Null(), 0, kInvalidUseOfNull}, {Missing(), 0, kTypeMismatch}, {Array(), 0, kTypeMismatch}, {Date{2.5}, 2},
+        {text("2.5"), 2}, {text("3.5"), 4}, {text(" -3.5 "), -4}, {text("2.50000000000000000000001"), 3},
+        {text("32767.5"), 0, kOverflow}, {text("32767.4999999999999999999"), 32767}, {text("1,234"), 1234},
+        {text("1e3"), 1000}, {text("99999999999999999999"), 0, kOverflow}, {text("1e99999999999"), 0, kOverflow},
+        {text("1e-99999999999"), 0}, {text(""), 0, kTypeMismatch}, {text("NOTFOUND"), 0, kTypeMismatch},
+        {text("12 pcs"), 0, kTypeMismatch}, {text("True"), 0, kTypeMismatch}, {text("&HFFFF"), -1},
+        {decimal("2.5"), 2}, {decimal("2.500000000000000000000000001"), 3}, {decimal("-3.5"), -4},
+        {decimal("0.5"), 0}, {decimal("999999999999999999"), 0, kOverflow}, {money(25000), 2}, {money(25001), 3},
+        {money(-35000), -4}, {money(327675000), 0, kOverflow},
         {money(std::numeric_limits<std::int64_t>::min()), 0, kOverflow},
+        // clang-format on
     };
     for (const WholeCase& c : cases) {
         SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
@@ -109,17 +75,12 @@ TEST(CInt, RoundsHalvesToEvenAndRefusesWhatDoesNotFit) {
 
 TEST(CLng, HoldsThirtyTwoBits) {
     const WholeCase cases[] = {
-        {2147483647.49, 2147483647},
-        {2147483647.5, 0, kOverflow},
-        {-2147483648.5, -2147483647 - 1},
-        {-2147483649.0, 0, kOverflow},
-        {text("2147483647"), 2147483647},
-        {text("2147483647.5"), 0, kOverflow},
-        {decimal("-2147483648.5"), -2147483647 - 1},
-        {money(21474836475000), 0, kOverflow},
-        {text("40000"), 40000},
-        {text("&HFFFF&"), 65535},
-        {text("&HFFFFFFFFF"), 0, kOverflow},
+        // clang-format off
+        {2147483647.49, 2147483647}, {2147483647.5, 0, kOverflow}, {-2147483648.5, -2147483647 - 1},
+        {-2147483649.0, 0, kOverflow}, {text("2147483647"), 2147483647}, {text("2147483647.5"), 0, kOverflow},
+        {decimal("-2147483648.5"), -2147483647 - 1}, {money(21474836475000), 0, kOverflow}, {text("40000"), 40000},
+        {text("&HFFFF&"), 65535}, {text("&HFFFFFFFFF"), 0, kOverflow},
+        // clang-format on
     };
     for (const WholeCase& c : cases) {
         SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
@@ -135,23 +96,15 @@ TEST(CDbl, ReadsTextAsExactlyAsADoubleHolds) {
         double expected;
         long error = 0;
     } cases[] = {
-        {text("0.1"), 0.1},
-        {text("-12.345"), -12.345},
-        {text("1,234,567.5"), 1234567.5},
-        {text("(5)"), -5},
+        // clang-format off
+        {text("0.1"), 0.1}, {text("-12.345"), -12.345}, {text("1,234,567.5"), 1234567.5}, {text("(5)"), -5},
         {text("5-"), -5},
         {text("1.7976931348623157E308"), 1.7976931348623157e308},
-        {text("1.8E308"), 0, kOverflow},
-        {text("1E400"), 0, kOverflow},
-        {text("1E-400"), 0},
-        {text("0E400"), 0},
-        {text("4.9E-324"), 4.9e-324},
-        {text("1.2.3"), 0, kTypeMismatch},
+        {text("1.8E308"), 0, kOverflow}, {text("1E400"), 0, kOverflow}, {text("1E-400"), 0}, {text("0E400"), 0},
+        {text("4.9E-324"), 4.9e-324}, {text("1.2.3"), 0, kTypeMismatch},
         {decimal("123456789012345678"), 123456789012345678.0},
-        {money(-1), -0.0001},
-        {true, -1},
-        {Empty(), 0},
-        {Null(), 0, kInvalidUseOfNull},
+        {money(-1), -0.0001}, {true, -1}, {Empty(), 0}, {Null(), 0, kInvalidUseOfNull},
+        // clang-format on
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(::testing::Message() << "case " << &c - cases);
@@ -177,22 +130,16 @@ TEST(CStr, WritesEachKindAsPeopleReadIt) {
         Value value;
         const char* expected;
     } cases[] = {
-        {Empty(), ""},
-        {true, "True"},
-        {false, "False"},
-        {std::int16_t{-32768}, "-32768"},
+        // clang-format off
+        {Empty(), ""}, {true, "True"}, {false, "False"}, {std::int16_t{-32768}, "-32768"},
         {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
-        {0.1 + 0.2, "0.3"},
-        {-0.0, "0"},
-        {money(-5), "-0.0005"},
-        {money(125000), "12.5"},
+        {0.1 + 0.2, "0.3"}, {-0.0, "0"}, {money(-5), "-0.0005"}, {money(125000), "12.5"},
         {money(std::numeric_limits<std::int64_t>::min()), "-922337203685477.5808"},
         {decimal("123456789012345678.123"), "123456789012345678.123"},
-        {text("Caf\u00e9"), "Caf\u00e9"},
-        {dateOf(2026, 3, 5), "05/03/2026"},
-        {dateOf(2026, 3, 5, 7, 8, 9), "05/03/2026 07:08:09"},
-        {dateOf(1899, 12, 30, 14, 5), "14:05:00"},
+        {text("Caf\u00e9"), "Caf\u00e9"}, {dateOf(2026, 3, 5), "05/03/2026"},
+        {dateOf(2026, 3, 5, 7, 8, 9), "05/03/2026 07:08:09"}, {dateOf(1899, 12, 30, 14, 5), "14:05:00"},
         {dateOf(1850, 1, 2, 6), "02/01/1850 06:00:00"},
+        // clang-format on
     };
     for (const auto& c : cases) {
         EXPECT_EQ(cStr(c.value), c.expected);
@@ -239,31 +186,20 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
         Date expected;
         int lastTwoDigitYear = 2049;
     } cases[] = {
-        {"05/03/2026", dmy, fifthOfMarch},
-        {"5/3/26", dmy, fifthOfMarch},
-        {"03/05/2026", mdy, fifthOfMarch},
-        {"26/03/05", ymd, fifthOfMarch},
-        {"2026-03-05", dmy, fifthOfMarch},
-        {"2026/03/05", mdy, fifthOfMarch},
-        {" 5.3.2026 ", dmy, fifthOfMarch},
-        {"5-Mar-2026", mdy, fifthOfMarch},
-        {"5 march 26", dmy, fifthOfMarch},
-        {"Mar 5, 2026", dmy, fifthOfMarch},
-        {"1/1/29", dmy, dateOf(2029, 1, 1)},
-        {"1/1/49", dmy, dateOf(2049, 1, 1)},
-        {"1/1/50", dmy, dateOf(1950, 1, 1)},
-        {"1/1/30", dmy, dateOf(1930, 1, 1), 2029},
-        {"1/1/99", dmy, dateOf(2099, 1, 1), 2130},
-        {"1/1/30", dmy, dateOf(2130, 1, 1), 2130},
-        {"1/1/00", dmy, dateOf(2000, 1, 1)},
-        {"29/2/2024", dmy, dateOf(2024, 2, 29)},
-        {"31/12/9999", dmy, dateOf(9999, 12, 31)},
-        {"05/03/2026 14:05", dmy, dateOf(2026, 3, 5, 14, 5)},
+        // clang-format off
+        {"05/03/2026", dmy, fifthOfMarch}, {"5/3/26", dmy, fifthOfMarch}, {"03/05/2026", mdy, fifthOfMarch},
+        {"26/03/05", ymd, fifthOfMarch}, {"2026-03-05", dmy, fifthOfMarch}, {"2026/03/05", mdy, fifthOfMarch},
+        {" 5.3.2026 ", dmy, fifthOfMarch}, {"5-Mar-2026", mdy, fifthOfMarch}, {"5 march 26", dmy, fifthOfMarch},
+        {"Mar 5, 2026", dmy, fifthOfMarch}, {"1/1/29", dmy, dateOf(2029, 1, 1)}, {"1/1/49", dmy, dateOf(2049, 1, 1)},
+        {"1/1/50", dmy, dateOf(1950, 1, 1)}, {"1/1/30", dmy, dateOf(1930, 1, 1), 2029},
+        {"1/1/99", dmy, dateOf(2099, 1, 1), 2130}, {"1/1/30", dmy, dateOf(2130, 1, 1), 2130},
+        {"1/1/00", dmy, dateOf(2000, 1, 1)}, {"29/2/2024", dmy, dateOf(2024, 2, 29)},
+        {"31/12/9999", dmy, dateOf(9999, 12, 31)}, {"05/03/2026 14:05", dmy, dateOf(2026, 3, 5, 14, 5)},
         {"05/03/2026 02:05:09 pm", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
-        {"12:00:00 AM", dmy, Date{0}},
-        {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
+        {"12:00:00 AM", dmy, Date{0}}, {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
         {"2026-03-05 14:05:09.1234567", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
         {"1/2/1850 06:00", dmy, dateOf(1850, 2, 1, 6)},
+        // clang-format on
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.written);
@@ -277,35 +213,13 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
 }
 
 TEST(CDate, RefusesWhatIsNoDate) {
-    for (const char* wrong : {"",
-                              " ",
-                              "soon",
-                              "5",
-                              "5/3",
-                              "29/2/2026",
-                              "31/4/2026",
-                              "0/1/2026",
-                              "1/13/2026",
-                              "32/12/9999",
-                              "5/3/026",
-                              "05/03-2026",
-                              "05032026",
-                              "05/03/20266",
-                              "05/03/2026 24:00",
-                              "05/03/2026 10",
-                              "05/03/2026 10:60",
-                              "05/03/2026 13:00 PM",
-                              "05/03/202610:00",
-                              "5/3/2026/",
-                              "//",
-                              "::",
-                              ":",
-                              "1:2:3:4",
-                              "Mar Mar 2026",
-                              "Foo 5, 2026",
-                              "05/03/2026x",
-                              "\u0665/3/2026",
-                              "0001-01-01"})
+    // clang-format off
+    for (const char* wrong :
+         {"", " ", "soon", "5", "5/3", "29/2/2026", "31/4/2026", "0/1/2026", "1/13/2026", "32/12/9999", "5/3/026",
+          "05/03-2026", "05032026", "05/03/20266", "05/03/2026 24:00", "05/03/2026 10", "05/03/2026 10:60",
+          "05/03/2026 10:59:60", "05/03/2026 13:00 PM", "05/03/2026 0:30 AM", "05/03/202610:00", "5/3/2026/", "//", "::",
+          ":", "1:2:3:4", "Mar Mar 2026", "Foo 5, 2026", "05/03/2026x", "\u0665/3/2026", "0001-01-01"})
+        // clang-format on
         EXPECT_EQ(errorOf([&] { cDate(Value(wrong)); }), kTypeMismatch) << wrong;
     EXPECT_EQ(errorOf([] { cDate(Null()); }), kInvalidUseOfNull);
     EXPECT_EQ(errorOf([] { cDate(3e6); }), kOverflow);

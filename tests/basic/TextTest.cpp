@@ -102,9 +102,14 @@ TEST(Text, ChangesCaseOfThreeScripts) {
         {"\u00e0\u00e9\u00f6\u00f8\u00fe", "\u00c0\u00c9\u00d6\u00d8\u00de"},
         {"\u00ff", "\u0178"},
         {"\u0101\u0137\u013a\u0148\u014b\u0177\u017a\u017e", "\u0100\u0136\u0139\u0147\u014a\u0176\u0179\u017d"},
-        {"\u0219\u1ea1\u1eff", "\u0218\u1ea0\u1efe"},
+        {"\u012f\u0133\u01ce\u01dc\u01df\u01ef\u01f9\u021f\u0223\u0233",
+         "\u012e\u0132\u01cd\u01db\u01de\u01ee\u01f8\u021e\u0222\u0232"},
+        {"\u0219\u1e01\u1e95\u1ea1\u1eff", "\u0218\u1e00\u1e94\u1ea0\u1efe"},
+        {"\u03af\u03cd\u03cb", "\u038a\u038e\u03ab"},
         {"\u03b1\u03c9\u03ac\u03ad\u03cc\u03ce\u03c3", "\u0391\u03a9\u0386\u0388\u038c\u038f\u03a3"},
         {"\u0430\u044f\u0451\u0491\u04cf", "\u0410\u042f\u0401\u0490\u04c0"},
+        {"\u0450\u045f\u0461\u0481\u048b\u04bf\u04c2\u04ce\u04d1\u052f",
+         "\u0400\u040f\u0460\u0480\u048a\u04be\u04c1\u04cd\u04d0\u052e"},
     };
     for (const auto& pair : pairs) {
         EXPECT_EQ(ucase(pair.lower), pair.upper);
@@ -113,7 +118,7 @@ TEST(Text, ChangesCaseOfThreeScripts) {
         EXPECT_EQ(lcase(pair.lower), pair.lower);
     }
     EXPECT_EQ(ucase("\u03c2"), "\u03a3");
-    const std::string unchanged = "\u00df\u00d7\u00f7\u0138\u0149\u20ac\u4e2d\u05d0\U0001F600";
+    const std::string unchanged = "\u0130\u0131\u01f0\u1e96\u00df\u00d7\u00f7\u0138\u0149\u20ac\u4e2d\u05d0\U0001F600";
     EXPECT_EQ(ucase(unchanged), unchanged);
     EXPECT_EQ(lcase(unchanged), unchanged);
 }
