@@ -2,7 +2,6 @@
 
 #include "automation/RunTimeError.h"
 #include "basic/Calendar.h"
-#include "sandbox/data/SchemaText.h"
 #include "sandbox/database/Company.h"
 
 #include <filesystem>
@@ -41,11 +40,11 @@ private:
 
 } // namespace
 
-void makeSampleCompany(const std::string& path) {
+void makeSampleCompany(const std::string& path, std::string_view schema) {
     const std::string unfinished = path + ".new";
     std::filesystem::remove(pathOf(unfinished));
     {
-        const std::shared_ptr<Connection> connection = createCompany(unfinished, schemaText());
+        const std::shared_ptr<Connection> connection = createCompany(unfinished, schema);
         connection->call("BeginTrans");
         writeSampleCompany([&](const std::string& statement) { connection->call("Execute", statement); });
         connection->call("CommitTrans");

@@ -2,13 +2,14 @@
 #pragma once
 
 #include "automation/Object.h"
+#include "sandbox/data/SchemaText.h"
 #include "sandbox/host/HostOptions.h"
 
 namespace sandbox {
 
 /// Makes the sandbox's database with the sample company in it. Leaves no half-made file behind.
 /// Errors: the database's own.
-void makeSampleCompany(const std::string& path);
+void makeSampleCompany(const std::string& path, std::string_view schema = schemaText());
 
 /// Makes it only where there is no such file. Returns whether it was made.
 bool ensureCompany(const std::string& path);

@@ -1,16 +1,14 @@
-// The host program's options, its way of calling the module, and the manifests it makes.
-#include "basic/Calendar.h"
+// The host program's options, its company, and the manifests it makes.
 #include "sandbox/data/SampleCompany.h"
 #include "sandbox/host/HostSession.h"
 #include "sandbox/host/SuiteManifest.h"
 #include "tests/basic/ExpectError.h"
-#include "tests/suite/SampleCopy.h"
+#include "tests/support/Shop.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
-using automation::Value;
 using sandbox::HostOptions;
 
 namespace {
@@ -20,28 +18,6 @@ std::string complaint(const std::vector<std::string>& arguments) {
     const std::string* wrong = std::get_if<std::string>(&parsed);
     return wrong ? *wrong : "";
 }
-
-/// Writes down what is done to it, in order.
-class RecordingModule : public automation::Object {
-public:
-    explicit RecordingModule(std::vector<std::string>& log) : log_(log) {}
-    Value invoke(automation::Access access, std::string_view member, automation::Arguments arguments) override {
-        std::string line(member);
-        if (access == automation::Access::putRef && basic::cLng(arguments[0].object().get("State")) == 1)
-            line += " open";
-        if (access == automation::Access::put) line += " " + basic::cStr(arguments[0]);
-        log_.push_back(line);
-        if (member == "Show" && failing) automation::raise(automation::kPathAccess);
-        return {};
-    }
-    bool has(std::string_view) const override { return true; }
-    std::string className() const override { return "clsGRtoShop"; }
-
-    bool failing = false;
-
-private:
-    std::vector<std::string>& log_;
-};
 
 } // namespace
 
@@ -80,17 +56,12 @@ TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
 }
 
 TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
-    const std::vector<std::vector<std::string>> wrong = {{"--user"},
-                                                         {"--user", "12x"},
-                                                         {"--user", "40000"},
-                                                         {"--shop", ""},
-                                                         {"--date", "today"},
-                                                         {"--date", "2023-02-29"},
-                                                         {"--date", "2024-1-5"},
-                                                         {"--frobnicate", "1"},
-                                                         {"company.db"},
-                                                         {"--interface", "1507.5"},
-                                                         {"--connect", "x", "--trace", "y"}};
+    // clang-format off
+    const std::vector<std::vector<std::string>> wrong = {
+        {"--user"}, {"--user", "12x"}, {"--user", "40000"}, {"--shop", ""}, {"--date", "today"}, {"--date", "2023-02-29"},
+        {"--date", "2024-1-5"}, {"--frobnicate", "1"}, {"company.db"}, {"--interface", "1507.5"},
+        {"--connect", "x", "--trace", "y"}};
+    // clang-format on
     for (const auto& arguments : wrong) {
         const std::string text = complaint(arguments);
         EXPECT_NE(text.find(arguments.front()), std::string::npos) << arguments.front() << ": " << text;
@@ -98,39 +69,11 @@ TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
     }
 }
 
-TEST(HostProgram, FillsTheModulesFieldsOnAnOpenConnectionAndShowsIt) {
-    TestFolder folder;
-    HostOptions options;
-    options.database = folder.file("shop \xC3\xA9.db");
-    std::filesystem::copy_file(SAMPLE_COMPANY,
-                               std::filesystem::path(std::u8string(options.database.begin(), options.database.end())));
-    options.trace = folder.file("sent.sql");
-    std::vector<std::string> log;
-    const auto module = std::make_shared<RecordingModule>(log);
-    const auto connection = sandbox::createStandIn("ADODB.Connection", {});
-    const automation::ObjectFactory create = [&](std::string_view progId) -> automation::ObjectPtr {
-        if (progId == "goodsreq.clsGRtoShop") return module;
-        return connection;
-    };
-    sandbox::runSession(options, create);
-    EXPECT_EQ(log, (std::vector<std::string>{"adocon open", "strProjectKey KOVA/XB/TRAM/842",
-                                             "strMsgboxCaption Retail Back Office", "intCompanyID 1", "intUserID 1",
-                                             "intShopid 1", "interfaceid 1507", "dtProcessDate 31/03/2026", "Show"}));
-    EXPECT_EQ(basic::cLng(connection->get("State")), 0) << "the host closes its own connection";
-    EXPECT_TRUE(std::filesystem::exists(options.trace));
-
-    module->failing = true;
-    EXPECT_EQ(errorOf([&] { sandbox::runSession(options, create); }), 75);
-    EXPECT_EQ(basic::cLng(connection->get("State")), 0);
-    options.database = folder.file("none.db");
-    EXPECT_NE(errorOf([&] { sandbox::runSession(options, create); }), 0);
-}
-
 TEST(HostProgram, MakesACompanyOnceAndLeavesOneAlone) {
-    TestFolder folder;
+    support::TestFolder folder;
     const std::string path = folder.file("new.db");
     EXPECT_TRUE(sandbox::ensureCompany(path));
-    EXPECT_EQ(rowsOf(sandbox::openConnection(path), "select count(*) from aitem"), (RowTexts{{"2000"}}));
+    EXPECT_EQ(support::CompanyFile::copyOf(path).value("select count(*) from aitem"), "2000");
     EXPECT_FALSE(sandbox::ensureCompany(path));
     EXPECT_NE(errorOf([&] { sandbox::makeSampleCompany(folder.file("no/such/folder.db")); }), 0);
     const auto files = std::filesystem::directory_iterator(folder.path());

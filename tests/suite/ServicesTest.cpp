@@ -2,8 +2,10 @@
 #include "basic/Calendar.h"
 #include "tests/basic/ExpectError.h"
 #include "tests/forms/SampleForm.h"
-#include "tests/suite/SampleCopy.h"
+#include "tests/support/TestFolder.h"
 #include "tests/support/User.h"
+
+#include "sandbox/suite/StandIns.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +46,7 @@ TEST(FormColours, GiveInkWherePaperIsGivenAndLeaveBoxesToTheSystem) {
 }
 
 TEST(ErrorReports, AreShownAndLoggedOnOneLine) {
-    TestFolder folder;
+    support::TestFolder folder;
     support::ScriptedDesktop desktop;
     desktop.time = basic::dateOf(2026, 3, 31, 10, 30);
     support::User user(desktop);

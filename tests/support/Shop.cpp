@@ -4,6 +4,7 @@
 #include "basic/Calendar.h"
 #include "basic/Conversion.h"
 #include "sandbox/data/SampleCompany.h"
+#include "sandbox/host/HostSession.h"
 #include "sandbox/suite/StandIns.h"
 
 #include <gtest/gtest.h>
@@ -65,10 +66,7 @@ CompanyFile::CompanyFile(Original original) : path_(folder_.file("company.db")) 
 }
 
 CompanyFile::CompanyFile(std::string_view schema) : path_(folder_.file("company.db")) {
-    const auto connection = sandbox::createCompany(path_, schema);
-    connection->call("BeginTrans");
-    sandbox::writeSampleCompany([&](const std::string& statement) { connection->call("Execute", statement); });
-    connection->call("CommitTrans");
+    sandbox::makeSampleCompany(path_, schema);
 }
 
 Rows CompanyFile::rows(const std::string& query) const {
