@@ -52,6 +52,9 @@ bench::Result Cases::row(const std::string& name, const std::string& kind) const
 std::string brokenRequests(const std::string& companyPath, int oldId) {
     const std::string lines = "(select count(*) from mesRequesttoShopDetail d where d.srdshopid = h.srhshopid and"
                               " d.srdrequestid = h.srhrequestid";
+    const std::string others =
+        "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and (select count(*)"
+        " from mesRequesttoShopHeader o where o.srhshopid = 1 and ";
     const std::string newer = " and h.srhrequestid > " + std::to_string(oldId);
     const struct {
         const char* rule;
@@ -61,19 +64,16 @@ std::string brokenRequests(const std::string& companyPath, int oldId) {
                                         " h.srhNoofDetails <> " +
                                             lines + ")" + newer},
         {"a line asks for something", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and " +
-                                          lines + " and d.srdgoodqty + d.srdbadQty > 0) = 0" + newer},
-        {"numbers are unique", "select count(*) - count(distinct h.srhrequestno) from mesRequesttoShopHeader h where"
-                               " h.srhshopid = 1"},
-        {"ids are unique", "select count(*) - count(distinct h.srhrequestid) from mesRequesttoShopHeader h where"
-                           " h.srhshopid = 1"},
+                                          lines + " and (d.srdgoodqty > 0 or d.srdbadQty > 0)) = 0" + newer},
+        {"numbers are unique", others + "o.srhrequestno = h.srhrequestno) > 1"},
+        {"ids are unique", others + "o.srhrequestid = h.srhrequestid) > 1"},
         {"no line without a header",
          "select count(*) from mesRequesttoShopDetail d where d.srdshopid = 1 and d.srdrequestid not in (select"
          " h.srhrequestid from mesRequesttoShopHeader h where h.srhshopid = 1)"},
         {"a new request has one audit record", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1" +
                                                    newer +
                                                    " and 1 <> (select count(*) from loUserAuditing a where a.ShopID = "
-                                                   "1 and a.ActionType = 'N' and a.DocumentID ="
-                                                   " convert(varchar(20), h.srhrequestid))"},
+                                                   "1 and a.ActionType = 'N' and a.DocumentID = h.srhrequestid)"},
     };
     const auto connection = sandbox::openConnection(companyPath);
     std::string broken;

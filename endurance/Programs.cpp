@@ -140,7 +140,7 @@ void saveAtOnce(const Options& options, Report& report) {
     missing("four programs at once: requests stored", wanted,
             std::stol(company.value("select count(*) from mesRequesttoShopHeader" + newer)), "");
     missing("four programs at once: numbers", wanted,
-            std::stol(company.value("select count(distinct srhrequestno) from mesRequesttoShopHeader" + newer)), "");
+            std::ssize(company.rows("select distinct srhrequestno from mesRequesttoShopHeader" + newer)), "");
     missing("four programs at once: ids without a gap", wanted, highestId(company) - oldId, "");
     missing("four programs at once: lines", lines,
             std::stol(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1")) - oldLines, "");

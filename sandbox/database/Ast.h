@@ -18,12 +18,11 @@ struct Expression {
         null,
         whole,      ///< `name` is the literal
         decimal,    ///< `name` is the literal
-        real,       ///< `name` is the literal
         text,       ///< `name` is the literal
         variable,   ///< `name` with its "@"
         column,     ///< `name`, perhaps `qualifier`
-        call,       ///< function `name` of `parts`; `distinct` and `star` for aggregates
-        convert,    ///< `parts[0]` to `type`, with `style` where one was given
+        call,       ///< function `name` of `parts`; `star` for count(*)
+        convert,    ///< parts[0] to int
         negate,     ///< - parts[0]
         arithmetic, ///< parts[0] `name` (+, -) parts[1]
         caseOf, ///< pairs of condition and result, then the other result where `hasElse`; `subject` stands first where
@@ -42,11 +41,8 @@ struct Expression {
     std::string qualifier;
     std::vector<std::unique_ptr<Expression>> parts;
     std::unique_ptr<Select> select;
-    SqlType type;
-    int parameter = 0; ///< of a literal: the number under which its value is bound; 0 where it is written out
-    std::optional<int> style;
+    int parameter = 0;    ///< of a literal: the number under which its value is bound; 0 where it is written out
     bool negated = false; ///< "not like", "is not null" ...
-    bool distinct = false;
     bool star = false;
     bool wide = false; ///< N'text'
     bool hasSubject = false;
@@ -66,11 +62,6 @@ struct Source {
     ExpressionPtr on; ///< of an inner join
 };
 
-struct OrderItem {
-    ExpressionPtr expression;
-    bool descending = false;
-};
-
 struct Select {
     bool distinct = false;
     std::optional<long long> top;
@@ -79,7 +70,7 @@ struct Select {
     ExpressionPtr where;
     std::vector<ExpressionPtr> groupBy;
     std::vector<std::unique_ptr<Select>> intersected;
-    std::vector<OrderItem> orderBy;
+    std::vector<ExpressionPtr> orderBy;
 };
 
 struct Insert {

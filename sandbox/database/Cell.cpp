@@ -3,7 +3,6 @@
 #include "automation/Ascii.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
-#include "sandbox/database/DecimalText.h"
 #include "sandbox/database/Errors.h"
 #include "sandbox/database/ServerTime.h"
 #include "sandbox/database/Translator.h"
@@ -17,6 +16,7 @@ namespace {
 
 using automation::trimmed;
 using automation::Value;
+using basic::Digits;
 
 struct Range {
     std::int64_t low, high;
@@ -46,14 +46,7 @@ std::int64_t inRange(std::int64_t number, const SqlType& from, const SqlType& to
     return number;
 }
 
-std::string moneyText(std::int64_t tenThousandths) {
-    const bool negative = tenThousandths < 0;
-    std::string digits = std::to_string(tenThousandths);
-    if (negative) digits.erase(0, 1);
-    if (digits.size() < 5) digits.insert(0, 5 - digits.size(), '0');
-    digits.insert(digits.size() - 4, ".");
-    return (negative ? "-" : "") + digits;
-}
+Digits money(std::int64_t tenThousandths) { return basic::digitsOf(automation::Currency{tenThousandths}); }
 
 double toReal(const Cell& cell, const SqlType& from, const SqlType& to) {
     if (auto* real = std::get_if<double>(&cell)) return *real;
@@ -74,25 +67,20 @@ double toReal(const Cell& cell, const SqlType& from, const SqlType& to) {
     return number;
 }
 
-/// Decimal text of any number.
-std::string toDecimal(const Cell& cell, const SqlType& from, const SqlType& to) {
+Digits toDecimal(const Cell& cell, const SqlType& from, const SqlType& to) {
     if (auto* real = std::get_if<double>(&cell)) {
         if (std::fabs(*real) >= 1e38) failRange(from, to);
-        return parseDecimal(basic::decimalText(*real)).value_or("0");
+        return basic::digitsOf(*real);
     }
-    if (auto* whole = std::get_if<std::int64_t>(&cell)) {
-        if (from.kind == Kind::money) return moneyText(*whole);
-        return std::to_string(*whole);
-    }
-    const std::string& text = std::get<std::string>(cell);
-    if (from.kind == Kind::decimal) return text;
-    std::string digits(trimmed(text));
+    if (auto* whole = std::get_if<std::int64_t>(&cell))
+        return from.kind == Kind::money ? money(*whole) : basic::digitsOf(*whole);
+    std::string digits(trimmed(std::get<std::string>(cell)));
     if (to.kind == Kind::money) {
         // Money takes a currency sign and thousands separators.
         std::erase(digits, ',');
         std::erase(digits, '$');
     }
-    if (digits.empty() && to.kind == Kind::money) return "0";
+    if (digits.empty() && to.kind == Kind::money) return {};
     auto number = parseDecimal(digits);
     if (!number) fail(kConversionError, "Error converting data type varchar to " + typeName(to) + ".");
     return *number;
@@ -129,11 +117,12 @@ std::int64_t toWhole(const Cell& cell, const SqlType& from, const SqlType& to) {
             return inRange((*whole - kServerEpoch + kMillisecondsPerDay / 2) / kMillisecondsPerDay, from, to);
         if (from.kind != Kind::money) return inRange(*whole, from, to);
     }
-    std::string digits = toDecimal(cell, from, to);
-    digits = from.kind == Kind::money ? roundDecimal(digits, 0) : truncateDecimal(digits);
-    std::int64_t whole = 0;
-    if (std::from_chars(digits.data(), digits.data() + digits.size(), whole).ec != std::errc()) failRange(from, to);
-    return inRange(whole, from, to);
+    Digits digits = toDecimal(cell, from, to);
+    if (from.kind == Kind::money) basic::roundToPlaces(digits, 0);
+    digits.fraction.clear();
+    const std::optional<std::int64_t> whole = basic::roundedHalfToEven(digits);
+    if (!whole) failRange(from, to);
+    return inRange(*whole, from, to);
 }
 
 std::int64_t toBit(const Cell& cell, const SqlType& from, const SqlType& to) {
@@ -145,7 +134,7 @@ std::int64_t toBit(const Cell& cell, const SqlType& from, const SqlType& to) {
     }
     if (auto* real = std::get_if<double>(&cell)) return *real != 0;
     if (auto* whole = std::get_if<std::int64_t>(&cell)) return *whole != 0;
-    return compareDecimals(std::get<std::string>(cell), "0") != 0;
+    return basic::compare(toDecimal(cell, from, to), {}) != 0;
 }
 
 std::int64_t toMoment(const Cell& cell, const SqlType& from) {
@@ -161,14 +150,14 @@ std::int64_t toMoment(const Cell& cell, const SqlType& from) {
     return static_cast<Moment>(std::llround(days * static_cast<double>(kMillisecondsPerDay))) + kServerEpoch;
 }
 
-std::string toText(const Cell& cell, const SqlType& from, int style) {
+std::string toText(const Cell& cell, const SqlType& from) {
     switch (from.kind) {
-    case Kind::money: return roundDecimal(moneyText(std::get<std::int64_t>(cell)), 2);
-    case Kind::dateTime: {
-        auto text = momentText(std::get<std::int64_t>(cell), style);
-        if (!text) fail(kSyntaxError, "Style " + std::to_string(style) + " of convert is not known here.");
-        return *text;
+    case Kind::money: {
+        Digits amount = money(std::get<std::int64_t>(cell));
+        basic::roundToPlaces(amount, 2);
+        return basic::plainText(amount, 2);
     }
+    case Kind::dateTime: fail(kConversionError, "A datetime is not converted to text here.");
     case Kind::real: {
         // The server writes a float with at most six digits unless asked for more.
         char out[40];
@@ -181,20 +170,28 @@ std::string toText(const Cell& cell, const SqlType& from, int style) {
     return std::get<std::string>(cell);
 }
 
-std::string fitDecimal(std::string number, const SqlType& from, const SqlType& to) {
-    number = roundDecimal(number, to.scale);
-    if (wholeDigits(number) > to.size - to.scale) failRange(from, to);
-    return number;
+std::string fitDecimal(Digits number, const SqlType& from, const SqlType& to) {
+    basic::roundToPlaces(number, static_cast<std::size_t>(to.scale));
+    if (static_cast<int>(number.whole.size()) > to.size - to.scale) failRange(from, to);
+    return basic::plainText(number, static_cast<std::size_t>(to.scale));
 }
 
 } // namespace
 
-Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to, int style) {
+std::optional<Digits> parseDecimal(std::string_view text) {
+    text = trimmed(text);
+    const std::string_view digits = text.substr(!text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0);
+    // The host's language reads more: separators, brackets, exponents.
+    if (digits.find_first_not_of("0123456789.") != std::string_view::npos) return std::nullopt;
+    return basic::parseNumber(text);
+}
+
+Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to) {
     if (std::holds_alternative<std::monostate>(cell)) return cell;
     switch (to.kind) {
     case Kind::unknown: return cell;
     case Kind::text: {
-        std::string text = toText(cell, from, style);
+        std::string text = toText(cell, from);
         if (to.size > 0 && basic::len(text) > to.size) {
             if (from.kind != Kind::text) failRange(from, to);
             text = basic::left(text, to.size);
@@ -207,16 +204,15 @@ Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to, int s
     case Kind::integer:
     case Kind::bigInt: return toWhole(cell, from, to);
     case Kind::money: {
-        std::string digits = roundDecimal(toDecimal(cell, from, to), 4);
-        std::erase(digits, '.');
-        std::int64_t number = 0;
-        if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
-            failRange(from, to);
-        return number;
+        Digits amount = toDecimal(cell, from, to);
+        basic::roundToPlaces(amount, 4);
+        const auto number = basic::roundedHalfToEven(basic::scaled(amount.negative, amount.whole, amount.fraction, 4));
+        if (!number) failRange(from, to);
+        return *number;
     }
     case Kind::decimal:
         // A type without digits is the common type of a comparison: every digit counts there.
-        if (to.size == 0) return toDecimal(cell, from, to);
+        if (to.size == 0) return basic::plainText(toDecimal(cell, from, to));
         return fitDecimal(toDecimal(cell, from, to), from, to);
     case Kind::real: return toReal(cell, from, to);
     case Kind::dateTime: return toMoment(cell, from);
@@ -296,9 +292,9 @@ TypedCell cellOf(const Value& value) {
         TypedCell operator()(double v) const { return {v, {Kind::real}}; }
         TypedCell operator()(automation::Currency v) const { return {v.tenThousandths, {Kind::money}}; }
         TypedCell operator()(const automation::Decimal& v) const {
-            auto text = parseDecimal(v.text);
-            if (!text) fail(kWrongValueType);
-            return {*text, {Kind::decimal, 38, decimalScale(*text)}};
+            const auto number = parseDecimal(v.text);
+            if (!number) fail(kWrongValueType);
+            return {basic::plainText(*number), {Kind::decimal, 38, static_cast<int>(number->fraction.size())}};
         }
         TypedCell operator()(automation::Date v) const { return {momentOf(v), {Kind::dateTime}}; }
         TypedCell operator()(const std::string& v) const { return {v, {Kind::text}}; }
@@ -314,20 +310,10 @@ TypedCell cellOf(const Value& value) {
 
 std::string literalText(const Cell& cell, const SqlType& type) {
     if (std::holds_alternative<std::monostate>(cell)) return "NULL";
-    if (type.kind == Kind::dateTime) {
-        const std::string text = *momentText(std::get<std::int64_t>(cell), 121);
-        // "yyyymmdd" is read alike whatever date order the session has.
-        return "'" + text.substr(0, 4) + text.substr(5, 2) + text.substr(8, 2) + text.substr(10) + "'";
-    }
-    if (type.kind == Kind::money) return moneyText(std::get<std::int64_t>(cell));
+    if (type.kind == Kind::dateTime) return quotedText(momentText(std::get<std::int64_t>(cell)));
+    if (type.kind == Kind::money) return basic::plainText(money(std::get<std::int64_t>(cell)));
     if (auto* whole = std::get_if<std::int64_t>(&cell)) return std::to_string(*whole);
-    if (auto* real = std::get_if<double>(&cell)) {
-        char out[40];
-        std::snprintf(out, sizeof out, "%.17ge0", *real);
-        std::string text = out;
-        if (text.find('e') != text.size() - 2) text.resize(text.size() - 2);
-        return text;
-    }
+    if (auto* real = std::get_if<double>(&cell)) return basic::decimalText(*real);
     const std::string& text = std::get<std::string>(cell);
     if (type.kind == Kind::decimal) return text;
     return (type.wide ? "N" : "") + quotedText(text);

@@ -3,6 +3,7 @@
 
 #include "automation/Object.h"
 #include "automation/Value.h"
+#include "basic/Digits.h"
 #include "sandbox/database/SqlType.h"
 
 #include <cstdint>
@@ -16,9 +17,12 @@ namespace sandbox {
 /// As SQLite stores it; what it means depends on its SqlType. std::monostate is NULL.
 using Cell = std::variant<std::monostate, std::int64_t, double, std::string>;
 
+/// A sign, digits, a point among them; blanks around. Nothing for other text.
+std::optional<basic::Digits> parseDecimal(std::string_view text);
+
 /// As the server's convert does it: text that is too long is cut. Errors: -2147217913 where the value does not convert,
 /// -2147217833 where it is out of range.
-Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to, int style = 0);
+Cell convertCell(const Cell& cell, const SqlType& from, const SqlType& to);
 
 /// As an insert or update does it: text that is too long is error -2147217833, "String or binary data would be
 /// truncated."; blanks at its end may be cut.

@@ -254,8 +254,6 @@ void Database::atomically(const std::function<void()>& work) {
     }
 }
 
-long long Database::lastIdentity() const { return sqlite3_last_insert_rowid(connection_); }
-
 void Database::kill() {
     if (!sqlite3_get_autocommit(connection_)) sqlite3_exec(connection_, "ROLLBACK", nullptr, nullptr, nullptr);
     inTransaction_ = false;

@@ -59,9 +59,6 @@ public:
     /// Runs `work` so that it happens whole or not at all, inside a transaction that is already open or one of its own.
     void atomically(const std::function<void()>& work);
 
-    /// The number that the server gave to the row inserted last.
-    long long lastIdentity() const;
-
     /// The server's own number for what went wrong last: 1205 chosen as a deadlock's victim, 1222 a lock that was
     /// waited for too long, 2627 a key that is taken; 0 for nothing, and for what has none here.
     int nativeError() const { return nativeError_; }

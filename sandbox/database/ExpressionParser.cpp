@@ -124,7 +124,6 @@ ExpressionPtr Parser::primary() {
         return number;
     }
     case Token::Sort::decimal: take(); return make(Form::decimal, token.text);
-    case Token::Sort::real: take(); return make(Form::real, token.text);
     case Token::Sort::variable: take(); return make(Form::variable, token.text);
     case Token::Sort::text: {
         take();
@@ -185,7 +184,6 @@ ExpressionPtr Parser::functionCall(std::string name) {
     if (accept("*")) {
         call->star = true;
     } else if (!peek().is(")")) {
-        call->distinct = accept("distinct");
         do call->parts.push_back(expression());
         while (accept(","));
     }
@@ -196,10 +194,9 @@ ExpressionPtr Parser::functionCall(std::string name) {
 ExpressionPtr Parser::conversion() {
     auto whole = make(Form::convert);
     expect("(");
-    whole->type = type(30);
+    expect("int");
     expect(",");
     whole->parts.push_back(expression());
-    if (accept(",")) whole->style = wholeNumber();
     expect(")");
     return whole;
 }

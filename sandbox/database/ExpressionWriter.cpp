@@ -1,6 +1,6 @@
 #include "sandbox/database/ExpressionWriter.h"
 
-#include "sandbox/database/DecimalText.h"
+#include "sandbox/database/Cell.h"
 #include "sandbox/database/Errors.h"
 
 #include <limits>
@@ -50,25 +50,22 @@ std::string ExpressionWriter::stored(const TypedText& value, const SqlType& to) 
 }
 
 TypedText ExpressionWriter::number(const Expression& expression) const {
-    if (expression.form == Form::real) {
-        // SQLite reads "1e3" itself; what it cannot hold is infinite and refused here.
-        return {expression.name, {Kind::real}};
-    }
     if (expression.parameter > 0) return {parameterName(expression), {Kind::integer}};
-    const std::string exact = parseDecimal(expression.name).value_or("0");
-    if (expression.form == Form::whole && compareDecimals(exact, "2147483647") <= 0) return {exact, {Kind::integer}};
-    const int scale = decimalScale(exact);
-    const int size = wholeDigits(exact) + scale;
+    const basic::Digits exact = parseDecimal(expression.name).value_or(basic::Digits());
+    const std::string text = basic::plainText(exact);
+    if (expression.form == Form::whole && basic::compare(exact, basic::digitsOf(std::int64_t{2147483647})) <= 0)
+        return {text, {Kind::integer}};
+    const int scale = static_cast<int>(exact.fraction.size());
+    const int size = static_cast<int>(exact.whole.size()) + scale;
     if (size > 38) fail(kSyntaxError, "The number '" + expression.name + "' is out of the range of numbers.");
-    return {quotedText(exact), {Kind::decimal, std::max(size, 1), scale}};
+    return {quotedText(text), {Kind::decimal, std::max(size, 1), scale}};
 }
 
 TypedText ExpressionWriter::value(const Expression& expression) const {
     switch (expression.form) {
     case Form::null: return {"NULL", {}};
     case Form::whole:
-    case Form::decimal:
-    case Form::real: return number(expression);
+    case Form::decimal: return number(expression);
     case Form::text:
         if (expression.parameter == 0) wantReadable(expression.name);
         return {expression.parameter > 0 ? parameterName(expression) : quotedText(expression.name),
@@ -81,11 +78,10 @@ TypedText ExpressionWriter::value(const Expression& expression) const {
     }
     case Form::column: return column(expression);
     case Form::call: return call(expression);
-    case Form::convert: return explicitConversion(expression);
+    case Form::convert: return toInt(expression);
     case Form::negate: {
         const TypedText inner = value(*expression.parts[0]);
         if (inner.type.kind == Kind::decimal) return {"ss_negate(" + inner.sql + ")", inner.type};
-        if (inner.type.kind == Kind::text) return {"(-" + converted(inner, {Kind::integer}).sql + ")", {Kind::integer}};
         if (!isNumber(inner.type.kind) && inner.type.kind != Kind::unknown)
             fail(kSyntaxError, "Operand data type " + typeName(inner.type) + " is invalid for minus operator.");
         return {"(-" + inner.sql + ")", inner.type};
@@ -133,45 +129,21 @@ TypedText ExpressionWriter::caseOf(const Expression& expression) const {
     return {sql + " END", type};
 }
 
-TypedText ExpressionWriter::explicitConversion(const Expression& expression) const {
+TypedText ExpressionWriter::toInt(const Expression& expression) const {
     const TypedText inner = value(*expression.parts[0]);
-    const SqlType& to = expression.type;
-    if (expression.style)
-        return {"ss_style(" + inner.sql + typeArguments(inner.type, to) + ", " + std::to_string(*expression.style) +
-                    ")",
-                to};
+    const SqlType to{Kind::integer};
     return {"ss_to(" + inner.sql + typeArguments(inner.type, to) + ")", to};
 }
 
 TypedText ExpressionWriter::arithmetic(const Expression& expression) const {
-    TypedText left = value(*expression.parts[0]);
-    TypedText right = value(*expression.parts[1]);
-    const std::string& symbol = expression.name;
-    SqlType type = commonType(left.type, right.type);
-    if (type.kind == Kind::unknown) return {"NULL", {Kind::integer}};
-    auto refuse = [&] { fail(kSyntaxError, "Operator " + symbol + " is not known here for " + typeName(type) + "."); };
-    if (type.kind == Kind::text) {
-        if (symbol != "+") refuse();
-        type.size = 0;
-        type.fixed = false;
-        return {"(" + left.sql + " || " + right.sql + ")", type};
-    }
-    if (type.kind == Kind::dateTime) refuse();
-    left = converted(std::move(left), type);
-    right = converted(std::move(right), type);
-    if (type.kind == Kind::decimal) {
-        SqlType result = type;
-        result.size = 38;
-        return {(symbol == "+" ? "ss_add(" : "ss_subtract(") + left.sql + ", " + right.sql + ")", result};
-    }
-    std::string sql = "(" + left.sql + " " + symbol + " " + right.sql + ")";
-    if (type.kind == Kind::bit) type.kind = Kind::integer;
-    if (isWholeNumber(type.kind)) {
-        const SqlType wide{Kind::bigInt};
-        if (type.kind < Kind::integer) type.kind = Kind::integer;
-        if (type.kind == Kind::integer) sql = "ss_to(" + sql + typeArguments(wide, type) + ")";
-    }
-    return {std::move(sql), type};
+    const TypedText left = value(*expression.parts[0]);
+    const TypedText right = value(*expression.parts[1]);
+    for (const Kind kind : {left.type.kind, right.type.kind})
+        if (!isWholeNumber(kind) && kind != Kind::unknown)
+            fail(kSyntaxError, "Operator " + expression.name + " is not known here for " + typeName({kind}) + ".");
+    const SqlType to{Kind::integer};
+    return {"ss_to(" + left.sql + " " + expression.name + " " + right.sql + typeArguments({Kind::bigInt}, to) + ")",
+            to};
 }
 
 std::string ExpressionWriter::compared(TypedText left, const std::string& symbol, TypedText right) const {

@@ -55,7 +55,7 @@ private:
     TypedText aggregate(const Expression& expression) const;
     TypedText arithmetic(const Expression& expression) const;
     TypedText caseOf(const Expression& expression) const;
-    TypedText explicitConversion(const Expression& expression) const;
+    TypedText toInt(const Expression& expression) const;
     TypedText subquery(const Expression& expression) const;
     TypedText text(const Expression& expression) const;
     TypedText number(const Expression& expression) const;

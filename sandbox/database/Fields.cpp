@@ -8,21 +8,6 @@ namespace {
 using automation::Arguments;
 using automation::Value;
 
-/// The data access interface's number for a field's type.
-std::int32_t typeCode(const SqlType& type) {
-    switch (type.kind) {
-    case Kind::bit: return 11;
-    case Kind::smallInt: return 2;
-    case Kind::bigInt: return 20;
-    case Kind::money: return 6;
-    case Kind::decimal: return 131;
-    case Kind::real: return 5;
-    case Kind::dateTime: return 135;
-    case Kind::text: return type.fixed ? (type.wide ? 130 : 129) : (type.wide ? 202 : 200);
-    default: return 3;
-    }
-}
-
 /// Characters that a text holds. The numbers and dates are given the bytes of the widest.
 std::int32_t definedSize(const SqlType& type) {
     constexpr std::int32_t kUnlimited = 0x3FFFFFFF;
@@ -61,8 +46,6 @@ const automation::Members<Field>& Field::members() {
         auto put = [](Field& self, const Value& value) { self.records_->setValue(self.index_, value); };
         m.property("Value", get, put);
         m.property("", get, put);
-        m.readOnly("Name", [](Field& self) { return Value(self.column().name); });
-        m.readOnly("Type", [](Field& self) { return Value(typeCode(self.column().type)); });
         m.readOnly("DefinedSize", [](Field& self) { return Value(definedSize(self.column().type)); });
         return m;
     }();

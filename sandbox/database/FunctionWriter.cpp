@@ -28,7 +28,7 @@ constexpr std::array<TextFunction, 7> kTextFunctions{{
 }};
 
 void wantArguments(const Expression& call, std::size_t count) {
-    if (call.parts.size() != count || call.star || call.distinct)
+    if (call.parts.size() != count || call.star)
         fail(kSyntaxError, "The " + call.name + " function requires " + std::to_string(count) + " arguments.");
 }
 
@@ -43,15 +43,16 @@ bool isAggregate(const Expression& expression) {
 
 TypedText ExpressionWriter::aggregate(const Expression& expression) const {
     auto is = [&](std::string_view name) { return automation::sameName(name, expression.name); };
-    if (is("count") && expression.star) return {"count(*)", {Kind::integer}};
-    if (expression.parts.size() != 1 || expression.star)
-        fail(kSyntaxError, "The " + expression.name + " function requires 1 argument.");
+    if (is("count")) {
+        if (!expression.star) fail(kSyntaxError, "Of count, only count(*) is known here.");
+        return {"count(*)", {Kind::integer}};
+    }
+    if (expression.parts.size() != 1) fail(kSyntaxError, "The " + expression.name + " function requires 1 argument.");
     if (isAggregate(*expression.parts[0]))
         fail(kSyntaxError, "Cannot perform an aggregate function on an expression containing an aggregate.");
     const TypedText inner = value(*expression.parts[0]);
-    const std::string argument = (expression.distinct ? "DISTINCT " : "") + collated(inner);
+    const std::string argument = collated(inner);
     const Kind kind = inner.type.kind;
-    if (is("count")) return {"count(" + argument + ")", {Kind::integer}};
     if (is("min") || is("max")) {
         if (kind == Kind::bit)
             fail(kSyntaxError, "Operand data type bit is invalid for " + expression.name + " operator.");

@@ -74,14 +74,13 @@ int Parser::wholeNumber() {
     return number;
 }
 
-SqlType Parser::type(int textSize) {
+SqlType Parser::type() {
     const Token word = take();
     SqlType type = typeNamed(word.text);
     if (word.sort != Token::Sort::word || type.kind == Kind::unknown)
         fail(kSyntaxError, "'" + word.text + "' is not a type that is known here.");
-    if (type.kind == Kind::text && type.size == 1) type.size = textSize;
     if (!accept("(")) return type;
-    type.size = accept("max") ? 0 : wholeNumber();
+    type.size = wholeNumber();
     if (accept(",")) type.scale = wholeNumber();
     expect(")");
     if (type.kind == Kind::decimal && (type.size < 1 || type.size > 38 || type.scale > type.size))
@@ -110,14 +109,8 @@ std::unique_ptr<Select> Parser::select() {
     while (accept("intersect")) first->intersected.push_back(selectCore());
     if (accept("order")) {
         expect("by");
-        do {
-            OrderItem item{expression()};
-            if (accept("desc"))
-                item.descending = true;
-            else
-                accept("asc");
-            first->orderBy.push_back(std::move(item));
-        } while (accept(","));
+        do first->orderBy.push_back(expression());
+        while (accept(","));
     }
     return first;
 }
@@ -184,7 +177,7 @@ Source Parser::source() {
 
 Insert Parser::insert() {
     expect("insert");
-    accept("into");
+    expect("into");
     Insert insert;
     insert.table = name();
     if (peek().is("(")) insert.columns = names();
@@ -215,7 +208,6 @@ Update Parser::update() {
 
 Delete Parser::deletion() {
     expect("delete");
-    accept("from");
     Delete deletion;
     deletion.table = name();
     if (accept("where")) deletion.where = expression();

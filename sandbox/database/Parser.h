@@ -17,8 +17,7 @@ public:
     Statement statement();
     ExpressionPtr expression();
     std::unique_ptr<Select> select();
-    /// Text without a size gets `textSize`.
-    SqlType type(int textSize = 1);
+    SqlType type();
 
     const Token& peek(std::size_t ahead = 0) const;
     Token take();

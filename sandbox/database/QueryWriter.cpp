@@ -138,9 +138,9 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
     std::string sql;
     std::string unused;
     std::optional<Scope> scope;
-    for (const OrderItem& item : select.orderBy) {
+    for (const ExpressionPtr& item : select.orderBy) {
         sql += sql.empty() ? " ORDER BY " : ", ";
-        const Expression& expression = *item.expression;
+        const Expression& expression = *item;
         std::size_t position = 0;
         if (expression.form == Form::whole) fail(kSyntaxError, "ORDER BY a position is not known here.");
         if (expression.form == Form::column && expression.qualifier.empty()) {
@@ -156,7 +156,6 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
             if (!scope) scope = scopeOf(select, outer, unused);
             sql += ExpressionWriter::collated(ExpressionWriter(*this, *scope).value(expression));
         }
-        if (item.descending) sql += " DESC";
     }
     return sql;
 }

@@ -19,16 +19,14 @@ std::vector<std::string> baseColumns(const std::vector<OutputColumn>& columns) {
     return names;
 }
 
-/// The row's values under the table's key, taken by `valueOf(column name)`. Empty where the key is not in the row.
+/// The row's values under the table's key, taken by `valueOf(column name)`.
 template <class ValueOf> std::vector<ColumnValue> keyOf(const Table& table, ValueOf valueOf) {
     std::vector<ColumnValue> key;
-    const Key* primary = table.primaryKey();
-    if (!primary) return key;
-    for (const std::string& name : primary->columns) {
-        const std::optional<Value> value = valueOf(name);
-        if (!value) return {};
-        key.push_back({table.column(name), *value});
-    }
+    if (const Key* primary = table.primaryKey())
+        for (const std::string& name : primary->columns)
+            if (const std::optional<Value> value = valueOf(name)) key.push_back({table.column(name), *value});
+    if (key.empty() || key.size() < table.primaryKey()->columns.size())
+        fail(kServerFailure, "Insufficient key column information for updating or refreshing.");
     return key;
 }
 
@@ -45,7 +43,7 @@ void Recordset::setValue(std::size_t index, const Value& value) {
     if (editing_ == Editing::none && atEnd()) fail(kNoCurrentRecord);
     const Table* table = database().schema().table(data_.baseTable);
     const Column* column = table->column(columns()[index].baseColumn);
-    if (!column || column->identity) fail(kMultipleStepErrors);
+    if (!column) fail(kMultipleStepErrors);
     Value converted = fieldValue(*column, value);
     if (editing_ == Editing::none) {
         editing_ = Editing::changing;
@@ -87,16 +85,10 @@ void Recordset::insertPending() {
         db.execute(insertStatement(table, values));
         // The new row as the table has it now, with what the server filled in.
         const auto key = keyOf(table, [&](const std::string& name) -> std::optional<Value> {
-            if (table.column(name)->identity) return Value(static_cast<std::int32_t>(db.lastIdentity()));
             for (const ColumnValue& item : values)
                 if (automation::sameName(item.column->name, name)) return item.value;
             return std::nullopt;
         });
-        if (key.empty()) {
-            for (std::size_t i = 0; i < pending_.size(); ++i)
-                if (pending_[i]) row[i] = *pending_[i];
-            return;
-        }
         const Outcome fresh = db.executeSilently(selectStatement(table, baseColumns(columns()), key));
         if (fresh.rows.empty()) return;
         std::size_t next = 0;
@@ -116,7 +108,6 @@ void Recordset::writePending() {
             if (automation::sameName(columns()[i].baseColumn, name)) return row[i];
         return std::nullopt;
     });
-    if (key.empty()) fail(kServerFailure, "Insufficient key column information for updating or refreshing.");
     std::vector<ColumnValue> changes;
     for (std::size_t i = 0; i < pending_.size(); ++i)
         if (pending_[i] && !(*pending_[i] == row[i]))

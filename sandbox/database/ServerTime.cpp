@@ -101,26 +101,15 @@ std::optional<Moment> parseMoment(std::string_view text) {
     return roundToTick(*day + *time);
 }
 
-std::optional<std::string> momentText(Moment moment, int style) {
+std::string momentText(Moment moment) {
     const Moment dayNumber = floorDiv(moment, kMillisecondsPerDay);
     const year_month_day date{kDayZero + days(dayNumber)};
-    const int y = static_cast<int>(date.year());
-    const int m = static_cast<int>(static_cast<unsigned>(date.month()));
-    const int d = static_cast<int>(static_cast<unsigned>(date.day()));
     const int inDay = static_cast<int>(moment - dayNumber * kMillisecondsPerDay);
-    const int hour = inDay / 3'600'000, minute = inDay / 60'000 % 60, second = inDay / 1000 % 60, milli = inDay % 1000;
     char out[64];
-    auto write = [&](const char* pattern, auto... values) {
-        std::snprintf(out, sizeof out, pattern, values...);
-        return std::string(out);
-    };
-    switch (style) {
-    case 103: return write("%02d/%02d/%04d", d, m, y);
-    case 111: return write("%04d/%02d/%02d", y, m, d);
-    case 120: return write("%04d-%02d-%02d %02d:%02d:%02d", y, m, d, hour, minute, second);
-    case 121: return write("%04d-%02d-%02d %02d:%02d:%02d.%03d", y, m, d, hour, minute, second, milli);
-    default: return std::nullopt;
-    }
+    std::snprintf(out, sizeof out, "%04d%02u%02u %02d:%02d:%02d.%03d", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), inDay / 3'600'000,
+                  inDay / 60'000 % 60, inDay / 1000 % 60, inDay % 1000);
+    return out;
 }
 
 Moment now() {

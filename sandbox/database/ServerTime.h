@@ -24,8 +24,8 @@ automation::Date dateOf(Moment moment);
 /// text is 1900-01-01. Nothing for other text or a day that does not exist; years run from 1753.
 std::optional<Moment> parseMoment(std::string_view text);
 
-/// After a style number of the server's convert: 103, 111, 120, 121. Nothing for others.
-std::optional<std::string> momentText(Moment moment, int style);
+/// As "yyyymmdd hh:mm:ss.mmm", which is read alike whatever date order the session has.
+std::string momentText(Moment moment);
 
 /// The machine's local time.
 Moment now();

@@ -2,7 +2,6 @@
 
 #include "basic/Text.h"
 #include "sandbox/database/Cell.h"
-#include "sandbox/database/DecimalText.h"
 #include "sandbox/database/Errors.h"
 #include "sandbox/database/ServerTime.h"
 #include "sandbox/database/SqliteCell.h"
@@ -57,6 +56,9 @@ void report(sqlite3_context* context) {
 
 using Body = Cell (*)(const Call&);
 
+/// A decimal as its column keeps it.
+basic::Digits stored(std::string_view text) { return parseDecimal(text).value_or(basic::Digits()); }
+
 /// NULL in any argument gives NULL, as in all of the server's functions that are registered with this.
 template <Body body> void strict(sqlite3_context* context, int count, sqlite3_value** values) {
     try {
@@ -85,14 +87,12 @@ SqlType targetType(const Call& call) {
 }
 
 Cell convertTo(const Call& call) { return convertCell(call.cell(0), call.type(1), targetType(call)); }
-Cell convertWithStyle(const Call& call) {
-    return convertCell(call.cell(0), call.type(1), targetType(call), call.small(5));
-}
 Cell put(const Call& call) { return storeCell(call.cell(0), call.type(1), targetType(call)); }
 
-Cell add(const Call& call) { return addDecimals(call.text(0), call.text(1)); }
-Cell subtract(const Call& call) { return addDecimals(call.text(0), negateDecimal(call.text(1))); }
-Cell negate(const Call& call) { return negateDecimal(call.text(0)); }
+Cell negate(const Call& call) {
+    const basic::Digits number = stored(call.text(0));
+    return basic::plainText(basic::scaled(!number.negative, number.whole, number.fraction, 0));
+}
 
 Cell length(const Call& call) { return std::int64_t(basic::len(basic::rtrim(call.text(0)))); }
 Cell upper(const Call& call) { return basic::ucase(call.text(0)); }
@@ -178,7 +178,7 @@ void sumStep(sqlite3_context* context, int, sqlite3_value** values) {
         std::string* sum = stateOf<std::string>(context, true);
         if (!sum) return sqlite3_result_error_nomem(context);
         const std::string_view text = Call(context, values).text(0);
-        *sum = sum->empty() ? std::string(text) : addDecimals(*sum, text);
+        *sum = sum->empty() ? std::string(text) : basic::plainText(basic::sum(stored(*sum), stored(text)));
     } catch (...) {
         report(context);
     }
@@ -195,8 +195,8 @@ int collateServer(void*, int aSize, const void* a, int bSize, const void* b) {
 }
 
 int collateDecimal(void*, int aSize, const void* a, int bSize, const void* b) {
-    return compareDecimals({static_cast<const char*>(a), static_cast<std::size_t>(aSize)},
-                           {static_cast<const char*>(b), static_cast<std::size_t>(bSize)});
+    return basic::compare(stored({static_cast<const char*>(a), static_cast<std::size_t>(aSize)}),
+                          stored({static_cast<const char*>(b), static_cast<std::size_t>(bSize)}));
 }
 
 } // namespace
@@ -208,18 +208,9 @@ void registerFunctions(sqlite3* connection, Raised& raised) {
         void (*function)(sqlite3_context*, int, sqlite3_value**);
     };
     static const Entry kEntries[] = {
-        {"ss_to", 5, strict<convertTo>},
-        {"ss_style", 6, strict<convertWithStyle>},
-        {"ss_put", 5, strict<put>},
-        {"ss_add", 2, strict<add>},
-        {"ss_subtract", 2, strict<subtract>},
-        {"ss_negate", 1, strict<negate>},
-        {"ss_len", 1, strict<length>},
-        {"ss_upper", 1, strict<upper>},
-        {"ss_right", 2, strict<right>},
-        {"ss_substring", 3, strict<substring>},
-        {"ss_replace", 3, strict<replace>},
-        {"ss_like", 2, strict<like>},
+        {"ss_to", 5, strict<convertTo>},        {"ss_put", 5, strict<put>},         {"ss_negate", 1, strict<negate>},
+        {"ss_len", 1, strict<length>},          {"ss_upper", 1, strict<upper>},     {"ss_right", 2, strict<right>},
+        {"ss_substring", 3, strict<substring>}, {"ss_replace", 3, strict<replace>}, {"ss_like", 2, strict<like>},
         {"ss_isnumeric", 1, plain<isNumeric>},
     };
     constexpr int kFlags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;

@@ -13,7 +13,7 @@ enum class Kind {
     bit,      ///< INTEGER 0 or 1
     smallInt, ///< INTEGER
     integer,  ///< INTEGER
-    bigInt,   ///< INTEGER; of no column, but what sums are before they are checked
+    bigInt,   ///< INTEGER
     money,    ///< INTEGER, ten-thousandths
     decimal,  ///< TEXT with exactly `scale` decimals, so that no digit is lost
     real,     ///< REAL

@@ -1,5 +1,5 @@
 // What statements that differ only in their plain values have in common, so that one prepared statement serves them
-// all.
+// all: without that, a slip of 5,000 lines takes 3.3 times what its statements do, not 1.4 (`benchmarks`).
 #pragma once
 
 #include "sandbox/database/Ast.h"

@@ -13,7 +13,6 @@ struct Token {
         text,     ///< 'text' or N'text', doubled quotes made single
         whole,    ///< 12
         decimal,  ///< 1.5
-        real,     ///< 1e3
         variable, ///< @name, with its "@"
         symbol,   ///< an operator or punctuation mark
         end,

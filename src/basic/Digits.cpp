@@ -150,6 +150,36 @@ Digits digitsOf(automation::Currency amount) {
     return scaled(number.negative, std::move(number.whole), "", -4);
 }
 
+Digits sum(const Digits& a, const Digits& b) {
+    const std::size_t places = std::max(a.fraction.size(), b.fraction.size());
+    const std::size_t length = std::max(a.whole.size(), b.whole.size()) + 1 + places; // one for a carry
+    const auto aligned = [&](const Digits& number) {
+        std::string digits(length - places - number.whole.size(), '0');
+        digits += number.whole + number.fraction;
+        digits.resize(length, '0');
+        return digits;
+    };
+    std::string result = aligned(a), other = aligned(b);
+    const bool subtracts = a.negative != b.negative;
+    const bool swaps = subtracts && result < other;
+    if (swaps) std::swap(result, other);
+    int carry = 0;
+    for (std::size_t i = length; i-- > 0;) {
+        const int digit = (result[i] - '0') + (subtracts ? '0' - other[i] : other[i] - '0') + carry;
+        carry = digit < 0 ? -1 : digit / 10;
+        result[i] = static_cast<char>('0' + (digit + 10) % 10);
+    }
+    return scaled(swaps ? b.negative : a.negative, result.substr(0, length - places), result.substr(length - places),
+                  0);
+}
+
+int compare(const Digits& a, const Digits& b) {
+    if (a.negative != b.negative) return a.negative ? -1 : 1;
+    int order = a.whole.size() < b.whole.size() ? -1 : a.whole.size() > b.whole.size() ? 1 : a.whole.compare(b.whole);
+    if (order == 0) order = a.fraction.compare(b.fraction);
+    return a.negative ? -order : order;
+}
+
 void roundToPlaces(Digits& number, std::size_t places) {
     if (number.fraction.size() <= places) return;
     const bool up = number.fraction[places] >= '5';
@@ -180,10 +210,11 @@ double toDouble(const Digits& number) {
     automation::raise(automation::kOverflow);
 }
 
-std::string plainText(const Digits& number) {
+std::string plainText(const Digits& number, std::size_t places) {
     std::string text = number.negative ? "-" : "";
     text += number.whole.empty() ? "0" : number.whole;
-    if (!number.fraction.empty()) text += "." + number.fraction;
+    if (!number.fraction.empty() || places > 0) text += "." + number.fraction;
+    if (number.fraction.size() < places) text.append(places - number.fraction.size(), '0');
     return text;
 }
 

@@ -33,6 +33,10 @@ Digits digitsOf(double number);
 Digits digitsOf(std::int64_t number);
 Digits digitsOf(automation::Currency amount);
 
+Digits sum(const Digits& a, const Digits& b);
+/// Negative, 0 or positive.
+int compare(const Digits& a, const Digits& b);
+
 /// Rounds to `places` digits after the point, halves away from zero.
 void roundToPlaces(Digits& number, std::size_t places);
 /// The nearest whole number, halves to the even one; nothing when it does not fit.
@@ -40,7 +44,8 @@ std::optional<std::int64_t> roundedHalfToEven(const Digits& number);
 
 /// Error 6 when it is too large for a double.
 double toDouble(const Digits& number);
-/// For example "-0.5"; never an exponent.
-std::string plainText(const Digits& number);
+/// For example "-0.5"; never an exponent. With so many zeros at the end that it has at least `places` digits after the
+/// point.
+std::string plainText(const Digits& number, std::size_t places = 0);
 
 } // namespace basic

@@ -1,16 +1,24 @@
-// Expecting a run-time error by its number.
+// Expecting a run-time error.
 #pragma once
 
 #include "automation/RunTimeError.h"
 
 #include <gtest/gtest.h>
 
-/// The number of the error that `action` ends in, 0 when it ends well.
-template <class Action> long errorOf(Action action) {
+struct Failure {
+    long number = 0; ///< 0 where there was none
+    std::string text = "no error";
+    std::string source;
+};
+
+template <class Action> Failure failureOf(Action action) {
     try {
         action();
-        return 0;
+        return {};
     } catch (const automation::RunTimeError& error) {
-        return error.number();
+        return {error.number(), error.description(), error.source()};
     }
 }
+
+/// The number of the error that `action` ends in, 0 when it ends well.
+template <class Action> long errorOf(Action action) { return failureOf(action).number; }

@@ -1,5 +1,7 @@
 #include "basic/Numbers.h"
 
+#include "basic/Digits.h"
+
 #include "tests/basic/ExpectError.h"
 
 #include <limits>
@@ -72,6 +74,30 @@ TEST(NumberText, ShowsFifteenDigits) {
     EXPECT_EQ(errorOf([] { numberText(std::numeric_limits<double>::infinity()); }), kOverflow);
     EXPECT_EQ(val(decimalText(std::numeric_limits<double>::denorm_min())), std::numeric_limits<double>::denorm_min());
     EXPECT_EQ(decimalText(1e300).size(), 301u);
+}
+
+TEST(Digits, AddAndCompareWithoutLosingOne) {
+    const struct {
+        const char* a;
+        const char* b;
+        const char* sum;
+        int order;
+    } cases[] = {
+        {"123456789012345678.125", "0.001", "123456789012345678.126", 1},
+        {"9.5", "10", "19.5", -1},
+        {"999.9", "0.1", "1000", 1},
+        {"-1.5", "1.50", "0", -1},
+        {"2", "-10.25", "-8.25", 1},
+        {"-2", "-10.25", "-12.25", 1},
+        {"0.100", ".1", "0.2", 0},
+    };
+    for (const auto& c : cases) {
+        const Digits a = *parseNumber(c.a), b = *parseNumber(c.b);
+        EXPECT_EQ(plainText(sum(a, b)), c.sum) << c.a;
+        EXPECT_EQ(plainText(sum(b, a)), c.sum) << c.b;
+        const int order = compare(a, b);
+        EXPECT_EQ(order < 0 ? -1 : order > 0, c.order) << c.a;
+    }
 }
 
 } // namespace

@@ -1,13 +1,12 @@
 // A small company in memory, and shorthand for asking it.
 #pragma once
 
-#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "sandbox/database/Company.h"
 #include "sandbox/database/Errors.h"
 #include "sandbox/database/Recordset.h"
+#include "tests/basic/ExpectError.h"
 
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
@@ -27,21 +26,6 @@ std::string shown(const Value& value);
 
 /// Rows separated by "|", columns by ",".
 std::string rows(sandbox::Connection& connection, const std::string& statement);
-
-/// The number and text of the error that the statement gives, or "no error".
-struct Failure {
-    long number = 0;
-    std::string text;
-};
-template <class Work> Failure failureOf(Work work) {
-    try {
-        work();
-    } catch (const automation::RunTimeError& error) {
-        EXPECT_EQ(error.source() == "Sandbox database" || error.number() < 1000, true);
-        return {error.number(), error.description()};
-    }
-    return {0, "no error"};
-}
 
 inline RecordsetPtr opened(const ConnectionPtr& connection, const std::string& source, std::int32_t cursor = 1,
                            std::int32_t lock = 3) {

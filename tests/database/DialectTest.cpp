@@ -34,8 +34,7 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select upper('a\xC3\xA4'), ltrim('  a '), rtrim(' a  ')", "'A\xC3\x84','a ',' a'"},
         {"select replace('To Shop, shop', 'SHOP', 'Branch'), replace('aaa', 'a', ''), replace('abc', '', 'x')",
          "'To Branch, Branch','','abc'"},
-        {"select 'a' + 'b' + NULL", "NULL"},
-        {"select 'it''s' + ' ' + N'fine'", "'it's fine'"},
+        {"select 'it''s', N'fine'", "'it's','fine'"},
         // isnumeric is wider than convert.
         {"select isnumeric('12'), isnumeric(' 12 '), isnumeric('-1.5'), isnumeric('1e3'), isnumeric('1,000')",
          "1,1,1,1,1"},
@@ -45,22 +44,10 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select isnumeric(5)", "1"},
         // Conversions.
         {"select convert(int, '12'), convert(int, ' -7 '), convert(int, ''), convert(int, '+5')", "12,-7,0,5"},
-        {"select convert(int, 2.9), convert(int, -2.9), convert(int, 2.5e0)", "2,-2,2"},
-        {"select convert(varchar(3), 'abcdef'), convert(varchar, 12), convert(int, '7') + 1", "'abc','12',8"},
-        {"select convert(decimal(9,2), '1.005'), convert(decimal(9,2), -2.675), convert(decimal(5,0), '99999')",
-         "decimal 1.01,decimal -2.68,decimal 99999"},
-        {"select convert(money, '1,234.56789'), convert(bit, 5), convert(bit, 'False')", "money 12345679,True,False"},
-        {"select convert(varchar(10), convert(datetime, '20240305'), 103), convert(varchar, convert(datetime, "
-         "'2024/3/5 "
-         "14:07:09'), 120)",
-         "'05/03/2024','2024-03-05 14:07:09'"},
-        {"select convert(char(4), 'ab') + '|'", "'ab  |'"},
-        {"select convert(smallint, 7), convert(float, '1.5')", "small 7,double 1.5"},
+        {"select convert(int, 2.9), convert(int, -2.9), convert(int, itemrate) from aitem", "2,-2,1|2,-2,2"},
         // Numbers.
-        {"select 1.10 + 2.205, 1 - 0.001", "decimal 3.305,decimal 0.999"},
+        {"select 1 + 2 - 5, 1.10, NULL + 1", "-2,decimal 1.1,NULL"},
         {"select 99999999999", "decimal 99999999999"},
-        {"select 123456789012345678.125 + 0.001", "decimal 123456789012345678.126"},
-        {"select '5' + 1", "6"},
         {"select case when 0.10 = .1 then 1 else 0 end, case when 9.5 < 10 then 1 else 0 end", "1,1"},
         {"select - -3, -(1.5)", "3,decimal -1.5"},
         // NULL.
@@ -68,19 +55,16 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select case when NULL = NULL then 1 else 0 end, case when NULL is null then 1 else 0 end", "0,1"},
         {"select case 2 when 1 then 'one' when 2 then 'two' end, case 3 when 1 then 'one' end", "'two',NULL"},
         // Dates.
-        {"select case when convert(datetime, '2024-03-05') = '20240305' then 1 else 0 end", "1"},
-        {"select convert(datetime, '2024/3/5 13:30'), convert(datetime, '')",
-         "#2024/03/05 13:30:00#,#1900/01/01 00:00:00#"},
+        {"select srhrequestid from mesRequesttoShopHeader where srhrequestdate = '2024-03-10'", "1"},
         // Groups and sets.
-        {"select count(*), count(part_code), max(itemrate), min(itemcode) from aitem", "2,1,money 20000,'A-100'"},
+        {"select count(*), max(itemrate), min(itemcode) from aitem", "2,money 20000,'A-100'"},
         {"select sum(srdgoodqty) from mesRequesttoShopDetail", "decimal 123456789012345680.125"},
         {"select sum(itemid), min(itemid) from aitem where itemid < 0", "NULL,NULL"},
-        {"select shopid, count(*) n from ashopitemdetail group by shopid order by n desc", "1,2|2,1"},
-        {"select count(distinct shortcutno) from ashopitemdetail", "1"},
+        {"select shopid, count(*) n from ashopitemdetail group by shopid order by n", "2,1|1,2"},
         {"select itemcategoryid from ashopitemcategory where shopid=1 intersect select itemcategoryid from "
          "ashopitemcategory where shopid=2",
          "10"},
-        {"select top 2 shopid from aShops order by shopname desc", "2|1"},
+        {"select top 2 shopid from aShops order by shopname", "3|4"},
         {"select x.n + 1 from (select max(itemid) n from aitem) x", "102"},
         {"select s.shopid, d.itemid from aShops s inner join ashopitemdetail d on d.shopid = s.shopid where s.shopid > 1",
          "2,100"},
@@ -123,6 +107,17 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         {"select shopid from aShops group by shopid having 1 = 1", kSyntaxError, "Incorrect syntax near 'having'."},
         {"select shopid from aShops where shopid between 1 and 2", kSyntaxError, "Incorrect syntax near 'between'."},
         {"select itemid from aitem order by 1", kSyntaxError, "ORDER BY a position is not known here."},
+        {"select itemid from aitem order by itemid desc", kSyntaxError, "Incorrect syntax near 'desc'."},
+        {"select convert(varchar(9), 1)", kSyntaxError, "Incorrect syntax near 'varchar'."},
+        {"select convert(int, '1', 103)", kSyntaxError, "Incorrect syntax near ','."},
+        {"select 1e3", kSyntaxError, "Numbers with an exponent are not known here."},
+        {"select count(itemid) from aitem", kSyntaxError, "Of count, only count(*) is known here."},
+        {"select count(distinct itemid) from aitem", kSyntaxError, "Incorrect syntax near 'itemid'."},
+        {"select 'a' + 'b'", kSyntaxError, "Operator + is not known here for varchar."},
+        {"select 1.5 + 1", kSyntaxError, "Operator + is not known here for numeric."},
+        {"delete from aitem", kSyntaxError, "Incorrect syntax near 'from'."},
+        {"insert acity values (1)", kSyntaxError, "Incorrect syntax near 'acity'."},
+        {"select len(getdate())", kConversionError, "A datetime is not converted to text here."},
         {"select getdate() + 1", kSyntaxError, "Operator + is not known here for datetime."},
         {"select a from nowhere", kSyntaxError, "Invalid object name 'nowhere'."},
         {"select nothing from aitem", kSyntaxError, "Invalid column name 'nothing'."},
@@ -173,7 +168,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
          "Syntax error converting the varchar value 'abc' to a column of data type int."},
         {"select srhrequestid from mesRequesttoShopHeader where srhrequestdate > '20240231'", kConversionError,
          "Syntax error converting datetime from character string."},
-        {"select convert(decimal(5,2), '1000')", kDataOverflow,
+        {"update mesRequesttoShopDetail set srdgoodqty = '9999999999999999999'", kDataOverflow,
          "Arithmetic overflow error converting varchar to data type numeric."},
         {"select 2147483647 + 1", kDataOverflow, "Arithmetic overflow error converting expression to data type int."},
         {"select right('abc', -1)", kServerFailure, "Invalid length parameter passed to the right function."},
@@ -198,6 +193,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         const Failure failure = failureOf([&] { connection->database().execute(one.statement); });
         EXPECT_EQ(failure.number, one.number);
         EXPECT_EQ(failure.text, one.text);
+        EXPECT_EQ(failure.source, "Sandbox database");
     }
     const std::string zero("a\0b", 3);
     for (const std::string& statement : {"select 1 " + zero, "select top 1 " + zero})
@@ -214,7 +210,7 @@ TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
     EXPECT_EQ(rows(*connection, "select srhrequestid, srhrequestno, srhrequestdate, srhused, SRHcancelled, "
                                 "srhTransfinished, updatetime from mesRequesttoShopHeader where srhrequestid = 9"),
               "9,'N1   ',#2024/03/05 00:00:00#,False,False,small 0,NULL");
-    connection->database().execute("insert aUnit (UnitId, UnitCode, UnitName) values (5, 'TWELVE C    ', 'x')");
+    connection->database().execute("insert into aUnit (UnitId, UnitCode, UnitName) values (5, 'TWELVE C    ', 'x')");
     EXPECT_EQ(rows(*connection, "select UnitCode from aUnit where UnitId = 5"), "'TWELVE C  '") << "blanks may be cut";
     connection->database().execute("insert into loUserAuditing (CompanyID, ShopID, UserID, InterfaceID, DocumentID, "
                                    "DocumentNo, ActionType, LoggedTime) values (1,1,7,1507,'1','GR/1','N',getdate())");
@@ -227,6 +223,26 @@ TEST(Dialect, HeadOfficesPriceExistsOnce) {
     const Failure failure = failureOf(
         [&] { connection->database().execute("insert into losShopItemShipmentDetail values (100, 1, NULL, 9, 9)"); });
     EXPECT_EQ(failure.number, sandbox::kConstraintViolated) << "the server counts NULL as a value in a unique key";
+}
+
+// No column of the company has these types, but what a host joins may.
+TEST(Dialect, MoreTypesAreKept) {
+    auto connection = sandbox::createCompany(":memory:", "create table t (padded char(4), amount real, huge bigint)");
+    connection->database().execute("insert into t values ('ab', '1.5', 9007199254740993)");
+    EXPECT_EQ(rows(*connection, "select padded, amount, huge from t where padded = 'ab' and huge > 9007199254740992"),
+              "'ab  ',double 1.5,decimal 9007199254740993");
+}
+
+TEST(Dialect, DeepNestingIsRefused) {
+    auto connection = smallCompany();
+    const std::string open(5000, '('), close(5000, ')');
+    std::string sum = "select 1";
+    for (int i = 0; i < 5000; ++i) sum += "+1";
+    std::string negations = "select ";
+    for (int i = 0; i < 5000; ++i) negations += "- ";
+    for (const std::string& statement :
+         {"select " + open + "1" + close, sum, negations + "1", std::string("select ") + "(select " + open})
+        EXPECT_EQ(failureOf([&] { connection->call("Execute", statement); }).number, sandbox::kSyntaxError);
 }
 
 } // namespace

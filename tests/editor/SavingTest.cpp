@@ -96,11 +96,11 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
         EXPECT_EQ(stored[1][2], "0");
         EXPECT_EQ(
             company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
-                         " srhTransfinished, convert(varchar(10), srhrequestdate, 111), case when"
+                         " srhTransfinished, srhrequestdate, case when"
                          " SRHrequestTime > '20200101' then 'timed' end from mesRequesttoShopHeader"
                          " where srhshopid = 1 and srhrequestid = " +
                          id),
-            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "2026/03/31", "timed"}}));
+            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "31/03/2026", "timed"}}));
         EXPECT_EQ(company.rows(
                       "select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and DocumentID = '" +
                       id + "'"),
@@ -240,7 +240,8 @@ TEST_F(Saving, OthersWhoTakeTheNumberMeanwhileCostNothingUpToThreeTimes) {
     }
     const std::string newer =
         " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > " + std::to_string(oldId);
-    EXPECT_EQ(company.value("select count(distinct srhrequestno)" + newer), company.value("select count(*)" + newer));
+    EXPECT_EQ(company.rows("select distinct srhrequestno" + newer).size(),
+              company.rows("select srhrequestno" + newer).size());
 }
 
 // Another till holds its rows for longer than the server lets this one wait, and then lets them go.
@@ -444,8 +445,7 @@ TEST_F(Saving, BadInputIsRefusedInWordsAndCanBePutRight) {
         till.user.clicks("cmdOk");
         EXPECT_EQ(till.user.form(), "frmMaster");
         EXPECT_EQ(company.value(std::string("select ") +
-                                (std::string(c.box) == "txtRemarks" ? "SRHremarks"
-                                                                    : "convert(varchar(10), srhrequestdate, 103)") +
+                                (std::string(c.box) == "txtRemarks" ? "SRHremarks" : "srhrequestdate") +
                                 " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId()),
                   c.good);
     }

@@ -73,7 +73,7 @@ void readAndEdit(std::string_view statement) {
     for (int row = 0; row < kRowsEdited && !records->atEnd(); ++row) {
         for (std::int32_t i = 0; i < fields; ++i) {
             const automation::ObjectPtr field = records->call("Fields", i).objectPtr();
-            for (const char* member : {"Name", "Type", "Value"}) attempt([&] { field->get(member); });
+            for (const char* member : {"DefinedSize", "Value"}) attempt([&] { field->get(member); });
             const Value values[] = {field->get("Value"), automation::Null(), "1", std::int32_t(row), statement};
             attempt([&] { field->put("Value", values[(i + row) % std::size(values)]); });
         }
@@ -109,7 +109,7 @@ const std::vector<std::string>& words() {
 
 /// Exchanges, doubles, moves and drops whole tokens; half of the time bytes, which finds what no tokens are.
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
-    std::minstd_rand random(seed);
+    std::mt19937_64 random(seed);
     const auto pick = [&](std::size_t count) { return random() % count; };
     if (pick(3) == 0) return LLVMFuzzerMutate(data, size, most);
     const std::string statement(reinterpret_cast<const char*>(data), size);

@@ -43,7 +43,7 @@ TEST(SettingsFile, FindsTheFirstLineWithTheName) {
 }
 
 TEST(SettingsFile, ReadsRandomBytesAndTenMegabytes) {
-    std::mt19937 random(7);
+    std::mt19937_64 random(7);
     for (int round = 0; round < 200; ++round) {
         std::string content;
         for (int i = 0; i < 500; ++i)
