@@ -116,7 +116,8 @@ TEST_F(GridRows, SortKeepsHeaderAndCurrentRowAndTakesColoursAlong) {
     grid.selectRow(2);
     int moves = 0;
     grid.onRowColChange = [&] { ++moves; };
-    grid.sort(0, SortOrder::stringAscending);
+    EXPECT_EQ(grid.sort(0, SortOrder::stringAscending), 1) << "where the current row went";
+    EXPECT_EQ(grid.sort(0, SortOrder::stringAscending), 2) << "nothing moved";
     EXPECT_EQ(grid.cell(0, 0), "Zz header");
     EXPECT_EQ(grid.rowColour(3), 255);
     EXPECT_EQ(grid.rowColour(1), kSystemColour);
