@@ -22,7 +22,7 @@ constexpr int kRowHeight = 330;
 constexpr int kButtonWidth = 1300;
 constexpr int kButtonHeight = 390;
 
-enum FetchColumn { kFetchId, kFetchCode, kFetchDescription };
+enum GridColumn { kFetchId, kFetchCode, kFetchDescription };
 
 /// A choice of the boxes, and the column of the query that it stands for; its place is that of the grid's column.
 struct SearchColumn {
