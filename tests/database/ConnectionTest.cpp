@@ -1,5 +1,5 @@
 // Connections: transactions, two users of one file, dead lines, and the trace.
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 #include <chrono>
 #include <filesystem>

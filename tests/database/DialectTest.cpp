@@ -1,5 +1,5 @@
 // What the server's dialect means, statement by statement.
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Record sets as a caller of the data access interface meets them.
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Statements that differ only in their values share what is prepared, and still mean what each of them says.
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 #include "sandbox/database/StatementShape.h"
 

@@ -3,7 +3,7 @@
 #include "sandbox/database/SchemaReader.h"
 #include "sandbox/database/Script.h"
 #include "sandbox/database/Tokenizer.h"
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 #include <cctype>
 #include <cstdio>

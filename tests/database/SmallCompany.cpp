@@ -1,4 +1,4 @@
-#include "tests/database/Company.h"
+#include "tests/database/SmallCompany.h"
 
 #include "basic/Format.h"
 #include "basic/Numbers.h"
