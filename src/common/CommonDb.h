@@ -40,8 +40,9 @@ public:
                              const std::string& textField, const std::string& condition) const;
 
 private:
-    automation::Object& helper() const;
-    automation::Object& on(const std::string& table) const;
+    /// Kept alive over a call in which this helper may be dropped.
+    automation::ObjectPtr helper() const;
+    automation::ObjectPtr on(const std::string& table) const;
 
     automation::ObjectPtr helper_;
 };

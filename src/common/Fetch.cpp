@@ -15,13 +15,13 @@ Recordset Fetch::show(const FetchRequest& request, automation::ObjectPtr choice)
         captions.emplace_back(column.caption);
         widths.emplace_back(column.width);
     }
-    automation::Object& dialog = object();
+    const automation::ObjectPtr dialog = object();
     Recordset ours(choice); // closed at the end, whatever becomes of the dialog
     Value shared = choice;
-    dialog.putRef("adocon", request.connection);
-    dialog.put("strMsgboxTitle", request.messageBoxTitle);
-    dialog.put("lngUserID", request.userId);
-    dialog.put("strQuery", request.query);
+    dialog->putRef("adocon", request.connection);
+    dialog->put("strMsgboxTitle", request.messageBoxTitle);
+    dialog->put("lngUserID", request.userId);
+    dialog->put("strQuery", request.query);
     tell("setRecordset", Value::byReference(shared));
     tellList("setFieldNames", std::move(names));
     tellList("setFieldCaptions", std::move(captions));
@@ -31,11 +31,11 @@ Recordset Fetch::show(const FetchRequest& request, automation::ObjectPtr choice)
     tell("setShopId", request.shopId);
     tell("setFetchType", "I");
     tell("setLocationType", "S");
-    dialog.put("interfaceid", request.screenId);
-    dialog.put("DataIdentifier", "01");
-    if (request.preserveData) dialog.put("PreserveData", true);
-    dialog.call("Show");
-    if (basic::cBool(dialog.get("getCancelledStatus"))) return Recordset(nullptr);
+    dialog->put("interfaceid", request.screenId);
+    dialog->put("DataIdentifier", "01");
+    if (request.preserveData) dialog->put("PreserveData", true);
+    dialog->call("Show");
+    if (basic::cBool(dialog->get("getCancelledStatus"))) return Recordset(nullptr);
     const automation::ObjectPtr* result = shared.as<automation::ObjectPtr>();
     if (result && *result == choice) return ours;
     return Recordset(result ? *result : nullptr);
@@ -43,14 +43,14 @@ Recordset Fetch::show(const FetchRequest& request, automation::ObjectPtr choice)
 
 void Fetch::tell(const char* member, Value value) const {
     try {
-        object().call(member, value);
+        object()->call(member, value);
     } catch (const automation::RunTimeError& error) {
         if (error.number() != automation::kNoSuchMember) throw;
         // An object is assigned by reference.
         if (value.isObject())
-            object().putRef(member, value.resolved());
+            object()->putRef(member, value.resolved());
         else
-            object().put(member, std::move(value));
+            object()->put(member, std::move(value));
     }
 }
 

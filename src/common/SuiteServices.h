@@ -18,7 +18,8 @@ public:
     const automation::ObjectPtr& pointer() const { return object_; }
 
 protected:
-    automation::Object& object() const;
+    /// The object, kept alive over a call in which the face may be dropped.
+    automation::ObjectPtr object() const;
 
 private:
     automation::ObjectPtr object_;
