@@ -34,7 +34,8 @@ int rounded(int dividend, int divisor) {
 }
 
 void addRight(std::string& row, std::string_view text, int width) {
-    row.append(" ").append(space(width - 1 - basic::len(text))).append(text);
+    const std::string line = inOneLine(text);
+    row.append(" ").append(space(width - 1 - basic::len(line))).append(line);
 }
 
 void addLeft(std::string& row, std::string_view text, int width) {
@@ -55,7 +56,7 @@ std::string row(const SlipColumns& c, const Cells& cells) {
     if (c.showsCode) addLeft(text, cells.code, c.code);
     addLeft(text, cells.description, c.description);
     addRight(text, cells.quantity, c.quantity);
-    addRight(text, inOneLine(cells.unit), c.unit);
+    addRight(text, cells.unit, c.unit);
     if (c.showsCost) {
         addRight(text, cells.costPrice, c.rate);
         addRight(text, cells.lineCost, c.amount);
