@@ -53,7 +53,8 @@ std::string FileCode(Module& module, const std::string& key, const std::string& 
         try {
             content = module.system().readFile(path);
         } catch (const automation::RunTimeError& error) {
-            if (error.number() != automation::kFileNotFound) throw;
+            if (error.number() != automation::kFileNotFound)
+                throw automation::RunTimeError(error.number(), error.description() + ": " + path, error.source());
             complain(module, " Settings.ini file not found");
             return;
         }

@@ -1,11 +1,26 @@
 #include "slip/SlipSettings.h"
 
+#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "slip/SettingsFile.h"
 
 namespace goodsreq {
+namespace {
+
+/// The number that `read` gives, or its error with the key and the file.
+template <class Read> int numberOf(const std::string& key, const Read& read) {
+    try {
+        return read();
+    } catch (const automation::RunTimeError& error) {
+        throw automation::RunTimeError(error.number(),
+                                       error.description() + ". \"" + key +
+                                           "\" in ShopSetting.txt is no whole number from -32768 to 32767.");
+    }
+}
+
+} // namespace
 
 PrintSettings::PrintSettings(Module& module) : module_(module), path_(module.folder() + "\\ShopSetting.txt") {}
 
@@ -13,34 +28,48 @@ std::string PrintSettings::text(const std::string& key) const {
     return basic::trim(basic::ucase(FileCode(module_, key, path_)));
 }
 
-int PrintSettings::strict(const std::string& key) const { return basic::cInt(text(key)); }
+int PrintSettings::strict(const std::string& key) const {
+    const std::string value = text(key);
+    return numberOf(key, [&] { return basic::cInt(value); });
+}
 
 int PrintSettings::lenient(const std::string& key) const {
-    return basic::cInt(basic::val(FileCode(module_, key, path_)));
+    const std::string value = FileCode(module_, key, path_);
+    return numberOf(key, [&] { return basic::cInt(basic::val(value)); });
 }
 
 SlipSettings readSlipSettings(const PrintSettings& settings) {
+    struct Key {
+        const char* name;
+        int SlipSettings::*number; ///< null for what nothing uses; yet a file without it is refused
+        bool strict;
+    };
+    constexpr Key kKeys[] = {{"internalprintnoofrecords", &SlipSettings::pageLines, true},
+                             {"pagewidth", &SlipSettings::pageWidth, true},
+                             {"SlNo", &SlipSettings::serialWidth, true},
+                             {"Qty", &SlipSettings::quantityWidth, true},
+                             {"Unit", &SlipSettings::unitWidth, true},
+                             {"Rate", &SlipSettings::rateWidth, true},
+                             {"Amount", &SlipSettings::amountWidth, true},
+                             {"ExtraLine", nullptr, true},
+                             {"EndPage", nullptr, true},
+                             {"Seperator", nullptr, true},
+                             {"showcostintrans", &SlipSettings::showCost, false},
+                             {"showspintransrep", &SlipSettings::showSellingPrice, false},
+                             {"showitemcodeinprint", &SlipSettings::showItemCode, false},
+                             {"printinsavedorder", &SlipSettings::savedOrder, false},
+                             {"printheadertopline", &SlipSettings::headerTopLine, true},
+                             {"printheaderbottomline", &SlipSettings::headerBottomLine, true},
+                             {"printdetailbottomline", &SlipSettings::detailBottomLine, true},
+                             {"spaceinlinecode", &SlipSettings::separatorBlanks, true},
+                             {"printfooterineachpage", &SlipSettings::footerOnEachPage, true},
+                             {"showtotalqty", &SlipSettings::showTotalQuantity, false}};
     SlipSettings s;
     s.port = settings.text("port");
-    s.pageLines = settings.strict("internalprintnoofrecords");
-    s.pageWidth = settings.strict("pagewidth");
-    s.serialWidth = settings.strict("SlNo");
-    s.quantityWidth = settings.strict("Qty");
-    s.unitWidth = settings.strict("Unit");
-    s.rateWidth = settings.strict("Rate");
-    s.amountWidth = settings.strict("Amount");
-    // Nothing uses these three, yet a file without them is refused.
-    for (const char* unused : {"ExtraLine", "EndPage", "Seperator"}) settings.strict(unused);
-    s.showCost = settings.lenient("showcostintrans");
-    s.showSellingPrice = settings.lenient("showspintransrep");
-    s.showItemCode = settings.lenient("showitemcodeinprint");
-    s.savedOrder = settings.lenient("printinsavedorder");
-    s.headerTopLine = settings.strict("printheadertopline");
-    s.headerBottomLine = settings.strict("printheaderbottomline");
-    s.detailBottomLine = settings.strict("printdetailbottomline");
-    s.separatorBlanks = settings.strict("spaceinlinecode");
-    s.footerOnEachPage = settings.strict("printfooterineachpage");
-    s.showTotalQuantity = settings.lenient("showtotalqty");
+    for (const Key& key : kKeys) {
+        const int number = key.strict ? settings.strict(key.name) : settings.lenient(key.name);
+        if (key.number) s.*key.number = number;
+    }
     return s;
 }
 

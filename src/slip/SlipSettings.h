@@ -7,7 +7,8 @@
 
 namespace goodsreq {
 
-/// Reads keys of ShopSetting.txt beside the component. Each reading of a missing key shows its message.
+/// Reads keys of ShopSetting.txt beside the component. Each reading of a missing key shows its message; errors name the
+/// key and the file.
 class PrintSettings {
 public:
     explicit PrintSettings(Module& module);
