@@ -37,6 +37,11 @@ bool Recordset::isOpen() const { return object_ && basic::cLng(object_->get("Sta
 
 bool Recordset::eof() const { return basic::cBool(held().get("EOF")); }
 
+void Recordset::needsRow(const char* reason) const {
+    constexpr long kNoCurrentRecord = 3021;
+    if (eof()) throw automation::RunTimeError(kNoCurrentRecord, reason);
+}
+
 void Recordset::moveNext() { held().call("MoveNext"); }
 
 std::int32_t Recordset::recordCount() const { return basic::cLng(held().get("RecordCount")); }

@@ -36,6 +36,8 @@ public:
     const automation::ObjectPtr& object() const { return object_; }
     bool isOpen() const;
     bool eof() const;
+    /// Error 3021, with the reason in place of the provider's, where there is no row.
+    void needsRow(const char* reason) const;
     void moveNext();
     /// -1 where the cursor cannot tell.
     std::int32_t recordCount() const;

@@ -38,7 +38,7 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
     };
     parts.footer = [this] { FooterPrint(); };
     parts.print = [this](const std::string& text) { print(text); };
-    parts.formFeed = [this] { output_->write(kFormFeed); };
+    parts.formFeed = [this] { write(kFormFeed); };
     const SlipTotals totals = printPages(settings_, headerLines_, static_cast<int>(lines.size()), parts);
 
     if (const auto text = totalLine(settings_, totals.quantity, totals.cost)) {
@@ -46,7 +46,7 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
         print("");
     }
     FooterPrint();
-    output_->close();
+    atOutput([this] { output_->close(); });
 }
 
 void SlipPrinter::openOutput() {
@@ -54,21 +54,30 @@ void SlipPrinter::openOutput() {
     // Without a port no file of that name is to appear in some folder.
     if (!toFile && (settings_.port.empty() || settings_.port == "NOTFOUND"))
         throw automation::RunTimeError(52, "Bad file name or number. ShopSetting.txt names no port to print to.");
-    try {
-        // Every user of the machine can reach the file's folder, so somebody may have put something else in its place.
+    // Every user of the machine can reach the file's folder, so somebody may have put something else in its place.
+    atOutput([&] {
         output_ = toFile ? module_.system().openPlainFile(kSlipFile) : module_.system().openForOutput(settings_.port);
+    });
+}
+
+void SlipPrinter::atOutput(const std::function<void()>& act) const {
+    try {
+        act();
     } catch (const automation::RunTimeError& error) {
-        throw automation::RunTimeError(
-            error.number(),
-            error.description() + (toFile ? std::string(". The slip goes to the file ") + kSlipFile +
-                                                "; close or move what is in its way."
-                                          : ". The slip goes to \"" + settings_.port +
-                                                "\", the port in ShopSetting.txt; check the printer and the port."),
-            error.source());
+        const std::string where =
+            target_ == Target::slipFile
+                ? std::string("the file ") + kSlipFile + "; close or move what is in its way."
+                : "\"" + settings_.port + "\", the port in ShopSetting.txt; check the printer and the port.";
+        throw automation::RunTimeError(error.number(), error.description() + ". The slip goes to " + where,
+                                       error.source());
     }
 }
 
-void SlipPrinter::print(const std::string& text) { output_->write(module_.system().encode(text).append(kLineEnd)); }
+void SlipPrinter::write(const std::string& bytes) {
+    atOutput([&] { output_->write(bytes); });
+}
+
+void SlipPrinter::print(const std::string& text) { write(module_.system().encode(text).append(kLineEnd)); }
 
 // An item with several packings comes once for each of them: the slip lists it so.
 std::vector<SlipLine> SlipPrinter::readLines(std::int32_t requestId) {
@@ -154,6 +163,7 @@ RequestFacts SlipPrinter::readRequest(std::int32_t requestId) const {
                                               " SRHtoShopid=a.shopid and SRHshopid=" + shop() +
                                               " and SRHrequestid=" + std::to_string(requestId));
     // clang-format on
+    request.needsRow("The request or the shop that it goes to is missing.");
     facts.number = text(request, "SRHrequestNO");
     facts.date = text(request, "SRHrequestdate");
     facts.remarks = text(request, "SRHremarks");
@@ -164,6 +174,7 @@ RequestFacts SlipPrinter::readRequest(std::int32_t requestId) const {
                                              " from ashops s, acountrymaster co, acity  ci where s.countryid = co.countryid and "
                                              " ci.cityid = s.cityid and s.shopid=" + shop());
     // clang-format on
+    sender.needsRow("The shop's address cannot be printed: aShops names no city or no country for it.");
     facts.fromShop = text(sender, "shopname");
     facts.address = text(sender, "address");
     facts.city = text(sender, "CityName");

@@ -4,6 +4,7 @@
 #include "common/Module.h"
 #include "slip/SlipPages.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -30,9 +31,11 @@ private:
     std::vector<SlipLine> readLines(std::int32_t requestId);
     void addPrices(SlipLine& line, std::size_t index);
     RequestFacts readRequest(std::int32_t requestId) const;
-    /// Errors name where the slip was to go.
     void openOutput();
+    void write(const std::string& bytes);
     void print(const std::string& text);
+    /// Opens, writes or closes; an error names where the slip was to go.
+    void atOutput(const std::function<void()>& act) const;
     std::string shop() const { return std::to_string(module_.session.shopId); }
 
     struct ItemFacts {

@@ -32,6 +32,12 @@ protected:
         shop.user.clicks("cmdPrev");
         ASSERT_EQ(shop.user.form(), "frmPrint");
     }
+    /// Reads all boxes away that are up.
+    std::string reads() {
+        std::string told;
+        for (; shop.user.message(); shop.user.answers(forms::Answer::ok)) told += shop.user.message()->text + "\n";
+        return told;
+    }
     std::string requestNumber() { return shop.user.grid("flexMaster").at(0).at(1); }
 };
 
@@ -49,6 +55,13 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
         opensDialog();
         EXPECT_TRUE(shop.user.control<forms::OptionButton>(c.chosen)->value()) << c.toScreen << c.reports;
         EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *c.reports == '1');
+        if (*c.reports == '0') { // and where a component shows it
+            shop.user.happens([&] { shop.user.control("OptWindowsPrint")->setVisible(true); });
+            shop.user.clicks("OptWindowsPrint");
+            shop.user.clicks("cmdOK");
+            shop.user.answers("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.",
+                              forms::Answer::ok);
+        }
         shop.user.presses(forms::kKeyEscape);
         EXPECT_EQ(shop.user.form(), "frmMaster");
         shop.user.clicks("CmdClose");
@@ -58,49 +71,31 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
 TEST_F(PrintDialog, ToScreenWritesTheSlipAndOpensTheEditor) {
     sets({{"windowsprint", "0"}});
     opensDialog();
+    shop.desktop.pointers.clear();
     shop.user.clicks("cmdOK");
+    EXPECT_EQ(shop.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
     EXPECT_EQ(shop.user.form(), "frmMaster");
     EXPECT_NE(shop.system.files["C:\\ShopReq.txt"].find("Request No     : " + requestNumber() + "\r\n"),
               std::string::npos);
     EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{"C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"});
-    EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
     EXPECT_TRUE(shop.errors().empty());
 }
 
-TEST_F(PrintDialog, TheEditorLiesWhereTheNameOfWindowsSays) {
+TEST_F(PrintDialog, TheEditorLiesWhereTheNameOfWindowsSaysAndAnotherTakesItsPlace) {
     struct Case {
-        const char* folder;
-        const char* editor;
+        const char *folder, *missing, *started;
     };
-    for (const Case& c : {Case{"C:\\WINDOWS", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
-                          {"C:\\Windows", "C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"},
-                          {"C:\\WINNT", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"}}) {
+    for (const Case& c : {Case{"C:\\WINDOWS", "", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
+                          {"C:\\WINNT", "", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"},
+                          {"C:\\WINDOWS", "edit.com", "D:\\Windows\\notepad.exe c:\\ShopReq.txt"}}) {
         shop.system.windows = c.folder;
+        shop.desktop.missingProgram = c.missing;
         sets({{"windowsprint", "0"}});
         opensDialog();
         shop.user.clicks("cmdOK");
-        EXPECT_EQ(shop.desktop.programs.back(), c.editor);
+        EXPECT_EQ(shop.desktop.programs.back(), c.started);
         shop.user.clicks("CmdClose");
     }
-}
-
-TEST_F(PrintDialog, WithoutTheEditorTheSlipOpensInTheViewer) {
-    sets({{"windowsprint", "0"}});
-    shop.desktop.missingProgram = "edit.com";
-    opensDialog();
-    shop.user.clicks("cmdOK");
-    EXPECT_EQ(shop.user.form(), "frmMaster");
-    EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{"C:\\Windows\\notepad.exe c:\\ShopReq.txt"});
-    // With neither, the slip is written all the same, and one report says so.
-    shop.desktop.missingProgram = ".";
-    shop.system.files.erase("C:\\ShopReq.txt");
-    shop.user.clicks("cmdPrev");
-    shop.user.clicks("optScreen");
-    shop.user.clicks("cmdOK");
-    shop.user.answers(forms::Answer::ok);
-    EXPECT_EQ(shop.user.form(), "frmPrint");
-    EXPECT_TRUE(shop.system.files.contains("C:\\ShopReq.txt"));
-    EXPECT_EQ(shop.errors().size(), 1u);
 }
 
 TEST_F(PrintDialog, ToPrinterWritesTheSameSlipToThePort) {
@@ -115,51 +110,97 @@ TEST_F(PrintDialog, ToPrinterWritesTheSameSlipToThePort) {
     EXPECT_EQ(shop.desktop.programs.size(), 1u);
 }
 
-TEST_F(PrintDialog, AnOutputThatCannotBeOpenedIsReportedWithWhatToDoAndMayBeTriedAgain) {
+// Printer, database, files: what fails is told with what to do, and may be tried again.
+TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
+    const std::string toFile = ". The slip goes to the file C:\\ShopReq.txt; close or move what is in its way.";
+    const std::string toPort =
+        ". The slip goes to \"LPT1\", the port in ShopSetting.txt; check the printer and the port.";
+    const char* const noPort = "Error 52: Bad file name or number. ShopSetting.txt names no port to print to.";
+    const std::string mended =
+        "update aShops set cityid = " + company.value("select cityid from aShops where shopid = 1") +
+        " where shopid = 1;update adepartmentmaster set depcurrencyid = 1";
+    const auto refuses = [&](const char* what, long number) {
+        return [=, this] { shop.system.refused[what] = number; };
+    };
+    const auto has = [&](const char* key, const char* value) { return [=, this] { sets({{key, value}}); }; };
+    const auto changes = [&](const char* script) { return [=, this] { company.change(script); }; };
     struct Case {
         const char* option;
-        const char* port;
-        const char* refused;
-        const char* told;
+        std::function<void()> fails;
+        std::string told;
+        bool stays = true;
     };
-    std::size_t reports = 0;
-    for (const Case& c : {Case{"optScreen", "LPT1", "C:\\ShopReq.txt",
-                               "The slip goes to the file C:\\ShopReq.txt; close or move what is in its way."},
-                          {"optPrint", "LPT1", "LPT1",
-                           "The slip goes to \"LPT1\", the port in ShopSetting.txt; check the printer and the port."},
-                          {"optPrint", "NotFound", "", "ShopSetting.txt names no port to print to."}}) {
+    // clang-format off
+    for (const Case& c : {
+             Case{"optScreen", refuses("C:\\ShopReq.txt", 70), "Error 70: Cannot open" + toFile},
+             {"optPrint", refuses("LPT1", 68), "Error 68: Cannot open" + toPort},
+             {"optPrint", refuses("write LPT1", 57), "Error 57: Cannot write" + toPort},
+             {"optPrint", refuses("close LPT1", 57), "Error 57: Cannot close" + toPort}, // where a short slip fails
+             {"optPrint", has("port", "NotFound"), noPort},
+             {"optPrint", has("port", ""), noPort},
+             {"optScreen", has("Qty", "4o"),
+              "Error 13: Type mismatch. \"Qty\" in ShopSetting.txt is no whole number from -32768 to 32767."},
+             {"optScreen", [&] { shop.breaks("mesRequestToShopDetail d"); }, "The server refused the statement."},
+             {"optScreen", [&] { shop.desktop.missingProgram = "."; },
+              "Error 53: File not found. The slip is in C:\\ShopReq.txt, but neither edit.com nor notepad.exe can show it."},
+             {"optScreen", changes("update aShops set cityid = 0 where shopid = 1"),
+              "Error 3021: The shop's address cannot be printed: aShops names no city or no country for it.", false},
+             {"OptWindowsPrint", changes("update adepartmentmaster set depcurrencyid = 0"),
+              "Error 3021: The shop's department or its currency is missing."},
+         }) {
+        // clang-format on
         SCOPED_TRACE(c.told);
-        sets({{"windowsprint", "0"}, {"port", c.port}});
-        shop.system.refused[c.refused] = 70;
+        sets({{"windowsprint", *c.option == 'O' ? "1" : "0"}, {"port", "LPT1"}});
+        shop.system.files["C:\\ShopReq.txt"] = "the last slip";
+        c.fails();
         opensDialog();
         shop.user.clicks(c.option);
         shop.user.clicks("cmdOK");
-        ASSERT_TRUE(shop.user.message());
-        for (const char* part : {"frmPrint, cmdOK_Click", c.told})
-            EXPECT_NE(shop.user.message()->text.find(part), std::string::npos) << shop.user.message()->text;
-        shop.user.answers(forms::Answer::ok);
-        EXPECT_EQ(shop.user.form(), "frmPrint");
+        const std::string told = reads();
+        EXPECT_NE(told.find(c.told), std::string::npos) << told;
+        EXPECT_EQ(told.find("frmPrint, cmdOK_Click") != std::string::npos, c.stays) << told;
+        EXPECT_EQ(shop.user.form(), c.stays ? "frmPrint" : "frmMaster");
         EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
-        EXPECT_TRUE(shop.desktop.programs.empty());
-        sets({{"windowsprint", "0"}, {"port", "LPT1"}});
+        const bool written = !shop.desktop.missingProgram.empty() || !c.stays;
+        EXPECT_EQ(shop.system.files["C:\\ShopReq.txt"] != "the last slip", written);
+        shop.system.files.erase(kSettings);
         shop.system.refused.clear();
+        shop.breaks("");
+        shop.desktop.missingProgram.clear();
+        company.change(mended);
+        if (!c.stays) shop.user.clicks("cmdPrev");
         shop.user.clicks("optPrint");
         shop.user.clicks("cmdOK");
         EXPECT_EQ(shop.user.form(), "frmMaster");
-        EXPECT_EQ(shop.errors().size(), ++reports);
     }
 }
 
 TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
-    shop.system.files[kSettings] = "port :=LPT1\r\n";
-    shop.opens();
-    shop.user.selectsRow("flexMaster", 1);
-    shop.user.clicks("cmdPrev");
-    shop.user.answers("printtoscreen  invalid parameter in Settings.ini file", forms::Answer::ok);
-    ASSERT_TRUE(shop.user.message());
-    EXPECT_NE(shop.user.message()->text.find("Where: frmMaster , cmdPrev_Click\r\n"), std::string::npos);
-    shop.user.answers(forms::Answer::ok);
-    EXPECT_EQ(shop.user.form(), "frmMaster");
+    struct Case {
+        long refused;
+        const char* content;
+        std::string said; ///< before the button's own report
+    };
+    for (const Case& c : {Case{0, "port :=LPT1\r\n", "printtoscreen  invalid parameter in Settings.ini file"},
+                          {0, "printtoscreen :=yes", ""},
+                          {53, "", " Settings.ini file not found"},
+                          {70, "", std::string("Error 70: Cannot read: ") + kSettings}}) {
+        shop.system.files[kSettings] = c.content;
+        shop.system.refused = {{c.refused == 0 ? "" : kSettings, c.refused}};
+        shop.opens();
+        shop.user.selectsRow("flexMaster", 1);
+        shop.user.clicks("cmdPrev");
+        ASSERT_TRUE(shop.user.message());
+        EXPECT_EQ(shop.user.message()->icon, forms::MessageIcon::critical);
+        if (!c.said.empty() && c.refused != 70)
+            EXPECT_EQ(shop.user.message()->title, shop.module.session.messageBoxCaption);
+        const std::string told = reads();
+        EXPECT_TRUE(told.starts_with(c.said)) << told;
+        for (const char* part : {"Error 13: Type mismatch. \"printtoscreen\" in ShopSetting.txt is no whole number",
+                                 "Where: frmMaster , cmdPrev_Click\r\n"})
+            EXPECT_NE(told.find(part), std::string::npos) << told;
+        EXPECT_EQ(shop.user.form(), "frmMaster");
+    }
 }
 
 struct ReportKind {
@@ -176,7 +217,8 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
     for (const ReportKind& kind :
          {ReportKind{1507, "reqtoshop.rpt", "Goods Request To Shop", "Request To Shop - ", false},
           ReportKind{1611, "rptinterdivisionsalesreq.rpt", "Inter Divsion Sales Request",
-                     "Inter Divison Sales Request  ", true}}) {
+                     "Inter Divison Sales Request  ", true},
+          ReportKind{1700, "reqtoshop.rpt", "Goods Request To Shop", "Request To Shop - ", false}}) {
         Shop shop(company, {.screenId = kind.screenId});
         auto& user = shop.user;
         shop.opens();

@@ -91,6 +91,7 @@ std::string SlipWorld::companyScript() {
     s += "insert into aitem (itemid, itemcode, ItemDescription, printdescription, UnitsId, itemcategoryid, itemrate, "
          "PriceFixedAtHq) values (401, 'FR1', N'not printed', N'Crème brûlée 5€ Жук 😀 end', 1, 1, 2, 1);";
     s += packing(401, 1, true) + price(401, "null", "7.5") + price(401, "1", "1");
+    s += "update aitem set PriceFixedAtHq = null where itemid = 101;"; // is no flag set
     s += header(kThreeLines, "For the weekend") + line(1, 103, "2") + line(1, 101, "10.5") + line(1, 102, "0.125");
     s += header(kTwentyFiveLines, "");
     for (int i = 1; i <= 25; ++i) s += line(2, 100 + i, number(i));

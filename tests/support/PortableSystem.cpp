@@ -56,22 +56,34 @@ void append(std::string& text, char32_t letter) {
     }
 }
 
+using Refused = std::map<std::string, long>;
+
+void refuse(const Refused& refused, const std::string& key, const std::string& description) {
+    if (const auto found = refused.find(key); found != refused.end())
+        throw automation::RunTimeError(found->second, description);
+}
+
 class KeptOutput : public goodsreq::Output {
 public:
-    explicit KeptOutput(std::string& content) : content_(content) {}
-    void write(std::string_view bytes) override { content_ += bytes; }
-    void close() override {}
+    KeptOutput(std::string name, std::string& content, const Refused& refused)
+        : name_(std::move(name)), content_(content), refused_(refused) {}
+    void write(std::string_view bytes) override {
+        refuse(refused_, "write " + name_, "Cannot write");
+        content_ += bytes;
+    }
+    void close() override { refuse(refused_, "close " + name_, "Cannot close"); }
 
 private:
+    std::string name_;
     std::string& content_;
+    const Refused& refused_;
 };
 
 } // namespace
 
 std::string PortableSystem::readFile(const std::string& path) {
     read.push_back(path);
-    if (const auto found = refused.find(path); found != refused.end())
-        throw automation::RunTimeError(found->second, "Cannot read " + path);
+    refuse(refused, path, "Cannot read");
     if (const auto found = files.find(path); found != files.end()) return found->second;
     std::string name = path;
     std::replace(name.begin(), name.end(), '\\', '/');
@@ -81,12 +93,11 @@ std::string PortableSystem::readFile(const std::string& path) {
 }
 
 std::unique_ptr<goodsreq::Output> PortableSystem::openForOutput(const std::string& name) {
-    if (const auto found = refused.find(name); found != refused.end())
-        throw automation::RunTimeError(found->second, "Cannot open " + name);
+    refuse(refused, name, "Cannot open");
     if (real) return real->openForOutput(name);
     std::string& content = files[name];
     content.clear();
-    return std::make_unique<KeptOutput>(content);
+    return std::make_unique<KeptOutput>(name, content, refused);
 }
 
 std::string PortableSystem::encode(std::string_view text) {

@@ -13,10 +13,11 @@ class PortableSystem : public goodsreq::System {
 public:
     /// What was written or put there, by the name it was opened with.
     std::map<std::string, std::string> files;
-    /// Names that cannot be opened, with the error's number.
+    /// Names that cannot be opened, with the error's number; "write NAME" and "close NAME" fail when it comes to that.
     std::map<std::string, long> refused;
     std::string windows = "C:\\Windows";
-    std::vector<std::string> read; ///< each path read, in order
+    std::string sharedWindows = "D:\\Windows"; ///< as on a terminal server
+    std::vector<std::string> read;             ///< each path read, in order
     /// Where there is one, it opens the outputs and knows the code page in place of this one.
     std::unique_ptr<goodsreq::System> real;
 
@@ -29,7 +30,7 @@ public:
     std::string encode(std::string_view text) override;
     std::string decode(std::string_view bytes) override;
     std::string windowsDirectory() override { return windows; }
-    std::string sharedWindowsDirectory() override { return windows; }
+    std::string sharedWindowsDirectory() override { return sharedWindows; }
 };
 
 } // namespace support

@@ -111,10 +111,10 @@ void ScriptedDesktop::setPointer(forms::Pointer wanted) {
     pointers.push_back(wanted);
 }
 
-void ScriptedDesktop::startProgram(const std::string& program, const std::string& arguments, forms::WindowStyle) {
+void ScriptedDesktop::startProgram(const std::string& program, const std::string& arguments, forms::WindowStyle style) {
     if (!missingProgram.empty() && program.find(missingProgram) != std::string::npos)
         automation::raise(automation::kFileNotFound);
-    programs.push_back(program + " " + arguments);
+    programs.push_back(program + " " + arguments + (style == forms::WindowStyle::maximised ? "" : " (not maximised)"));
 }
 
 void ScriptedDesktop::runModal(forms::Form& form, forms::Form*, const std::function<void()>& shown) {

@@ -43,6 +43,7 @@ void frmPrint::design() {
         option.button.setText(option.caption);
         top += kOptionStep;
     }
+    OptWindowsPrint.setVisible(false); // until the settings offer it
     fraPrint.place({kMargin, kMargin, kWidth - 2 * kMargin, top - kMargin + 60});
     Picture1.setVisible(false);
     const int buttons = fraPrint.bounds().bottom() + kMargin;
@@ -59,14 +60,16 @@ void frmPrint::offer() {
 }
 
 void frmPrint::onLoad() {
+    onUnload(); // what a dialog holds that was dropped and not closed
+    offersReports_ = false;
     trap("Form_Load", [this] {
         (toScreen_ ? optScreen : optPrint).setValue(true);
         session().formColour.Applyformcolor(*this);
         const PrintSettings settings(module());
-        const bool reports = settings.lenient("windowsprint") == 1;
-        OptWindowsPrint.setVisible(reports);
-        OptWindowsPrint.setValue(reports);
-        if (!reports) (settings.lenient("printtoscreen") == 1 ? optScreen : optPrint).setValue(true);
+        offersReports_ = settings.lenient("windowsprint") == 1;
+        OptWindowsPrint.setVisible(offersReports_);
+        OptWindowsPrint.setValue(offersReports_);
+        if (!offersReports_) (settings.lenient("printtoscreen") == 1 ? optScreen : optPrint).setValue(true);
     });
 }
 
@@ -77,7 +80,10 @@ void frmPrint::onUnload() {
 
 void frmPrint::accept() {
     const forms::HourGlass busy(desktop());
-    if (OptWindowsPrint.value()) return WIndowsPrint();
+    if (OptWindowsPrint.value()) {
+        if (offersReports_) return WIndowsPrint();
+        return module().inform("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.");
+    }
     printSlip();
     unload();
 }
@@ -94,11 +100,18 @@ void frmPrint::showSlipFile(const std::string& windows) {
     const std::string folder = windows.find("WINDOWS") != std::string::npos ? "\\command" : "\\system32";
     const std::string file = "c:\\ShopReq.txt";
     try {
-        desktop().startProgram(windows + folder + "\\edit.com", "  " + file, forms::WindowStyle::maximised);
+        return desktop().startProgram(windows + folder + "\\edit.com", "  " + file, forms::WindowStyle::maximised);
     } catch (const automation::RunTimeError&) {
         // Later systems have no such editor, or one that they cannot run.
+    }
+    try {
         desktop().startProgram(module().system().sharedWindowsDirectory() + "\\notepad.exe", file,
                                forms::WindowStyle::maximised);
+    } catch (const automation::RunTimeError& error) {
+        throw automation::RunTimeError(error.number(),
+                                       error.description() + ". The slip is in " + kSlipFile +
+                                           ", but neither edit.com nor notepad.exe can show it.",
+                                       error.source());
     }
 }
 
@@ -123,6 +136,7 @@ void frmPrint::WIndowsPrint() {
                                                   shop + " and "
                                                   " a.departmentid=b.departmentid and b.depcurrencyid=c.currencyid");
     // clang-format on
+    department.needsRow("The shop's department or its currency is missing.");
     std::vector<Value> values{title,    " ",      static_cast<double>(module().master().currentId()),
                               s.shopId, userName, basic::concatText(department.value("departmentname"))};
     if (kind.reportTitle) values.emplace_back(basic::concatText(department.value("symbol")));

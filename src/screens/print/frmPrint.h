@@ -33,7 +33,8 @@ private:
     /// Previews the request as a report, until the dialog is closed.
     void WIndowsPrint();
 
-    bool toScreen_ = false; ///< the choice made before the dialog is loaded
+    bool toScreen_ = false;      ///< the choice made before the dialog is loaded
+    bool offersReports_ = false; ///< the settings switch "Windows Print" on
     automation::ObjectPtr engine_;
     automation::ObjectPtr report_;
 };
