@@ -197,7 +197,6 @@ TEST_F(Saving, AQuantityOfEighteenDigitsSurvivesLoadingAndSaving) {
     till.changesLine(1);
     EXPECT_EQ(till.user.text("txtQuantity"), "123456789012345.678");
     till.user.clicks("cmdOk");
-    till.user.answers("Is the quantity 123456789012345.678 right?", Answer::yes);
     till.user.clicks("cmdCancel");
     EXPECT_EQ(till.column(3)[0], "123456789012345.678");
     till.user.clicks("cmdOk");

@@ -1,5 +1,7 @@
 // From a code, or the item search, to the one item of the line.
+#include "basic/Apostrophes.h"
 #include "basic/Conversion.h"
+#include "basic/Letters.h"
 #include "basic/Numbers.h"
 #include "basic/Text.h"
 #include "common/Packing.h"
@@ -26,20 +28,34 @@ const std::vector<FetchColumn>& fetchColumns() {
 
 constexpr std::int16_t kDescriptionColumn = 2;
 
+/// The text of a key with which a code can begin; empty for any other, such as Enter or a blank.
+std::string codeBegunBy(std::int16_t character) {
+    const auto unit = static_cast<std::uint16_t>(character);
+    const bool control = unit <= ' ' || (unit >= 0x7F && unit < 0xA0);
+    const bool halfOfALetter = unit >= 0xD800 && unit < 0xE000;
+    std::string text;
+    if (!control && !halfOfALetter) basic::appendUtf8(text, unit);
+    return basic::hasApostrophe(text) ? std::string() : text;
+}
+
 } // namespace
 
-void frmRequestDetail::readItemTypeFilter() {
-    const std::string kind = basic::concatText(
-        db_.lookUp("ashops", "substring(futurevarchar,1,1)", "ShopID=" + std::to_string(session().shopId)));
-    // A shop of kind B deals in items of type B only, every other shop in all the others.
-    session().strItemTypeFilter = basic::ucase(kind) == "B" ? " and a.itemtype ='B'" : " and a.itemtype <>'B'";
+std::string itemFamily(const CommonDb& db, std::int16_t shopId) {
+    const std::string kind =
+        basic::concatText(db.lookUp("ashops", "substring(futurevarchar,1,1)", "ShopID=" + std::to_string(shopId)));
+    return basic::ucase(kind) == "B" ? " and a.itemtype ='B'" : " and a.itemtype <>'B'";
 }
 
 void frmRequestDetail::resolveBarcode() {
+    if (itemStands()) return;
     clearItem();
-    readItemTypeFilter();
+    readItemFamily();
     const std::string code = basic::trim(txtBarcode.text());
-    if (code.empty() || foundByBarcode(code)) return focusAfterResolution();
+    if (code.empty()) return focusAfterResolution();
+    if (foundByBarcode(code)) {
+        focusAfterResolution();
+        return noteUnlessCarried(); // after the focus has moved, which takes the note away
+    }
     if (basic::isNumeric(code) && foundByShortcut()) return;
     findByItemCode(code);
 }
@@ -56,10 +72,7 @@ bool frmRequestDetail::foundByBarcode(const std::string& code) {
     if (found.eof()) return false;
     found.close();
     DisplayBarcodeItemDetails(code, 0);
-    if (cboItem.hasSelection())
-        fillPackings();
-    else
-        noteNotCarried();
+    if (cboItem.hasSelection()) fillPackings();
     return true;
 }
 
@@ -81,9 +94,8 @@ bool frmRequestDetail::foundByShortcut() {
     if (cboItem.hasSelection()) {
         fillPackings();
         EnterToTab(module(), forms::kKeyReturn);
-    } else {
-        noteNotCarried();
     }
+    noteUnlessCarried();
     return true;
 }
 
@@ -122,14 +134,32 @@ void frmRequestDetail::focusAfterResolution() {
 }
 
 // Beside the box and no message: a scanner does not read, and its next code must not answer one.
-void frmRequestDetail::noteNotCarried() { lblNotCarried.setText("Not carried by\r\nthe other shop"); }
+void frmRequestDetail::noteUnlessCarried() {
+    if (cboItem.hasSelection()) return;
+    lblNotCarried.setText(session().lngOtherShopID == kNoShop ? "Choose the\r\nother shop first"
+                                                              : "Not carried by\r\nthe other shop");
+}
 
-// The Search button has the focus after a refused code. What is scanned next is a code and no key for the button.
-void frmRequestDetail::scanOnSearch(std::int16_t& character) {
-    if (character <= ' ' || character > '~' || character == '\'') return;
-    txtBarcode.setFocus();
-    txtBarcode.setText(std::string(1, static_cast<char>(character)));
-    txtBarcode.select(1, 0);
+void beginCode(forms::TextBox& box, std::int16_t& character) {
+    const std::string begun = codeBegunBy(character);
+    if (begun.empty()) return;
+    character = 0;
+    box.setFocus();
+    box.setText(begun);
+    box.select(1, 0);
+}
+
+// The Enter on OK is easily forgotten before the next scan, which must lose neither the line nor the code.
+void frmRequestDetail::scanOnward(std::int16_t& character) {
+    if (codeBegunBy(character).empty()) return;
+    if (itemStands()) {
+        character = 0;
+        module().inform("The item of a line that stands cannot be changed. Close, then scan it for a new line.");
+        return;
+    }
+    const bool inProgress = !cboItem.text().empty() || !txtQuantity.text().empty();
+    // What is refused was said in a box, which got the rest of the scan.
+    if (!inProgress || commitLine()) beginCode(txtBarcode, character);
     character = 0;
 }
 
@@ -224,8 +254,9 @@ void frmRequestDetail::fetchItem() {
 
 void frmRequestDetail::QuickFetch() {
     trap("QuickFetch", [this] {
+        if (itemStands()) return;
         Session& s = session();
-        readItemTypeFilter();
+        readItemFamily();
         FetchRequest request;
         request.connection = s.connection;
         request.messageBoxTitle = s.messageBoxCaption;
@@ -240,7 +271,8 @@ void frmRequestDetail::QuickFetch() {
         request.shopId = s.shopId;
         request.screenId = s.screenId;
         request.preserveData = s.preserveItemDetails;
-        const std::optional<Item> chosen = chosenIn(fetch_.show(request, module().create("ADODB.Recordset")));
+        const Fetch dialog = fetch_; // whatever becomes of this form meanwhile
+        const std::optional<Item> chosen = chosenIn(dialog.show(request, module().create("ADODB.Recordset")));
         if (!chosen) return;
         showItem(*chosen);
         fillPackings();

@@ -7,7 +7,7 @@
 #include "screens/lines/frmRequestDetail.h"
 #include "screens/request/frmRequest.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace goodsreq {
 namespace {
@@ -17,22 +17,24 @@ std::string quantityText(const std::string& text) { return basic::format(basic::
 
 } // namespace
 
-void frmRequestDetail::commitLine() {
-    if (committing_) return;
+bool frmRequestDetail::commitLine() {
+    if (committing_) return false;
     const Busy committing(committing_);
-    trap("cmdOk_Click ", [this] {
+    bool done = false;
+    trap("cmdOk_Click ", [&] {
         if (!checked()) return;
         frmRequest& editor = module().request();
         forms::ListView& list = lines();
         const int selected = list.selectedIndex();
-        if (fnItemAlreadyInList())
+        const bool twice = fnItemAlreadyInList();
+        if (twice)
             module().inform(cboItem.text() + " Already Exists");
         else if (isNewLine())
             addLine(list);
         else
             writeLine(list.item(selected));
+        if (changed()) list.setTag("C"); // at once: whatever fails now, the line is written
         list.reveal(isNewLine() ? list.count() : selected);
-        if (changed()) list.setTag("C");
 
         if (isNewLine()) {
             prepareNextLine();
@@ -46,7 +48,9 @@ void frmRequestDetail::commitLine() {
             txtQuantity.setFocus();
         }
         EnableOrDisableNavigationButtons();
+        done = !twice;
     });
+    return done;
 }
 
 bool frmRequestDetail::checked() {
@@ -61,7 +65,8 @@ bool frmRequestDetail::checked() {
         return refuse("Selling price cannot be sero.   ", txtsellingprice);
     if (session().blnIntegerQuantity && txtQuantity.text().find('.') != std::string::npos)
         return refuse(kIntegerOnly, txtQuantity);
-    if (!meant(txtQuantity) || !meant(txtBadQuantity)) return false;
+    if (!meant(txtQuantity, kLineGoodQty, "quantity") || !meant(txtBadQuantity, kLineBadQty, "quantity")) return false;
+    if (txtsellingprice.visible() && !meant(txtsellingprice, kLinePrice, "price")) return false;
     if (asksSupplier_ && !module().request().PresentInCurrentShop(cboItem.selectedData(), true)) {
         txtBarcode.setFocus();
         return false;
@@ -69,12 +74,19 @@ bool frmRequestDetail::checked() {
     return true;
 }
 
-// A barcode that was scanned into the box of a quantity looks like one.
-bool frmRequestDetail::meant(forms::TextBox& quantity) {
-    constexpr double kEightDigits = 1e7;
-    if (std::fabs(basic::val(quantity.text())) < kEightDigits) return true;
-    if (module().confirm("Is the quantity " + basic::valText(quantity.text()) + " right?")) return true;
-    quantity.setFocus();
+// A barcode that was scanned into the box of a number looks like one. The shortest has eight digits, perhaps with a 0
+// in front.
+bool frmRequestDetail::meant(forms::TextBox& number, int column, const char* what) {
+    const auto digits = [](const std::string& text) {
+        const std::string whole = text.substr(0, text.find('.'));
+        return std::count_if(whole.begin(), whole.end(), [](char c) { return c >= '0' && c <= '9'; });
+    };
+    const std::string value = basic::valText(number.text());
+    if (std::max(digits(number.text()), digits(value)) < 8) return true;
+    // What the line had already was asked about before.
+    if (itemStands() && basic::valText(lines().item(lines().selectedIndex()).subItem(column)) == value) return true;
+    if (module().confirm(std::string("Is the ") + what + " " + value + " right?")) return true;
+    number.setFocus();
     return false;
 }
 
@@ -90,8 +102,8 @@ bool frmRequestDetail::fnItemAlreadyInList() const {
 void frmRequestDetail::addLine(forms::ListView& list) {
     list.add(std::to_string(list.count() + 1));
     const std::shared_ptr<forms::ListItem> line = list.itemPtr(list.count());
-    line->setSubItem(kLineItemCode, strItemCode);
     try {
+        line->setSubItem(kLineItemCode, strItemCode);
         writeLine(*line);
     } catch (...) {
         list.remove(list.count()); // no half line stays behind
@@ -101,11 +113,15 @@ void frmRequestDetail::addLine(forms::ListView& list) {
 }
 
 void frmRequestDetail::writeLine(forms::ListItem& line) {
+    // A number that cannot be read leaves the line as it was.
+    const std::string good = quantityText(txtQuantity.text());
+    const std::string bad = quantityText(txtBadQuantity.text());
+    const std::string price = showsPrice() ? quantityText(txtsellingprice.text()) : std::string();
     line.setSubItem(kLineItemName, cboItem.text());
-    line.setSubItem(kLineGoodQty, quantityText(txtQuantity.text()));
-    line.setSubItem(kLineBadQty, quantityText(txtBadQuantity.text()));
+    line.setSubItem(kLineGoodQty, good);
+    line.setSubItem(kLineBadQty, bad);
     line.setSubItem(kLineItemId, std::to_string(cboItem.selectedData()));
-    if (showsPrice()) line.setSubItem(kLinePrice, quantityText(txtsellingprice.text()));
+    if (showsPrice()) line.setSubItem(kLinePrice, price);
 }
 
 void frmRequestDetail::prepareNextLine() {

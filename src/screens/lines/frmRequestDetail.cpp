@@ -39,17 +39,31 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
     };
     keepApostrophesOut(txtBarcode);
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
+    txtBarcode.onLostFocus = cmdbarcode.onLostFocus = [this] { lblNotCarried.setText(""); };
     cmdbarcode.onKeyPress = [this](std::int16_t& character) {
-        trap("cmdbarcode_KeyPress", [&] { scanOnSearch(character); });
+        trap("cmdbarcode_KeyPress", [&] {
+            if (!itemStands()) beginCode(txtBarcode, character);
+        });
     };
     cmdbarcode.onClick = [this] { trap("cmdbarcode_Click", [this] { fetchItem(); }); };
     cboItem.onClick = [this] { trap("cboItem_Click ", [this] { itemChosen(); }); };
-    cboItem.onValidate = [this] {
-        trap("cboItem_Validate", [this] {
-            if (isNewLine() && cboItem.hasSelection()) enteredItem_ = cboItem.selectedData();
+    cboItem.onKeyPress = [this](std::int16_t& character) {
+        trap("cboItem_KeyPress", [&] {
+            EnterToTab(this->module(), character);
+            if (cboItem.listCount() == 0 && !itemStands())
+                beginCode(txtBarcode, character); // there is no item to type at
         });
     };
-    cboItem.onKeyPress = lvwpacktype.onKeyPress = enterMovesOn();
+    lvwpacktype.onKeyPress = [this](std::int16_t& character) {
+        trap("lvwpacktype_KeyPress", [&] {
+            EnterToTab(this->module(), character);
+            if (!itemStands()) scanOnward(character);
+        });
+    };
+    cmdOk.onKeyPress = [this](std::int16_t& character) { trap("cmdOk_KeyPress", [&] { scanOnward(character); }); };
+    cmdCancel.onKeyPress = [this](std::int16_t& character) {
+        trap("cmdCancel_KeyPress", [&] { scanOnward(character); });
+    };
 
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice}) {
         keepNumberPlain(*box);
@@ -150,12 +164,16 @@ void frmRequestDetail::design() {
     setSize(kWidth, buttons + kButtonHeight + kMargin);
 }
 
-void frmRequestDetail::onLoad() {
+void frmRequestDetail::forget() {
     db_ = {};
     gen_ = {};
     fetch_ = {};
     strItemCode.clear();
     asksSupplier_ = remembered_ = false;
+}
+
+void frmRequestDetail::onLoad() {
+    forget();
     trap("Form_Load ", [this] {
         Session& s = session();
         justLoaded_ = true;
@@ -243,7 +261,7 @@ void frmRequestDetail::quantityEntered() {
 }
 
 void frmRequestDetail::showValueAsToolTip(forms::TextBox& box, const char* pattern) {
-    box.setToolTip(basic::format(box.text(), pattern));
+    box.setToolTip(basic::format(basic::valText(box.text()), pattern));
 }
 
 } // namespace goodsreq

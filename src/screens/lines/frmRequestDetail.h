@@ -15,6 +15,13 @@ namespace goodsreq {
 /// Refuses a fraction, as it is typed and again at OK.
 inline constexpr const char* kIntegerOnly = "Only Integer Quantity is allowed";
 
+/// Condition on the items that a shop deals in: one of kind B in items of type B only, every other in all the others.
+std::string itemFamily(const CommonDb& db, std::int16_t shopId);
+
+/// A key with which a code can begin does so in `box`, wherever it was pressed, and is taken. Others, such as Enter or
+/// a blank, stay what they are.
+void beginCode(forms::TextBox& box, std::int16_t& character);
+
 class frmRequestDetail : public ModuleForm {
 public:
     explicit frmRequestDetail(Module& module);
@@ -50,6 +57,8 @@ public:
     std::int32_t lngOtherShopCurrID = 0;
     std::int32_t lngOtherShopDeptID = 0;
 
+    /// Whether a line is shown that stands in the list: no code and no dialog puts another item into it.
+    bool itemStands() const { return session().strLineMode == "E"; }
     void EnableOrDisableNavigationButtons();
     /// Shows the editor's selected line. Its item cannot be changed.
     void ShowSelectedLine();
@@ -76,6 +85,9 @@ private:
     void design() override;
     void onLoad() override;
     void onActivate() override;
+    void onUnload() override { forget(); }
+    /// Drops what was made for one session.
+    void forget();
 
     // Item resolution.
     void resolveBarcode();
@@ -84,9 +96,11 @@ private:
     void findByItemCode(const std::string& code);
     void focusAfterResolution();
     void refuseCode(const std::string& message);
-    void scanOnSearch(std::int16_t& character);
-    void noteNotCarried();
-    void readItemTypeFilter();
+    /// A code that is begun where a line may be in progress: it is written first, as by OK. Where it is not, the key is
+    /// dropped.
+    void scanOnward(std::int16_t& character);
+    void noteUnlessCarried();
+    void readItemFamily() { session().strItemTypeFilter = itemFamily(db_, session().shopId); }
     std::string carriedByBothShops() const;
     void itemChosen();
     void fetchItem();
@@ -103,9 +117,11 @@ private:
     void showValueAsToolTip(forms::TextBox& box, const char* pattern);
 
     // The line.
-    void commitLine();
+    /// Whether a line was written, and all that follows done.
+    bool commitLine();
     bool checked();
-    bool meant(forms::TextBox& quantity);
+    /// Asks about a number that may be a barcode; `column` of the list holds what the line had.
+    bool meant(forms::TextBox& number, int column, const char* what);
     bool fnItemAlreadyInList() const;
     void addLine(forms::ListView& list);
     void writeLine(forms::ListItem& line);
@@ -123,11 +139,10 @@ private:
     CommonGen gen_;
     Fetch fetch_;
     bool justLoaded_ = false;
-    bool committing_ = false;      ///< a second OK meanwhile is ignored
-    bool asksSupplier_ = false;    ///< see mayNotBeCarried
-    bool remembered_ = false;      ///< the auditing service knows what the boxes held
-    std::int16_t shopId_ = 0;      ///< whose department and currency prices are asked in
-    std::int32_t enteredItem_ = 0; ///< the item that was chosen when the focus left the combo
+    bool committing_ = false;   ///< a second OK meanwhile is ignored
+    bool asksSupplier_ = false; ///< see mayNotBeCarried
+    bool remembered_ = false;   ///< the auditing service knows what the boxes held
+    std::int16_t shopId_ = 0;   ///< whose department and currency prices are asked in
 };
 
 } // namespace goodsreq

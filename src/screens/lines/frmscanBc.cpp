@@ -30,6 +30,9 @@ frmscanBc::frmscanBc(Module& module) : ModuleForm(module, "frmscanBc") {
     };
     keepApostrophesOut(txtBarcode);
     txtBarcode.onGotFocus = [this] { txtBarcode.selectAll(); };
+    CmdClose.onKeyPress = [this](std::int16_t& character) {
+        trap("CmdClose_KeyPress", [&] { beginCode(txtBarcode, character); });
+    };
     CmdClose.onClick = [this] { unload(); };
 }
 
@@ -45,9 +48,13 @@ void frmscanBc::design() {
     setSize(kWidth, buttons + kButtonHeight + kMargin);
 }
 
-void frmscanBc::onLoad() {
+void frmscanBc::forget() {
     db_ = {};
     gen_ = {};
+}
+
+void frmscanBc::onLoad() {
+    forget();
     trap("Form_Load ", [this] {
         db_ = module().createCommonDb();
         gen_ = CommonGen(module().create("CommonModule.clsCommongen"));
@@ -95,6 +102,7 @@ std::int32_t frmscanBc::DisplayBarcodeItemDetails(const std::string& strBarcode,
         if (!id.isNull() && !id.isEmpty()) lngItemid = basic::cLng(id);
     }
     frmRequestDetail& lineEntry = forms::touch(module().requestDetail());
+    if (lineEntry.itemStands()) return lngItemid;
     Recordset item =
         db_.fnReturnRecords("select v.itemdescription, a.itemcode from aitem a inner join vwItemDescription v "
                             "on a.ItemId=v.ItemId where a.itemid=" +

@@ -19,12 +19,15 @@ public:
     forms::CommandButton CmdClose{*this, "CmdClose"};
 
     /// Makes an item the choice of line entry, its packings listed, and returns its id. With item id 0 the id is looked
-    /// up from the packing barcode; 0 where there is none. Whether both shops carry the item is not asked here.
+    /// up from the packing barcode; 0 where there is none. Whether both shops carry the item is not asked here. A
+    /// line that stands keeps its item.
     std::int32_t DisplayBarcodeItemDetails(const std::string& strBarcode, std::int32_t lngItemid = 0);
 
 private:
     void design() override;
     void onLoad() override;
+    void onUnload() override { forget(); }
+    void forget();
 
     void resolve();
     /// The item of a query's first row.
