@@ -8,6 +8,7 @@
 #include "screens/lines/frmRequestDetail.h"
 
 #include <array>
+#include <limits>
 
 namespace goodsreq {
 
@@ -35,6 +36,14 @@ constexpr std::array<SearchColumn, 5> kColumns{{{"ItemCode", "a.itemcode"},
                                                 {"ModelNo", "a.modelno"},
                                                 {"Part_Code", "a.Part_code"}}};
 constexpr std::size_t kDefaultColumn = 1;
+constexpr std::array<const char*, 4> kOrders{"ItemCode", "ItemDescription", "ItemCode,ItemDescription", "Part_code"};
+
+/// What a choice of that number, from 1, stands for. Error 9 for the number of a choice that a component has added; its
+/// text goes into no statement.
+template <class T, std::size_t N> const T& chosenOf(const std::array<T, N>& table, std::int32_t number) {
+    if (number < 1 || number > static_cast<std::int32_t>(N)) automation::raise(automation::kSubscriptOutOfRange);
+    return table[static_cast<std::size_t>(number) - 1];
+}
 
 struct Heading {
     const char* text;
@@ -120,11 +129,15 @@ void FrmFetch::design() {
     CmdClose.setCancel(true);
 }
 
-void FrmFetch::onLoad() {
-    justLoaded_ = true;
+void FrmFetch::forget() {
     gen_ = {};
     db_ = {};
     baseQuery_.clear();
+}
+
+void FrmFetch::onLoad() {
+    justLoaded_ = true;
+    forget();
     trap("Form_Load ", [this] {
         gen_ = CommonGen(module().create("CommonModule.clsCommonGen"));
         db_ = module().createCommonDb();
@@ -138,11 +151,7 @@ void FrmFetch::onLoad() {
             cboSearch.addItem(number == 5 ? "Part_code" : column.name, number);
         }
         number = 0;
-        for (const char* order : {"ItemCode", "ItemDescription", "ItemCode,ItemDescription", "Part_code"})
-            cboColNames.addItem(order, ++number);
-        const std::string kind =
-            basic::concatText(db_.lookUp("ashops", "substring(futurevarchar,1,1)", "ShopID=" + shop()));
-        const std::string family = basic::ucase(kind) == "B" ? " and a.itemtype ='B'" : " and a.itemtype <>'B'";
+        for (const char* order : kOrders) cboColNames.addItem(order, ++number);
         baseQuery_ = "select distinct(a.itemid) "
                      "itemid,a.itemcode,v.itemdescription,a.brand,a.modelno,isnull(a.part_code,' ')part_code "
                      " from aitem a, vwItemDescription v, ashopitemdetail sd "
@@ -151,13 +160,14 @@ void FrmFetch::onLoad() {
                      std::to_string(session().lngOtherShopID) +
                      ") and "
                      " v.itemid=a.itemid " +
-                     family + " and sd.shopid=" + shop() + " and sd.itemid=v.itemid";
+                     itemFamily(db_, session().shopId) + " and sd.shopid=" + shop() + " and sd.itemid=v.itemid";
     });
 }
 
 void FrmFetch::onActivate() {
     if (!justLoaded_) return; // a message box in between takes no choice back
     justLoaded_ = false;
+    if (cboFetch.listCount() == 0) return; // the load failed, and has reported it
     trap("Form_Activate ", [this] { chooseDefaultColumn(); });
     trap("Form_Activate ", [this] {
         if (!cboFetch.hasSelection()) cboFetch.setListIndex(kDefaultColumn);
@@ -173,15 +183,12 @@ void FrmFetch::chooseDefaultColumn() {
 }
 
 std::string FrmFetch::orderedQuery() const {
-    return cboColNames.hasSelection() ? baseQuery_ + " order by " + cboColNames.text() : baseQuery_;
+    if (!cboColNames.hasSelection()) return baseQuery_;
+    return baseQuery_ + " order by " + chosenOf(kOrders, cboColNames.selectedData());
 }
 
 void FrmFetch::search() {
-    // A component may have given the choices other numbers.
-    const std::int32_t number = cboFetch.selectedData();
-    if (number < 1 || number > static_cast<std::int32_t>(kColumns.size()))
-        automation::raise(automation::kSubscriptOutOfRange);
-    const std::string column = kColumns[static_cast<std::size_t>(number) - 1].column;
+    const std::string column = chosenOf(kColumns, cboFetch.selectedData()).column;
     const std::string whole = orderedQuery();
     const std::size_t order = whole.find("order by");
     const std::string first = whole.substr(0, order);
@@ -212,7 +219,10 @@ void FrmFetch::GridPopulate(const std::string& query) {
         flexMaster.setFormat(headingOverNone());
         flexMaster.setColWidth(0, 0);
     } else {
-        flexMaster.setRows(found.recordCount() + 1);
+        const std::int32_t matches = found.recordCount();
+        if (matches == std::numeric_limits<std::int32_t>::max())
+            throw automation::RunTimeError(automation::kOverflow, "Too many items match. Type more of the text.");
+        flexMaster.setRows(matches + 1);
         flexMaster.setCols(static_cast<int>(found.fields().size()));
         flexMaster.setCurrent(1, 0);
         flexMaster.setRowSel(flexMaster.rows() - 1);
@@ -240,7 +250,8 @@ void FrmFetch::moveToTyped() {
 void FrmFetch::accept() {
     const int row = flexMaster.row();
     const std::string id(flexMaster.cell(row, kFetchId));
-    if (row >= flexMaster.fixedRows() && basic::isNumeric(id) && basic::val(id) > 0) {
+    const bool isItem = row >= flexMaster.fixedRows() && basic::isNumeric(id) && basic::val(id) > 0;
+    if (isItem && !module().requestDetail().itemStands()) {
         const std::int32_t item = basic::cLng(id);
         const std::string code(flexMaster.cell(row, kFetchCode));
         frmRequestDetail& lineEntry = forms::touch(module().requestDetail());

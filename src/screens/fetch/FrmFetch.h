@@ -34,6 +34,8 @@ private:
     void design() override;
     void onLoad() override;
     void onActivate() override;
+    void onUnload() override { forget(); }
+    void forget();
 
     bool trap(const std::string& routine, const std::function<void()>& body) const {
         return goodsreq::trap(module(), "FrmFetch", routine, body);
