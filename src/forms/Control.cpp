@@ -177,7 +177,7 @@ bool Control::canTakeFocus() const {
 }
 
 void Control::fire(const std::function<void()>& handler) {
-    if (handler && !form_.designing()) form_.desktop().handle(handler);
+    if (handler && form_.loaded() && !form_.designing()) form_.desktop().handle(handler);
 }
 
 Value Control::invoke(Access access, std::string_view member, Arguments arguments) {

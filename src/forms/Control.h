@@ -82,7 +82,8 @@ public:
     void setFocus();
     /// Whether it is a control for input, enabled and visible.
     bool canTakeFocus() const;
-    /// Runs one of its handlers under the desktop's protection; nothing while the form describes its design.
+    /// Runs one of its handlers under the desktop's protection; nothing while the form is not loaded or describes its
+    /// design.
     void fire(const std::function<void()>& handler);
 
     void attach(ControlView* view) { view_ = view; }
