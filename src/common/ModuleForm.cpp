@@ -2,10 +2,21 @@
 
 #include "basic/Apostrophes.h"
 #include "basic/Conversion.h"
+#include "basic/Text.h"
 
 #include <algorithm>
 
 namespace goodsreq {
+namespace {
+
+/// The caret stays as far from the end as it was.
+void replaceText(forms::TextBox& box, std::string text) {
+    const int behind = basic::len(box.text()) - box.selStart();
+    box.setText(std::move(text));
+    box.select(std::max(0, basic::len(box.text()) - behind), 0);
+}
+
+} // namespace
 
 bool ModuleForm::isTrue(const automation::Value& flag) {
     return !flag.isNull() && !flag.isEmpty() && basic::cBool(flag);
@@ -17,7 +28,7 @@ bool ModuleForm::isFalse(const automation::Value& flag) {
 
 void ModuleForm::keepApostrophesOut(forms::TextBox& box) {
     box.onChange = [&box] {
-        if (basic::hasApostrophe(box.text())) box.setText(basic::replaceApostrophes(box.text(), ""));
+        if (basic::hasApostrophe(box.text())) replaceText(box, basic::replaceApostrophes(box.text(), ""));
     };
 }
 
@@ -31,7 +42,7 @@ std::string ModuleForm::plainNumber(std::string text) const {
 
 void ModuleForm::keepNumberPlain(forms::TextBox& box) const {
     box.onChange = [this, &box] {
-        if (const std::string plain = plainNumber(box.text()); plain != box.text()) box.setText(plain);
+        if (const std::string plain = plainNumber(box.text()); plain != box.text()) replaceText(box, plain);
     };
 }
 

@@ -117,16 +117,18 @@ TEST_F(LinesList, TheMenuOffersWhatCanBeDone) {
     const auto states = [this] {
         till.user.rightClicks("lvwrequest");
         std::string text;
-        for (const forms::MenuItem& item : till.user.menu()) text += (item.enabled ? "+" : "-") + item.name + " ";
+        for (const forms::MenuItem& item : till.user.menu()) text += (item.enabled ? "+" : "-") + item.caption + " ";
         till.user.dismissesMenu();
         return text;
     };
     till.newRequest(0);
-    EXPECT_EQ(states(), "-mnuAdd -mnuEdit -mnudel +mnuCancel ");
+    EXPECT_EQ(states(), "-&Add\tCtrl+Enter -&Edit\tEnter -&Delete\tDel +&Cancel ");
     till.picksShop(kSupplier);
-    EXPECT_EQ(states(), "+mnuAdd -mnuEdit -mnudel +mnuCancel ");
+    EXPECT_EQ(states(), "+&Add\tCtrl+Enter -&Edit\tEnter -&Delete\tDel +&Cancel ");
     till.enters({items[0]});
-    EXPECT_EQ(states(), "+mnuAdd +mnuEdit +mnudel +mnuCancel ");
+    EXPECT_EQ(states(), "+&Add\tCtrl+Enter +&Edit\tEnter +&Delete\tDel +&Cancel ");
+    till.user.happens([this] { forms::input::mouseDown(list(), {forms::MouseButton::left}); });
+    EXPECT_TRUE(till.user.menu().empty());
     till.user.rightClicks("lvwrequest");
     till.user.choosesMenu("mnuAdd");
     expectEntry(0);
@@ -150,6 +152,16 @@ TEST_F(LinesList, AClickedLineTellsItsQuantityAndItsWholeName) {
     list().item(1).setSubItem(3, "2.000");
     EXPECT_EQ(list().item(1).toolTip(3), "");
     EXPECT_EQ(list().item(1).toolTip(2), items[0].description);
+}
+
+TEST_F(LinesList, AQuantityThatIsPastedWithACommaIsGoneOnWithBehindIt) {
+    till.desktop.userLocale.decimalSeparator = ',';
+    till.newRequest();
+    till.addsLines();
+    till.user.focuses("txtQuantity");
+    till.user.pastes(" 2,5");
+    till.user.types("5");
+    EXPECT_EQ(till.user.text("txtQuantity"), "2.55");
 }
 
 TEST_F(LinesList, KnowsWhetherTheSupplyingShopCarriesAnItem) {
