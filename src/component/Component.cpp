@@ -9,6 +9,8 @@
 #include "screens/register/frmcancelreason.h"
 #include "screens/request/frmRequest.h"
 
+#include <utility>
+
 namespace goodsreq {
 namespace {
 
@@ -51,6 +53,9 @@ void Component::show() {
     }
     if (!adocon) adocon = module_.create("ADODB.Connection");
     Session& session = module_.session;
+    // Let go before the session is filled: a host may call Show at the end of its former connection, and that one has a
+    // session of its own.
+    std::exchange(session.connection, nullptr).reset();
     session.connection = adocon;
     session.companyId = intCompanyID;
     session.userId = intUserID;
