@@ -7,9 +7,12 @@ namespace {
 
 /// The provider's number for a key that is taken already.
 constexpr long kIntegrityViolation = -2147217873;
-/// The server's own numbers: chosen as a deadlock's victim, waited too long for a lock.
+/// The server's own numbers: chosen as a deadlock's victim, waited too long for a lock; a row that is there already in
+/// a unique index or under a unique constraint.
 constexpr std::int32_t kDeadlockVictim = 1205;
 constexpr std::int32_t kLockTimeout = 1222;
+constexpr std::int32_t kTakenInIndex = 2601;
+constexpr std::int32_t kTakenKey = 2627;
 
 } // namespace
 
@@ -29,8 +32,8 @@ void Connection::commitTrans() const { connection().call("CommitTrans"); }
 
 void Connection::rollbackTrans() const { connection().call("RollbackTrans"); }
 
-bool Connection::collided(const automation::RunTimeError& error) const {
-    if (error.number() == kIntegrityViolation) return true;
+Collision Connection::collision(const automation::RunTimeError& error) const {
+    bool known = false; // by the server's number, which says more than the provider's
     try {
         const automation::ObjectPtr errors = connection().get("Errors").objectPtr();
         const std::int32_t count = basic::cLng(errors->get("Count"));
@@ -39,12 +42,14 @@ bool Connection::collided(const automation::RunTimeError& error) const {
             // The list stays until the next error of the provider, while components have errors of their own.
             if (basic::cLng(one->get("Number")) != error.number()) continue;
             const std::int32_t number = basic::cLng(one->get("NativeError"));
-            if (number == kDeadlockVictim || number == kLockTimeout) return true;
+            if (number == kDeadlockVictim || number == kLockTimeout) return Collision::lock;
+            if (number == kTakenInIndex || number == kTakenKey) return Collision::key;
+            known = known || number != 0;
         }
     } catch (...) {
         // A connection that cannot tell has not said that it was a collision.
     }
-    return false;
+    return !known && error.number() == kIntegrityViolation ? Collision::key : Collision::none;
 }
 
 Transaction::Transaction(const Connection& connection) : connection_(connection) {

@@ -6,6 +6,13 @@
 
 namespace goodsreq {
 
+/// How another session was quicker.
+enum class Collision {
+    none,
+    key,  ///< it took the same key
+    lock, ///< the server ended this transaction, or a wait in it, to let the other's go on
+};
+
 /// Shares the host's connection; never opens or closes it.
 class Connection {
 public:
@@ -17,9 +24,8 @@ public:
     void beginTrans() const;
     void commitTrans() const;
     void rollbackTrans() const;
-    /// Whether `error` says that another session was quicker: it took the same key, or the server ended this
-    /// transaction to let the other's go on. To be asked before anything else is sent.
-    bool collided(const automation::RunTimeError& error) const;
+    /// What `error` says of it. To be asked before anything else is sent.
+    Collision collision(const automation::RunTimeError& error) const;
 
 private:
     automation::Object& connection() const;

@@ -29,13 +29,13 @@ struct Session {
     std::string strItemTypeFilter;         ///< condition that keeps the item families apart, by the kind of shop
     std::string cancelReason;
     std::int32_t selectedRequestId = 0;
-    std::string userName;
     automation::Date fromDate; ///< the register shows requests from this day on
     std::string userRights;
     bool hasEveryRight = false; ///< for a user without a row of rights
     bool blnIntegerQuantity = false;
     bool aliasInUse = false; ///< the site has a word of its own for a shop:
-    std::string alias;
+    std::string alias;       ///< which may not have been read yet
+    bool namesTheShop() const { return aliasInUse && !alias.empty(); }
     bool preserveItemDetails = false;
 
     const RequestKind& kind() const { return requestKind(screenId); }

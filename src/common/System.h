@@ -1,4 +1,4 @@
-// What the module needs of the machine beyond its screen: files, ports, the code page, the folder of Windows.
+// What the module needs of the machine beyond its screen: files, ports, the code page, the folder of Windows, a pause.
 #pragma once
 
 #include <memory>
@@ -37,6 +37,8 @@ public:
     virtual std::string windowsDirectory() = 0;
     /// The same where all users of the machine have one: on a terminal server the other is each user's own.
     virtual std::string sharedWindowsDirectory() = 0;
+    /// Returns after so many milliseconds.
+    virtual void pause(int milliseconds) = 0;
 };
 
 } // namespace goodsreq

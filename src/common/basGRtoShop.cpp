@@ -43,7 +43,8 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
 }
 
 bool UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition) {
-    return trap(module, kSharedModule, "UpdateEditedRow", [&] {
+    bool shown = false;
+    trap(module, kSharedModule, "UpdateEditedRow", [&] {
         std::string query = listQuery;
         if (const auto order = query.find("order by"); order != std::string::npos) query.erase(order);
         query += query.find("where") != std::string::npos ? " and " : " where ";
@@ -65,8 +66,10 @@ bool UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQ
             grid.setCell(row, static_cast<int>(col),
                          basic::trim(basic::concatText(fields[col].value(), module.desktop().locale())));
         grid.selectRow(row);
+        shown = true;
         record.close();
     });
+    return shown;
 }
 
 void ReportError(Module& module, const std::string& moduleName, const std::string& routine, long number,
@@ -92,7 +95,9 @@ void ReportError(Module& module, const std::string& moduleName, const std::strin
         // The box below tells the user what the component could not.
     }
     try {
-        module.ask({"Error " + std::to_string(number) + " in " + source + "\r\n" + description,
+        module.ask({"This could not be done. Try it again; if it fails again, tell support what stands here:\r\n"
+                    "Error " +
+                        std::to_string(number) + " in " + source + "\r\n" + description,
                     session.messageBoxCaption, forms::MessageIcon::critical, forms::MessageButtons::ok,
                     forms::Answer::ok});
     } catch (...) {

@@ -21,7 +21,7 @@ void LoadListViewLayout(Module& module, const std::string& screenName, forms::Li
 /// Brings the register's grid up to date with one request after a save or a deletion, without reading the list anew.
 /// `condition` is the request's, as " srhrequestid =12". In edit mode "E" the current row is overwritten, otherwise a
 /// row is added (or the empty row of an empty register filled). A request that the list query does not show leaves the
-/// grid as it is. Returns whether nothing failed.
+/// grid as it is. Returns whether the grid shows it now.
 bool UpdateEditedRow(Module& module, forms::Grid& grid, const std::string& listQuery, const std::string& condition);
 
 /// Hands an error to the suite's error component, once. Never fails: where that component is missing or fails itself, a

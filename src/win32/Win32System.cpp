@@ -191,6 +191,8 @@ public:
         return folderIn(folder, GetSystemWindowsDirectoryA(folder, MAX_PATH));
     }
 
+    void pause(int milliseconds) override { Sleep(static_cast<DWORD>(milliseconds)); }
+
 private:
     std::string folderIn(const char* folder, UINT length) {
         if (length == 0 || length >= MAX_PATH) automation::raise(automation::kPathNotFound);

@@ -148,7 +148,7 @@ void frmMaster::deleteRequest() {
         header.update();
     }
     header.close();
-    s.auditing.SaveUserAuditingInfo(id, number, "D");
+    s.auditing.SaveUserAuditingInfo(std::to_string(requestId), number, "D");
     connection.commitTrans();
     updateDeletedRow(row);
 }

@@ -12,8 +12,7 @@ constexpr int kHeight = 915;
 
 frmcancelreason::frmcancelreason(Module& module) : ModuleForm(module, "frmcancelreason") {
     txtcanreason.onGotFocus = selectsItsText();
-    txtcanreason.onKeyUp = [this](std::int16_t&, std::int16_t) { cmdOk.setEnabled(hasReason()); };
-    txtcanreason.onChange = [this] { cmdOk.setEnabled(hasReason()); }; // text that is pasted has no key
+    txtcanreason.onChange = [this] { cmdOk.setEnabled(hasReason()); };
     txtcanreason.onKeyPress = enterMovesOn();
     cmdOk.onClick = [this] { trap("cmdOk_Click ", [this] { accept(); }); };
 }

@@ -7,11 +7,21 @@
 #include "screens/request/frmRequest.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace goodsreq {
 namespace {
 
 constexpr const char* kQuantityFormat = "#0.000";
+
+bool isDigits(std::string_view text) { return !text.empty() && text.find_first_not_of("0123456789") == text.npos; }
+
+/// A number as a statement has it: no sign but "-" and ".", no exponent.
+bool isPlainNumber(std::string_view text) {
+    if (text.starts_with('-')) text.remove_prefix(1);
+    const std::size_t point = text.find('.');
+    return point == text.npos ? isDigits(text) : isDigits(text.substr(0, point)) && isDigits(text.substr(point + 1));
+}
 
 } // namespace
 
@@ -107,6 +117,21 @@ bool frmRequest::HasNoQuantities(bool checkQuantities) const {
     for (int i = 1; i <= lvwrequest.count(); ++i) {
         const forms::ListItem& line = lvwrequest.item(i);
         if (basic::val(line.subItem(kLineGoodQty)) + basic::val(line.subItem(kLineBadQty)) > 0) return false;
+    }
+    return true;
+}
+
+bool frmRequest::linesHoldNumbers() {
+    for (int i = 1; i <= lvwrequest.count(); ++i) {
+        const forms::ListItem& line = lvwrequest.item(i);
+        for (const int cell : {kLineItemId, kLineGoodQty, kLineBadQty, kLinePrice}) {
+            const std::string& text = line.subItem(cell);
+            const bool notStored = cell == kLinePrice && (text.empty() || !session().kind().priced);
+            if (notStored || (cell == kLineItemId ? isDigits(text) : isPlainNumber(text))) continue;
+            module().inform("Line " + std::to_string(i) + " holds \"" + text +
+                            "\" where a number must stand. Correct the line, or delete it and enter it again.");
+            return false;
+        }
     }
     return true;
 }

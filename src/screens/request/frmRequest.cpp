@@ -165,41 +165,39 @@ void frmRequest::fillShops() {
 void frmRequest::onActivate() {
     trap("Form_Activate ", [this] {
         Session& s = session();
-        if (s.aliasInUse) {
+        if (s.namesTheShop()) {
             Label1.setText(s.alias + " : ");
             setCaption("Goods Request To " + s.alias);
         }
         if (!justLoaded_) return;
         justLoaded_ = false;
-        if (!linesComplete_) cmdOk.setEnabled(false);
         if (isNew())
             cboShop.setFocus();
         else
             openForEditing();
         s.auditing.SaveInToTag(*this);
         remembered_ = true;
-        if (!linesComplete_)
-            module().inform("Not all lines of this request could be read. It can be looked at, but not changed.");
+        if (!linesComplete_) module().inform(kLinesMissing);
     });
 }
 
 void frmRequest::openForEditing() {
     // A request of which nobody can tell that it may be changed is only looked at.
-    const bool editable = cmdOk.enabled();
-    cmdOk.setEnabled(false);
+    const bool changeable = cmdOk.enabled() && linesComplete_;
+    setChangeable(false);
     gen_.SelectComboItemByValue(cboShop, session().lngOtherShopID);
     const std::string condition =
         " srhRequestid=" + std::to_string(module().master().currentId()) + shopCondition(" and srhshopid=");
     const bool used = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition));
     const bool finished = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition));
-    if (finished) {
-        chkTransFinished.setEnabled(false);
-        chkTransFinished.setValue(1);
-    }
-    const bool changes = editable && !used && !finished;
-    cmdOk.setEnabled(changes);
-    txtRemarks.setLocked(!changes);
-    if (!changes) chkTransFinished.setEnabled(false);
+    if (finished) chkTransFinished.setValue(1);
+    setChangeable(changeable && !used && !finished);
+}
+
+void frmRequest::setChangeable(bool changeable) {
+    cmdOk.setEnabled(changeable);
+    txtRemarks.setLocked(!changeable);
+    chkTransFinished.setEnabled(changeable);
 }
 
 bool frmRequest::dateRead() {
@@ -218,6 +216,7 @@ void frmRequest::shopChosen() {
     Session& s = session();
     const std::int32_t chosen = cboShop.selectedData();
     if (chosen == s.lngOtherShopID) return;
+    if (!isNew()) return selectShop(s.lngOtherShopID); // a stored request keeps its shop
     if (s.lngOtherShopID != kNoShop && lvwrequest.count() > 0) {
         if (!module().confirm("Already entered data will be cleared. Do you want to change shop?")) {
             selectShop(s.lngOtherShopID);

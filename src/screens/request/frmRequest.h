@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace goodsreq {
 
@@ -22,6 +23,9 @@ enum LineColumn {
     kLinePrice,
     kLineUnit,
 };
+
+inline constexpr const char* kLinesMissing =
+    "Not all lines of this request could be read. It can be looked at, but not changed.";
 
 class frmRequest : public ModuleForm {
 public:
@@ -63,6 +67,8 @@ private:
     // Header.
     void fillShops();
     void openForEditing();
+    /// OK, remarks and tick go together.
+    void setChangeable(bool changeable);
     void shopChosen();
     void selectShop(std::int32_t shopId);
     /// Whether the date box holds a date; says so where it does not.
@@ -82,6 +88,8 @@ private:
     // Saving.
     void save();
     bool validated();
+    /// Whether each line holds numbers where the suite's helper puts them into statements; says which does not.
+    bool linesHoldNumbers();
     /// Why a request is not stored.
     struct Refusal {
         std::string message;
@@ -91,12 +99,16 @@ private:
     bool store();
     /// The part of it within the transaction.
     std::optional<Refusal> write();
+    /// What somebody else has done to the request since it was opened here.
+    static std::optional<Refusal> closedToChanges(const Recordset& header);
     /// The remarks that the header's column cannot hold.
     std::optional<Refusal> tooLong(const Recordset& header);
     bool liesBeforeTheRegister();
     bool RequestNoExists();
-    /// After a commit whose outcome nobody knows: whether the request of that number is this one.
-    bool storedBefore();
+    /// After a commit whose outcome nobody knows: the id of the request of that number, 0 where it is not this one.
+    std::int32_t idStoredBefore();
+    /// What the boxes and the list hold of the request.
+    std::vector<std::string> contents() const;
     std::string makeRequestNo();
     std::optional<Refusal> SaveNewRequest();
     std::optional<Refusal> UpdateRequest(std::int16_t id);
@@ -113,15 +125,14 @@ private:
     bool remembered_ = false;    ///< the auditing service knows what the boxes held at first
     bool closingFailed_ = false; ///< once the editor could not be closed, as nobody could tell what had changed
     double priceValue_ = 0;      ///< selling price of each line of a plain shop request
-    /// What a save sent of which nobody may have heard whether it went through.
+    /// What a save sent under the number in its box. It stays with that number where nobody heard of the commit.
     struct Sent {
         automation::Value time; ///< the server's
         std::string user;
-        std::int32_t toShop = 0;
-        std::int32_t lines = 0;
+        std::vector<std::string> contents;
     };
     std::optional<Sent> sent_;
-    std::int32_t requestId_ = 0; ///< 0 until lines are loaded or a new request is stored
+    std::int32_t requestId_ = 0; ///< 0 until lines are loaded, or the header of a new request is written
 };
 
 } // namespace goodsreq
