@@ -23,13 +23,19 @@ std::vector<std::string> beginningWith(std::string_view beginning, const std::ve
     return found;
 }
 
+/// Numbers carry their kind: "%" 16 bits, "&" 32 bits, "#" a double. "@" goes before what is handed over by reference.
 std::string told(const automation::Value& value) {
     std::string text;
+    if (value.isReference()) return "@" + told(value.resolved());
     if (const auto* array = value.as<automation::Array>()) {
         for (const automation::Value& element : *array) text += (text.empty() ? "" : ",") + told(element);
         return text;
     }
-    if (!value.isObject()) return basic::concatText(value);
+    if (!value.isObject())
+        return basic::concatText(value) + (value.is<std::int16_t>()   ? "%"
+                                           : value.is<std::int32_t>() ? "&"
+                                           : value.is<double>()       ? "#"
+                                                                      : "");
     const automation::ObjectPtr object = value.objectPtr();
     return !object ? "Nothing" : object->has("Name") ? basic::cStr(object->get("Name")) : object->className();
 }
@@ -39,13 +45,18 @@ std::string told(const automation::Value& value) {
 /// A component between the module and its stand-in: takes note of what it is told, and breaks.
 class Shop::Watched : public automation::Object {
 public:
-    Watched(Shop& shop, automation::ObjectPtr object) : shop_(shop), object_(std::move(object)) {}
+    Watched(Shop& shop, automation::ObjectPtr object, bool inStatements)
+        : shop_(shop), object_(std::move(object)), inStatements_(inStatements) {}
     automation::Value invoke(automation::Access access, std::string_view member,
                              automation::Arguments arguments) override {
         const std::string name = className() + "." + std::string(member);
         std::string list;
         for (const automation::Value& argument : arguments) list += (list.empty() ? "" : "|") + told(argument);
-        shop_.calls_.push_back(name + "(" + list + ")");
+        const char* how = access == automation::Access::put ? "=" : access == automation::Access::putRef ? "=Set" : "";
+        const bool plain = list.ends_with("|0&|1&"); // forward only, read only
+        if (!inStatements_ || (member == "adocon" && access != automation::Access::putRef) ||
+            member == "fnUpdateListViewDetails" || (member == "Open" && !plain))
+            shop_.calls_.push_back(name + how + "(" + list + ")");
         if (name == shop_.broken_) throw automation::RunTimeError(5, "broken");
         automation::Value result = object_->invoke(access, member, arguments);
         if (result.isObject()) shop_.made_[name] = result.objectPtr();
@@ -57,6 +68,7 @@ public:
 private:
     Shop& shop_;
     automation::ObjectPtr object_;
+    bool inStatements_; ///< what it does is seen there, but for a few things
 };
 
 CompanyFile::CompanyFile() : CompanyFile(Original{SAMPLE_COMPANY}) {}
@@ -119,10 +131,8 @@ void Shop::opens() {
 automation::ObjectPtr Shop::make(std::string_view progId) {
     if (progId == broken_) automation::raise(automation::kCannotCreateObject);
     automation::ObjectPtr object = inner_(progId);
-    // The rest is seen in the statements; and record sets go on to the stand-ins, which are not to be watched
-    // themselves.
-    if (!progId.starts_with("ADODB.") && !automation::sameName(progId, "CommonModule.clsCommonDB"))
-        object = std::make_shared<Watched>(*this, object);
+    const bool inStatements = progId == "ADODB.Recordset" || automation::sameName(progId, "CommonModule.clsCommonDB");
+    if (inStatements || !progId.starts_with("ADODB.")) object = std::make_shared<Watched>(*this, object, inStatements);
     made_[std::string(progId)] = object;
     return object;
 }
