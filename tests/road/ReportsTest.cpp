@@ -89,6 +89,14 @@ const auto del = [](auto& shop) { shop.user.presses(forms::kKeyDelete); };
 const auto scans = [](auto& shop) {
     shop.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
 };
+void pressesSearch(goodsreq::Module& module) {
+    std::int16_t character = '7';
+    module.requestDetail().cmdbarcode.onKeyPress(character);
+}
+const auto entersLine = [](auto& shop) {
+    scans(shop);
+    shop.user.types("4\r\r\r\r");
+};
 const auto prints = [](auto& shop) {
     shop.user.clicks("optScreen");
     shop.user.clicks("cmdOK");
@@ -98,6 +106,17 @@ const Fault kFaults[] = {
     // Register.
     {"frmMaster |Form_Load ", openNothing, "Formcolor.clsFormcolor", openRegister},
     {"frmMaster |Form_Activate ", openEditor, "select alias", clicks("cmdCancel")},
+    {"frmMaster |Form_Activate ", openRegister, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.master().CmdEdit.setEnabled(false); });
+         stuck("CmdEdit", [](Shop& s) {
+             for (const char* button : {"cmdnew", "cmdCancel"}) s.user.clicks(button);
+         })(shop);
+     }},
+    {"frmMaster |GridPopulate", openNothing, "atablecolumns", openRegister},
+    {"frmMaster |USerRights", openNothing, "louserrights", openRegister},
+    {"frmMaster |flexMaster_MouseUp", openRegister, "",
+     unseen([](auto& shop) { shop.user.rightClicks("flexMaster"); })},
     {"frmMaster |cmdnew_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("cmdnew")},
     {"frmMaster |CmdEdit_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("CmdEdit")},
     {"frmMaster |CmdDelete_Click ", openDeletable, "UserName", clicks("CmdDelete")},
@@ -143,6 +162,11 @@ const Fault kFaults[] = {
     {"frmRequest |Form_Load ", openRegister, "CommonModule.clsCommonGen", clicks("cmdnew")},
     {"frmRequest |Form_Activate ", openRegister, "clsUserAuditing.SaveInToTag", clicks("cmdnew")},
     {"frmRequest |Form_QueryUnload", openEditor, "clsUserAuditing.DataChanged", clicks("cmdCancel")},
+    {"frmRequest |Form_QueryUnload", openEditor, "", unseen([](auto& shop) {
+         shop.user.enters("txtRemarks", "typed");
+         shop.user.clicks("cmdCancel");
+     })},
+    {"frmRequest |txtrequestDate_LostFocus", openEditor, "", unseen(enters("txtrequestDate", "soon\r"))},
     {"frmRequest |cmdOk_Click ", openEditor, "", unseen(clicks("cmdOk"))},
     {"frmRequest |cboShop_Click ", openEditor, "",
      [](auto& shop) {
@@ -182,6 +206,16 @@ const Fault kFaults[] = {
     {"frmRequestDetail |cmdLast_Click ", openLineEntry, "",
      happens([](auto& m) { m.requestDetail().cmdLast.onClick(); })},
     {"frmRequestDetail |cmdOk_Click ", openLineEntry, "", unseen(clicks("cmdOk"))},
+    {"frmRequestDetail |cmdOk_Click ", openLineEntry, "clsUserAuditing.DataChanged", entersLine},
+    {"frmRequestDetail |Form_KeyDown", openLineEntry, "",
+     [](auto& shop) {
+         shop.user.happens([&] { shop.module.requestDetail().lblNotCarried.setText("not carried"); });
+         stuck("lblNotCarried", [](Shop& s) { s.user.presses(forms::kKeyHome); })(shop);
+     }},
+    {"frmRequestDetail |cmdbarcode_KeyPress", openLineEntry, "", stuck("txtBarcode", happens(pressesSearch))},
+    {"frmRequestDetail |fnGetDeptCurrID", openLineEntry, "DepCurrencyID", scans},
+    {"basGRtoShop |fnGetSellingPrice", openLineEntry, "spSellingPriceFetch", scans},
+    {"basGRtoShop |fnGetUnitCode", openLineEntry, "u.UnitCode", entersLine},
     {"basGRtoShop |FillPackingTypes", openLineEntry, "apackingtype ap", scans},
     {"basGRtoShop |FillPackingQuantities", openLineEntry, "pk.quantity",
      [](auto& shop) {
@@ -247,10 +281,10 @@ TEST(Reports, SayForWhomAndWhy) {
     Shop shop(company, {.userId = 3, .shopId = 4});
     shop.opens();
     shop.module.session.editMode = "E";
-    for (const Case& c : {Case{[] { throw automation::RunTimeError(-9, "why", "a source"); }, "-9|a source|why"},
-                          {[] { throw std::bad_alloc(); }, "7|goodsreq|Out of memory"},
-                          {[] { throw std::logic_error("odd"); }, "5|goodsreq|odd"},
-                          {[] { throw 1; }, "5|goodsreq|Unknown error"}}) {
+    for (const Case& c : {Case{[] { throw automation::RunTimeError(-9, "why", "a source"); }, "-9&|a source|why"},
+                          {[] { throw std::bad_alloc(); }, "7&|goodsreq|Out of memory"},
+                          {[] { throw std::logic_error("odd"); }, "5&|goodsreq|odd"},
+                          {[] { throw 1; }, "5&|goodsreq|Unknown error"}}) {
         shop.user.happens([&] { EXPECT_FALSE(trap(shop.module, "here ", "there ", c.fails)); });
         shop.user.answers(forms::Answer::ok);
         EXPECT_EQ(shop.calls("ErrorDetails.").back(),
