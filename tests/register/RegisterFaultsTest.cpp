@@ -75,11 +75,42 @@ TEST_F(Starting, IsRefusedWhileTheRegisterLoadsOrIsOpen) {
     EXPECT_EQ(user().form(), "frmMaster");
 }
 
+// A host may show the module again when it loses its former connection.
+TEST_F(Starting, AHostThatIsCalledMeanwhileHasASessionOfItsOwn) {
+    struct Last : automation::Object {
+        std::function<void()> shows;
+        ~Last() override { shows(); }
+        automation::Value invoke(automation::Access, std::string_view, automation::Arguments) override { return {}; }
+        bool has(std::string_view) const override { return false; }
+        std::string className() const override { return "Last"; }
+    };
+    shop.emplace(company);
+    Component other(shop->module);
+    other.adocon = sandbox::openConnection(company.path());
+    other.strProjectKey = shop->component.strProjectKey;
+    other.intShopid = 4;
+    other.interfaceid = 1611;
+    auto last = std::make_shared<Last>();
+    last->shows = [&] { other.show(); };
+    session().connection = std::move(last);
+    shop->opens();
+    for (const Component* host : {&other, &shop->component}) {
+        EXPECT_EQ(session().shopId, host->intShopid);
+        EXPECT_EQ(session().screenId, host->interfaceid);
+        EXPECT_EQ(session().connection, host->adocon);
+        EXPECT_EQ(user().form(), "frmMaster");
+        user().clicks("CmdClose");
+    }
+    EXPECT_TRUE(user().ended());
+}
+
 TEST_F(Starting, WithoutAConnectionTheRegisterReportsAndCanBeClosed) {
     shop.emplace(company);
     shop->component.adocon = nullptr;
+    shop->component.interfaceid = 1611;
     shop->opens();
     EXPECT_EQ(reports(), (Texts{"frmMaster, Form_Load", "frmMaster, Form_Activate"}));
+    EXPECT_EQ(user().caption(), "Inter Division Sales Request");
     ASSERT_TRUE(shop->component.adocon);
     EXPECT_EQ(shop->component.adocon, session().connection);
     EXPECT_EQ(user().form(), "frmMaster");
@@ -91,8 +122,6 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
     const std::string load = "frmMaster, Form_Load";
     const std::string activate = "frmMaster, Form_Activate";
     const std::string populate = "frmMaster, GridPopulate";
-    const std::string headers = "frmMaster, GridPopulate";
-    const std::string layout = "frmMaster, GridPopulate";
     const std::string rights = "frmMaster, USerRights";
     const std::string setShop = " where ShopID = 1";
     struct Case {
@@ -118,14 +147,14 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
               "insert into atablecolumns (tableid,columnno,columnname,ColumnHeader) values (1,10,'more','More')",
               "",
               false,
-              {headers},
+              {populate},
               2},
              {"no user", "delete loUsers", "", false, {}, 2},
              {"rights not readable", "", "louserrights", false, {rights}, 2},
              {"list not readable", "", " select sRHrequestID", false, {populate}, 1},
              {"dies at the list", "", " select sRHrequestID", true, {populate, rights, activate}, 1},
-             {"dies at the headers", "", "atablecolumns", true, {headers, layout, rights, activate}, 2},
-             {"saved layout not readable", "", "aMasterGridSettings", false, {layout}, 2},
+             {"dies at the headers", "", "atablecolumns", true, {populate, populate, rights, activate}, 2},
+             {"saved layout not readable", "", "aMasterGridSettings", false, {populate}, 2},
          }) {
         SCOPED_TRACE(c.name);
         const support::CompanyFile broken;
@@ -143,6 +172,9 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         EXPECT_EQ(reports(), c.reports);
         EXPECT_EQ(user().form(), "frmMaster");
         EXPECT_EQ(user().grid("flexMaster").size(), c.rows);
+        if (!c.reports.empty() && c.reports.front() == load) {
+            EXPECT_FALSE(user().enabled("cmdnew"));
+        }
         EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
         user().clicks("CmdClose");
         EXPECT_TRUE(user().ended());
@@ -163,8 +195,44 @@ TEST_F(RegisterFaults, AreShownAlsoWithoutTheErrorComponent) {
     ASSERT_TRUE(person.message());
     EXPECT_EQ(person.message()->icon, forms::MessageIcon::critical);
     EXPECT_EQ(person.message()->title, "Caption");
-    person.answers("Error 6 in goodsreq\r\nOverflow", forms::Answer::ok);
+    person.answers("This could not be done. Try it again; if it fails again, tell support what stands here:\r\n"
+                   "Error 6 in goodsreq\r\nOverflow",
+                   forms::Answer::ok);
     EXPECT_TRUE(person.ended());
+}
+
+// What a provider says of an error, by its own number and the server's.
+TEST(Collisions, AreKnownByTheServersNumbersWhateverTheProvidersIs) {
+    struct Errors : automation::Object { // the connection, its list and the one error in it
+        std::int32_t number, native;
+        Errors(std::int32_t n, std::int32_t s) : number(n), native(s) {}
+        automation::Value invoke(automation::Access, std::string_view member, automation::Arguments) override {
+            if (member == "Count") return std::int32_t{native != 0};
+            if (member == "Number") return number;
+            if (member == "NativeError") return native;
+            return automation::ObjectPtr(automation::ObjectPtr(), this);
+        }
+        bool has(std::string_view) const override { return true; }
+        std::string className() const override { return "Errors"; }
+    };
+    constexpr std::int32_t kFailure = -2147467259, kViolation = -2147217873, kErrors = -2147217887;
+    struct Case {
+        std::int32_t number, native;
+        Collision collision;
+    };
+    for (const Case& c : {Case{kFailure, 1205, Collision::lock},
+                          {kErrors, 1222, Collision::lock},
+                          {kViolation, 2627, Collision::key},
+                          {kFailure, 2627, Collision::key},
+                          {kErrors, 2601, Collision::key},
+                          {kViolation, 0, Collision::key},
+                          {kViolation, 515, Collision::none}, // no value where there must be one
+                          {kViolation, 547, Collision::none}, // no row that it goes with
+                          {kFailure, 0, Collision::none}}) {
+        const auto errors = std::make_shared<Errors>(c.number, c.native);
+        EXPECT_EQ(Connection(errors).collision(RunTimeError(c.number, "")), c.collision) << c.number << " " << c.native;
+        EXPECT_EQ(Connection(errors).collision(RunTimeError(5, "")), Collision::none) << "another's error";
+    }
 }
 
 TEST(RecordsetFaults, AResultThatIsNothingIsAnError) {
