@@ -80,7 +80,7 @@ SqlType Parser::type() {
     if (word.sort != Token::Sort::word || type.kind == Kind::unknown)
         fail(kSyntaxError, "'" + word.text + "' is not a type that is known here.");
     if (!accept("(")) return type;
-    type.size = wholeNumber();
+    type.size = accept("max") ? 0 : wholeNumber();
     if (accept(",")) type.scale = wholeNumber();
     expect(")");
     if (type.kind == Kind::decimal && (type.size < 1 || type.size > 38 || type.scale > type.size))
