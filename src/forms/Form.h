@@ -78,6 +78,9 @@ public:
     /// The stop that Tab reaches from `from` (null: the first), or null when there is none.
     Control* tabStop(const Control* from, bool backwards) const;
 
+    /// Whether something was entered that would be lost if the program ended now; asks nobody.
+    virtual bool holdsWork() { return false; }
+
     void attach(FormView* view) { view_ = view; }
     FormView* view() const { return view_; }
 

@@ -34,6 +34,8 @@ public:
     /// Decides on text that arrives as a whole (pasted, dropped): the text that would stand in the box afterwards.
     /// Nothing is taken when it answers false.
     std::function<bool(const std::string& whole)> acceptsWhole;
+    /// The decimal key of the keypad makes "." here, whatever character the keyboard has on it.
+    bool keypadPoint = false;
 
     /// What the person's editing made of the text: stores it with the caret and raises Change. Called on the way of a
     /// key.

@@ -223,4 +223,10 @@ void closeBox(Form& form) {
     if (form.visible()) form.unload(CloseReason::frame);
 }
 
+bool holdsWork(Form& form) {
+    bool holds = false;
+    if (form.visible()) form.desktop().handle([&] { holds = form.holdsWork(); });
+    return holds;
+}
+
 } // namespace forms::input

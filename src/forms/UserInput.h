@@ -50,5 +50,7 @@ void mouseUp(Control& control, const MouseEvent& event);
 
 /// The window's own close box.
 void closeBox(Form& form);
+/// The person ends the session: whether the form holds work that would be lost.
+bool holdsWork(Form& form);
 
 } // namespace forms::input

@@ -46,7 +46,7 @@ void ComboWindow::fill() {
     LONG widest = 0;
     std::size_t longest = 0;
     for (const forms::ComboBox::Entry& entry : box_.entries()) {
-        const std::wstring text = wide(entry.text);
+        const std::wstring text = wide(beginning(entry.text));
         SendMessageW(handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         if (text.size() <= longest) continue;
         longest = text.size();
@@ -62,7 +62,8 @@ void ComboWindow::fill() {
 
 void ComboWindow::showChoice() {
     updating_ = true;
-    if (SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex())
+    // The arrows may have moved on in an open list.
+    if (!open_ && SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex())
         SendMessageW(handle(), CB_SETCURSEL, static_cast<WPARAM>(box_.listIndex()), 0);
     if (editable(box_)) {
         const std::wstring text = wide(box_.text());
@@ -112,9 +113,10 @@ void ComboWindow::commanded(int code) {
         if (closed && accepted_) chooseShown();
         break;
     case CBN_SELCHANGE:
-        form_.refreshLater(*this);
         // The mouse closes the list first and reports the change then.
-        if (!open_ && SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex()) chooseShown();
+        if (open_) break;
+        form_.refreshLater(*this);
+        if (SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex()) chooseShown();
         break;
     case CBN_EDITCHANGE: forms::input::edit(box_, narrow(windowText(handle()))); break;
     default: break;
@@ -131,19 +133,27 @@ void ComboWindow::closeList(bool accepts) {
     SendMessageW(handle(), CB_SHOWDROPDOWN, FALSE, 0);
 }
 
+bool ComboWindow::isOpen() const { return SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0) != 0; }
+
 LRESULT ComboWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_KEYDOWN && SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0)) {
+    // The wheel scrolls an open list; on a closed one it would choose, and is the form's.
+    if (message == WM_MOUSEWHEEL && !isOpen()) return DefWindowProcW(window, message, wParam, lParam);
+    if (message == WM_KEYDOWN && isOpen()) {
         if (wParam == VK_ESCAPE) { // closes the list and not the form behind it
             closeList(false);
             return kKeySwallowed;
         }
         if (wParam == VK_TAB) closeList(true);
     }
+    if (message == WM_SYSKEYDOWN && (wParam == VK_UP || wParam == VK_DOWN) && isOpen()) {
+        closeList(true);
+        return kKeySwallowed;
+    }
     return ControlWindow::onMessage(window, message, wParam, lParam);
 }
 
 bool ComboWindow::useKey(int keyCode, int) {
-    if (keyCode != VK_RETURN || !SendMessageW(handle(), CB_GETDROPPEDSTATE, 0, 0)) return false;
+    if ((keyCode != VK_RETURN && keyCode != VK_F4) || !isOpen()) return false;
     closeList(true);
     return true;
 }

@@ -29,6 +29,7 @@ private:
     /// Takes over the entry that the window shows as chosen.
     void chooseShown();
     void closeList(bool accepts);
+    bool isOpen() const;
 
     bool open_ = false;     ///< the list is
     bool accepted_ = false; ///< what is chosen in it counts

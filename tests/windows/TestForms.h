@@ -1,12 +1,19 @@
-// Forms for tests that work at real windows.
+// Forms for tests that work at real windows, and how a test shows them.
 #pragma once
 
 #include "forms/Buttons.h"
 #include "forms/Form.h"
+#include "forms/Grid.h"
 #include "forms/TextBox.h"
+#include "tests/windows/Person.h"
+#include "win32/Win32Desktop.h"
+
+#include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace support {
 
@@ -14,7 +21,9 @@ namespace support {
 class PlainForm : public forms::Form {
 public:
     PlainForm(forms::Desktop& desktop, std::string name) : Form(desktop, std::move(name)) {}
+    bool holdsWork() override { return works; }
     std::function<void()> describe;
+    bool works = false;
 
 protected:
     void design() override {
@@ -36,6 +45,71 @@ public:
     forms::TextBox txtBarcode{*this, "txtBarcode"};
     forms::TextBox txtQuantity{*this, "txtQuantity"};
     forms::CommandButton cmdOk{*this, "cmdOk"};
+};
+
+/// An entry of this program's own for a function of the system, exchanged while it lives.
+template <class Function> class Exchanged {
+public:
+    Exchanged(Function& entry, Function with) : entry_(entry) {
+        system = entry;
+        enter(with);
+    }
+    ~Exchanged() { enter(system); }
+    Exchanged(const Exchanged&) = delete;
+    Exchanged& operator=(const Exchanged&) = delete;
+
+    static inline Function system = nullptr; ///< what it stands for
+
+private:
+    void enter(Function function) {
+        DWORD protection = 0;
+        VirtualProtect(&entry_, sizeof function, PAGE_READWRITE, &protection);
+        entry_ = function;
+        VirtualProtect(&entry_, sizeof function, protection, &protection);
+    }
+    Function& entry_;
+};
+
+/// A grid of four columns, the first of them hidden, and a button.
+class RowsForm : public PlainForm {
+public:
+    explicit RowsForm(forms::Desktop& desktop) : PlainForm(desktop, "frmRows") {
+        describe = [this] {
+            grid.place({120, 120, 6960, 4000});
+            grid.setRows(1);
+            grid.setFixedRows(1);
+            grid.setFixedCols(0);
+            grid.setCols(4);
+            grid.setColWidth(0, 0);
+            cmdRefresh.place({120, 4200, 1200, 390});
+        };
+    }
+    void fill(const std::vector<std::vector<std::string>>& rows) {
+        std::vector<forms::RowText> texts;
+        for (const auto& row : rows) texts.emplace_back(row);
+        grid.setDataRows(std::move(texts));
+    }
+
+    forms::Grid grid{*this, "flexRows"};
+    forms::CommandButton cmdRefresh{*this, "cmdRefresh"};
+};
+
+/// A person before real windows.
+class OnRealWindows : public testing::Test {
+protected:
+    void sits(forms::Form& shown, const std::function<void(Person&)>& script) {
+        Person::sits(
+            *desktop, [&] { shown.showModal(nullptr); },
+            [&](Person& person) {
+                person.seesForm(shown.name());
+                script(person);
+            });
+    }
+    void sits(const std::function<void(Person&)>& script) { sits(*form, script); }
+
+    const std::unique_ptr<forms::Desktop> desktop = win32::makeDesktop();
+    const std::shared_ptr<CounterForm> form = std::make_shared<CounterForm>(*desktop);
+    const std::shared_ptr<RowsForm> rows = std::make_shared<RowsForm>(*desktop);
 };
 
 } // namespace support
