@@ -91,6 +91,24 @@ private:
     UINT_PTR timer_;
 };
 
+/// No letter answers a box while it lives: a scanner's code may hold a "Y". With Alt, letters do.
+class LettersIgnored {
+public:
+    LettersIgnored() : hook_(SetWindowsHookExW(WH_MSGFILTER, &filter, nullptr, GetCurrentThreadId())) {}
+    ~LettersIgnored() { UnhookWindowsHookEx(hook_); }
+    LettersIgnored(const LettersIgnored&) = delete;
+    LettersIgnored& operator=(const LettersIgnored&) = delete;
+
+private:
+    static LRESULT CALLBACK filter(int code, WPARAM wParam, LPARAM lParam) {
+        const MSG& message = *reinterpret_cast<const MSG*>(lParam);
+        if (code == MSGF_DIALOGBOX && message.message == WM_CHAR && message.wParam > L' ') return TRUE;
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    HHOOK hook_;
+};
+
 /// A window may be destroyed at any time, and its handle be another's.
 bool isOfThisThread(HWND window) { return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId(); }
 
@@ -101,14 +119,27 @@ Answer showMessage(HWND owner, const forms::Message& message) {
     if (GetCapture()) ReleaseCapture(); // A press that is still held does not follow into the box.
     int button = 0;
     {
+        const LettersIgnored ignored;
         const LogWhenIdle log([&] { logText("message", message.text); });
-        button = MessageBoxW(owner, wide(message.text).c_str(), wide(message.title).c_str(),
+        button = MessageBoxW(owner, wide(beginning(message.text)).c_str(), wide(message.title).c_str(),
                              iconOf(message.icon) | buttonsOf(message) | (owner ? 0 : MB_TASKMODAL) | MB_SETFOREGROUND);
     }
     const Answer answer = answerOf(button, message.buttons);
     logWindow("answered", nameOf(answer));
     return answer;
 }
+
+namespace {
+
+std::optional<POINT>& menuPlace() {
+    static std::optional<POINT> place;
+    return place;
+}
+
+} // namespace
+
+MenuPlace::MenuPlace(POINT at) { menuPlace() = at; }
+MenuPlace::~MenuPlace() { menuPlace().reset(); }
 
 std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
     const VisualStyles styles;
@@ -121,7 +152,10 @@ std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu) {
             AppendMenuW(popup.get(), MF_STRING | (item.enabled ? 0 : MF_GRAYED), i + 1, wide(item.caption).c_str());
     }
     POINT at{};
-    GetCursorPos(&at);
+    if (menuPlace())
+        at = *menuPlace();
+    else
+        GetCursorPos(&at);
     if (GetCapture()) ReleaseCapture();
     std::size_t chosen = 0;
     {

@@ -14,6 +14,14 @@ namespace win32 {
 forms::Answer showMessage(HWND owner, const forms::Message& message);
 /// At the pointer; the place of the item chosen, or none.
 std::optional<std::size_t> showMenu(HWND owner, const forms::Menu& menu);
+/// While it lives, menus come up at this place of the screen: a key has asked for them.
+class MenuPlace {
+public:
+    explicit MenuPlace(POINT at);
+    ~MenuPlace();
+    MenuPlace(const MenuPlace&) = delete;
+    MenuPlace& operator=(const MenuPlace&) = delete;
+};
 
 /// Switches off the thread's other windows while it lives.
 class Modality {
