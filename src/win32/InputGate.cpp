@@ -54,4 +54,6 @@ bool handleKeptKey(const std::function<void(const MSG&)>& handle) {
     return true;
 }
 
+void forgetKeptKeys() { keptKeys().clear(); }
+
 } // namespace win32

@@ -14,4 +14,7 @@ bool isHeldBack(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 /// Handles the oldest key that was kept, with the Shift and Control keys as they were then. False when there is none.
 bool handleKeptKey(const std::function<void(const MSG&)>& handle);
 
+/// What was kept for forms that are gone is not the next one's.
+void forgetKeptKeys();
+
 } // namespace win32

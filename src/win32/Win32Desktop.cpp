@@ -4,6 +4,7 @@
 #include "forms/Form.h"
 #include "win32/Dialogs.h"
 #include "win32/FormWindow.h"
+#include "win32/InputGate.h"
 #include "win32/MessageLoop.h"
 #include "win32/Module.h"
 #include "win32/Owned.h"
@@ -52,7 +53,9 @@ protected:
             serve([&] { return form.showing() == showing && window.alive(); });
             windows_.erase(std::remove(windows_.begin(), windows_.end(), &window), windows_.end());
         }
-        if (windows_.empty()) logWindow("alive", alive().text());
+        if (!windows_.empty()) return;
+        forgetKeptKeys();
+        logWindow("alive", alive().text());
     }
 
     std::optional<std::size_t> chooseFromMenu(forms::Form& form, const forms::Menu& menu) override {
