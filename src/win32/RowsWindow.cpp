@@ -165,11 +165,30 @@ void RowsWindow::rightPressed(POINT point) {
     if (alive()) form_.refreshLater(*this);
 }
 
+// As the right button would in the current row.
+void RowsWindow::openMenuByKey() {
+    RECT place{};
+    place.left = LVIR_BOUNDS;
+    const int row = currentRow();
+    if (row < 0 || !SendMessageW(handle(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place)))
+        place = {};
+    RECT inside{};
+    GetClientRect(handle(), &inside);
+    POINT at{std::max(place.left, inside.left) + form_.dpi().pixels(300),
+             std::clamp((place.top + place.bottom) / 2, inside.top, inside.bottom)};
+    const forms::MouseEvent event{forms::MouseButton::right, 0, form_.dpi().twips(at.x), form_.dpi().twips(at.y)};
+    ClientToScreen(handle(), &at);
+    const MenuPlace menus(at);
+    forms::input::mouseDown(control(), event);
+    if (alive()) forms::input::mouseUp(control(), event);
+}
+
 LRESULT RowsWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (window != handle()) { // the header's
         if (message == WM_MOUSEMOVE) pointerOverHeader(window, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
         return native(window, message, wParam, lParam);
     }
+    if (message == WM_CONTEXTMENU && lParam == -1) return openMenuByKey(), 0;
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
         chosen_ = false;
         const Cell cell = cellAt({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
@@ -250,28 +269,36 @@ LRESULT RowsWindow::draw(NMLVCUSTOMDRAW& drawing) {
     if (drawing.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
     const auto row = static_cast<int>(drawing.nmcd.dwItemSpec);
     if (row < 0 || row >= rowCount()) return CDRF_DODEFAULT;
+    const std::int32_t colour = rowColour(row);
     if (row == currentRow()) {
-        // Plain to see without the focus too, and yet other than with it.
-        const bool strong = GetFocus() == handle() || highContrast();
+        // Plain to see without the focus too, and yet other than with it; a coloured row keeps its colour.
+        const bool system = systemColoursHold();
         drawing.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-        drawing.clrText = GetSysColor(strong ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
-        drawing.clrTextBk =
-            strong ? GetSysColor(COLOR_HIGHLIGHT) : between(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+        if (system || GetFocus() == handle()) {
+            drawing.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+            drawing.clrTextBk = colourOf(system ? forms::kSystemColour : colour, COLOR_HIGHLIGHT);
+        } else {
+            drawing.clrText = colourOf(colour, COLOR_WINDOWTEXT);
+            drawing.clrTextBk = between(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+        }
         return CDRF_NEWFONT;
     }
-    const std::int32_t colour = rowColour(row);
     if (colour == forms::kSystemColour) return CDRF_DODEFAULT;
     drawing.clrText = colourOf(colour, COLOR_WINDOWTEXT);
     return CDRF_NEWFONT;
 }
 
 bool RowsWindow::refusesOfHeader(const NMHDR& header) const {
-    const int column = reinterpret_cast<const NMHEADERW&>(header).iItem;
+    const auto& change = reinterpret_cast<const NMHEADERW&>(header);
     switch (header.code) {
+    case HDN_ITEMCHANGINGW: // Ctrl and "+" of the keypad widen every column
+    case HDN_ITEMCHANGINGA:
+        return !updating_ && change.iItem == 0 && change.pitem && change.pitem->mask & HDI_WIDTH &&
+               change.pitem->cxy > 0;
     case HDN_BEGINTRACKW:
     case HDN_BEGINTRACKA:
     case HDN_DIVIDERDBLCLICKW:
-    case HDN_DIVIDERDBLCLICKA: return column == 0; // The column of no width stays so.
+    case HDN_DIVIDERDBLCLICKA: return change.iItem == 0; // The column of no width stays so.
     default: return false;
     }
 }

@@ -61,6 +61,7 @@ private:
     };
     Cell cellAt(POINT point) const;
     void pointerOverHeader(HWND header, POINT point);
+    void openMenuByKey();
     void showColumns();
     void showCurrent();
     void tellWidths();
