@@ -1,4 +1,5 @@
 // What the window of a form does with its messages.
+#include "automation/OutsideCall.h"
 #include "forms/UserInput.h"
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
@@ -10,6 +11,11 @@ namespace win32 {
 namespace {
 
 constexpr UINT kDpiChanged = 0x02E0; ///< WM_DPICHANGED, which the headers know only for newer systems
+
+/// Whether a window of this thread is one that Modality has switched off, yet can be chosen from the taskbar.
+bool isSwitchedOff(HWND window) {
+    return window && GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId() && !IsWindowEnabled(window);
+}
 
 } // namespace
 
@@ -44,9 +50,13 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         // A disabled window waits for a message box or another form; the taskbar closes nothing behind their back.
         if (IsWindowEnabled(window_)) forms::input::closeBox(form_);
         return 0;
+    case WM_QUERYENDSESSION: return !automation::OutsideCall::lasts() && !forms::input::holdsWork(form_);
     case WM_ACTIVATE:
         // Nothing is left to the system here: it would put the focus on the form instead of the control that had it.
-        if (LOWORD(wParam) == WA_INACTIVE) return 0;
+        if (LOWORD(wParam) == WA_INACTIVE) {
+            if (isSwitchedOff(reinterpret_cast<HWND>(lParam))) PostMessageW(window_, kComeForward, 0, 0);
+            return 0;
+        }
         if (!HIWORD(wParam)) restoreFocus();
         if (announced_) logWindow("active", form_.name());
         return 0;
@@ -108,15 +118,16 @@ LRESULT FormWindow::coloursOf(HWND window, HDC dc) {
     }
     const forms::Control& control = found->control();
     const bool box = control.kind() == forms::ControlKind::textBox || control.kind() == forms::ControlKind::comboBox;
+    const bool writable = box && control.enabled() && !found->readOnly();
     const bool system = systemColoursHold();
     COLORREF back = box ? GetSysColor(COLOR_WINDOW) : backgroundOf(control);
     if (control.backColor() != forms::kSystemColour && !system)
         back = colourOf(control.backColor(), COLOR_WINDOW);
-    else if (box && (!control.enabled() || found->readOnly()))
+    else if (box && !writable)
         back = GetSysColor(COLOR_BTNFACE);
     SetBkColor(dc, back);
     const std::int32_t text = system ? forms::kSystemColour : control.foreColor();
-    SetTextColor(dc, control.enabled() ? colourOf(text, box ? COLOR_WINDOWTEXT : COLOR_BTNTEXT)
+    SetTextColor(dc, control.enabled() ? colourOf(text, writable ? COLOR_WINDOWTEXT : COLOR_BTNTEXT)
                                        : GetSysColor(COLOR_GRAYTEXT));
     return reinterpret_cast<LRESULT>(brush(back));
 }

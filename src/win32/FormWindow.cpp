@@ -31,6 +31,13 @@ DWORD styleOf(const forms::Form& form) {
 
 DWORD exStyleOf(const forms::Form& form) { return form.resizable() ? 0 : WS_EX_DLGMODALFRAME; }
 
+bool highContrast() {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON);
+}
+
 } // namespace
 
 RECT workAreaOf(HWND window) {
@@ -44,13 +51,6 @@ COLORREF colourOf(std::int32_t colour, int systemColour) {
     if (colour == forms::kSystemColour) return GetSysColor(systemColour);
     if (colour < 0) return GetSysColor(colour & 0xFF);
     return static_cast<COLORREF>(colour & 0xFFFFFF);
-}
-
-bool highContrast() {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON);
 }
 
 bool systemColoursHold() {

@@ -100,7 +100,6 @@ RECT workAreaOf(HWND window);
 
 /// The colour that a model's number means: 0x00BBGGRR, or one of the system's when the highest bit is set.
 COLORREF colourOf(std::int32_t colour, int systemColour);
-bool highContrast();
 /// Whether the system's own colours hold on every form, whatever the suite gave it: in high contrast, and where they
 /// are dark.
 bool systemColoursHold();
