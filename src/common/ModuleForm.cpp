@@ -41,6 +41,7 @@ std::string ModuleForm::plainNumber(std::string text) const {
 }
 
 void ModuleForm::keepNumberPlain(forms::TextBox& box) const {
+    box.keypadPoint = true;
     box.onChange = [this, &box] {
         if (const std::string plain = plainNumber(box.text()); plain != box.text()) replaceText(box, plain);
     };

@@ -9,6 +9,8 @@
 namespace win32 {
 namespace {
 
+constexpr WORD kKeypadDecimal = 0x53; ///< the key's scan code
+
 DWORD styleOf(const forms::TextBox& box) {
     DWORD style = box.rightAligned() ? ES_RIGHT : ES_LEFT;
     if (box.multiLine() && box.fixedPitch() > 0) // as it is laid out, never wrapped
@@ -130,6 +132,9 @@ bool EditWindow::acceptsClipboard() const { return accepts(clipboardText(handle(
 
 LRESULT EditWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_CHAR:
+        if (box_.keypadPoint && (HIWORD(lParam) & (KF_EXTENDED | 0xFF)) == kKeypadDecimal) wParam = L'.';
+        break;
     case WM_PASTE:
         if (!acceptsClipboard()) return 0;
         break;
