@@ -1,6 +1,7 @@
 #include "win32/Win32System.h"
 
 #include "automation/RunTimeError.h"
+#include "basic/Text.h"
 #include "win32/Platform.h"
 #include "win32/Text.h"
 
@@ -95,15 +96,6 @@ private:
     std::string held_;
 };
 
-/// A port, which is opened as it is; all else is made anew.
-bool isDevice(const std::string& name) {
-    std::string port = name.substr(0, name.find(':'));
-    std::transform(port.begin(), port.end(), port.begin(),
-                   [](char c) { return c >= 'a' && c <= 'z' ? char(c - 32) : c; });
-    if (port == "PRN") return true;
-    return port.size() == 4 && (port.starts_with("LPT") || port.starts_with("COM")) && port[3] >= '0' && port[3] <= '9';
-}
-
 [[noreturn]] void refuse(const std::string& path) {
     throw RunTimeError(automation::kPathAccess, path + " is no plain file with one name, so nothing was written to it");
 }
@@ -128,9 +120,11 @@ public:
     }
 
     std::unique_ptr<goodsreq::Output> openForOutput(const std::string& name) override {
-        // Others may read what is being written, a viewer that still shows the last slip for one.
-        Handle file(CreateFileW(wide(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                isDevice(name) ? OPEN_EXISTING : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+        // Others may read a file that is being written, a viewer that still shows the last slip for one; a port is ours
+        // alone.
+        const bool device = isDevice(name);
+        Handle file(CreateFileW(wide(name).c_str(), GENERIC_WRITE, device ? 0 : FILE_SHARE_READ, nullptr,
+                                device ? OPEN_EXISTING : CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (!file.valid()) raiseSystemError(GetLastError(), kDeviceUnavailable);
         return std::make_unique<FileOutput>(std::move(file));
     }
@@ -201,6 +195,13 @@ private:
 };
 
 } // namespace
+
+bool isDevice(std::string_view name) {
+    if (name.starts_with("\\\\.\\")) return true; // the only way to ports beyond the ninth
+    const std::string port = basic::ucase(name.substr(0, name.find(':')));
+    if (port == "PRN") return true;
+    return port.size() == 4 && (port.starts_with("LPT") || port.starts_with("COM")) && port[3] >= '0' && port[3] <= '9';
+}
 
 bool isPlainFile(DWORD type, DWORD attributes, DWORD names) {
     return type == FILE_TYPE_DISK && !(attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) &&
