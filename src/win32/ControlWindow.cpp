@@ -29,7 +29,7 @@ void ControlWindow::create(const wchar_t* windowClass, DWORD style, DWORD exStyl
     if (control_.visible()) style |= WS_VISIBLE;
     if (!control_.enabled()) style |= WS_DISABLED;
     const RECT r = area(form_.dpi().pixels(control_.bounds()));
-    window_ = CreateWindowExW(exStyle, windowClass, wide(control_.text()).c_str(), style | WS_CHILD, r.left, r.top,
+    window_ = CreateWindowExW(exStyle, windowClass, shownText().c_str(), style | WS_CHILD, r.left, r.top,
                               r.right - r.left, r.bottom - r.top, form_.handle(), nullptr, ownModule(), nullptr);
     if (!window_) throw automation::RunTimeError(7, "The window of " + control_.name() + " could not be created");
     SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(form_.font().handle()), FALSE);
@@ -77,7 +77,7 @@ void ControlWindow::apply(forms::Aspect aspect) {
     switch (aspect) {
     case forms::Aspect::text:
         updating_ = true;
-        SetWindowTextW(window_, wide(control_.text()).c_str());
+        SetWindowTextW(window_, shownText().c_str());
         updating_ = false;
         break;
     case forms::Aspect::enabled: EnableWindow(window_, control_.enabled()); break;
@@ -92,6 +92,10 @@ void ControlWindow::apply(forms::Aspect aspect) {
         break;
     default: break;
     }
+}
+
+std::wstring ControlWindow::shownText() const {
+    return wide(control_.kind() == forms::ControlKind::textBox ? control_.text() : beginning(control_.text()));
 }
 
 void ControlWindow::place() {

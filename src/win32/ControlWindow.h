@@ -44,6 +44,8 @@ protected:
     /// Pixels within the form. `wanted` is where the model places the control.
     virtual RECT area(RECT wanted) const { return wanted; }
     void place();
+    /// The model's text; no more of it than a window shows, unless it can be edited there.
+    std::wstring shownText() const;
     virtual LRESULT onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT native(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -14,8 +14,8 @@ std::vector<RowsColumn> GridWindow::columns() const {
         const int width = grid_.colWidth(column);
         if (width <= 0) continue;
         const bool titled = grid_.fixedRows() > 0;
-        shown.push_back(
-            {column, form_.dpi().pixels(width), LVCFMT_LEFT, titled ? wide(grid_.cell(0, column)) : std::wstring()});
+        shown.push_back({column, form_.dpi().pixels(width), LVCFMT_LEFT,
+                         titled ? wide(beginning(grid_.cell(0, column))) : std::wstring()});
     }
     return shown;
 }

@@ -26,8 +26,8 @@ std::vector<RowsColumn> ListWindow::columns() const {
     for (std::size_t i = 0; i < list_.columns().size(); ++i) {
         const forms::ListColumn& column = list_.columns()[i];
         if (column.width > 0)
-            shown.push_back(
-                {static_cast<int>(i), form_.dpi().pixels(column.width), formatOf(column.alignment), wide(column.text)});
+            shown.push_back({static_cast<int>(i), form_.dpi().pixels(column.width), formatOf(column.alignment),
+                             wide(beginning(column.text))});
     }
     return shown;
 }
