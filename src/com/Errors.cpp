@@ -102,13 +102,16 @@ std::string resultText(HRESULT result) {
 void raiseResult(HRESULT result, EXCEPINFO* information, IUnknown* called) {
     std::string source, description;
     long number = errorNumber(result);
+    bool told = false;
     if (information && result == DISP_E_EXCEPTION) {
         if (information->pfnDeferredFillIn) information->pfnDeferredFillIn(information);
         source = toUtf8(information->bstrSource);
         description = toUtf8(information->bstrDescription);
         if (FAILED(information->scode)) result = information->scode;
         number = information->wCode ? information->wCode : errorNumber(result);
-    } else if (const auto left = informationLeftBy(called)) {
+        told = number != DISP_E_EXCEPTION || !source.empty() || !description.empty();
+    }
+    if (const auto left = told ? ComPtr<IErrorInfo>() : informationLeftBy(called)) {
         Bstr leftSource, leftDescription;
         left->GetSource(leftSource.out());
         left->GetDescription(leftDescription.out());

@@ -25,7 +25,8 @@ namespace {
 using automation::Array;
 using automation::Value;
 
-constexpr std::size_t kMostElements = 1 << 24;
+constexpr std::size_t kMostElements = 1 << 22; ///< of all arrays of one conversion
+constexpr UINT kMostDimensions = 60;
 constexpr int kDeepest = 32;
 
 /// A real is right through seven digits: 1.1, not what it is nearest to.
@@ -47,7 +48,8 @@ Value objectValue(IUnknown* unknown) {
     return toObject(dispatch.get());
 }
 
-Value valueAt(const VARIANT& variant, int depth);
+/// `left` is how many elements the conversion may still take.
+Value valueAt(const VARIANT& variant, int depth, std::size_t& left);
 
 /// Holds an array's data where they are.
 class Locked {
@@ -64,27 +66,27 @@ private:
 };
 
 /// The element is only looked at: what it owns stays the array's.
-Value element(void* data, VARTYPE kind, int depth) {
-    if (kind == VT_VARIANT) return valueAt(*static_cast<const VARIANT*>(data), depth + 1);
+Value element(void* data, VARTYPE kind, int depth, std::size_t& left) {
+    if (kind == VT_VARIANT) return valueAt(*static_cast<const VARIANT*>(data), depth + 1, left);
     VARIANT borrowed{};
     std::memcpy(kind == VT_DECIMAL ? static_cast<void*>(&borrowed.decVal) : &borrowed.lVal, data, sizeOf(kind));
     borrowed.vt = kind; // a decimal lies over it
-    return valueAt(borrowed, depth);
+    return valueAt(borrowed, depth, left);
 }
 
-Value dimension(SAFEARRAY* array, VARTYPE kind, std::vector<LONG>& indexes, UINT at, int depth) {
+Value dimension(SAFEARRAY* array, VARTYPE kind, std::vector<LONG>& indexes, UINT at, int depth, std::size_t& left) {
     const SAFEARRAYBOUND& bound = array->rgsabound[indexes.size() - 1 - at]; // the last dimension stands first
     Array values;
     for (ULONG i = 0; i < bound.cElements; ++i) {
         indexes[at] = static_cast<LONG>(static_cast<ULONG>(bound.lLbound) + i);
         if (at + 1 < indexes.size()) {
-            values.push_back(dimension(array, kind, indexes, at + 1, depth));
+            values.push_back(dimension(array, kind, indexes, at + 1, depth, left));
             continue;
         }
         void* data = nullptr;
         if (FAILED(SafeArrayPtrOfIndex(array, indexes.data(), &data)))
             automation::raise(automation::kSubscriptOutOfRange);
-        values.push_back(element(data, kind, depth));
+        values.push_back(element(data, kind, depth, left));
     }
     return values;
 }
@@ -106,21 +108,23 @@ void checkElements(SAFEARRAY* array, VARTYPE kind) {
         automation::raise(automation::kTypeMismatch);
 }
 
-Value arrayValue(SAFEARRAY* array, VARTYPE kind, int depth) {
+Value arrayValue(SAFEARRAY* array, VARTYPE kind, int depth, std::size_t& left) {
     const UINT dimensions = array ? SafeArrayGetDim(array) : 0;
     if (!dimensions) return Array();
+    if (dimensions > kMostDimensions) automation::raise(automation::kTypeMismatch);
     std::uint64_t count = 1;
     bool empty = false;
     for (UINT i = 0; i < dimensions; ++i) {
         const ULONG here = array->rgsabound[i].cElements;
         empty = empty || here == 0;
         count *= std::max<ULONG>(here, 1); // rows without columns take room too
-        if (count > kMostElements) throw automation::RunTimeError(7, "Out of memory");
+        if (count > left) throw automation::RunTimeError(7, "Out of memory");
     }
+    left -= static_cast<std::size_t>(count);
     if (!empty) checkElements(array, kind);
     const Locked locked(array);
     std::vector<LONG> indexes(dimensions);
-    return dimension(array, kind, indexes, 0, depth);
+    return dimension(array, kind, indexes, 0, depth, left);
 }
 
 /// The kind that all elements have; VT_VARIANT where they differ, or have none that an array can be of here.
@@ -199,8 +203,8 @@ struct Filler {
     void operator()(automation::Reference) const {} // resolved before
 };
 
-Value plainValue(const VARIANT& variant, int depth) {
-    if (variant.vt & VT_ARRAY) return arrayValue(variant.parray, variant.vt & VT_TYPEMASK, depth);
+Value plainValue(const VARIANT& variant, int depth, std::size_t& left) {
+    if (variant.vt & VT_ARRAY) return arrayValue(variant.parray, variant.vt & VT_TYPEMASK, depth, left);
     switch (variant.vt) {
     case VT_EMPTY: return Value();
     case VT_NULL: return automation::Null();
@@ -230,16 +234,17 @@ Value plainValue(const VARIANT& variant, int depth) {
     automation::raise(automation::kTypeMismatch);
 }
 
-Value valueAt(const VARIANT& variant, int depth) {
+Value valueAt(const VARIANT& variant, int depth, std::size_t& left) {
     if (depth > kDeepest) automation::raise(automation::kTypeMismatch);
-    if (!(variant.vt & VT_BYREF)) return plainValue(variant, depth);
-    if (variant.vt == (VT_BYREF | VT_VARIANT)) return variant.pvarVal ? valueAt(*variant.pvarVal, depth + 1) : Value();
+    if (!(variant.vt & VT_BYREF)) return plainValue(variant, depth, left);
+    if (variant.vt == (VT_BYREF | VT_VARIANT))
+        return variant.pvarVal ? valueAt(*variant.pvarVal, depth + 1, left) : Value();
     if (!variant.byref) return Value();
     // An array is looked at where it is: to copy it, the system would trust what it says of itself.
-    if (variant.vt & VT_ARRAY) return arrayValue(*variant.pparray, variant.vt & VT_TYPEMASK, depth);
+    if (variant.vt & VT_ARRAY) return arrayValue(*variant.pparray, variant.vt & VT_TYPEMASK, depth, left);
     Variant copy;
     if (FAILED(VariantCopyInd(&copy, const_cast<VARIANT*>(&variant)))) automation::raise(automation::kTypeMismatch);
-    return plainValue(copy, depth);
+    return plainValue(copy, depth, left);
 }
 
 } // namespace
@@ -271,7 +276,10 @@ std::size_t sizeOf(VARTYPE kind) {
     }
 }
 
-Value toValue(const VARIANT& variant) { return valueAt(variant, 0); }
+Value toValue(const VARIANT& variant) {
+    std::size_t left = kMostElements;
+    return valueAt(variant, 0, left);
+}
 
 void toVariant(const Value& value, VARIANT& variant) {
     VariantClear(&variant);
