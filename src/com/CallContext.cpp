@@ -28,13 +28,17 @@ bool isPlain(unsigned sse) {
     return x87 == 0x37F && (sse & ~kFlags) == kPlainControl;
 }
 
+void setPlain() {
+    std::fesetenv(FE_PC64_ENV);
+    _mm_setcsr(kPlainControl);
+}
+
 } // namespace
 
 PlainArithmetic::PlainArithmetic() noexcept : sse_(_mm_getcsr()), changed_(!isPlain(sse_)) {
     if (!changed_) return;
     std::fegetenv(&x87_);
-    std::fesetenv(FE_PC64_ENV);
-    _mm_setcsr(kPlainControl);
+    setPlain();
 }
 
 // What happened meanwhile would raise an exception at the host's next step, so its own flags come back too.
@@ -66,8 +70,10 @@ CallOut::CallOut() noexcept {
     release(current);
 }
 
-// A context that the component has left in force goes too; the order would count as broken otherwise.
+// A context that the component has left in force goes too; the order would count as broken otherwise. So does another
+// arithmetic, which some libraries set when they are loaded.
 CallOut::~CallOut() {
+    if (innermost && !isPlain(_mm_getcsr())) setPlain();
     if (cookie_) DeactivateActCtx(DEACTIVATE_ACTCTX_FLAG_FORCE_EARLY_DEACTIVATION, cookie_);
 }
 

@@ -7,6 +7,7 @@
 #include <oaidl.h>
 
 #include <atomic>
+#include <functional>
 #include <vector>
 
 namespace tests {
@@ -19,16 +20,22 @@ public:
 
     WORD refused = 0;           ///< ways of access that it does not offer
     std::vector<VARTYPE> kinds; ///< of the last call's arguments, in call order
-    std::vector<WORD> attempts; ///< ways of access that were tried
     int lookUps = 0;
     HRESULT answer = S_OK; ///< of every call, with error information, unless it is S_OK
     bool explains = true;  ///< says that its error information is meant
+    bool hides = true;     ///< has none of the interfaces of what lies behind it
+    enum class Call { question, lookUp, invoke };
+    /// Told of each call: for an interface that it lacks, for a name, and of a member.
+    std::function<void(Call)> told = [](Call) {};
 
     HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
         *result = nullptr;
         if (id == IID_IUnknown || id == IID_IDispatch) *result = static_cast<IDispatch*>(this);
         if (id == IID_ISupportErrorInfo && explains) *result = static_cast<ISupportErrorInfo*>(this);
-        if (!*result) return E_NOINTERFACE;
+        if (!*result) {
+            told(Call::question);
+            return hides ? E_NOINTERFACE : inner_->QueryInterface(id, result);
+        }
         AddRef();
         return S_OK;
     }
@@ -45,11 +52,12 @@ public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID& id, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override {
         ++lookUps;
+        told(Call::lookUp);
         return inner_->GetIDsOfNames(id, names, count, locale, ids);
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const IID& reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* information, UINT* wrong) override {
-        attempts.push_back(flags);
+        told(Call::invoke);
         kinds.clear();
         for (UINT i = parameters->cArgs; i-- > 0;) kinds.push_back(parameters->rgvarg[i].vt);
         if (flags & refused) return DISP_E_MEMBERNOTFOUND;

@@ -12,10 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <immintrin.h>
 #include <oaidl.h>
 
-#include <atomic>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <thread>
@@ -78,61 +80,21 @@ const std::string kDictionary =
     kPlain + "<file name=\"C:\\windows\\system32\\scrrun.dll\">\n"
              "<comClass clsid=\"{EE09B103-97E0-11CF-978F-00A02463E06F}\" progid=\"Extra.Dictionary\"/></file>\n";
 
-/// An object that notes the context of every call, and is the other in all else.
-class Watch final : public IDispatch {
-public:
-    explicit Watch(ComPtr<IDispatch> inner) : inner_(std::move(inner)) {}
+using tests::Relay;
 
-    std::vector<HANDLE> calls, lookUps;
-    std::vector<HANDLE> questions; ///< of another component that it is handed to, what it really is
-    int leftActive = 0;            ///< contexts that a call leaves in force, as a careless component does
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
-        if (id != IID_IUnknown && id != IID_IDispatch) {
-            questions.push_back(currentContext());
-            return inner_->QueryInterface(id, result);
-        }
-        *result = this;
-        AddRef();
-        return S_OK;
+/// The contexts that the calls of a component come in.
+struct Watch {
+    explicit Watch(const ObjectPtr& object) : component(Relay::to(object)), foreign(com::toObject(component.get())) {
+        component->told = [this](Relay::Call call) {
+            contexts[call].push_back(currentContext());
+            if (call == Relay::Call::invoke) invoked();
+        };
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (!left) delete this;
-        return left;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return inner_->GetTypeInfoCount(count); }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override {
-        return inner_->GetTypeInfo(index, locale, result);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID& id, LPOLESTR* names, UINT count, LCID locale,
-                                            DISPID* ids) override {
-        lookUps.push_back(currentContext());
-        return inner_->GetIDsOfNames(id, names, count, locale, ids);
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, const IID& reserved, LCID locale, WORD flags, DISPPARAMS* parameters,
-                                     VARIANT* result, EXCEPINFO* information, UINT* wrong) override {
-        calls.push_back(currentContext());
-        for (int i = 0; i < leftActive; ++i) {
-            ULONG_PTR never = 0;
-            ActivateActCtx(nullptr, &never);
-        }
-        return inner_->Invoke(id, reserved, locale, flags, parameters, result, information, wrong);
-    }
-
-private:
-    ~Watch() = default;
-
-    ComPtr<IDispatch> inner_;
-    std::atomic<ULONG> references_{1};
+    ComPtr<Relay> component;
+    ObjectPtr foreign; ///< as the module sees it
+    std::map<Relay::Call, std::vector<HANDLE>> contexts;
+    std::function<void()> invoked = [] {}; ///< what a careless component does
 };
-
-ComPtr<Watch> watch(ComPtr<IDispatch> object) { return ComPtr<Watch>::adopt(new Watch(std::move(object))); }
-
-ComPtr<Watch> watchedTestObject() {
-    return watch(tests::Relay::to(std::make_shared<tests::TestObject>()).query<IDispatch>(IID_IDispatch));
-}
 
 class Context : public testing::Test {
 protected:
@@ -141,8 +103,11 @@ protected:
 };
 
 TEST_F(Context, ACallOutRunsAsTheCallInCame) {
-    const ComPtr<Watch> component = watchedTestObject();
-    const ObjectPtr foreign = com::toObject(component.get());
+    Watch watch(std::make_shared<tests::TestObject>());
+    const ObjectPtr& foreign = watch.foreign;
+    const auto leaveActive = [] {
+        for (ULONG_PTR never : {0, 0}) ActivateActCtx(nullptr, &never);
+    };
     for (const std::string& hosts : {std::string(), kPlain}) {
         SCOPED_TRACE(hosts);
         const Activated host(hosts);
@@ -152,28 +117,43 @@ TEST_F(Context, ACallOutRunsAsTheCallInCame) {
             const Activated own(kPlain);
             foreign->call("Echo", 1.0);
             foreign->has("Kept");
-            component->leftActive = 2;
+            watch.invoked = leaveActive;
             foreign->call("Echo", 1.0);
-            component->leftActive = 0;
+            watch.invoked = [] {};
             EXPECT_THROW(foreign->call("Fail", std::int32_t{5}, "no", "tests"), RunTimeError);
             EXPECT_EQ(currentContext(), own.context());
         }
-        EXPECT_EQ(component->calls, std::vector<HANDLE>(4, host.context()));
-        for (const HANDLE context : component->lookUps) EXPECT_EQ(context, host.context());
-        component->calls.clear();
-        component->lookUps.clear();
+        EXPECT_EQ(watch.contexts[Relay::Call::invoke], std::vector<HANDLE>(4, host.context()));
+        for (const HANDLE context : watch.contexts[Relay::Call::lookUp]) EXPECT_EQ(context, host.context());
+        watch.contexts.clear();
     }
 }
 
+TEST_F(Context, WhatAComponentDoesToTheArithmeticEndsWithItsCall) {
+    Watch watch(std::make_shared<tests::TestObject>());
+    watch.invoked = [] {
+        const unsigned short every = 0x40; // 24 bits, every exception raised
+        asm volatile("fldcw %0" : : "m"(every));
+        _mm_setcsr(0);
+    };
+    const com::CallIn call;
+    watch.foreign->call("Echo", ObjectPtr());
+    unsigned short x87 = 0;
+    asm volatile("fnstcw %0" : "=m"(x87));
+    const unsigned sse = _mm_getcsr();
+    const com::PlainArithmetic plain;
+    EXPECT_EQ(x87, 0x37F);
+    EXPECT_EQ(sse & ~0x3Fu, 0x1F80u);
+}
+
 TEST_F(Context, ACallBackInFromTheMessageLoopIsNoHostOfItsOwn) {
-    const ComPtr<Watch> component = watchedTestObject();
-    const ObjectPtr foreign = com::toObject(component.get());
+    Watch watch(std::make_shared<tests::TestObject>());
     const Activated host(kPlain);
     const com::CallIn call;
     const Activated own(kPlain);
     const com::CallIn again;
-    foreign->call("Echo", 1.0);
-    EXPECT_EQ(component->calls, std::vector<HANDLE>{host.context()});
+    watch.foreign->call("Echo", 1.0);
+    EXPECT_EQ(watch.contexts[Relay::Call::invoke], std::vector<HANDLE>{host.context()});
 }
 
 TEST_F(Context, AClassThatOnlyTheHostNamesIsFound) {
@@ -198,17 +178,19 @@ void lookIntoARequest(support::Clerk& clerk) {
 
 TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
     sandbox::makeSampleCompany(kCompanyFile);
-    const ComPtr<Watch> connection = watch(com::toDispatch(support::openConnection(kCompanyFile)));
+    Watch connection(support::openConnection(kCompanyFile));
+    connection.component->hides = false;
     CoUninitialize(); // openConnection() has started it once more
     for (const std::string& hosts : {std::string(), kPlain}) {
         SCOPED_TRACE(hosts);
         const Activated host(hosts);
-        const ObjectPtr module = support::makeModule(com::toObject(connection.get()), 1);
-        connection->questions.clear();
+        const ObjectPtr module = support::makeModule(connection.foreign, 1);
+        connection.contexts.clear();
         support::Clerk clerk;
         support::Person::sits([&] { module->call("Show"); }, [&] { lookIntoARequest(clerk); });
-        EXPECT_FALSE(connection->questions.empty());
-        for (const HANDLE context : connection->questions) EXPECT_EQ(context, host.context());
+        // Another component that it is handed to asks what it really is.
+        EXPECT_FALSE(connection.contexts[Relay::Call::question].empty());
+        for (const HANDLE context : connection.contexts[Relay::Call::question]) EXPECT_EQ(context, host.context());
         EXPECT_EQ(currentContext(), host.context());
     }
 }
