@@ -45,7 +45,9 @@ void Fetch::tell(const char* member, Value value) const {
     try {
         object()->call(member, value);
     } catch (const automation::RunTimeError& error) {
-        if (error.number() != automation::kNoSuchMember) throw;
+        const bool property =
+            error.number() == automation::kNoSuchMember || error.number() == automation::kWrongNumberOfArguments;
+        if (!property) throw;
         // An object is assigned by reference.
         if (value.isObject())
             object()->putRef(member, value.resolved());
