@@ -11,6 +11,7 @@
 #include <objbase.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -43,12 +44,20 @@ std::string errorText(DWORD error) {
     return result;
 }
 
+/// Whether a program of this width finds the class: the name alone is there for both widths.
 bool isInstalled(const std::string& progId) {
-    HKEY key = nullptr;
-    const std::wstring path = com::toWide(progId) + L"\\CLSID";
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
-    RegCloseKey(key);
-    return true;
+    wchar_t id[64];
+    DWORD size = sizeof id;
+    const std::wstring name = com::toWide(progId) + L"\\CLSID";
+    if (RegGetValueW(HKEY_CLASSES_ROOT, name.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, id, &size) != ERROR_SUCCESS)
+        return false;
+    return std::ranges::any_of(std::array{L"InprocServer32", L"LocalServer32"}, [&](const wchar_t* server) {
+        const std::wstring path = L"CLSID\\" + std::wstring(id) + L'\\' + server;
+        HKEY key = nullptr;
+        const bool there = RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_READ, &key) == ERROR_SUCCESS;
+        if (there) RegCloseKey(key);
+        return there;
+    });
 }
 
 /// Stands in for what of the suite the machine lacks, and says what that is. ADO is always the machine's own.
@@ -76,9 +85,12 @@ void prepareStandIns(const std::filesystem::path& folder) {
 
 constexpr const wchar_t* kConnectVariable = L"GOODSREQ_CONNECT";
 
-std::string environment(const std::string& name) {
+/// Takes it away too: programs that we start have no use for it.
+std::string fromEnvironment(const std::string& name) {
     wchar_t text[32768];
-    const DWORD length = GetEnvironmentVariableW(com::toWide(name).c_str(), text, 32768);
+    const std::wstring variable = com::toWide(name);
+    const DWORD length = GetEnvironmentVariableW(variable.c_str(), text, 32768);
+    SetEnvironmentVariableW(variable.c_str(), nullptr);
     return length < 32768 ? com::toUtf8(std::wstring_view(text, length)) : std::string();
 }
 
@@ -151,7 +163,6 @@ int run(const HostOptions& options, const std::vector<std::string>& arguments) {
     const std::filesystem::path own = ownPath();
     if (options.connect && lstrcmpiW(own.filename().c_str(), kConnectProgram) != 0)
         return runConnected(own.parent_path(), arguments, *options.connect);
-    SetEnvironmentVariableW(kConnectVariable, nullptr); // programs that we start have no use for it
     if (!options.log.empty()) {
         SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", com::toWide(options.log).c_str());
         SetEnvironmentVariableW(L"GOODSREQ_WINDOW_TEXTS", L"1");
@@ -182,7 +193,7 @@ int wmain(int count, wchar_t** arguments) {
             return 0;
         }
         if (options.connect) wipeCommandLine();
-        sandbox::readConnection(options, environment, std::cin);
+        sandbox::readConnection(options, fromEnvironment, std::cin);
         return run(options, texts);
     } catch (const automation::RunTimeError& error) {
         std::cerr << "goodsreq-host: error " << error.number() << ": "

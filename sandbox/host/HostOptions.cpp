@@ -2,14 +2,16 @@
 
 #include "basic/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <functional>
 #include <limits>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace sandbox {
 
@@ -72,6 +74,16 @@ const std::map<std::string, Take>& takers() {
     return all;
 }
 
+/// What may be part of a connection string is not said again.
+std::string unknownOption(const std::vector<std::string>& arguments, const std::string& option) {
+    const bool connects = std::any_of(arguments.begin(), arguments.end(),
+                                      [](const std::string& argument) { return argument.starts_with("--connect"); });
+    if (!connects) return "unknown option \"" + option + "\" (--help lists them)";
+    const std::string shown = option.starts_with("--") ? '"' + option.substr(0, option.find('=')) + '"' : "an argument";
+    return shown +
+           " is unknown (--help lists the options); --connect wants its text behind it, as one argument in quotes";
+}
+
 HostOptions parse(const std::vector<std::string>& arguments) {
     HostOptions options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -81,7 +93,7 @@ HostOptions parse(const std::vector<std::string>& arguments) {
             continue;
         }
         const auto found = takers().find(option);
-        if (found == takers().end()) throw OptionError("unknown option \"" + option + "\" (--help lists them)");
+        if (found == takers().end()) throw OptionError(unknownOption(arguments, option));
         // The key alone may be empty, to show that a wrong one opens nothing.
         if (++i == arguments.size() || (arguments[i].empty() && option != "--key"))
             throw OptionError(option + " wants a value");
@@ -90,6 +102,37 @@ HostOptions parse(const std::vector<std::string>& arguments) {
     if (options.connect && !options.trace.empty())
         throw OptionError("--trace works on the sandbox's database only: with --connect let the server trace");
     return options;
+}
+
+/// What a connection string says of passwords: each as it stands there, and without its quotes.
+std::vector<std::string> secretsIn(std::string_view connection) {
+    std::vector<std::string> secrets;
+    while (!connection.empty()) {
+        std::size_t end = 0;
+        for (char quote = 0; end < connection.size() && (quote || connection[end] != ';'); ++end) {
+            const char c = connection[end];
+            if (quote == c)
+                quote = 0;
+            else if (!quote && (c == '"' || c == '\''))
+                quote = c;
+        }
+        const std::string_view part = connection.substr(0, end);
+        connection.remove_prefix(std::min(end + 1, connection.size()));
+        const std::size_t sign = part.find('=');
+        if (sign == std::string_view::npos) continue;
+        const std::string key = basic::lcase(part.substr(0, sign));
+        const std::string value = basic::trim(part.substr(sign + 1));
+        std::string bare = value;
+        if (value.size() > 1 && (value[0] == '"' || value[0] == '\'') && value.back() == value[0]) {
+            const std::string quote(1, value[0]);
+            bare = basic::replaceAll(value.substr(1, value.size() - 2), quote + quote, quote);
+            for (std::string& inner : secretsIn(bare)) secrets.push_back(std::move(inner));
+        }
+        if (key.find("password") == std::string::npos && key.find("pwd") == std::string::npos) continue;
+        for (const std::string& secret : {value, bare})
+            if (!secret.empty()) secrets.push_back(secret);
+    }
+    return secrets;
 }
 
 } // namespace
@@ -122,13 +165,7 @@ std::string withoutSecrets(std::string text, const HostOptions& options) {
     constexpr const char* kShown = "...";
     if (!options.connect || options.connect->empty()) return text;
     text = basic::replaceAll(text, *options.connect, kShown);
-    std::istringstream parts(*options.connect);
-    for (std::string part; std::getline(parts, part, ';');) {
-        const std::size_t sign = part.find('=');
-        const std::string key = basic::lcase(basic::trim(part.substr(0, sign)));
-        if (sign != std::string::npos && sign + 1 < part.size() && (key == "password" || key == "pwd"))
-            text = basic::replaceAll(text, part.substr(sign + 1), kShown);
-    }
+    for (const std::string& secret : secretsIn(*options.connect)) text = basic::replaceAll(text, secret, kShown);
     return text;
 }
 

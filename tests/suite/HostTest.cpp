@@ -50,6 +50,20 @@ TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
         EXPECT_EQ(sandbox::withoutSecrets("cannot open \"" + secret + "\": mellow is wrong", options),
                   "cannot open \"...\": ... is wrong");
     }
+    const struct {
+        const char *connection, *text, *shown;
+    } hidden[] = {
+        {"Jet OLEDB:Database Password = mellow ;Data Source=x", "mellow is wrong", "... is wrong"},
+        {"UID=sa;User Password=\"mel;low\"\"s\"", "'mel;low\"s' or \"mel;low\"\"s\"", "'...' or ..."},
+        {"Extended Properties='PWD=mellow';PWD='it''s'", "mellow: it's", "...: ..."},
+        {"Password=;Data Source=x", "Data Source=x", "Data Source=x"},
+        {"Data Source=mellow;Password", "mellow Password", "mellow Password"},
+    };
+    for (const auto& one : hidden) {
+        HostOptions options;
+        options.connect = one.connection;
+        EXPECT_EQ(sandbox::withoutSecrets(one.text, options), one.shown) << one.connection;
+    }
     HostOptions nothing = std::get<HostOptions>(sandbox::parseHostOptions({"--connect", "env:NONE"}));
     EXPECT_THROW(sandbox::readConnection(nothing, environment, typed), std::runtime_error);
     EXPECT_EQ(sandbox::withoutSecrets("of no connection", HostOptions()), "of no connection");
@@ -66,6 +80,16 @@ TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
         const std::string text = complaint(arguments);
         EXPECT_NE(text.find(arguments.front()), std::string::npos) << arguments.front() << ": " << text;
         EXPECT_EQ(text.find('\n'), std::string::npos) << "one line";
+    }
+    // A connection string that is not one argument: none of it is said again.
+    const std::vector<std::vector<std::string>> secrets = {
+        {"--connect=Provider=x;Password=mellow"},
+        {"--connect", "Provider=x;", "Password=mellow"},
+        {"--connect", "Password=my", "mellow", "--user", "1"},
+    };
+    for (const auto& arguments : secrets) {
+        EXPECT_NE(complaint(arguments), "");
+        EXPECT_EQ(complaint(arguments).find("mellow"), std::string::npos) << complaint(arguments);
     }
 }
 
