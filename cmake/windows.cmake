@@ -16,7 +16,7 @@ get_target_property(com_sources com SOURCES)
 list(FILTER com_sources EXCLUDE REGEX "/Exports\\.cpp$") # belongs into each DLL, not into a library
 set_target_properties(com PROPERTIES SOURCES "${com_sources}")
 target_link_libraries(com PUBLIC oleaut32 ole32 uuid advapi32)
-room(src/win32 USES common)
+room(src/win32 USES common com)
 get_target_property(win32_type win32 TYPE)
 if(NOT win32_type STREQUAL INTERFACE_LIBRARY)
     target_link_libraries(win32 PUBLIC comctl32 comdlg32 winspool uxtheme gdi32 user32 shell32)

@@ -2,6 +2,7 @@
 
 #include "com/Bstr.h"
 #include "com/Errors.h"
+#include "com/OwnFile.h"
 
 #include <string>
 #include <vector>

@@ -4,7 +4,6 @@
 #include "com/ComPtr.h"
 
 #include <span>
-#include <string>
 
 namespace com {
 
@@ -26,12 +25,6 @@ struct Server {
 
 /// Each DLL defines its own.
 const Server& server();
-
-/// The DLL that this code is in.
-HMODULE ownModule();
-std::wstring ownPath();
-/// From now on it stays until the process ends, whatever COM does.
-void keepLoaded();
 
 // What the DLL's exports do.
 HRESULT getClassObject(const CLSID& classId, const IID& interfaceId, void** result);

@@ -17,13 +17,6 @@ HANDLE styleContext() {
 
 } // namespace
 
-HINSTANCE ownModule() {
-    HMODULE module = nullptr;
-    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                       reinterpret_cast<LPCWSTR>(&ownModule), &module);
-    return module;
-}
-
 VisualStyles::VisualStyles() {
     static const HANDLE context = styleContext(); // Never released: the DLL as a rule stays as long as the process.
     if (context != INVALID_HANDLE_VALUE && !ActivateActCtx(context, &cookie_)) cookie_ = 0;
@@ -34,15 +27,7 @@ VisualStyles::~VisualStyles() {
 }
 
 std::string moduleFolder() {
-    std::wstring path(MAX_PATH, 0);
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(ownModule(), path.data(), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            break;
-        }
-        path.resize(path.size() * 2);
-    }
+    const std::wstring path = com::ownPath();
     return narrow(path.substr(0, path.find_last_of(L"\\/")));
 }
 

@@ -3,10 +3,11 @@
 
 #include "win32/Platform.h"
 
+#include "com/OwnFile.h"
+
 namespace win32 {
 
-/// Also inside a host's process the handle of our own file, not the host's.
-HINSTANCE ownModule();
+using com::ownModule;
 
 /// Puts the module's manifest (resource 2) in force on this thread while it lives, so that controls created and served
 /// meanwhile look modern in a host that has no manifest of its own. Without such a resource nothing happens.

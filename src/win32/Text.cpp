@@ -1,10 +1,8 @@
 #include "win32/Text.h"
 
-#include "win32/Platform.h"
+#include "com/Bstr.h"
 
 #include <algorithm>
-#include <climits>
-#include <new>
 
 namespace win32 {
 namespace {
@@ -17,14 +15,7 @@ bool pairAt(std::wstring_view text, std::size_t i) {
 
 } // namespace
 
-std::wstring wide(std::string_view text) {
-    if (text.empty()) return {};
-    if (text.size() > INT_MAX) throw std::bad_alloc(); // the system counts in 32 bits
-    const int bytes = static_cast<int>(text.size());
-    std::wstring result(static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, nullptr, 0)), 0);
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, result.data(), static_cast<int>(result.size()));
-    return result;
-}
+std::wstring wide(std::string_view text) { return com::toWide(text); }
 
 std::string_view beginning(std::string_view text) {
     std::size_t size = std::min<std::size_t>(text.size(), 4000);
@@ -33,14 +24,7 @@ std::string_view beginning(std::string_view text) {
     return text.substr(0, size);
 }
 
-std::string narrow(std::wstring_view text) {
-    if (text.empty()) return {};
-    const int units = static_cast<int>(text.size());
-    const int bytes = WideCharToMultiByte(CP_UTF8, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string result(static_cast<std::size_t>(bytes), 0);
-    WideCharToMultiByte(CP_UTF8, 0, text.data(), units, result.data(), bytes, nullptr, nullptr);
-    return result;
-}
+std::string narrow(std::wstring_view text) { return com::toUtf8(text); }
 
 int charactersIn(std::wstring_view text, int units) {
     int characters = 0;
