@@ -8,20 +8,6 @@ ComPtr<IClassFactory> ClassFactory::make(const ServerClass& made) {
     return ComPtr<IClassFactory>::adopt(new ClassFactory(made));
 }
 
-HRESULT ClassFactory::QueryInterface(const IID& id, void** result) {
-    if (!result) return E_POINTER;
-    *result = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
-    if (!*result) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG ClassFactory::Release() {
-    const ULONG left = --references_;
-    if (!left) delete this;
-    return left;
-}
-
 HRESULT ClassFactory::CreateInstance(IUnknown* outer, const IID& id, void** result) {
     if (!result) return E_POINTER;
     *result = nullptr;

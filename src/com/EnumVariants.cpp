@@ -11,20 +11,6 @@ ComPtr<IEnumVARIANT> EnumVariants::make(automation::Array elements, std::size_t 
     return ComPtr<IEnumVARIANT>::adopt(new EnumVariants(std::move(elements), next));
 }
 
-HRESULT EnumVariants::QueryInterface(const IID& id, void** result) {
-    if (!result) return E_POINTER;
-    *result = id == IID_IUnknown || id == IID_IEnumVARIANT ? this : nullptr;
-    if (!*result) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG EnumVariants::Release() {
-    const ULONG left = --references_;
-    if (!left) delete this;
-    return left;
-}
-
 HRESULT EnumVariants::Next(ULONG count, VARIANT* elements, ULONG* fetched) {
     if (!elements) return E_POINTER;
     ULONG given = 0;

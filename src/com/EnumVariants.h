@@ -4,20 +4,16 @@
 #include "automation/Value.h"
 #include "com/ComPtr.h"
 #include "com/ModuleReference.h"
+#include "com/Unknown.h"
 
 #include <oaidl.h>
 
-#include <atomic>
-
 namespace com {
 
-class EnumVariants final : public IEnumVARIANT {
+class EnumVariants final : public Unknown<IEnumVARIANT> {
 public:
     static ComPtr<IEnumVARIANT> make(automation::Array elements, std::size_t next = 0);
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* elements, ULONG* fetched) override;
     HRESULT STDMETHODCALLTYPE Skip(ULONG count) override;
     HRESULT STDMETHODCALLTYPE Reset() override;
@@ -25,11 +21,9 @@ public:
 
 private:
     EnumVariants(automation::Array elements, std::size_t next) : elements_(std::move(elements)), next_(next) {}
-    ~EnumVariants() = default;
 
     automation::Array elements_;
     std::size_t next_;
-    std::atomic<ULONG> references_{1};
     ModuleReference module_;
 };
 

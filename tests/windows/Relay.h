@@ -3,16 +3,16 @@
 
 #include "com/Bridge.h"
 #include "com/Errors.h"
+#include "com/Unknown.h"
 
 #include <oaidl.h>
 
-#include <atomic>
 #include <functional>
 #include <vector>
 
 namespace tests {
 
-class Relay final : public IDispatch, public ISupportErrorInfo {
+class Relay final : public com::Unknown<IDispatch, ISupportErrorInfo> {
 public:
     static com::ComPtr<Relay> to(const automation::ObjectPtr& object) {
         return com::ComPtr<Relay>::adopt(new Relay(com::toDispatch(object)));
@@ -29,21 +29,11 @@ public:
     std::function<void(Call)> told = [](Call) {};
 
     HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
+        const bool known = id != IID_ISupportErrorInfo || explains;
+        if (known && SUCCEEDED(Unknown::QueryInterface(id, result))) return S_OK;
         *result = nullptr;
-        if (id == IID_IUnknown || id == IID_IDispatch) *result = static_cast<IDispatch*>(this);
-        if (id == IID_ISupportErrorInfo && explains) *result = static_cast<ISupportErrorInfo*>(this);
-        if (!*result) {
-            told(Call::question);
-            return hides ? E_NOINTERFACE : inner_->QueryInterface(id, result);
-        }
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (!left) delete this;
-        return left;
+        told(Call::question);
+        return hides ? E_NOINTERFACE : inner_->QueryInterface(id, result);
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return inner_->GetTypeInfoCount(count); }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** result) override {
@@ -74,10 +64,8 @@ public:
 
 private:
     explicit Relay(com::ComPtr<IDispatch> inner) : inner_(std::move(inner)) {}
-    ~Relay() = default;
 
     com::ComPtr<IDispatch> inner_;
-    std::atomic<ULONG> references_{1};
 };
 
 } // namespace tests

@@ -7,6 +7,8 @@
 #include "com/Errors.h"
 #include "com/ModuleReference.h"
 #include "com/ObjectDispatch.h"
+#include "com/OwnFile.h"
+#include "com/Unknown.h"
 #include "component/Component.h"
 
 #include <initguid.h>
@@ -71,29 +73,9 @@ void takeOver(goodsreq::Module& module) {
     last = apartment();
 }
 
-class ClsGRtoShop final : public _clsGRtoShop, public ISupportErrorInfo, public IProvideClassInfo {
+class ClsGRtoShop final : public Unknown<_clsGRtoShop, ISupportErrorInfo, IProvideClassInfo> {
 public:
     ClsGRtoShop() : component_(goodsreq::processModule()) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override {
-        if (!result) return E_POINTER;
-        *result = nullptr;
-        if (id == IID_IUnknown || id == IID_IDispatch || id == IID__clsGRtoShop)
-            *result = static_cast<_clsGRtoShop*>(this);
-        else if (id == IID_ISupportErrorInfo)
-            *result = static_cast<ISupportErrorInfo*>(this);
-        else if (id == IID_IProvideClassInfo)
-            *result = static_cast<IProvideClassInfo*>(this);
-        if (!*result) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (!left) delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (!count) return E_POINTER;
@@ -210,7 +192,6 @@ private:
     }
 
     goodsreq::Component component_;
-    std::atomic<ULONG> references_{1};
     ModuleReference module_;
 };
 

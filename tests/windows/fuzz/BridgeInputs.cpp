@@ -11,23 +11,15 @@ constexpr VARTYPE kPlainKinds[] = {VT_EMPTY, VT_NULL, VT_I1,      VT_UI1,   VT_I
 /// Kinds that no argument of a late-bound call has.
 constexpr VARTYPE kWrongKinds[] = {VT_VARIANT, 15,         VT_VOID,     VT_HRESULT, VT_CARRAY, VT_LPSTR,
                                    VT_LPWSTR,  VT_INT_PTR, VT_FILETIME, VT_CLSID,   0x0FFF,    VT_VECTOR | VT_I4};
-constexpr std::uint64_t kNumbers[] = {0,
-                                      1,
-                                      2,
-                                      3,
-                                      7,
-                                      100,
-                                      0x7F,
-                                      0x80,
-                                      0x7FFF,
-                                      0x8000,
-                                      0xFFFF,
-                                      0x7FFFFFFF,
-                                      0x80000000,
-                                      0xFFFFFFFF,
-                                      0x7FFFFFFFFFFFFFFF,
-                                      0x8000000000000000,
-                                      0xFFFFFFFFFFFFFFFF};
+// clang-format off
+constexpr std::uint64_t kNumbers[] = {0, 1, 2, 3, 7, 100, 0x7F, 0x80, 0x7FFF, 0x8000, 0xFFFF, 0x7FFFFFFF, 0x80000000,
+                                      0xFFFFFFFF, 0x7FFFFFFFFFFFFFFF, 0x8000000000000000, 0xFFFFFFFFFFFFFFFF};
+const wchar_t* const kTexts[] = {
+    L"", L"1", L"-3.5", L"1e308", L"abc", L"True", L"05/03/2024", L" ", L"o'neil", L"%", L"\xD800x", L"\xE4\x20AC", L"shopid",
+    L"select * from aShops", L"select shopid from aShops where shopid=1", L"select getdate()",
+    L"insert into aUnit values (1,'x','y')", L"update aUnit set UnitCode='z'", L"select", L"aShops", L"ABC|DEF",
+    L"Data Source=", L"frmSample", L"cboShop", L"KOVA/XB/TRAM/841"};
+// clang-format on
 constexpr double kReals[] = {0, 1, -1, 0.5, 2.5, -0.0, 40000, 45000.75, 1e15, -657435, 2958466, 1e300, 5e-324};
 
 double real(Random& random) {
@@ -39,47 +31,9 @@ double real(Random& random) {
 } // namespace
 
 std::wstring text(Random& random) {
-    static const wchar_t* const kTexts[] = {L"",
-                                            L"1",
-                                            L"-3.5",
-                                            L"1e308",
-                                            L"abc",
-                                            L"True",
-                                            L"05/03/2024",
-                                            L" ",
-                                            L"o'neil",
-                                            L"%",
-                                            L"\xD800x",
-                                            L"\xE4\x20AC",
-                                            L"shopid",
-                                            L"select * from aShops",
-                                            L"select shopid from aShops where shopid=1",
-                                            L"select getdate()",
-                                            L"insert into aUnit values (1,'x','y')",
-                                            L"update aUnit set UnitCode='z'",
-                                            L"select",
-                                            L"aShops",
-                                            L"ABC|DEF",
-                                            L"Data Source=",
-                                            L"frmSample",
-                                            L"cboShop",
-                                            L"KOVA/XB/TRAM/841"};
     if (random.oneIn(30)) return std::wstring(1 + random.pick(40000), L'x');
     if (random.oneIn(20)) return std::wstring(L"a\0b", 3);
     return random.of(kTexts);
-}
-
-HRESULT Whimsical::QueryInterface(const IID& id, void** result) {
-    *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-    if (!*result) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG Whimsical::Release() {
-    const ULONG left = --references_;
-    if (!left) delete this;
-    return left;
 }
 
 HRESULT Whimsical::GetTypeInfoCount(UINT* count) {
@@ -204,16 +158,18 @@ void Argument::fillArray(Random& random, const Objects& objects, VARIANT& value)
     static const VARTYPE kKinds[] = {VT_VARIANT, VT_UI1, VT_I2, VT_I4, VT_R8, VT_BSTR, VT_DECIMAL, VT_DISPATCH, VT_CY};
     static const LONG kLowest[] = {0, 1, -3, LONG_MAX - 2, LONG_MIN};
     const VARTYPE kind = random.of(kKinds);
-    SAFEARRAYBOUND bounds[3];
-    const UINT dimensions = 1 + static_cast<UINT>(random.pick(3));
-    for (SAFEARRAYBOUND& bound : bounds) bound = {static_cast<ULONG>(random.pick(4)), random.of(kLowest)};
-    SAFEARRAY* array = random.oneIn(10) ? nullptr : SafeArrayCreate(kind, dimensions, bounds);
+    const bool deep = random.oneIn(50);
+    const auto dimensions = static_cast<UINT>(1 + random.pick(deep ? 65535 : 3));
+    std::vector<SAFEARRAYBOUND> bounds(dimensions, {1, 0});
+    for (SAFEARRAYBOUND& bound : bounds)
+        if (!deep) bound = {static_cast<ULONG>(random.pick(4)), random.of(kLowest)};
+    SAFEARRAY* array = random.oneIn(10) ? nullptr : SafeArrayCreate(kind, dimensions, bounds.data());
     value.vt = static_cast<VARTYPE>(VT_ARRAY | kind);
     value.parray = array;
     void* data = nullptr;
     if (!array || kind != VT_VARIANT || FAILED(SafeArrayAccessData(array, &data))) return;
     std::size_t count = 1;
-    for (UINT i = 0; i < dimensions; ++i) count *= bounds[i].cElements;
+    for (const SAFEARRAYBOUND& bound : bounds) count *= bound.cElements;
     for (std::size_t i = 0; i < count; ++i) fill(random, objects, static_cast<VARIANT*>(data)[i], true);
     SafeArrayUnaccessData(array);
 }

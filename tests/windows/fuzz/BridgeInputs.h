@@ -4,6 +4,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComPtr.h"
+#include "com/Unknown.h"
 #include "com/Variant.h"
 
 #include <oaidl.h>
@@ -32,14 +33,11 @@ private:
 std::wstring text(Random& random);
 
 /// An object of a component that answers as it likes: values, errors, changed arguments.
-class Whimsical final : public IDispatch {
+class Whimsical final : public com::Unknown<IDispatch> {
 public:
     explicit Whimsical(Random& random) : random_(random) { living.insert(this); }
     inline static std::set<const IDispatch*> living;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(const IID& id, void** result) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** result) override;
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID&, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
@@ -47,9 +45,8 @@ public:
                                      EXCEPINFO* information, UINT*) override;
 
 private:
-    ~Whimsical() { living.erase(this); }
+    ~Whimsical() override { living.erase(this); }
     Random& random_;
-    ULONG references_ = 1;
 };
 
 using Objects = std::vector<com::ComPtr<IDispatch>>;

@@ -80,7 +80,8 @@ constexpr const wchar_t* kNames =
     L"RemoveItem Clear ListCount ListIndex List ItemData NewIndex SelStart SelLength Locked ListItems "
     L"ColumnHeaders Add Remove SubItems Selected Index Alignment SelectedItem Rows Cols Row Col TextMatrix "
     L"ColWidth CellForeColor CellBackColor RowHeight Sort FixedRows FixedCols ColAlignment RowData cboShop "
-    L"flexRows lvwLines txtName SetFocus ";
+    L"flexRows lvwLines txtName SetFocus RowSel ColSel TopRow FormatString MaxLength SelText Left Top "
+    L"ForeColor ToolTipText Key MouseRow MouseCol ";
 
 const std::vector<std::wstring>& names() {
     static const auto& all = *[] {
