@@ -77,6 +77,7 @@ LRESULT FormWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         coloursChanged();
         return 0;
+    case WM_DISPLAYCHANGE: keepOnScreen(); break;
     case WM_GETMINMAXINFO:
         if (designed_.cx > 0 && form_.resizable()) {
             const SIZE smallest = fittingSize(workAreaOf(window_));

@@ -115,12 +115,12 @@ SIZE FormWindow::fittingSize(const RECT& work) const {
 
 // Of the module that the windows come from; a program of tests has none, and gets the system's.
 void FormWindow::showIcon() {
-    const auto load = [&](int width, int height) {
-        return OwnedIcon(static_cast<HICON>(LoadImageW(ownModule(), MAKEINTRESOURCEW(1), IMAGE_ICON,
-                                                       GetSystemMetrics(width), GetSystemMetrics(height), 0)));
+    const auto load = [&](int twips) {
+        const int size = dpi_.pixels(twips);
+        return OwnedIcon(static_cast<HICON>(LoadImageW(ownModule(), MAKEINTRESOURCEW(1), IMAGE_ICON, size, size, 0)));
     };
-    icon_ = load(SM_CXICON, SM_CYICON);
-    smallIcon_ = load(SM_CXSMICON, SM_CYSMICON);
+    icon_ = load(480);
+    smallIcon_ = load(240);
     SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
     SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
 }
@@ -276,6 +276,21 @@ void FormWindow::dpiChanged(Dpi dpi, const RECT* suggested) {
     else
         sizeChanged();
     for (const auto& control : controls_) control->fontChanged();
+    showIcon();
+    keepOnScreen();
+}
+
+void FormWindow::keepOnScreen() {
+    if (IsZoomed(window_) || IsIconic(window_)) return;
+    const RECT work = workAreaOf(window_);
+    RECT now{};
+    GetWindowRect(window_, &now);
+    SIZE size{now.right - now.left, now.bottom - now.top};
+    if (form_.resizable())
+        size = {std::min(size.cx, work.right - work.left), std::min(size.cy, work.bottom - work.top)};
+    const LONG left = std::max(work.left, std::min(now.left, work.right - size.cx));
+    const LONG top = std::max(work.top, std::min(now.top, work.bottom - size.cy));
+    SetWindowPos(window_, nullptr, left, top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 } // namespace win32

@@ -68,6 +68,8 @@ private:
     void placeInMiddle(HWND around);
     void resized();
     void dpiChanged(Dpi dpi, const RECT* suggested);
+    /// Back onto the screen, as far as it fits there.
+    void keepOnScreen();
     void restoreFocus();
     /// Before the windows of other programs, as the program has been activated by one of its own that is switched off.
     void comeForward();
