@@ -300,6 +300,7 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
     const auto line = [](Till& till, const char* quantity) {
         till.changesLine(3);
         if (*quantity) till.user.enters("txtQuantity", quantity);
+        till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.requestDetail()), *quantity != '\0'); });
         till.user.clicks("cmdOk");
     };
     struct Case {
@@ -328,6 +329,7 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
             Till till(file);
             till.editRequest(kStored);
             c.change(till);
+            till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.request()), c.answer.has_value()); });
             if (frame)
                 till.user.closesFrame();
             else

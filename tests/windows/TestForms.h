@@ -84,12 +84,6 @@ public:
             cmdRefresh.place({120, 4200, 1200, 390});
         };
     }
-    void fill(const std::vector<std::vector<std::string>>& rows) {
-        std::vector<forms::RowText> texts;
-        for (const auto& row : rows) texts.emplace_back(row);
-        grid.setDataRows(std::move(texts));
-    }
-
     forms::Grid grid{*this, "flexRows"};
     forms::CommandButton cmdRefresh{*this, "cmdRefresh"};
 };

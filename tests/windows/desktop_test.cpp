@@ -339,7 +339,7 @@ TEST_F(RealWindows, ScrollManyRows) {
         person.look([&] {
             std::vector<std::vector<std::string>> texts;
             for (int i = 1; i <= kRows; ++i) texts.push_back({std::to_string(i), "R" + std::to_string(i), "2024"});
-            rows->fill(texts);
+            rows->grid.setDataRows(texts);
             grid.setColWidth(3, 0);
             grid.selectRow(1);
         });
@@ -384,7 +384,7 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
         desktop->popupMenu(*rows, menu);
     };
     sits(*rows, [&](Person& person) {
-        person.look([&] { rows->fill({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
+        person.look([&] { rows->grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
         std::vector<int> expected;
         for (const int withKey : {0, VK_SHIFT}) {
             person.presses(VK_DOWN);

@@ -80,6 +80,7 @@ public:
     void clearItem();
     /// Lists the packing types of the chosen item.
     void fillPackings();
+    bool holdsWork() override { return cmdOk.enabled() && changed(); }
 
 private:
     void design() override;

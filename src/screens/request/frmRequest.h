@@ -57,6 +57,7 @@ public:
     /// Appends a line for each item whose reorder level exceeds the shop's whole stock. No command of the screen runs
     /// it; it serves other screens of the suite's build.
     void FillReorderSuggestions();
+    bool holdsWork() override { return cmdOk.enabled() && changed().value_or(true); }
 
 private:
     void design() override;
