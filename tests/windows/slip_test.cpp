@@ -102,6 +102,10 @@ TEST_F(Machine, TellsAPlainFileByWhatTheSystemSaysOfIt) {
     };
     for (const auto& one : cases)
         EXPECT_EQ(win32::isPlainFile(one.type, one.attributes, one.names), one.plain) << one.what;
+    for (const char* port : {"LPT1", "lpt9:", "COM3", "com1:9600", "PRN", "\\\\.\\COM10"})
+        EXPECT_TRUE(win32::isDevice(port)) << port;
+    for (const char* file : {"COM10", "LPT", "LPTX", "C:\\LPT1", "COM1.txt", "\\\\till\\slips", ""})
+        EXPECT_FALSE(win32::isDevice(file)) << file;
 }
 
 // Neither a program of that name somewhere else, nor one whose path is the beginning of that path.
