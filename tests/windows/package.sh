@@ -79,9 +79,10 @@ if [ "$status" -ne 42 ]; then
     exit 1
 fi
 register /u
+register /u # twice is no error
 expectListing "the machine's registration"
 
-register /n /i:user
+register /n /i:User
 for key in 'goodsreq.clsGRtoShop\CLSID' 'CLSID\{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}\InprocServer32'; do
     wine_run reg query "HKCU\\Software\\Classes\\$key" >>"$OUT/user.txt"
 done
