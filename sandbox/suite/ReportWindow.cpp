@@ -65,7 +65,7 @@ void ReportWindow::design() {
     cboZoom.place({left, kMargin + 30, 1100, 330});
     left += content_.hasZoom ? 1100 + 2 * kMargin : 0;
     if (content_.hasSearch) put(lblSearch, "&Find:", 550, 75);
-    txtSearch.place({left, kMargin + 30, 1800, 330});
+    txtSearch.place({left, kMargin + 30, 1200, 330}); // so that all stand side by side on 800 pixels
     lblZoom.setVisible(content_.hasZoom);
     cboZoom.setVisible(content_.hasZoom);
     lblSearch.setVisible(content_.hasSearch);
