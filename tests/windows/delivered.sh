@@ -1,5 +1,5 @@
-# What lies in dist: the DLLs' bits, their undecorated exports, nothing imported but the system's own, and the guards of
-# tools/check-delivered.sh.
+# What lies in dist: the DLLs' bits, their undecorated exports, nothing imported but what the least Windows has, the guards of
+# tools/check-delivered.sh, and no variables of the environment but those that are told.
 wrong=0
 
 expectText() {
@@ -13,26 +13,18 @@ exported() {
     x86_64-w64-mingw32-objdump -p "$1" | sed -n '/Ordinal\/Name Pointer/,/^$/p' | sed -nE "s/^[[:space:]]*\[ *[0-9]+\] (.*)/\1/p" | sort
 }
 
-# Import libraries that Windows does not have itself.
-foreign() {
-    x86_64-w64-mingw32-objdump -p "$1" | sed -nE 's/^\tDLL Name: //p' | tr '[:upper:]' '[:lower:]' |
-        grep -vxE '(kernel32|user32|gdi32|advapi32|ole32|oleaut32|comctl32|comdlg32|shell32|uxtheme|msvcrt|ntdll|winspool)\.(dll|drv)' || true
+# What a file imports that tests/windows/imports.txt does not name. All there is in the least Windows, 7; what came after it would keep
+# the file from being loaded there, and is looked up at run time where it is used at all.
+unknownImports() {
+    x86_64-w64-mingw32-objdump -p "$1" |
+        awk '/DLL Name: / { library = tolower($3) } /^\t[0-9a-f]+\t +[0-9]+ +[^ ]+$/ { print library, $NF }' | sort -u |
+        comm -23 - <(awk '!/^#/ { for (i = 2; i <= NF; ++i) print $1, $i }' "$root/tests/windows/imports.txt" | sort -u)
 }
 
-# Imports that the least Windows, 7, does not have, so that the file would not load there: what came after it to the libraries
-# above. Such a function is looked up at run time, where it is used at all.
-newer="AreDpiAwarenessContextsEqual|AdjustWindowRectExForDpi|CoIncrementMTAUsage|CopyFile2|CreateFile2|CreateFileFromAppW|\
-DiscardVirtualMemory|EnableMouseInPointer|EnableNonClientDpiScaling|GetCurrentPackage.*|GetCurrentThreadStackLimits|GetDpiFor.*|\
-GetDpiAwarenessContextForProcess|GetFirmwareType|GetOverlappedResultEx|GetPackage.*|GetPointer.*|GetProcessMitigationPolicy|\
-GetSystemDpiForProcess|GetSystemMetricsForDpi|GetSystemTimePreciseAsFileTime|GetTempPath2[AW]|GetThreadDescription|\
-GetThreadDpi.*|GetThreadInformation|GetWindowDpi.*|IsValidDpiAwarenessContext|IsWow64Process2|LoadPackagedLibrary|\
-LogicalToPhysicalPointForPerMonitorDPI|MapViewOfFile[3F].*|OpenThemeDataForDpi|PrefetchVirtualMemory|\
-QueryUnbiasedInterruptTimePrecise|SetDefaultDllDirectories|AddDllDirectory|RemoveDllDirectory|\
-SetDialog.*Dpi.*|SetProcessDpiAwarenessContext|SetProcessMitigationPolicy|SetThread(Description|Dpi.*|Information)|\
-SystemParametersInfoForDpi|VirtualAlloc2.*|WaitOnAddress|WakeByAddress(All|Single)"
-
-tooNew() {
-    x86_64-w64-mingw32-objdump -p "$1" | sed -nE 's/^\t[0-9a-f]+\t +[0-9]+ +([A-Za-z_0-9]+)$/\1/p' | grep -xE "$newer" || true
+# The sizes of the icon that windows take.
+iconSizes() {
+    x86_64-w64-mingw32-windres -J coff -O rc "$1" | sed -n '/RT_GROUP_ICON/,/END/s/^ *"\\\([0-7]*\)\\.*/\1/p' |
+        while read -r octal; do echo $((8#$octal)); done | xargs
 }
 
 format() {
@@ -51,12 +43,14 @@ for file in goodsreq.dll sandbox.dll goodsreq-host.exe; do
     }
     name=$WIDTH/$file
     expectText "$name, format" "$kind" "$(format "$DIST/$file")"
-    expectText "$name, imports of others" "" "$(foreign "$DIST/$file")"
-    expectText "$name, imports that Windows 7 lacks" "" "$(tooNew "$DIST/$file")"
+    expectText "$name, imports that the least Windows may lack" "" "$(unknownImports "$DIST/$file")"
     # The version stands in the file's properties as text of 16-bit letters.
     expectText "$name, version" "$version" "$(strings -el -n 3 "$DIST/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
     [[ $file == *.exe ]] || expectText "$name, exports" "$entries" "$(exported "$DIST/$file")"
 done
+expectText "$WIDTH/goodsreq.dll, variables of the environment" "GOODSREQ_WINDOW_LOG GOODSREQ_WINDOW_TEXTS" \
+    "$({ strings -el "$DIST/goodsreq.dll" && strings "$DIST/goodsreq.dll"; } | grep -o 'GOODSREQ_.*' | sort | xargs)"
+expectText "$WIDTH/goodsreq.dll, icon" "16 20 24 32 40 48 64 0" "$(iconSizes "$DIST/goodsreq.dll")" # 0 says 256
 "$root/tools/check-delivered.sh" "$DIST"/*.dll "$DIST"/*.exe || wrong=1
 # The type library is resource 1 of the component; its file format starts with MSFT.
 grep -qaF MSFT "$DIST/goodsreq.dll" || {
