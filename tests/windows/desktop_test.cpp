@@ -167,8 +167,11 @@ TEST_F(RealWindows, TakeNoCommandWhileACallHasLeftTheModule) {
             }
         EXPECT_EQ(form->txtQuantity.text(), "1");
         EXPECT_EQ(clicks, 0);
-        if (closes) return void(form->unload());
-        form->txtBarcode.setFocus();
+        if (closes)
+            form->unload();
+        else
+            form->txtBarcode.setFocus();
+        waits = false;
     };
     const auto typesMeanwhile = [&](Person& person) {
         waits = goesOn = false;
@@ -182,6 +185,7 @@ TEST_F(RealWindows, TakeNoCommandWhileACallHasLeftTheModule) {
         person.types("23Ab?");
         person.sees("five keys and two of Shift", [&] { return keysServed == 7; });
         goesOn = true;
+        while (waits) Sleep(5);
     };
     sits([&](Person& person) {
         typesMeanwhile(person);
