@@ -119,7 +119,7 @@ TEST_F(FormsWindow, PaintsWhatCanBeReadAlsoInDarkColours) {
     const auto looks = [&](bool dark) {
         sits(*rows, [&](Person& person) {
             person.look([&] {
-                rows->fill({{"1", "R1"}, {"2", "R2"}});
+                rows->grid.setDataRows({{"1", "R1"}, {"2", "R2"}});
                 rows->grid.setRowColour(2, kRed);
                 HWND list = Person::windowOf(rows->grid);
                 for (const bool focused : {true, false}) {
@@ -193,7 +193,7 @@ TEST_F(FormsWindow, OutlivesTheWindowsOfItsHostAndComesBeforeThem) {
         person.seesForm("frmRows");
         EXPECT_FALSE(enabled(application) || enabled(splash) || enabled(other));
         person.look([&] {
-            rows->fill({{"1", "R1", "5", ""}});
+            rows->grid.setDataRows({{"1", "R1", "5", ""}});
             splash = {};
             application = {};
         });
@@ -322,7 +322,7 @@ TEST_F(FormsWindow, TellsItsControlsOfTheSystemsNewColours) {
 TEST_F(FormsWindow, SaysAWholeRowToScreenReadersAndPaintsNothingOfThat) {
     rows->describe = [this, describe = rows->describe] {
         describe();
-        rows->fill({{"1", "R1", "", "open"}, {"2", "R2", "5.50", "M\xC3\xBCller"}});
+        rows->grid.setDataRows({{"1", "R1", "", "open"}, {"2", "R2", "5.50", "M\xC3\xBCller"}});
     };
     sits(*rows, [&](Person& person) {
         person.look([&] {
@@ -356,7 +356,7 @@ TEST_F(FormsWindow, SaysAWholeRowToScreenReadersAndPaintsNothingOfThat) {
 TEST_F(FormsWindow, LeavesTheTextsOfCellsWithWhoAskedForThem) {
     rows->describe = [this, describe = rows->describe] {
         describe();
-        rows->fill({{"1", "R1", "abcdefgh", ""}});
+        rows->grid.setDataRows({{"1", "R1", "abcdefgh", ""}});
     };
     struct Case {
         int row, subItem, size;
