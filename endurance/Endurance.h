@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace endurance {
 
@@ -18,8 +19,13 @@ void strikeStatements(const Options& options, Report& report);
 void killSaves(const Options& options, Report& report);
 /// Four programs save in one shop at once.
 void saveAtOnce(const Options& options, Report& report);
-/// Texts that mean something to a database, in every box and in every text column.
-void enterHostileTexts(const Options& options, Report& report);
+/// Random clerks on companies with texts that mean something to a database, in every text column.
+void workOnHostileTexts(const Options& options, Report& report);
+struct Hostile {
+    const char* name;
+    std::string text;
+};
+const std::vector<Hostile>& hostileTexts();
 
 /// Random clerks at three tills, with failures and rivals, until their time is over.
 void randomClerks(const Options& options, Report& report);

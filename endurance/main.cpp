@@ -7,7 +7,7 @@ int main(int count, char** arguments) {
         endurance::strikeStatements(options, report);
         endurance::killSaves(options, report);
         endurance::saveAtOnce(options, report);
-        endurance::enterHostileTexts(options, report);
+        endurance::workOnHostileTexts(options, report);
         endurance::randomClerks(options, report);
     });
 }

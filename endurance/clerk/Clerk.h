@@ -10,60 +10,57 @@
 
 namespace endurance::clerk {
 
-/// What the person at the till has done and not yet seen the end of.
-struct Memory {
-    int user = 0, shop = 0, screen = 0, locale = 0;
-    bool badDate = false;                           ///< the processing date cannot be written
-    char command = 0;                               ///< the register's last one: 'N', 'E', 'D'
-    int request = 0;                                ///< whose
-    long minute = 0;                                ///< when it began
-    std::string number;                             ///< of that request, as the register showed it
-    bool rowCancelled = false;                      ///< the register shows it so
-    bool rivalSince = false;                        ///< somebody else changed a request since the command began
-    bool typedLines = false;                        ///< lines were entered or changed since the editor opened
-    std::optional<long> typedDate;                  ///< the day meant by what was typed into the date box, in minutes
-    bool typedPrice = false, typedQuantity = false; ///< since the item was chosen
-    std::string typed;                              ///< what the person typed into a number box in this step
-    std::string sought;                             ///< what the person typed into the search of the module
-    std::vector<int> meant;  ///< items that the code scanned in this step may name; empty where nobody can tell
-    bool opened = false;     ///< the editor has stood there, ready, since the command
-    std::string openRemarks; ///< that it had then
-    bool stored = false;     ///< what the editor shows was stored, though it stayed open
-    bool unknown = false;    ///< whether a commit happened is not known
-    std::string reason;      ///< typed for the deletion
-    int boxes = 0;           ///< that came up since the command
-    bool rightsRead = false; ///< nothing kept the register from reading them
-    std::pair<std::string, double> packs{"", -1}; ///< what stood in the quantity box, and how many the packs made of it
-    std::string said;                             ///< what happened in this step, in words
+/// The register's last command, and what the person did since.
+struct Command {
+    char command = 0;                   ///< 'N', 'E', 'D', 'P', or 'R' for Refresh
+    int request = 0;                    ///< whose
+    std::string number;                 ///< of that request, as the register showed it
+    bool rowCancelled = false;          ///< the register shows it so
+    long minute = 0;                    ///< when it began
+    bool rivalSince = false;            ///< somebody else changed a request since
+    bool typedLines = false;            ///< lines were entered or changed since the editor opened
+    std::optional<long> typedDate;      ///< the day meant by what was typed into the date box, in minutes
+    std::optional<EditorView> opening;  ///< the editor when it first stood there, ready
+    std::optional<EditorView> storedAs; ///< the editor at the save that went through, though it stayed open
+    std::optional<Key> storedKey;       ///< of a new request that was stored so
+    bool unknown = false;               ///< whether a commit happened is not known
+    std::string reason;                 ///< typed for the deletion
+    int boxes = 0;                      ///< that came up
 };
 
-class Clerk : private Faults, public support::Shop {
-public:
+/// What the person at the till has done and not yet seen the end of.
+struct Memory : Command {
+    int user = 0, shop = 0, screen = 0, locale = 0;
+    bool badDate = false;                           ///< the processing date cannot be written
+    bool rightsRead = false;                        ///< nothing kept the register from reading them
+    bool switched = false;                          ///< a component switched a command on
+    bool typedPrice = false, typedQuantity = false; ///< since the item was chosen
+    std::string sought;                             ///< what the person typed into the search of the module
+    std::pair<std::string, double> packs{"", -1}; ///< what stood in the quantity box, and how many the packs made of it
+    std::string doing;                            ///< form and verb of the last step that was no answer
+
+    // Of this step.
+    char pressed = 0;       ///< the right that the register's command needs
+    std::string typed;      ///< into a number box
+    std::vector<int> meant; ///< items that the scanned code may name; empty where nobody can tell
+    std::optional<forms::Answer> answer;
+    std::string said; ///< what happened, in words
+};
+
+struct Clerk : Faults, support::Shop {
     explicit Clerk(Company& company);
     ~Clerk();
-
-    Faults& faults() { return *this; }
-    Memory memory;
 
     /// False where it is not possible now.
     bool play(const Step& step, long minute);
     /// What is possible now, each as often as it is likely.
-    std::vector<Verb> possible() const;
-    /// After a step: brings the dead connection back when its time has come, and lets the owner end what a command left
-    /// open.
+    std::vector<std::string_view> possible() const;
+    /// After a step: brings the dead connection back when its time has come.
     void recover();
     /// The transaction that a failed command left open goes, as whoever owns the connection sees to it.
     void ownerRollsBack();
 
-private:
-    bool showsRegister(const Step& step);
-    bool atRegister(const Step& step, long minute);
-    bool atEditor(const Step& step);
-    bool atEntry(const Step& step);
-    bool atDialogs(const Step& step);
-    bool anywhere(const Step& step);
-    bool readsLate(int which);
-
+    // A person's hands.
     /// Whether the person can reach the control now.
     bool can(const std::string& control) const;
     bool clicksOn(const std::string& control);
@@ -74,8 +71,22 @@ private:
     bool fills(const std::string& box, const std::string& text);
     bool says(const std::string& what);
 
-    Company& company_;
+    Company& company;
+    Memory memory;
+
+private:
+    void listen();
+    /// The form that waits, or "nobody", "message", "menu".
+    std::string place() const;
     int deadFor_ = 0;
 };
+
+/// One thing that can be done at a place; "" is any form.
+struct Act {
+    std::string_view place, verb;
+    int weight; ///< 0: only where a list of steps has it
+    bool (*does)(Clerk&, const Step&);
+};
+extern const std::vector<Act> kActs;
 
 } // namespace endurance::clerk

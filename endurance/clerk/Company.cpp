@@ -2,10 +2,12 @@
 
 #include "basic/Conversion.h"
 #include "basic/Format.h"
+#include "basic/Text.h"
 #include "sandbox/data/SchemaText.h"
 
 #include <algorithm>
 #include <cmath>
+#include <regex>
 
 namespace endurance::clerk {
 namespace {
@@ -104,7 +106,7 @@ const std::string& original() {
     return made.path;
 }
 
-using Row = std::span<const automation::Value>;
+using Values = std::span<const automation::Value>;
 
 template <class Take> void each(sandbox::Connection& connection, const std::string& query, const Take& take) {
     const sandbox::Outcome outcome = connection.database().executeSilently(query);
@@ -121,64 +123,60 @@ int number(const automation::Value& value) { return basic::cLng(value); }
 } // namespace
 
 std::int64_t thousandths(const std::string& text) {
-    std::int64_t whole = 0;
-    int decimals = -1;
-    for (const char c : text) {
-        if (c == '.' && decimals < 0) {
-            decimals = 0;
-        } else if (c >= '0' && c <= '9' && decimals < 3) {
-            whole = whole * 10 + (c - '0');
-            if (decimals >= 0) ++decimals;
-        } else if (c != '0') {
-            return -1;
-        }
-    }
-    if (text.empty() || text == ".") return -1;
-    for (int i = std::max(decimals, 0); i < 3; ++i) whole *= 10;
-    return whole;
+    if (text.empty() || text == "." || text.find_first_not_of("0123456789.") != std::string::npos) return -1;
+    if (std::count(text.begin(), text.end(), '.') > 1) return -1;
+    const double exactly = std::atof(text.c_str()) * 1000;
+    return std::fabs(exactly - std::round(exactly)) > 0.001 ? -1 : std::llround(exactly);
+}
+
+std::string finality(const Header& header) {
+    for (const char* flag : {"confirmed", "used", "cancelled"})
+        if (header.at(flag) == "1") return flag;
+    return {};
 }
 
 std::string nextNumber(const Snapshot& stored, int shop, const std::string& prefix) {
     long highest = 0;
     for (const auto& [key, header] : stored.headers) {
-        if (key.first != shop || !header.number.starts_with(prefix)) continue;
-        const std::string rest = header.number.substr(prefix.size());
+        const std::string& number = header.at("number");
+        if (key.first != shop || !number.starts_with(prefix)) continue;
+        const std::string rest = number.substr(prefix.size());
         if (!rest.empty() && rest.find_first_not_of("0123456789") == std::string::npos)
             highest = std::max(highest, std::stol(rest));
     }
     return prefix + std::to_string(highest + 1);
 }
 
-Company::Company()
-    : file_(support::CompanyFile::copyOf(original())), connection_(sandbox::openConnection(file_.path())) {}
+Company::Company(const std::string& script)
+    : file_(support::CompanyFile::copyOf(original())), connection_(sandbox::openConnection(file_.path())) {
+    if (!script.empty()) connection_->call("Execute", script);
+}
 
 const Masters& Company::masters() const {
     static const Masters read = [this] {
         Masters m;
         sandbox::Connection& c = *connection_;
         each(c, "select a.itemid,a.itemcode,a.ItemDescription,u.UnitCode from aitem a,aUnit u where u.UnitId=a.UnitsId",
-             [&](Row r) {
-                 m.items[number(r[0])] = {textOf(r[1]), textOf(r[2]), textOf(r[3]), {}, {}};
+             [&](Values r) {
+                 m.items[number(r[0])] = {textOf(r[1]), textOf(r[2]), textOf(r[3]), {}};
                  m.itemOfCode[textOf(r[1])] = number(r[0]);
              });
-        each(c, "select itemid,packingbarcode from aitempackingdetail", [&](Row r) {
-            m.items[number(r[0])].barcodes.push_back(textOf(r[1]));
-            m.itemOfCode[textOf(r[1])] = number(r[0]);
-        });
+        each(c, "select itemid,packingbarcode from aitempackingdetail",
+             [&](Values r) { m.itemOfCode[textOf(r[1])] = number(r[0]); });
         each(c,
              "select d.packingbarcode from aitempackingdetail d,aitem a where a.itemid=d.itemid and (d.Active=0 or "
              "a.Active=0 or"
              " a.itemtype='B')",
-             [&](Row r) { m.doubtful.insert(textOf(r[0])); });
+             [&](Values r) { m.doubtful.insert(textOf(r[0])); });
         each(c,
              "select d.itemid,d.packingtypeid,c.quantity from aitempackingdetail d,apackingtypecapacitydetail c,aitem "
              "a where"
              " d.active=1 and a.itemid=d.itemid and c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId",
-             [&](Row r) { m.items[number(r[0])].packs[textOf(r[1])] = basic::cDbl(r[2]); });
-        each(c, "select shopid,Userid,UserName from loUsers", [&](Row r) {
+             [&](Values r) { m.items[number(r[0])].packs[textOf(r[1])] = basic::cDbl(r[2]); });
+        each(c, "select shopid,Userid,UserName from loUsers", [&](Values r) {
             m.users[{number(r[0]), number(r[1])}] = textOf(r[2]);
         });
-        each(c, "select shopid,shortcutno,itemid from ashopitemdetail", [&](Row r) {
+        each(c, "select shopid,shortcutno,itemid from ashopitemdetail", [&](Values r) {
             m.itemOfShortcut[{number(r[0]), textOf(r[1])}] = number(r[2]);
         });
         return m;
@@ -187,92 +185,83 @@ const Masters& Company::masters() const {
 }
 
 Snapshot Company::snapshot() {
+    static const std::pair<const char*, const char*> columns[] = {{"number", "srhrequestno"},
+                                                                  {"date", "srhrequestdate"},
+                                                                  {"supplying shop", "srhtoShopid"},
+                                                                  {"remarks", "SRHremarks"},
+                                                                  {"user", "srhrecaddUser"},
+                                                                  {"changing user", "srhrecmoduser"},
+                                                                  {"confirmed", "srhTransfinished"},
+                                                                  {"count", "srhNoofDetails"},
+                                                                  {"type", "srhtype"},
+                                                                  {"used", "srhused"},
+                                                                  {"cancelled", "SRHcancelled"},
+                                                                  {"reason", "srhcancelledRemarks"},
+                                                                  {"changed at", "updatetime"}};
+    std::string names = "srhshopid,srhrequestid";
+    for (const auto& [word, column] : columns) names += std::string(",") + column;
     Snapshot now;
-    each(*connection_,
-         "select srhshopid,srhrequestid,srhrequestno,srhrequestdate,srhtoShopid,SRHremarks,srhrecaddUser,"
-         "srhrecmoduser,srhTransfinished,srhNoofDetails,srhtype,srhused,SRHcancelled,srhcancelledRemarks from"
-         " mesRequesttoShopHeader",
-         [&](Row r) {
-             now.headers[{number(r[0]), number(r[1])}] = {textOf(r[2]),  textOf(r[3]),  textOf(r[4]),  textOf(r[5]),
-                                                          textOf(r[6]),  textOf(r[7]),  textOf(r[8]),  textOf(r[9]),
-                                                          textOf(r[10]), textOf(r[11]), textOf(r[12]), textOf(r[13])};
-         });
+    each(*connection_, "select " + names + " from mesRequesttoShopHeader", [&](Values r) {
+        Header& header = now.headers[{number(r[0]), number(r[1])}];
+        for (std::size_t i = 0; i < std::size(columns); ++i) header[columns[i].first] = textOf(r[i + 2]);
+    });
     each(*connection_,
          "select srdshopid,srdrequestid,srditemid,srdtoshopid,srdgoodqty,srdbadQty,srdSellingprice from"
          " mesRequesttoShopDetail order by srditemid",
-         [&](Row r) {
+         [&](Values r) {
              now.lines[{number(r[0]), number(r[1])}].push_back({number(r[2]), number(r[3]), thousandths(textOf(r[4])),
                                                                 thousandths(textOf(r[5])), thousandths(textOf(r[6]))});
          });
     each(*connection_,
          "select CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime from loUserAuditing"
          " order by AuditID",
-         [&](Row r) {
-             now.audit.push_back({textOf(r[0]), textOf(r[1]), textOf(r[2]), textOf(r[3]), textOf(r[4]), textOf(r[5]),
-                                  textOf(r[6]), std::stol(textOf(r[7]))});
+         [&](Values r) {
+             Row& record = now.audit.emplace_back();
+             for (const automation::Value& one : r) record.push_back(textOf(one));
          });
     return now;
 }
 
 std::string Company::rest() {
+    static const std::regex table("create table (\\w+)");
+    static const std::set<std::string> changing = {"mesRequesttoShopHeader", "mesRequesttoShopDetail", "loUserAuditing",
+                                                   "aPAckageSettings", "miscsettings"};
+    const std::string schema(sandbox::schemaText());
     std::string all;
-    for (const char* table : {"acompanymaster",
-                              "aShops",
-                              "ashopitemcategory",
-                              "ashopitemdetail",
-                              "aitem",
-                              "aUnit",
-                              "apackingtype",
-                              "apackingtypecapacitydetail",
-                              "aitempackingdetail",
-                              "losShopItemShipmentDetail",
-                              "losShopDayClose",
-                              "loUsers",
-                              "louserrights",
-                              "aFinancialYear",
-                              "aPrefix",
-                              "aalias",
-                              "LOsSettings",
-                              "atables",
-                              "atablecolumns",
-                              "aMasterGridSettings"}) {
-        all += table;
-        each(*connection_, std::string("select * from ") + table, [&](Row r) {
-            for (const automation::Value& value : r) all += "|" + textOf(value);
+    for (std::sregex_iterator found(schema.begin(), schema.end(), table), end; found != end; ++found) {
+        if (changing.contains((*found)[1])) continue;
+        all += (*found)[1];
+        each(*connection_, "select * from " + (*found)[1].str(), [&](Values r) {
+            for (const automation::Value& one : r) all += "|" + textOf(one);
             all += "\n";
         });
     }
     return all;
 }
 
-std::string Company::price(int item, int shop, int screen) {
-    std::string found = "0";
-    const std::string id = std::to_string(item);
-    // The shop's own price before head office's; the retail packing is always the single one.
-    for (const std::string& whose : {std::string("ShopId is null"), "ShopId=" + std::to_string(shop)})
-        each(*connection_,
-             std::string("select ") + (screen == 1611 ? "WholesalePrice" : "SellingPrice") +
-                 " from losShopItemShipmentDetail where ItemId=" + id + " and PackingTypeId=51 and " + whose,
-             [&](Row r) { found = basic::format(r[0], "0.00"); });
-    return found;
+std::string Company::value(const std::string& query, const std::string& otherwise) {
+    const sandbox::Outcome outcome = connection_->database().executeSilently(query);
+    return outcome.rows.empty() ? otherwise : textOf(outcome.rows[0][0]);
 }
 
-std::string Company::rights(int user, int screen) {
-    std::string found;
-    each(*connection_,
-         "select FunctionRights from louserrights where companyid=7 and userid=" + std::to_string(user) +
-             " and interfaceid=" + std::to_string(screen),
-         [&](Row r) { found = textOf(r[0]); });
-    return found;
+std::string Company::price(int item, int shop, int screen) {
+    // The shop's own price before head office's; the retail packing is always the single one.
+    const std::string query = std::string("select ") + (screen == 1611 ? "WholesalePrice" : "SellingPrice") +
+                              " from losShopItemShipmentDetail where ItemId=" + std::to_string(item) +
+                              " and PackingTypeId=51 and ShopId";
+    return basic::format(value(query + "=" + std::to_string(shop), value(query + " is null", "0")), "0.00");
+}
+
+bool Company::may(int user, int screen, char right) {
+    const std::string rights =
+        basic::trim(basic::ucase(value("select FunctionRights from louserrights where companyid=7 and userid=" +
+                                       std::to_string(user) + " and interfaceid=" + std::to_string(screen))));
+    return rights.empty() || (rights != "ADMIN" && rights.find(right) != std::string::npos); // no row: every right
 }
 
 std::string Company::prefix(int shop, int screen) {
-    std::string found;
-    each(*connection_,
-         "select Prefix from aPrefix where FinancialId=72 and shopid=" + std::to_string(shop) +
-             " and InterfaceID=" + std::to_string(screen),
-         [&](Row r) { found = textOf(r[0]); });
-    return found;
+    return value("select Prefix from aPrefix where FinancialId=72 and shopid=" + std::to_string(shop) +
+                 " and InterfaceID=" + std::to_string(screen));
 }
 
 } // namespace endurance::clerk

@@ -22,34 +22,28 @@ inline constexpr int kScreens[] = {1507, 1611, 1700};
 /// A quantity or price in thousandths; -1 for a text that is none.
 std::int64_t thousandths(const std::string& text);
 
+using Row = std::vector<std::string>;
 /// Request by shop and id: ids repeat between shops.
 using Key = std::pair<int, int>;
+/// What the header's columns hold, by the words that kHeaderColumns has for them.
+using Header = std::map<std::string, std::string>;
 
-struct Header {
-    std::string number, date, toShop, remarks, addedBy, changedBy, finished, count, type, used, cancelled, reason;
-    bool operator==(const Header&) const = default;
-    bool open() const { return finished == "0" && used == "0" && cancelled == "0"; }
-};
 struct StoredLine {
     int item = 0;
     int toShop = 0;
     std::int64_t good = 0, bad = 0, price = 0;
     auto operator<=>(const StoredLine&) const = default;
 };
-struct AuditRecord {
-    std::string company, shop, user, screen, documentId, documentNo, action;
-    long minute = 0; ///< at which the command began
-    bool operator==(const AuditRecord&) const = default;
-};
 struct Snapshot {
     std::map<Key, Header> headers;
     std::map<Key, std::vector<StoredLine>> lines; ///< by item
-    std::vector<AuditRecord> audit;
+    std::vector<Row> audit; ///< company, shop, user, screen, document id and number, action, minute of the command
 };
+/// Why nobody may change it any more; "" where one may.
+std::string finality(const Header& header);
 
 struct Item {
     std::string code, description, unit;
-    std::vector<std::string> barcodes;
     std::map<std::string, double> packs; ///< capacity by the packing's id
 };
 
@@ -68,7 +62,7 @@ struct Masters {
 /// One company's file with a connection beside those of the tills.
 class Company {
 public:
-    Company();
+    explicit Company(const std::string& script = "");
 
     const support::CompanyFile& file() const { return file_; }
     const Masters& masters() const;
@@ -79,11 +73,14 @@ public:
     std::string rest();
     /// The price of an item for a shop as a screen asks for it; "0" where there is none.
     std::string price(int item, int shop, int screen);
-    /// "" for a user that may do all.
-    std::string rights(int user, int screen);
+    /// Whether the user has the right to a command, by its letter.
+    bool may(int user, int screen, char right);
     std::string prefix(int shop, int screen);
 
 private:
+    /// What the query answers first; `otherwise` where it answers nothing.
+    std::string value(const std::string& query, const std::string& otherwise = "");
+
     support::CompanyFile file_;
     std::shared_ptr<sandbox::Connection> connection_;
 };

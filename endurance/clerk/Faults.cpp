@@ -3,8 +3,10 @@
 #include "automation/Members.h"
 #include "basic/Conversion.h"
 #include "basic/Text.h"
+#include "endurance/clerk/Step.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace endurance::clerk {
 
@@ -44,14 +46,23 @@ const std::vector<Member> kMembers = {
 
 namespace {
 
-/// As those spell it who report. They need a helper to do so, and what they do without it is their business.
-constexpr std::string_view kReporters = "CommonModule.clscommondb";
+constexpr std::string_view kHelper = "CommonModule.clsCommonDB";
+constexpr std::string_view kErrors = "ErrorHandler.ErrorDetails";
+/// Components that may be missing for good; "" for none.
+constexpr std::string_view kComponents[] = {kHelper,
+                                            kErrors,
+                                            "CommonModule.clsCommonGen",
+                                            "Formcolor.clsFormcolor",
+                                            "PosUserAuditing.clsUserAuditing",
+                                            "Fetch.clsFetch",
+                                            "",
+                                            "MasterGridSetting.clsMasterGridSetting"};
 
 /// A component that does what the one inside does, unless it is to fail.
 class Wrapped : public automation::Object {
 public:
-    Wrapped(std::string progId, ObjectPtr inner, Faults& faults)
-        : progId_(std::move(progId)), inner_(std::move(inner)), faults_(faults) {}
+    Wrapped(std::string progId, ObjectPtr inner, Faults& faults, bool quiet)
+        : progId_(std::move(progId)), inner_(std::move(inner)), faults_(faults), quiet_(quiet) {}
 
     Value invoke(Access access, std::string_view member, Arguments arguments) override;
     bool has(std::string_view member) const override { return inner_->has(member); }
@@ -62,11 +73,12 @@ private:
     std::string progId_;
     ObjectPtr inner_;
     Faults& faults_;
+    bool quiet_;
 };
 
 Value Wrapped::invoke(Access access, std::string_view member, Arguments arguments) {
     const bool closes = sameName(member, "Close");
-    if (!closes) faults_.called(progId_, member);
+    closes ? faults_.closes(inner_) : faults_.called(progId_, member, quiet_);
     if (sameName(member, "ErrorTrack"))
         faults_.reports.push_back({basic::concatText(arguments[0]), basic::concatText(arguments[1]),
                                    basic::concatText(arguments[2]), basic::concatText(arguments[5]),
@@ -81,12 +93,27 @@ Value Wrapped::invoke(Access access, std::string_view member, Arguments argument
         arguments.size() == 1)
         automation::raise(automation::kNoSuchMember);
     Value result = inner_->invoke(access, member, arguments);
-    if (closes) faults_.called(progId_, member); // what fails is the answer
+    if (closes) faults_.called(progId_, member, true); // what fails is the answer
     if (faults_.noneIsNull && sameName(member, "fnReturnField") && result.isEmpty()) result = automation::Null();
     return result;
 }
 
 } // namespace
+
+void Faults::nextStep() {
+    strikes.clear();
+    reports.clear();
+    sent.clear();
+    openAtBegin = false;
+    boxesLost = 0;
+}
+
+bool Faults::due(Fault fault) {
+    const auto found = armed_.find(fault);
+    if (found == armed_.end() || --found->second.count > 0) return false;
+    armed_.erase(found);
+    return true;
+}
 
 void Faults::arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
 
@@ -101,7 +128,7 @@ void Faults::strike(const std::string& what, bool quiet, bool twice) {
 }
 
 void Faults::statement(std::string_view text) {
-    statements.emplace_back(text);
+    sent.emplace_back(text);
     const auto starts = [&](std::string_view word) { return basic::startsWithNoCase(text, word); };
     const bool rollsBack = starts("ROLLBACK");
     if (starts("BEGIN")) {
@@ -111,15 +138,8 @@ void Faults::statement(std::string_view text) {
                 openAtBegin = openAtBegin || basic::cLng(recordset->get("State")) != 0;
     }
     // From there on others would wait for this till.
-    for (const char* word :
-         {"insert", "update", "delete", "select * from mes", "select * from  mes", "COMMIT", "ROLLBACK"})
+    for (const char* word : {"insert", "update", "delete", "COMMIT", "ROLLBACK"})
         if (starts(word)) written_ = true;
-    const auto due = [&](Fault fault) {
-        const auto found = armed_.find(fault);
-        if (found == armed_.end() || --found->second.count > 0) return false;
-        armed_.erase(found);
-        return true;
-    };
     if (starts("COMMIT")) {
         if (armed_.erase(Fault::commitRefused)) strike("commit refused", false);
         if (armed_.contains(Fault::commitStuck)) strike("commit refused", false);
@@ -134,7 +154,7 @@ void Faults::statement(std::string_view text) {
     }
     // The name of the user is asked for by those who report, too.
     const bool quiet = text.find("LOUSERS where") != std::string_view::npos;
-    const bool committed = std::find(statements.begin(), statements.end(), "COMMIT TRANSACTION") != statements.end();
+    const bool committed = std::find(sent.begin(), sent.end(), "COMMIT TRANSACTION") != sent.end();
     if (armed_.contains(Fault::rival) && !committed && !(inTransaction() && written_) && due(Fault::rival)) rival();
     if (due(Fault::statement)) strike("statement refused", quiet);
     if (due(Fault::dies)) {
@@ -143,15 +163,20 @@ void Faults::statement(std::string_view text) {
     }
 }
 
-void Faults::created(std::string_view progId) {
-    const auto found = armed_.find(Fault::create);
-    if (found == armed_.end() || sameName(progId, "ADODB.Recordset") || --found->second.count > 0) return;
-    armed_.erase(found);
-    strike("cannot create " + std::string(progId),
-           progId == kReporters || sameName(progId, "ErrorHandler.ErrorDetails"));
+void Faults::created(std::string_view progId, bool quietly) {
+    const auto missing = armed_.find(Fault::missing);
+    const bool gone = missing != armed_.end() && sameName(progId, of(kComponents, missing->second.which));
+    if (!gone && (sameName(progId, "ADODB.Recordset") || !due(Fault::create))) return;
+    strike("cannot create " + std::string(progId), quietly || sameName(progId, kErrors));
 }
 
-void Faults::called(std::string_view progId, std::string_view member) {
+void Faults::closes(const ObjectPtr& recordset) {
+    if (!due(Fault::closeStays)) return;
+    std::erase_if(recordsets, [&](const auto& one) { return one.lock() == recordset; });
+    strike("Close failed, still open", true);
+}
+
+void Faults::called(std::string_view progId, std::string_view member, bool quietly) {
     for (const Fault fault : {Fault::member, Fault::memberStays, Fault::report}) {
         const auto found = armed_.find(fault);
         if (found == armed_.end()) continue;
@@ -161,7 +186,7 @@ void Faults::called(std::string_view progId, std::string_view member) {
         if (fault != Fault::memberStays) armed_.erase(found);
         if (fault == Fault::memberStays && found->second.count < -40) armed_.erase(found);
         if (fault == Fault::report) reportFails_ = true;
-        strike(std::string(wanted.name) + " failed", sameName(member, "Close") || progId == kReporters);
+        strike(std::string(wanted.name) + " failed", quietly);
     }
     if (reportFails_ && sameName(member, "ErrorTrack")) {
         reportFails_ = false;
@@ -171,13 +196,16 @@ void Faults::called(std::string_view progId, std::string_view member) {
 
 automation::ObjectFactory Faults::around(automation::ObjectFactory inner) {
     return [this, inner = std::move(inner)](std::string_view progId) -> ObjectPtr {
-        created(progId);
+        // Who reports makes the helper right after the error component, and can do without it.
+        const bool quiet = std::exchange(reporting_, false) && sameName(progId, kHelper);
+        created(progId, quiet);
+        reporting_ = sameName(progId, kErrors);
         ObjectPtr made = inner(progId);
         if (sameName(progId, "ADODB.Recordset")) {
             std::erase_if(recordsets, [](const auto& one) { return one.expired(); });
             recordsets.push_back(made);
         }
-        return std::make_shared<Wrapped>(std::string(progId), std::move(made), *this);
+        return std::make_shared<Wrapped>(std::string(progId), std::move(made), *this, quiet);
     };
 }
 

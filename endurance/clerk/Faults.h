@@ -23,8 +23,10 @@ enum class Fault {
     memberStays,   ///< and goes on raising it
     report,        ///< a member raises, the error component too, and the message box that shows it then
     rival,         ///< someone else changes a row at the n-th statement from now
+    closeStays,    ///< the n-th record set from now cannot be closed and stays open
+    missing,       ///< a component cannot be made, until another one takes its place here
 };
-inline constexpr int kFaults = 10;
+inline constexpr int kFaults = 12;
 
 struct Member {
     const char* progId;
@@ -47,13 +49,17 @@ public:
     /// Arms one; `count` is from 1. Another of the same kind takes the earlier one's place.
     void arm(Fault fault, int count, int which);
     void disarm() { armed_.clear(); }
+    void nextStep(); ///< what is kept of a step goes
     /// Whether others wait for what the open transaction wrote.
     bool holdsRows() const { return written_; }
 
     /// Throws, or changes something, where one is due.
     void statement(std::string_view text);
-    void created(std::string_view progId);
-    void called(std::string_view progId, std::string_view member);
+    void created(std::string_view progId, bool quietly);
+    /// `quietly`: of a helper that only makes a report better.
+    void called(std::string_view progId, std::string_view member, bool quietly);
+    /// Before it is closed.
+    void closes(const automation::ObjectPtr& recordset);
 
     /// A factory whose components may fail.
     automation::ObjectFactory around(automation::ObjectFactory inner);
@@ -70,7 +76,7 @@ public:
     // Of the step that is played.
     std::vector<Strike> strikes;
     std::vector<Report> reports;
-    std::vector<std::string> statements;
+    std::vector<std::string> sent; ///< statements
     bool dead = false;
     bool diedNow = false;
     bool openAtBegin = false; ///< a record set was open while a transaction began
@@ -84,11 +90,14 @@ private:
         int count;
         int which;
     };
+    /// Takes one away whose time has come.
+    bool due(Fault fault);
     [[noreturn]] void strike(const std::string& what, bool quiet, bool twice = false);
 
     std::map<Fault, Armed> armed_;
     bool written_ = false;
     bool reportFails_ = false;
+    bool reporting_ = false; ///< the next helper is to name the user of a report
     int struck_ = 0;
 };
 

@@ -23,30 +23,29 @@ bool same(double a, double b) { return std::fabs(a - b) < 0.0005; }
 
 Broken judgeClosing(const Happening& h) {
     const EditorView& editor = h.before.editor;
-    if ((editor.lines.empty() || !h.memory.typedLines) && editor.remarks == h.memory.openRemarks) return {};
-    if (h.storedBefore.headers != h.storedAfter.headers || h.storedBefore.audit.size() != h.storedAfter.audit.size())
-        return {};
-    if (h.before.box == "Save Changes?") return {};
-    if (!editor.ok) return {}; // said when it was switched off
-    if (h.memory.screen == 1700 && (h.acts(Verb::ok) || h.acts(Verb::answers)))
-        return {}; // stores nothing, as this screen does
-    if (h.acts(Verb::cancel) || h.acts(Verb::frame)) {
-        if (h.memory.typedLines) return "lost: typed lines went without a question";
-        if (editor.remarks != h.memory.openRemarks) return "lost: typed remarks went without a question";
-        return {};
-    }
-    if (h.memory.stored) return {};
-    return "lost: the editor closed over what was typed, said \"" + h.before.box + "\"";
+    const Memory& m = h.memory;
+    EditorView typed = editor; // a line that was only removed is asked about by nobody
+    typed.lines = m.opening->lines;
+    if (!m.typedLines && typed.content() == m.opening->content()) return {};
+    if (h.storedBefore.audit.size() != h.storedAfter.audit.size()) return {};
+    if (h.before.box == "Save Changes?" && m.answer == forms::Answer::no) return {};
+    if (!editor.ok) return {};                                                   // said when it was switched off
+    if (m.screen == 1700 && (m.answer || h.acts("frmRequest", "ok"))) return {}; // stores nothing, as this screen does
+    if (m.storedAs && m.storedAs->content() == editor.content()) return {};
+    if (m.storedAs) return "lost: what was typed after a commit that nobody heard of";
+    return "lost: the editor closed over what was typed, " +
+           (h.before.box.empty() ? "without a question" : "said \"" + h.before.box + "\"");
 }
 
 } // namespace
 
-Broken judgeLines(const Happening& h, Company&) {
+Broken judgeLines(const Happening& h) {
     const EditorView &was = h.before.editor, &is = h.after.editor;
-    if (!was.shown || !h.memory.opened) return {};
+    if (!was.shown || !h.memory.opening) return {};
     if (!is.shown) return judgeClosing(h);
-    const bool yes = h.acts(Verb::answers) && h.step.a % 2 == 1;
-    if (h.acts(Verb::ok) && h.before.form == "frmRequestDetail") {
+    const bool yes = h.memory.answer == forms::Answer::yes;
+    // A line that is far too much is asked about before it is written.
+    if (h.acts("frmRequestDetail", "ok") || (yes && h.before.box.starts_with("Is the quantity"))) {
         const std::size_t more = is.lines.size() - was.lines.size();
         if (is.lines.size() < was.lines.size() || more > 1)
             return "lines: OK made " + std::to_string(is.lines.size()) + " of " + std::to_string(was.lines.size());
@@ -72,16 +71,17 @@ Broken judgeLines(const Happening& h, Company&) {
         std::erase(tip, ',');
         if (!tip.empty() && thousandths(tip) != thousandths(is.lines[i][3])) return "tip: of a line's former quantity";
     }
-    if (h.acts(Verb::ok) && was.ok && h.before.atForm("frmRequest") && h.after.atForm("frmRequest") &&
-        h.boxes.empty() && !h.lostBox)
-        return "ok: the editor's does nothing";
+    if (h.boxes.empty() && !h.lostBox() && was.ok) {
+        if (!is.ok) return "ok: the editor's went off, and nobody says why";
+        if (h.acts("frmRequest", "ok") && h.after.atForm("frmRequest")) return "ok: the editor's does nothing";
+    }
     return {};
 }
 
-Broken judgeOpening(const Happening& h, Company& company) {
+Broken judgeOpening(const Happening& h) {
     const EditorView& editor = h.after.editor;
     const Memory& m = h.memory;
-    if (m.opened || !h.after.atForm("frmRequest")) return {};
+    if (m.opening || !h.after.atForm("frmRequest")) return {};
     if (m.command == 'N') {
         static const char* const dates[] = {"31/03/2026", "31/03/2026", "31/03/26", "2026. 03. 31."};
         if (!editor.lines.empty()) return "opening: a new request has lines";
@@ -96,40 +96,37 @@ Broken judgeOpening(const Happening& h, Company& company) {
     const Key key{m.shop, m.request};
     const auto stored = h.storedAfter.headers.find(key);
     if (stored == h.storedAfter.headers.end()) return "opening: there is no request " + std::to_string(m.request);
-    if (editor.number != stored->second.number)
-        return "opening: the number is " + editor.number + ", not " + stored->second.number;
+    if (editor.number != stored->second.at("number"))
+        return "opening: the number is " + editor.number + ", not " + stored->second.at("number");
     if (!editor.ok) {
-        if (stored->second.open() && !m.rowCancelled && m.boxes == 0 && !h.lostBox)
+        if (finality(stored->second).empty() && !m.rowCancelled && m.boxes == 0 && !h.lostBox())
             return "opening: OK is off, and nobody says why";
         return editor.dateLocked ? "" : kTypedOver;
     }
     // That it was cancelled meanwhile is not looked up before the save.
-    if (!m.rivalSince && (stored->second.finished == "1" || stored->second.used == "1" || m.rowCancelled))
+    if (!m.rivalSince && (stored->second.at("confirmed") == "1" || stored->second.at("used") == "1" || m.rowCancelled))
         return "opening: a request that is final may be changed";
     const auto lines = h.storedAfter.lines.find(key);
     std::vector<StoredLine> shown;
     for (const auto& line : editor.lines) {
-        const auto item = company.masters().items.find(std::atoi(line[5].c_str()));
-        if (item == company.masters().items.end() || line[1] != item->second.code ||
+        const auto item = h.clerk.company.masters().items.find(std::atoi(line[5].c_str()));
+        if (item == h.clerk.company.masters().items.end() || line[1] != item->second.code ||
             line[2] != item->second.description || line[7] != item->second.unit)
             return "opening: a line's code, description or unit is not its item's";
-        shown.push_back({item->first, std::atoi(stored->second.toShop.c_str()), thousandths(line[3]),
+        shown.push_back({item->first, std::atoi(stored->second.at("supplying shop").c_str()), thousandths(line[3]),
                          thousandths(line[4]), thousandths(line[6])});
     }
     std::sort(shown.begin(), shown.end());
-    if (shown != (lines == h.storedAfter.lines.end() ? std::vector<StoredLine>{} : lines->second))
+    if (!m.rivalSince && shown != (lines == h.storedAfter.lines.end() ? std::vector<StoredLine>{} : lines->second))
         return "opening: OK is on over lines that are not the stored ones";
     return editor.dateLocked ? "" : kTypedOver;
 }
 
-Broken judgeRegister(const Happening& h, Company& company) {
+Broken judgeRegister(const Happening& h) {
     const RegisterView& is = h.after.master;
     const Memory& m = h.memory;
     if (!is.shown || !h.after.atForm("frmMaster")) return {};
-    const std::string rights = basic::trim(basic::ucase(company.rights(m.user, m.screen)));
-    const auto may = [&](char right) {
-        return rights.empty() || (rights != "ADMIN" && rights.find(right) != std::string::npos);
-    };
+    const auto may = [&](char right) { return h.clerk.company.may(m.user, m.screen, right); };
     static const std::vector<std::string> nothing(9);
     const auto& row = is.row >= 1 && is.row <= static_cast<int>(is.rows.size())
                           ? is.rows[static_cast<std::size_t>(is.row) - 1]
@@ -143,14 +140,14 @@ Broken judgeRegister(const Happening& h, Company& company) {
                    {"Delete", is.deletes, has && may('D') && row.size() > 4 && row[4] == "No"},
                    {"Print", is.prints, has && may('P')}};
     for (const auto& button : buttons) {
-        if (button.enabled && !button.wanted) return std::string("rights: ") + button.name + " is on";
+        if (button.enabled && !button.wanted && !m.switched) return std::string("rights: ") + button.name + " is on";
         if (!button.enabled && button.wanted && m.rightsRead) return std::string("rights: ") + button.name + " is off";
     }
     // A till lists what it could neither commit nor take back.
-    if (h.acts(Verb::shows) && h.calm() && !h.rivalCame && !h.wasInTransaction) {
+    if (h.verb == "shows" && h.calm() && !h.rivalCame && !h.wasInTransaction) {
         std::vector<std::string> wanted, shown;
         for (const auto& [key, header] : h.storedAfter.headers)
-            if (key.first == m.shop && header.type == (m.screen == 1611 ? "s" : "r"))
+            if (key.first == m.shop && header.at("type") == (m.screen == 1611 ? "s" : "r"))
                 wanted.push_back(std::to_string(key.second));
         if (wanted.empty()) wanted.push_back("");
         for (const auto& one : is.rows) shown.push_back(one.empty() ? "" : one[0]);
@@ -159,21 +156,22 @@ Broken judgeRegister(const Happening& h, Company& company) {
         if ((m.screen == 1611) != (is.caption == "Inter Division Sales Request"))
             return "register: the caption is " + is.caption;
     }
-    if (h.storedBefore.headers != h.storedAfter.headers && h.calm() && !h.acts(Verb::rival)) {
+    if (h.storedBefore.headers != h.storedAfter.headers && h.calm()) {
         for (const auto& [key, header] : h.storedAfter.headers) {
             const auto old = h.storedBefore.headers.find(key);
             if (key.first != m.shop || (old != h.storedBefore.headers.end() && old->second == header)) continue;
             const auto found = std::find_if(is.rows.begin(), is.rows.end(),
                                             [&](const auto& one) { return one[0] == std::to_string(key.second); });
             if (found == is.rows.end())
-                return m.command == 'N' && header.date < "66400000" ? "" : "register: the saved request is not in it";
-            if ((*found)[1] != header.number || (*found)[5] != basic::trim(header.remarks) ||
-                ((*found)[4] == "Yes") != (header.cancelled == "1") ||
-                ((*found)[7] == "Yes") != (header.finished == "1"))
+                return m.command == 'N' && header.at("date") < "66400000" ? ""
+                                                                          : "register: the saved request is not in it";
+            if ((*found)[1] != header.at("number") || (*found)[5] != basic::trim(header.at("remarks")) ||
+                ((*found)[4] == "Yes") != (header.at("cancelled") == "1") ||
+                ((*found)[7] == "Yes") != (header.at("confirmed") == "1"))
                 return "register: the row of the saved request is not up to date";
         }
     }
-    if (h.acts(Verb::sorts) && h.calm() && h.step.a % 8 == 1 && h.before.master.rows.size() > 1) {
+    if (h.acts("frmMaster", "sorts") && h.calm() && m.said.ends_with("picks Id") && h.before.master.rows.size() > 1) {
         const bool down =
             h.clerk.module.desktop().topForm() && h.clerk.user.control<forms::OptionButton>("optDescend")->value();
         for (std::size_t i = 1; i < is.rows.size(); ++i) {
@@ -187,7 +185,7 @@ Broken judgeRegister(const Happening& h, Company& company) {
 namespace {
 
 /// The line that OK wrote from what line entry showed.
-Broken judgeWritten(const Happening& h, Company& company) {
+Broken judgeWritten(const Happening& h) {
     const EntryView& entry = h.before.entry;
     const Lines &was = h.before.editor.lines, &is = h.after.editor.lines;
     if (was == is) return {};
@@ -196,8 +194,8 @@ Broken judgeWritten(const Happening& h, Company& company) {
     while (!added && at < is.size() && is[at] == was[at]) ++at;
     if (at >= is.size()) return {};
     const auto& line = is[at];
-    const auto item = company.masters().items.find(std::atoi(line[5].c_str()));
-    if (item == company.masters().items.end() || item->first != entry.item)
+    const auto item = h.clerk.company.masters().items.find(std::atoi(line[5].c_str()));
+    if (item == h.clerk.company.masters().items.end() || item->first != entry.item)
         return "line: its item is not the one shown";
     if (line[1] != item->second.code) return "line: code " + line[1] + " beside " + item->second.description;
     if (line[2] != item->second.description)
@@ -222,33 +220,37 @@ Broken judgeWritten(const Happening& h, Company& company) {
 
 } // namespace
 
-Broken judgeEntry(const Happening& h, Company& company) {
+Broken judgeEntry(const Happening& h) {
     const EntryView& is = h.after.entry;
     const Memory& m = h.memory;
-    if (h.acts(Verb::ok) && h.before.form == "frmRequestDetail" && h.after.editor.shown) {
-        if (const Broken broken = judgeWritten(h, company); !broken.empty()) return broken;
+    if (h.acts("frmRequestDetail", "ok") && h.after.editor.shown) {
+        if (const Broken broken = judgeWritten(h); !broken.empty()) return broken;
         const EntryView& was = h.before.entry;
-        const bool nothing = h.after.atForm("frmRequestDetail") && h.boxes.empty() && !h.lostBox &&
+        const bool nothing = h.after.atForm("frmRequestDetail") && h.boxes.empty() && !h.lostBox() &&
                              h.before.editor.lines == h.after.editor.lines && was.quantity == is.quantity &&
                              was.item == is.item && h.before.editor.selected == h.after.editor.selected;
         if (nothing) return "ok: line entry's does nothing";
     }
-    if (m.command != 0 && (h.acts(Verb::searches) || h.acts(Verb::again)) && h.before.form == "FrmFetch") {
-        const std::string sought = h.acts(Verb::again) && h.before.searchText.empty() ? "" : basic::trim(m.sought);
-        for (const std::string& statement : h.statements)
+    const bool again = h.acts("FrmFetch", "again");
+    if (again || h.acts("FrmFetch", "searches")) {
+        const std::string sought = again && h.before.searchText.empty() ? "" : basic::trim(m.sought);
+        std::string doubled = sought; // the server takes two other characters for apostrophes
+        for (const char* other : {"\xCA\xBC", "\xEF\xBC\x87"}) doubled = basic::replaceAll(doubled, other, "'");
+        doubled = basic::replaceAll(doubled, "'", "''");
+        for (const std::string& statement : h.clerk.sent)
             if (statement.find(" like '%") != std::string::npos &&
-                statement.find(" like '%" + basic::replaceAll(sought, "'", "''") + "%'") == std::string::npos)
+                statement.find(" like '%" + doubled + "%'") == std::string::npos)
                 return "search: " + sought + " is sought as " + statement.substr(statement.find(" like '%"));
     }
     if (!is.shown || h.after.waiting != support::Waiting::form || h.after.form != "frmRequestDetail") return {};
-    const auto item = company.masters().items.find(is.item);
+    const auto item = h.clerk.company.masters().items.find(is.item);
     if (is.item != 0) {
-        if (item == company.masters().items.end() || is.text != item->second.description)
+        if (item == h.clerk.company.masters().items.end() || is.text != item->second.description)
             return "item: " + is.text + " is not the description of " + std::to_string(is.item);
         for (const auto& [id, quantity] : is.packs)
             if (!item->second.packs.contains(id)) return "packs: they are another item's";
         const double price = std::atof(is.price.c_str());
-        const double wanted = std::atof(company.price(is.item, m.shop, m.screen).c_str());
+        const double wanted = std::atof(h.clerk.company.price(is.item, m.shop, m.screen).c_str());
         if (m.screen == 1611 && is.newLine && !m.typedPrice && !same(price, wanted) &&
             !(is.price.empty() || price == 0))
             return "price: " + is.price + " beside " + is.text;
@@ -262,13 +264,13 @@ Broken judgeEntry(const Happening& h, Company& company) {
         return "item: the scanned code named " + std::to_string(m.meant.back()) + ", shown is " +
                std::to_string(is.item);
     if (!m.typed.empty() && h.boxes.empty() && h.calm()) {
-        const std::string& box = h.acts(Verb::badQuantity) ? is.bad : h.acts(Verb::price) ? is.price : is.quantity;
+        const std::string& box = h.verb == "bad" ? is.bad : h.verb == "price" ? is.price : is.quantity;
         const bool comma = m.locale == 1 || m.locale == 3;
         if (m.typed.find(',') == std::string::npos || comma)
             if (!same(meant(box, comma), meant(m.typed, comma)))
                 return "quantity: typed " + m.typed + ", the box has " + box;
     }
-    if (h.acts(Verb::enters) && h.calm() && is.item != 0 && std::atof(is.quantity.c_str()) > 0)
+    if (h.verb == "enters" && h.calm() && is.item != 0 && std::atof(is.quantity.c_str()) > 0)
         for (const auto& [id, quantity] : is.packs)
             if (!quantity.empty() && thousandths(is.quantity) >= 0 &&
                 std::fabs(std::atof(quantity.c_str()) - std::atof(is.quantity.c_str()) / item->second.packs.at(id)) >

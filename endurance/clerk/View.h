@@ -3,6 +3,8 @@
 
 #include "tests/support/Shop.h"
 
+#include <tuple>
+
 namespace endurance::clerk {
 
 struct EditorView {
@@ -13,6 +15,9 @@ struct EditorView {
     std::vector<std::vector<std::string>> lines; ///< text and sub-items 1 to 7
     std::vector<std::string> tips;               ///< of each line's quantity
     int selected = 0;
+
+    /// What a person has made of it.
+    auto content() const { return std::tie(lines, remarks, date, shop, ticked); }
 };
 struct EntryView {
     bool shown = false;
