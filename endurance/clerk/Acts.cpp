@@ -55,7 +55,6 @@ bool shows(Clerk& c, const Step& step) {
     m.screen = of(kScreens, step.b / 3);
     m.locale = step.c % 4;
     m.badDate = step.c / 4 % 12 == 5;
-    m.doing = "nobody:shows";
     c.commaIsTyped = step.c / 48 % 3 == 1;
     c.fetchHasProperties = step.c / 144 % 6 == 1;
     c.noneIsNull = step.c / 864 % 4 == 1;
@@ -89,6 +88,7 @@ bool actsLate(Clerk& c, const Step& step) {
 }
 
 bool switchesOn(Clerk& c, const Step& step) {
+    if (c.user.grid("flexMaster").front()[0].empty()) return false;
     const char* button = of({"cmdnew", "CmdEdit", "CmdDelete", "cmdPrev"}, step.a);
     c.desktop.perform([&] { c.module.master().find(button)->setEnabled(true); });
     c.memory.switched = true;
@@ -104,6 +104,7 @@ bool answers(Clerk& c, const Step& step) {
     c.says(std::string("answers ") + of({"OK", "Yes", "No", "Cancel"}, static_cast<int>(answer)) + " to \"" +
            c.desktop.message().text.substr(0, 90) + "\"");
     c.memory.answer = answer;
+    if (c.desktop.message().text == "Save Changes?") c.memory.touched.insert("cmdOk"); // its handler comes next
     c.desktop.answer(answer);
     return true;
 }
@@ -178,6 +179,7 @@ bool commands(Clerk& c, const Step& step, char letter, const char* button, const
 bool picks(Clerk& c, const std::string& box, int which) {
     const auto entries = c.can(box) ? c.user.entries(box) : std::vector<std::string>{};
     if (entries.empty()) return false;
+    c.memory.touched.insert(box);
     c.says("picks " + of(entries, which));
     c.user.picks(box, of(entries, which));
     return true;
@@ -305,6 +307,9 @@ const std::vector<Act> kActs = {
     {"message", "answers", 1, answers},
     {"menu", "leaves", 1, leavesMenu},
     {"", "hostile", 2, hostile},
+    {"", "ok", 4, ok},
+    {"", "cancel", 2, cancels},
+    {"", "frame", 1, closes},
 
     {"frmMaster", "adds", 20, [](Clerk& c, const Step& s) { return commands(c, s, 'N', "cmdnew", "\n"); }},
     {"frmMaster", "edits", 20, [](Clerk& c, const Step& s) { return commands(c, s, 'E', "CmdEdit", "\r"); }},
@@ -314,8 +319,6 @@ const std::vector<Act> kActs = {
     {"frmMaster", "switches", 1, switchesOn},
     {"frmMaster", "sorts", 2, sorts},
     {"frmMaster", "seeks", 1, seeks},
-    {"frmMaster", "cancel", 3, cancels},
-    {"frmMaster", "frame", 1, closes},
 
     {"frmRequest", "shop", 10, [](Clerk& c, const Step& s) { return picks(c, "cboShop", s.a); }},
     {"frmRequest", "adds", 14, addsLines},
@@ -325,9 +328,7 @@ const std::vector<Act> kActs = {
     {"frmRequest", "remarks", 4, [](Clerk& c, const Step& s) { return c.fills("txtRemarks", of(kRemarks, s.a)); }},
     {"frmRequest", "date", 3, date},
     {"frmRequest", "ticks", 2, [](Clerk& c, const Step&) { return c.clicksOn("chkTransFinished"); }},
-    {"frmRequest", "ok", 14, ok},
-    {"frmRequest", "cancel", 2, cancels},
-    {"frmRequest", "frame", 2, closes},
+    {"frmRequest", "ok", 10, ok},
 
     {"frmRequestDetail", "scans", 18, scans},
     {"frmRequestDetail", "quantity", 12,
@@ -346,41 +347,28 @@ const std::vector<Act> kActs = {
     {"frmRequestDetail", "fetches", 4, fetches},
     {"frmRequestDetail", "dialog", 4, opensDialog},
     {"frmRequestDetail", "pastes", 1, pastes},
-    {"frmRequestDetail", "ok", 18, ok},
-    {"frmRequestDetail", "cancel", 6, cancels},
-    {"frmRequestDetail", "frame", 2, closes},
+    {"frmRequestDetail", "ok", 14, ok},
+    {"frmRequestDetail", "cancel", 4, cancels},
 
     {"FetchWindow", "searches", 3, [](Clerk& c, const Step& s) { return c.fills("txtSearch", of(kSearches, s.a)); }},
     {"FetchWindow", "picks", 4, picksRow},
     {"FetchWindow", "column", 1, [](Clerk& c, const Step& s) { return picks(c, "cboColumn", s.a); }},
-    {"FetchWindow", "ok", 5, ok},
-    {"FetchWindow", "cancel", 2, cancels},
 
     {"FrmFetch", "searches", 5, searches},
     {"FrmFetch", "again", 2, [](Clerk& c, const Step&) { return enters(c, "txtFetch"); }},
     {"FrmFetch", "picks", 4, picksRow},
     {"FrmFetch", "column", 1, [](Clerk& c, const Step& s) { return picks(c, "cboFetch", s.a); }},
-    {"FrmFetch", "ok", 4, ok},
-    {"FrmFetch", "cancel", 2, cancels},
 
     {"frmscanBc", "scans", 5, scansInDialog},
-    {"frmscanBc", "cancel", 1, cancels},
-    {"frmscanBc", "frame", 1, closes},
 
     {"frmcancelreason", "reason", 3,
      [](Clerk& c, const Step& s) { return c.fills("txtcanreason", of(kReasons, s.a)); }},
-    {"frmcancelreason", "ok", 3, ok},
-    {"frmcancelreason", "frame", 1, closes},
 
     {"frmPrint", "option", 2,
      [](Clerk& c, const Step& s) {
          return c.clicksOn(of({"optScreen", "optPrint", "OptWindowsPrint"}, s.a));
      }},
-    {"frmPrint", "ok", 3, ok},
-    {"frmPrint", "cancel", 2, cancels},
 
-    {"", "cancel", 1, cancels},
-    {"", "frame", 1, closes},
 };
 
 } // namespace endurance::clerk

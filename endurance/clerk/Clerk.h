@@ -4,11 +4,55 @@
 #include "endurance/clerk/Company.h"
 #include "endurance/clerk/Faults.h"
 #include "endurance/clerk/Step.h"
-#include "endurance/clerk/View.h"
+#include "tests/support/Shop.h"
 
 #include <optional>
+#include <set>
+#include <tuple>
 
 namespace endurance::clerk {
+
+// What a till shows, read between two steps.
+struct EditorView {
+    bool shown = false;
+    std::string number, date, remarks;
+    int shop = -1; ///< the box's choice; -1 for none
+    bool ticked = false, ok = false, dateLocked = false;
+    std::vector<std::vector<std::string>> lines; ///< text and sub-items 1 to 7
+    std::vector<std::string> tips;               ///< of each line's quantity
+    int selected = 0;
+
+    /// What a person has made of it.
+    auto content() const { return std::tie(lines, remarks, date, shop, ticked); }
+};
+struct EntryView {
+    bool shown = false;
+    int item = 0; ///< the box's choice; 0 for none
+    std::string text, quantity, bad, price;
+    bool priceShown = false, newLine = false;
+    std::vector<std::pair<std::string, std::string>> packs; ///< id and quantity
+};
+struct RegisterView {
+    bool shown = false;
+    std::string caption;
+    std::vector<std::vector<std::string>> rows;
+    int row = 0;
+    bool adds = false, edits = false, deletes = false, prints = false, descends = false;
+};
+struct View {
+    support::Waiting waiting = support::Waiting::nothing;
+    std::string form; ///< the top one
+    std::string box;  ///< text of the box that is up
+    RegisterView master;
+    EditorView editor;
+    EntryView entry;
+    std::string reason, searchText; ///< what stands in the boxes of those dialogs
+    int shopInForce = -1;
+
+    bool atForm(const char* name) const { return waiting == support::Waiting::form && form == name; }
+};
+
+View look(support::Shop& till);
 
 /// The register's last command, and what the person did since.
 struct Command {
@@ -37,7 +81,7 @@ struct Memory : Command {
     bool typedPrice = false, typedQuantity = false; ///< since the item was chosen
     std::string sought;                             ///< what the person typed into the search of the module
     std::pair<std::string, double> packs{"", -1}; ///< what stood in the quantity box, and how many the packs made of it
-    std::string doing;                            ///< form and verb of the last step that was no answer
+    std::set<std::string> touched;                ///< controls, in the last step that was no answer
 
     // Of this step.
     char pressed = 0;       ///< the right that the register's command needs

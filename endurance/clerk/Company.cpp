@@ -123,7 +123,8 @@ int number(const automation::Value& value) { return basic::cLng(value); }
 } // namespace
 
 std::int64_t thousandths(const std::string& text) {
-    if (text.empty() || text == "." || text.find_first_not_of("0123456789.") != std::string::npos) return -1;
+    if (text.empty() || text == "." || text.size() > 12 || text.find_first_not_of("0123456789.") != std::string::npos)
+        return -1;
     if (std::count(text.begin(), text.end(), '.') > 1) return -1;
     const double exactly = std::atof(text.c_str()) * 1000;
     return std::fabs(exactly - std::round(exactly)) > 0.001 ? -1 : std::llround(exactly);

@@ -147,61 +147,21 @@ Broken judgeRights(const Happening& h) {
 
 namespace {
 
-struct Routines {
-    const char* module;
-    const char* acts; ///< "form:verb" of those that may end in them; "" for all
-    const char* names;
-};
-// Letter for letter, with their blanks.
-const Routines kRoutines[] = {
-    {"frmMaster ", "", "Form_Load ,Form_Activate ,flexMaster_RowColChange,flexMaster_MouseUp,GridPopulate,USerRights"},
-    {"frmMaster ", "frmMaster:sorts", "cboColNames_Click"},
-    {"frmMaster ", "frmMaster:seeks", "txtsearch_KeyUp"},
-    {"frmMaster ", "frmMaster:refreshes", "mnurefresh_Click"},
-    {"frmRequest ", "", "Form_Load ,Form_Activate "},
-    {"frmRequest ", "frmRequest:ok", "cmdOk_Click "},
-    {"frmRequest ", "frmRequest:cancel frmRequest:frame", "Form_QueryUnload,cmdOk_Click "},
-    {"frmRequest ", "frmRequest:shop", "cboShop_Click "},
-    {"frmRequest ", "frmRequest:adds frmRequestDetail:", "lvwrequest_MouseDown,lvwrequest_KeyPress ,mnuAdd_Click"},
-    {"frmRequest ", "frmRequest:changes frmRequestDetail:", "lvwrequest_KeyDown ,lvwrequest_KeyPress ,mnuEdit_Click "},
-    {"frmRequest ", "frmRequest:removes", "lvwrequest_KeyDown ,mnudel_Click "},
-    {"frmRequest ", "frmRequest:", "txtrequestDate_LostFocus,lvwrequest_ItemClick"},
-    {"frmRequestDetail ", "", "Form_Load ,Form_Activate "},
-    {"frmRequestDetail ", "frmRequestDetail:ok", "cmdOk_Click "},
-    {"frmRequestDetail ", "frmRequestDetail:scans frmRequestDetail:dialog", "txtBarcode_KeyPress "},
-    {"frmRequestDetail ", "frmRequestDetail:quantity frmRequestDetail:enters", "txtQuantity_KeyPress"},
-    {"frmRequestDetail ", "frmRequestDetail:bad", "txtBadQuantity_KeyPress"},
-    {"frmRequestDetail ", "frmRequestDetail:price", "txtsellingprice_KeyPress"},
-    {"frmRequestDetail ", "frmRequestDetail:walks", "cmdFirst_Click ,cmdPrev_Click ,cmdNext_Click ,cmdLast_Click "},
-    {"frmRequestDetail ", "frmRequestDetail:fetches FetchWindow:", "Form_KeyDown,cmdbarcode_Click,QuickFetch"},
-    {"frmRequestDetail ", "frmRequest:changes frmRequestDetail: FetchWindow: FrmFetch: frmscanBc:",
-     "cboItem_Click ,cboItem_Validate,fnGetDeptCurrID"},
-    {"frmscanBc ", "", "Form_Load "},
-    {"frmscanBc ", "frmscanBc:scans", "txtBarcode_KeyPress "},
-    {"FrmFetch", "", "Form_Load ,Form_Activate "},
-    {"FrmFetch", "FrmFetch:ok FrmFetch:searches FrmFetch:again FrmFetch:picks",
-     "cmdOk_Click ,txtFetch_KeyPress ,txtFetch_KeyUp "},
-    {"frmcancelreason ", "", "Form_Load ,cmdOk_Click ,Form_QueryUnload"},
-    {"frmPrint ", "", "Form_Load"},
-    {"basGRtoShop ", "", "UpdateEditedRow,LoadListViewLayout,FillPackingTypes,fnGetSellingPrice,fnGetUnitCode"},
-    {"basGRtoShop ", "frmRequest:changes frmRequestDetail:", "FillPackingQuantities"},
-};
-
-/// The register's command, or a routine that the act may end in.
-bool reportsAs(const Report& report, const Memory& m) {
-    static const std::map<char, const char*> commands{{'N', "cmdnew_Click "},    {'E', "CmdEdit_Click "},
-                                                      {'D', "CmdDelete_Click "}, {'P', "cmdPrev_Click"},
-                                                      {'R', "mnurefresh_Click"}, {0, "Form_Load "}};
-    if (report.module == "frmMaster " && report.routine == commands.at(m.command)) return true;
-    const std::string form = m.doing.substr(0, m.doing.find(':') + 1);
-    for (const Routines& one : kRoutines) {
-        const std::string acts = std::string(one.acts) + " ";
-        if (report.module == one.module &&
-            ("," + std::string(one.names) + ",").find("," + report.routine + ",") != std::string::npos &&
-            (!*one.acts || acts.find(m.doing + " ") != std::string::npos || acts.find(form + " ") != std::string::npos))
-            return true;
-    }
-    return m.command == 'P'; // printing has routines of its own, which another proof holds
+/// Whether the routine is of a control that the act touched, or of one whose handler waits below. Each letter of the
+/// names is another proof's.
+bool reportsAs(const Report& report, const Happening& h) {
+    static const std::set<std::string> always{"Form", "GridPopulate", "USerRights", "QuickFetch", "fnGetDeptCurrID"};
+    static const std::map<char, const char*> commands{{'N', "cmdnew"},  {'E', "CmdEdit"},    {'D', "CmdDelete"},
+                                                      {'P', "cmdPrev"}, {'R', "mnurefresh"}, {0, ""}};
+    const std::string control = report.routine.substr(0, report.routine.find_first_of("_ "));
+    const Memory& m = h.memory;
+    const bool waits = control == commands.at(m.command) || control == "flexMaster" ||
+                       ((control == "lvwrequest" || control.starts_with("mnu")) && h.before.editor.shown) ||
+                       ((control == "cboItem" || control == "cmdbarcode") && h.before.entry.shown) ||
+                       (control == "cboItem" && h.after.entry.shown);
+    // Printing has routines of its own.
+    return waits || always.contains(control) || m.touched.contains(control) || report.module == "basGRtoShop " ||
+           m.command == 'P';
 }
 
 } // namespace
@@ -224,8 +184,8 @@ Broken judgeReports(const Happening& h) {
     for (const Report& report : h.clerk.reports) {
         if (!report.user.empty() && (name == h.clerk.company.masters().users.end() || report.user != name->second))
             return "reports: by " + report.user;
-        if (!reportsAs(report, m))
-            return "reports: \"" + report.module + "\", \"" + report.routine + "\" after " + m.doing;
+        if (!reportsAs(report, h))
+            return "reports: \"" + report.module + "\", \"" + report.routine + "\" after " + m.said;
         const bool ofStrike = std::any_of(h.clerk.strikes.begin(), h.clerk.strikes.end(),
                                           [&](const Strike& s) { return report.description == s.text; });
         const bool consequence = h.crippled.contains(report.module) || h.crippled.contains("unheard") ||
@@ -236,7 +196,11 @@ Broken judgeReports(const Happening& h) {
         const bool tookOver = h.rivalCame && (report.number == sandbox::kRowChanged ||
                                               (stuck && (report.number == sandbox::kConstraintViolated ||
                                                          report.number == sandbox::kTransactionInTransaction)));
-        if (!ofStrike && !consequence && !stillOpen && !tookOver && !h.dead &&
+        constexpr std::size_t kTooLong = 300; // digits, which a program alone can put there
+        const EntryView& entry = h.before.entry;
+        const bool tooBig =
+            report.number == 6 && std::max({entry.quantity.size(), entry.bad.size(), entry.price.size()}) > kTooLong;
+        if (!ofStrike && !consequence && !tooBig && !stillOpen && !tookOver && !h.dead &&
             !(m.badDate && (report.number == 5 || report.number == 6)))
             return "reports: without a failure, " + report.module + report.routine + ": " +
                    std::to_string(report.number) + " " + report.description;

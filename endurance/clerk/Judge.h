@@ -3,8 +3,6 @@
 
 #include "endurance/clerk/Clerk.h"
 
-#include <set>
-
 namespace endurance::clerk {
 
 /// One step as the judge sees it.

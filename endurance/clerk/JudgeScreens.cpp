@@ -13,13 +13,19 @@ using Lines = std::vector<std::vector<std::string>>;
 
 constexpr const char* kTypedOver = "opening: the date of a stored request can be typed over";
 
-/// The number meant by what was typed; a "," is the sign before the decimals where the person's locale has it so.
-double meant(std::string typed, bool comma) {
-    for (char& c : typed)
-        if (c == ',' && comma) c = '.';
-    return std::atof(typed.c_str());
+/// What was typed, with a "." before the decimals, where the person's locale may have a ",".
+std::string plain(std::string typed, const Memory& m) {
+    if (m.locale % 2 == 1) std::replace(typed.begin(), typed.end(), ',', '.');
+    return typed;
 }
-bool same(double a, double b) { return std::fabs(a - b) < 0.0005; }
+double number(const std::string& text) { return std::atof(text.c_str()); }
+bool differ(double a, double b, double most = 0.0005) { return std::fabs(a - b) > most; }
+
+const Item* itemOf(const Happening& h, int id) {
+    const auto& items = h.clerk.company.masters().items;
+    const auto found = items.find(id);
+    return found == items.end() ? nullptr : &found->second;
+}
 
 Broken judgeClosing(const Happening& h) {
     const EditorView& editor = h.before.editor;
@@ -109,12 +115,11 @@ Broken judgeOpening(const Happening& h) {
     const auto lines = h.storedAfter.lines.find(key);
     std::vector<StoredLine> shown;
     for (const auto& line : editor.lines) {
-        const auto item = h.clerk.company.masters().items.find(std::atoi(line[5].c_str()));
-        if (item == h.clerk.company.masters().items.end() || line[1] != item->second.code ||
-            line[2] != item->second.description || line[7] != item->second.unit)
+        const Item* item = itemOf(h, std::atoi(line[5].c_str()));
+        if (!item || line[1] != item->code || line[2] != item->description || line[7] != item->unit)
             return "opening: a line's code, description or unit is not its item's";
-        shown.push_back({item->first, std::atoi(stored->second.at("supplying shop").c_str()), thousandths(line[3]),
-                         thousandths(line[4]), thousandths(line[6])});
+        shown.push_back({std::atoi(line[5].c_str()), std::atoi(stored->second.at("supplying shop").c_str()),
+                         thousandths(line[3]), thousandths(line[4]), thousandths(line[6])});
     }
     std::sort(shown.begin(), shown.end());
     if (!m.rivalSince && shown != (lines == h.storedAfter.lines.end() ? std::vector<StoredLine>{} : lines->second))
@@ -171,13 +176,11 @@ Broken judgeRegister(const Happening& h) {
                 return "register: the row of the saved request is not up to date";
         }
     }
-    if (h.acts("frmMaster", "sorts") && h.calm() && m.said.ends_with("picks Id") && h.before.master.rows.size() > 1) {
-        const bool down =
-            h.clerk.module.desktop().topForm() && h.clerk.user.control<forms::OptionButton>("optDescend")->value();
-        for (std::size_t i = 1; i < is.rows.size(); ++i) {
-            const int a = std::atoi(is.rows[i - 1][0].c_str()), b = std::atoi(is.rows[i][0].c_str());
-            if (down ? a < b : a > b) return "register: it is not sorted as asked";
-        }
+    if (h.acts("frmMaster", "sorts") && h.calm() && m.said.ends_with("picks Id")) {
+        const double sign = is.descends ? -1 : 1;
+        for (std::size_t i = 1; i < is.rows.size(); ++i)
+            if (sign * number(is.rows[i - 1][0]) > sign * number(is.rows[i][0]))
+                return "register: it is not sorted as asked";
     }
     return {};
 }
@@ -186,35 +189,27 @@ namespace {
 
 /// The line that OK wrote from what line entry showed.
 Broken judgeWritten(const Happening& h) {
+    const Memory& m = h.memory;
     const EntryView& entry = h.before.entry;
     const Lines &was = h.before.editor.lines, &is = h.after.editor.lines;
-    if (was == is) return {};
     const bool added = is.size() > was.size();
     std::size_t at = added ? is.size() - 1 : 0;
     while (!added && at < is.size() && is[at] == was[at]) ++at;
     if (at >= is.size()) return {};
     const auto& line = is[at];
-    const auto item = h.clerk.company.masters().items.find(std::atoi(line[5].c_str()));
-    if (item == h.clerk.company.masters().items.end() || item->first != entry.item)
-        return "line: its item is not the one shown";
-    if (line[1] != item->second.code) return "line: code " + line[1] + " beside " + item->second.description;
-    if (line[2] != item->second.description)
-        return "line: description " + line[2] + " beside code " + item->second.code;
+    const Item* item = itemOf(h, entry.item);
+    if (!item || line[5] != std::to_string(entry.item)) return "line: its item is not the one shown";
+    if (line[1] != item->code || line[2] != item->description) return "line: code " + line[1] + " beside " + line[2];
     // Where the unit could not be read, the line stands without it.
-    if (!line[7].empty() && line[7] != item->second.unit) return "line: its unit is not its item's";
-    const double written = std::atof(line[3].c_str());
-    const bool comma = h.memory.locale == 1 || h.memory.locale == 3;
-    if (comma && !same(meant(entry.quantity, true), written))
-        return "quantity: " + entry.quantity + " became " + line[3];
-    if (h.memory.packs.first == entry.quantity && std::fabs(h.memory.packs.second - written) > 0.006)
-        return "quantity: packs read " + std::to_string(h.memory.packs.second) + ", the line has " + line[3];
-    if (thousandths(entry.quantity) >= 0 && thousandths(entry.quantity) != thousandths(line[3]))
-        return "quantity: " + entry.quantity + " became " + line[3];
-    if (thousandths(entry.bad) >= 0 && thousandths(entry.bad) != thousandths(line[4]))
-        return "quantity: bad " + entry.bad + " became " + line[4];
-    if (h.memory.screen == 1611 && thousandths(entry.price) >= 0 && thousandths(entry.price) != thousandths(line[6]))
-        return "price: " + entry.price + " became " + line[6];
-    if (h.memory.screen == 1507 && added && !line[6].empty()) return "price: a line without prices got " + line[6];
+    if (!line[7].empty() && line[7] != item->unit) return "line: its unit is not its item's";
+    const std::pair<std::string, std::size_t> boxes[] = {
+        {entry.quantity, 3}, {entry.bad, 4}, {m.screen == 1611 ? entry.price : "", 6}};
+    for (const auto& [box, column] : boxes)
+        if (const auto typed = thousandths(plain(box, m)); typed >= 0 && typed != thousandths(line[column]))
+            return "quantity: " + box + " became " + line[column];
+    if (m.packs.first == entry.quantity && differ(m.packs.second, number(line[3]), 0.006))
+        return "quantity: packs read " + std::to_string(m.packs.second) + ", the line has " + line[3];
+    if (m.screen == 1507 && added && !line[6].empty()) return "price: a line without prices got " + line[6];
     return {};
 }
 
@@ -234,47 +229,41 @@ Broken judgeEntry(const Happening& h) {
     const bool again = h.acts("FrmFetch", "again");
     if (again || h.acts("FrmFetch", "searches")) {
         const std::string sought = again && h.before.searchText.empty() ? "" : basic::trim(m.sought);
-        std::string doubled = sought; // the server takes two other characters for apostrophes
-        for (const char* other : {"\xCA\xBC", "\xEF\xBC\x87"}) doubled = basic::replaceAll(doubled, other, "'");
-        doubled = basic::replaceAll(doubled, "'", "''");
+        std::string text = sought; // the server takes two other characters for apostrophes
+        for (const char* apostrophe : {"'", "\xCA\xBC", "\xEF\xBC\x87"})
+            text = basic::replaceAll(text, apostrophe, "''");
+        text = " like '%" + text + "%'";
         for (const std::string& statement : h.clerk.sent)
-            if (statement.find(" like '%") != std::string::npos &&
-                statement.find(" like '%" + doubled + "%'") == std::string::npos)
-                return "search: " + sought + " is sought as " + statement.substr(statement.find(" like '%"));
+            if (const auto at = statement.find(" like '%");
+                at != std::string::npos && !statement.substr(at).starts_with(text))
+                return "search: " + sought + " is sought as " + statement.substr(at);
     }
     if (!is.shown || h.after.waiting != support::Waiting::form || h.after.form != "frmRequestDetail") return {};
-    const auto item = h.clerk.company.masters().items.find(is.item);
+    const Item* item = itemOf(h, is.item);
     if (is.item != 0) {
-        if (item == h.clerk.company.masters().items.end() || is.text != item->second.description)
+        if (!item || is.text != item->description)
             return "item: " + is.text + " is not the description of " + std::to_string(is.item);
         for (const auto& [id, quantity] : is.packs)
-            if (!item->second.packs.contains(id)) return "packs: they are another item's";
-        const double price = std::atof(is.price.c_str());
-        const double wanted = std::atof(h.clerk.company.price(is.item, m.shop, m.screen).c_str());
-        if (m.screen == 1611 && is.newLine && !m.typedPrice && !same(price, wanted) &&
-            !(is.price.empty() || price == 0))
+            if (!item->packs.contains(id)) return "packs: they are another item's";
+        const double price = number(is.price), wanted = number(h.clerk.company.price(is.item, m.shop, m.screen));
+        if (m.screen == 1611 && is.newLine && !m.typedPrice && price != 0 && differ(price, wanted))
             return "price: " + is.price + " beside " + is.text;
     } else if (is.newLine && is.text.empty()) {
         if (!is.packs.empty()) return "packs: of no item";
-        if (!m.typedPrice && std::atof(is.price.c_str()) != 0 && m.screen == 1611)
-            return "price: " + is.price + " beside no item";
+        if (!m.typedPrice && number(is.price) != 0 && m.screen == 1611) return "price: " + is.price + " beside no item";
         if (!m.typedQuantity && !is.quantity.empty()) return "quantity: " + is.quantity + " beside no item";
     }
     if (!m.meant.empty() && std::find(m.meant.begin(), m.meant.end(), is.item) == m.meant.end())
         return "item: the scanned code named " + std::to_string(m.meant.back()) + ", shown is " +
                std::to_string(is.item);
-    if (!m.typed.empty() && h.boxes.empty() && h.calm()) {
+    if (const std::string typed = plain(m.typed, m);
+        !typed.empty() && h.boxes.empty() && h.calm() && typed.find(',') == std::string::npos) {
         const std::string& box = h.verb == "bad" ? is.bad : h.verb == "price" ? is.price : is.quantity;
-        const bool comma = m.locale == 1 || m.locale == 3;
-        if (m.typed.find(',') == std::string::npos || comma)
-            if (!same(meant(box, comma), meant(m.typed, comma)))
-                return "quantity: typed " + m.typed + ", the box has " + box;
+        if (differ(number(plain(box, m)), number(typed))) return "quantity: typed " + typed + ", the box has " + box;
     }
-    if (h.verb == "enters" && h.calm() && is.item != 0 && std::atof(is.quantity.c_str()) > 0)
+    if (h.verb == "enters" && h.calm() && item && thousandths(is.quantity) > 0)
         for (const auto& [id, quantity] : is.packs)
-            if (!quantity.empty() && thousandths(is.quantity) >= 0 &&
-                std::fabs(std::atof(quantity.c_str()) - std::atof(is.quantity.c_str()) / item->second.packs.at(id)) >
-                    0.006)
+            if (!quantity.empty() && differ(number(quantity), number(is.quantity) / item->packs.at(id), 0.006))
                 return "packs: " + quantity + " of " + is.quantity;
     if (is.priceShown != (m.screen == 1611))
         return is.priceShown ? "price: shown on a screen without prices" : "price: not shown";

@@ -55,6 +55,7 @@ public:
     Broken leave();
     const Clerk& clerk(int till) const { return *clerks_[static_cast<std::size_t>(till)]; }
     bool judged() const { return judged_; }
+    int saves() const { return static_cast<int>(last_.audit.size()); }
 
 private:
     std::string rival(const Memory& m, int which, int how);
@@ -210,6 +211,8 @@ template <class Next> Outcome playAll(const Next& next, const std::string& scrip
         }
         outcome.steps.push_back(*step);
         outcome.broken = round.play(*step, outcome.told.emplace_back());
+        outcome.strikes += static_cast<int>(round.clerk(step->till).strikes.size());
+        outcome.saves = round.saves();
     }
     return outcome;
 }

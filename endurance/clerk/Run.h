@@ -11,6 +11,7 @@ struct Outcome {
     Broken broken;                 ///< empty where every rule held
     Steps steps;                   ///< up to the one that broke the rule
     std::vector<std::string> told; ///< each in words
+    int strikes = 0, saves = 0;
 };
 
 /// Plays the steps of a list.
