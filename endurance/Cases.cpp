@@ -65,8 +65,6 @@ std::string brokenRequests(const std::string& companyPath, int oldId) {
                                             lines + ")" + newer},
         {"a line asks for something", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and " +
                                           lines + " and (d.srdgoodqty > 0 or d.srdbadQty > 0)) = 0" + newer},
-        {"numbers are unique", others + "o.srhrequestno = h.srhrequestno) > 1"},
-        {"ids are unique", others + "o.srhrequestid = h.srhrequestid) > 1"},
         {"no line without a header",
          "select count(*) from mesRequesttoShopDetail d where d.srdshopid = 1 and d.srdrequestid not in (select"
          " h.srhrequestid from mesRequesttoShopHeader h where h.srhshopid = 1)"},

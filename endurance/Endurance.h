@@ -21,11 +21,7 @@ void killSaves(const Options& options, Report& report);
 void saveAtOnce(const Options& options, Report& report);
 /// Random clerks on companies with texts that mean something to a database, in every text column.
 void workOnHostileTexts(const Options& options, Report& report);
-struct Hostile {
-    const char* name;
-    std::string text;
-};
-const std::vector<Hostile>& hostileTexts();
+const std::vector<std::string>& hostileTexts();
 
 /// Random clerks at three tills, with failures and rivals, until their time is over.
 void randomClerks(const Options& options, Report& report);

@@ -127,7 +127,7 @@ bool closes(Clerk& c, const Step&) {
 bool hostile(Clerk& c, const Step& step) {
     auto* box = dynamic_cast<forms::TextBox*>(c.desktop.topForm()->activeControl());
     if (!box || box->locked()) return false;
-    const std::string& text = of(hostileTexts(), step.a).text;
+    const std::string& text = of(hostileTexts(), step.a);
     c.memory.typedPrice = c.memory.typedQuantity = true;
     const bool seeks = box->name() == "txtFetch";
     c.says("hostile text " + std::to_string(step.a % static_cast<int>(hostileTexts().size())) + " into " + box->name());

@@ -182,7 +182,7 @@ bool Clerk::play(const Step& step, long minute) {
     if (step.verb == "fault") {
         arm(static_cast<Fault>(step.a % kFaults), step.b, step.c);
         return says("fault " + std::to_string(step.a % kFaults) + " in " + std::to_string(step.b) + " of " +
-                    of(kMembers, step.c).name);
+                    of(members(), step.c).name);
     }
     const std::string here = place();
     if (here != "message" && here != "menu") memory.touched = {user.focus()};

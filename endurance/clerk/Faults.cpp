@@ -6,6 +6,7 @@
 #include "endurance/clerk/Step.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace endurance::clerk {
@@ -16,47 +17,20 @@ using automation::ObjectPtr;
 using automation::sameName;
 using automation::Value;
 
-const std::vector<Member> kMembers = {
-    {"PosUserAuditing.clsUserAuditing", "OpenObject"},
-    {"PosUserAuditing.clsUserAuditing", "LoggedTime"},
-    {"PosUserAuditing.clsUserAuditing", "SaveUserAuditingInfo"},
-    {"PosUserAuditing.clsUserAuditing", "SaveInToTag"},
-    {"PosUserAuditing.clsUserAuditing", "DataChanged"},
-    {"CommonModule.clsCommonDB", "fnReturnField"},
-    {"CommonModule.clsCommonDB", "fnReturnRecords"},
-    {"CommonModule.clsCommonDB", "fnGetNextMaxNo"},
-    {"CommonModule.clsCommonDB", "fnUpdateListViewDetails"},
-    {"CommonModule.clsCommonDB", "populateComboorList"},
-    {"CommonModule.clsCommonGen", "SelectComboItemByValue"},
-    {"CommonModule.clsCommonGen", "SelectComboItemByname"},
-    {"CommonModule.clsCommonGen", "TextValidateNum"},
-    {"Formcolor.clsFormcolor", "Applyformcolor"},
-    {"MasterGridSetting.clsMasterGridSetting", "fnGridSettings"},
-    {"Fetch.clsFetch", "Show"},
-    {"Fetch.clsFetch", "getCancelledStatus"},
-    {"ADODB.Recordset", "Open"},
-    {"ADODB.Recordset", "Close"},
-    {"ADODB.Recordset", "EOF"},
-    {"ADODB.Recordset", "MoveNext"},
-    {"ADODB.Recordset", "Fields"},
-    {"ADODB.Recordset", "AddNew"},
-    {"ADODB.Recordset", "Update"},
-    {"ADODB.Recordset", "RecordCount"},
-};
-
 namespace {
 
-constexpr std::string_view kHelper = "CommonModule.clsCommonDB";
-constexpr std::string_view kErrors = "ErrorHandler.ErrorDetails";
-/// Components that may be missing for good; "" for none.
-constexpr std::string_view kComponents[] = {kHelper,
-                                            kErrors,
-                                            "CommonModule.clsCommonGen",
-                                            "Formcolor.clsFormcolor",
-                                            "PosUserAuditing.clsUserAuditing",
-                                            "Fetch.clsFetch",
-                                            "",
-                                            "MasterGridSetting.clsMasterGridSetting"};
+constexpr std::string_view kErrors = "ErrorHandler.ErrorDetails", kHelper = "CommonModule.clsCommonDB",
+                           kRecordset = "ADODB.Recordset";
+/// Components that may be missing, with the members that may fail.
+const std::pair<std::string_view, const char*> kSuite[] = {
+    {"PosUserAuditing.clsUserAuditing", "OpenObject LoggedTime SaveUserAuditingInfo SaveInToTag DataChanged"},
+    {kHelper, "fnReturnField fnReturnRecords fnGetNextMaxNo fnUpdateListViewDetails populateComboorList"},
+    {"CommonModule.clsCommonGen", "SelectComboItemByValue SelectComboItemByname TextValidateNum"},
+    {"Formcolor.clsFormcolor", "Applyformcolor"},
+    {"MasterGridSetting.clsMasterGridSetting", "fnGridSettings"},
+    {"Fetch.clsFetch", "Show getCancelledStatus"},
+    {kRecordset, "Open Close EOF MoveNext Fields AddNew Update RecordCount"},
+    {kErrors, ""}};
 
 /// A component that does what the one inside does, unless it is to fail.
 class Wrapped : public automation::Object {
@@ -73,7 +47,7 @@ private:
     std::string progId_;
     ObjectPtr inner_;
     Faults& faults_;
-    bool quiet_;
+    bool quiet_; ///< of a helper that only makes a report better
 };
 
 Value Wrapped::invoke(Access access, std::string_view member, Arguments arguments) {
@@ -82,7 +56,7 @@ Value Wrapped::invoke(Access access, std::string_view member, Arguments argument
     if (sameName(member, "ErrorTrack"))
         faults_.reports.push_back({basic::concatText(arguments[0]), basic::concatText(arguments[1]),
                                    basic::concatText(arguments[2]), basic::concatText(arguments[5]),
-                                   basic::concatText(arguments[6]), basic::cLng(arguments[3])});
+                                   basic::cLng(arguments[3])});
     if (sameName(member, "Applyformcolor"))
         faults_.kept[basic::cStr(arguments[0].object().get("Name"))] = arguments[0].objectPtr();
     if (faults_.commaIsTyped && sameName(member, "TextValidateNum")) {
@@ -99,6 +73,18 @@ Value Wrapped::invoke(Access access, std::string_view member, Arguments argument
 }
 
 } // namespace
+
+const std::vector<Member>& members() {
+    static const std::vector<Member> all = [] {
+        std::vector<Member> made;
+        for (const auto& [progId, names] : kSuite) {
+            std::istringstream words(names);
+            for (std::string name; words >> name;) made.push_back({progId, name});
+        }
+        return made;
+    }();
+    return all;
+}
 
 void Faults::nextStep() {
     strikes.clear();
@@ -117,20 +103,15 @@ bool Faults::due(Fault fault) {
 
 void Faults::arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
 
-void Faults::strike(const std::string& what, bool quiet, bool twice) {
+void Faults::strike(const std::string& what, bool quiet) {
     const std::string text = what + " (struck " + std::to_string(++struck_) + ")";
     strikes.push_back({text, quiet});
-    if (twice && failBoxes) {
-        failBoxes(1);
-        ++boxesLost;
-    }
     throw automation::RunTimeError(-2147467259, text, "the clerk");
 }
 
 void Faults::statement(std::string_view text) {
     sent.emplace_back(text);
     const auto starts = [&](std::string_view word) { return basic::startsWithNoCase(text, word); };
-    const bool rollsBack = starts("ROLLBACK");
     if (starts("BEGIN")) {
         if (!inTransaction()) written_ = false;
         for (const auto& one : recordsets)
@@ -141,14 +122,13 @@ void Faults::statement(std::string_view text) {
     for (const char* word : {"insert", "update", "delete", "COMMIT", "ROLLBACK"})
         if (starts(word)) written_ = true;
     if (starts("COMMIT")) {
-        if (armed_.erase(Fault::commitRefused)) strike("commit refused", false);
-        if (armed_.contains(Fault::commitStuck)) strike("commit refused", false);
+        if (armed_.erase(Fault::commitRefused) || armed_.contains(Fault::commitStuck)) strike("commit refused", false);
         if (armed_.erase(Fault::commitUnheard)) {
             commit();
             strike("commit unheard", false);
         }
     }
-    if (rollsBack) {
+    if (starts("ROLLBACK")) {
         if (armed_.erase(Fault::commitStuck)) strike("rollback refused", true);
         return;
     }
@@ -163,11 +143,11 @@ void Faults::statement(std::string_view text) {
     }
 }
 
-void Faults::created(std::string_view progId, bool quietly) {
+void Faults::created(std::string_view progId, bool quiet) {
+    if (sameName(progId, kRecordset)) return;
     const auto missing = armed_.find(Fault::missing);
-    const bool gone = missing != armed_.end() && sameName(progId, of(kComponents, missing->second.which));
-    if (!gone && (sameName(progId, "ADODB.Recordset") || !due(Fault::create))) return;
-    strike("cannot create " + std::string(progId), quietly || sameName(progId, kErrors));
+    const bool gone = missing != armed_.end() && sameName(progId, of(kSuite, missing->second.which).first);
+    if (gone || due(Fault::create)) strike("cannot create " + std::string(progId), quiet || sameName(progId, kErrors));
 }
 
 void Faults::closes(const ObjectPtr& recordset) {
@@ -176,22 +156,21 @@ void Faults::closes(const ObjectPtr& recordset) {
     strike("Close failed, still open", true);
 }
 
-void Faults::called(std::string_view progId, std::string_view member, bool quietly) {
+void Faults::called(std::string_view progId, std::string_view member, bool quiet) {
+    constexpr int kStays = 40; // calls
     for (const Fault fault : {Fault::member, Fault::memberStays, Fault::report}) {
         const auto found = armed_.find(fault);
         if (found == armed_.end()) continue;
-        const Member& wanted = kMembers[static_cast<std::size_t>(found->second.which) % kMembers.size()];
-        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name)) continue;
-        if (--found->second.count > 0) continue;
-        if (fault != Fault::memberStays) armed_.erase(found);
-        if (fault == Fault::memberStays && found->second.count < -40) armed_.erase(found);
-        if (fault == Fault::report) reportFails_ = true;
-        strike(std::string(wanted.name) + " failed", quietly);
+        const Member& wanted = of(members(), found->second.which);
+        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name) || --found->second.count > 0) continue;
+        if (fault != Fault::memberStays || found->second.count < -kStays) armed_.erase(found);
+        reportFails_ = reportFails_ || fault == Fault::report;
+        strike(wanted.name + " failed", quiet);
     }
-    if (reportFails_ && sameName(member, "ErrorTrack")) {
-        reportFails_ = false;
-        strike("ErrorTrack failed", true, true);
-    }
+    if (!sameName(member, "ErrorTrack") || !std::exchange(reportFails_, false)) return;
+    failBoxes(1);
+    ++boxesLost;
+    strike("ErrorTrack failed", true);
 }
 
 automation::ObjectFactory Faults::around(automation::ObjectFactory inner) {
@@ -201,7 +180,7 @@ automation::ObjectFactory Faults::around(automation::ObjectFactory inner) {
         created(progId, quiet);
         reporting_ = sameName(progId, kErrors);
         ObjectPtr made = inner(progId);
-        if (sameName(progId, "ADODB.Recordset")) {
+        if (sameName(progId, kRecordset)) {
             std::erase_if(recordsets, [](const auto& one) { return one.expired(); });
             recordsets.push_back(made);
         }

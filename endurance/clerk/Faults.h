@@ -29,18 +29,18 @@ enum class Fault {
 inline constexpr int kFaults = 12;
 
 struct Member {
-    const char* progId;
-    const char* name;
+    std::string_view progId;
+    std::string name;
 };
-/// Members that may fail, by their number in a step.
-extern const std::vector<Member> kMembers;
+/// Those that may fail, by their number in a step.
+const std::vector<Member>& members();
 
 struct Strike {
     std::string text;   ///< the error's description; no other error has it
     bool quiet = false; ///< nobody need hear of it
 };
 struct Report {
-    std::string module, user, routine, description, mode;
+    std::string module, user, routine, description;
     long number = 0;
 };
 
@@ -55,9 +55,8 @@ public:
 
     /// Throws, or changes something, where one is due.
     void statement(std::string_view text);
-    void created(std::string_view progId, bool quietly);
-    /// `quietly`: of a helper that only makes a report better.
-    void called(std::string_view progId, std::string_view member, bool quietly);
+    void created(std::string_view progId, bool quiet);
+    void called(std::string_view progId, std::string_view member, bool quiet);
     /// Before it is closed.
     void closes(const automation::ObjectPtr& recordset);
 
@@ -92,7 +91,7 @@ private:
     };
     /// Takes one away whose time has come.
     bool due(Fault fault);
-    [[noreturn]] void strike(const std::string& what, bool quiet, bool twice = false);
+    [[noreturn]] void strike(const std::string& what, bool quiet);
 
     std::map<Fault, Armed> armed_;
     bool written_ = false;
