@@ -52,9 +52,6 @@ bench::Result Cases::row(const std::string& name, const std::string& kind) const
 std::string brokenRequests(const std::string& companyPath, int oldId) {
     const std::string lines = "(select count(*) from mesRequesttoShopDetail d where d.srdshopid = h.srhshopid and"
                               " d.srdrequestid = h.srhrequestid";
-    const std::string others =
-        "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and (select count(*)"
-        " from mesRequesttoShopHeader o where o.srhshopid = 1 and ";
     const std::string newer = " and h.srhrequestid > " + std::to_string(oldId);
     const struct {
         const char* rule;

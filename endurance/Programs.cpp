@@ -128,22 +128,24 @@ void saveAtOnce(const Options& options, Report& report) {
         lines += stored[1];
         reports += stored[2];
     }
-    const auto missing = [&report](const std::string& what, long wanted, long found, const std::string& more) {
-        report.add(
-            {what, static_cast<double>(std::abs(wanted - found)), 0, "missing of " + std::to_string(wanted) + more});
-    };
     const long wanted = kPrograms * each;
-    missing("four programs at once: programs that ended well", kPrograms, ended, "");
-    missing("four programs at once: requests said to be stored", wanted, requests, "");
+    const auto count = [&](const std::string& what) { return std::stol(company.value("select count(" + what)); };
+    const struct {
+        const char* name;
+        long wanted, found;
+    } rows[] = {{"programs that ended well", kPrograms, ended},
+                {"requests said to be stored", wanted, requests},
+                {"requests stored", wanted, count("*) from mesRequesttoShopHeader" + newer)},
+                {"numbers", wanted,
+                 std::ssize(company.rows("select distinct srhrequestno from mesRequesttoShopHeader" + newer))},
+                {"ids without a gap", wanted, highestId(company) - oldId},
+                {"lines", lines, count("*) from mesRequesttoShopDetail where srdshopid = 1") - oldLines}};
+    for (const auto& row : rows)
+        report.add({std::string("four programs at once: ") + row.name,
+                    static_cast<double>(std::abs(row.wanted - row.found)), 0,
+                    "missing of " + std::to_string(row.wanted)});
     report.add({"four programs at once: reports with a second OK", static_cast<double>(reports),
                 std::max(1.0, static_cast<double>(wanted) / 100), "of " + std::to_string(wanted) + " saves"});
-    missing("four programs at once: requests stored", wanted,
-            std::stol(company.value("select count(*) from mesRequesttoShopHeader" + newer)), "");
-    missing("four programs at once: numbers", wanted,
-            std::ssize(company.rows("select distinct srhrequestno from mesRequesttoShopHeader" + newer)), "");
-    missing("four programs at once: ids without a gap", wanted, highestId(company) - oldId, "");
-    missing("four programs at once: lines", lines,
-            std::stol(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1")) - oldLines, "");
     Cases cases;
     cases.run("the requests of four programs", [&] { EXPECT_EQ(brokenRequests(company.path(), oldId), ""); });
     report.add(cases.row("four programs at once: what holds of every request", "company"));

@@ -64,9 +64,7 @@ bool shows(Clerk& c, const Step& step) {
     c.component.interfaceid = m.screen;
     c.component.dtProcessDate = m.badDate ? automation::Date{-700000} : basic::dateOf(2026, 3, 31);
     c.says("user " + std::to_string(m.user) + " in shop " + std::to_string(m.shop) + " opens " +
-           std::to_string(m.screen) + ", locale " + std::to_string(m.locale) +
-           (m.badDate ? ", with a date that cannot be written" : "") + (c.commaIsTyped ? ", commas pass" : "") +
-           (c.fetchHasProperties ? ", fetch has properties" : "") + (c.noneIsNull ? ", none is Null" : ""));
+           std::to_string(m.screen) + ", habits " + std::to_string(step.c));
     c.opens();
     return true;
 }
@@ -109,10 +107,6 @@ bool answers(Clerk& c, const Step& step) {
     return true;
 }
 
-bool leavesMenu(Clerk& c, const Step&) {
-    c.user.dismissesMenu();
-    return c.says("leaves the menu");
-}
 bool ok(Clerk& c, const Step&) { return c.clicksOn("cmdOk") || c.clicksOn("cmdOK"); }
 bool cancels(Clerk& c, const Step&) {
     return c.clicksOn("cmdCancel") || c.clicksOn("CmdClose") || c.clicksOn("cmdClose");
@@ -262,12 +256,6 @@ bool enters(Clerk& c, const char* box) {
     c.keys("\r");
     return true;
 }
-bool fetches(Clerk& c, const Step&) {
-    if (c.user.focus().empty()) return false;
-    c.says("F3");
-    c.user.presses(forms::kKeyF3);
-    return true;
-}
 bool opensDialog(Clerk& c, const Step& step) {
     if (c.user.focus().empty() || !c.can("cmdbarcode")) return false;
     const bool scan = step.a % 2;
@@ -305,7 +293,7 @@ const std::vector<Act> kActs = {
      [](Clerk& c, const Step& s) { return c.desktop.waiting() == Waiting::ended && actsLate(c, s); }},
     {"", "acts late", 1, actsLate},
     {"message", "answers", 1, answers},
-    {"menu", "leaves", 1, leavesMenu},
+    {"menu", "leaves", 1, [](Clerk& c, const Step&) { return c.user.dismissesMenu(), c.says("leaves the menu"); }},
     {"", "hostile", 2, hostile},
     {"", "ok", 4, ok},
     {"", "cancel", 2, cancels},
@@ -344,7 +332,8 @@ const std::vector<Act> kActs = {
      [](Clerk& c, const Step& s) {
          return c.clicksOn(of({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"}, s.a));
      }},
-    {"frmRequestDetail", "fetches", 4, fetches},
+    {"frmRequestDetail", "fetches", 4,
+     [](Clerk& c, const Step&) { return c.user.presses(forms::kKeyF3), c.says("F3"); }},
     {"frmRequestDetail", "dialog", 4, opensDialog},
     {"frmRequestDetail", "pastes", 1, pastes},
     {"frmRequestDetail", "ok", 14, ok},

@@ -3,7 +3,6 @@
 
 #include "endurance/clerk/Company.h"
 #include "endurance/clerk/Faults.h"
-#include "endurance/clerk/Step.h"
 #include "tests/support/Shop.h"
 
 #include <optional>
@@ -11,6 +10,16 @@
 #include <tuple>
 
 namespace endurance::clerk {
+
+/// What clerks do, as plain data: any part of a list of steps is a list of steps. The verbs stand in Acts.cpp, in
+/// Run.cpp those of the world around the tills. The numbers choose among what is there at that time; a step that is not
+/// possible then does nothing.
+struct Step {
+    int till = 0;
+    std::string_view verb;
+    int a = 0, b = 0, c = 0;
+};
+using Steps = std::vector<Step>;
 
 // What a till shows, read between two steps.
 struct EditorView {

@@ -54,6 +54,25 @@ insert into LOsSettings values (3,60,'ItemDescription'),(5,60,'ItemCode'),(6,60,
 insert into atables values (91,'mesRequesttoShopHeader,ashops');
 insert into atablecolumns values (91,1,'a','Id'),(91,2,'b','Request No'),(91,3,'c','Request Date'),(91,4,'d','Shop Name'),
  (91,5,'e','Cancelled'),(91,6,'f','Remarks'),(91,7,'g','Used'),(91,8,'h','Confirmed'),(91,9,'i','Shop Id');
+insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,srhtoShopid,SRHremarks,
+ srhrecaddUser,srhNoofDetails,srhtype,srhTransfinished,srhused,SRHcancelled) values
+ (2,3,'GR/4','20260320',5,'as agreed','Ann of North',2,'r',0,0,0),
+ (3,3,'GR/7','20260320',5,'as agreed','Ann of North',1,'r',1,0,0),
+ (4,3,'GR/8','20260320',5,'as agreed','Ann of North',3,'r',0,0,0),
+ (5,3,'IS/3','20260320',5,'as agreed','Ann of North',2,'s',0,0,0),
+ (6,3,'GR/10','20260320',6,'as agreed','Ann of North',1,'r',0,0,1),
+ (7,3,'GR/11','20260320',5,'as agreed','Ann of North',2,'r',0,1,0),
+ (8,3,'IS/4','20260320',6,'as agreed','Ann of North',1,'s',0,0,0),
+ (9,3,'GR/12','20260320',5,'as agreed','Ann of North',2,'r',0,0,0),
+ (2,5,'S5-2','20260320',3,'as agreed','Ann of North',1,'r',1,0,0),
+ (4,5,'S5-3','20260320',3,'as agreed','Ann of North',2,'r',1,1,0),
+ (5,5,'T5-1','20260320',6,'as agreed','Ann of North',2,'s',0,0,0),
+ (8,5,'S5-9','20260320',3,'as agreed','Ann of North',1,'r',0,0,0);
+insert into mesRequesttoShopDetail values
+ (2,3,101,5,4.5,1,0),(2,3,103,5,6.5,1,0),(3,3,101,5,4.5,1,0),(4,3,105,5,1.5,1,0),(4,3,102,5,5.5,0,0),
+ (4,3,104,5,7.5,0,0),(5,3,101,5,4.5,1,5.25),(5,3,102,5,5.5,0,5.25),(6,3,101,6,4.5,1,0),(7,3,103,5,6.5,1,0),
+ (7,3,104,5,7.5,0,0),(8,3,103,6,6.5,1,5.25),(9,3,101,5,4.5,1,0),(9,3,199,5,4.5,1,0),(2,5,102,3,5.5,0,0),
+ (4,5,101,3,4.5,1,0),(4,5,102,3,5.5,0,0),(5,5,109,6,5.5,1,5.25),(5,5,103,6,6.5,1,5.25),(8,5,105,3,1.5,1,0);
 )";
 
 std::string content() {
@@ -64,30 +83,6 @@ std::string content() {
         script += "insert into aitempackingdetail values (" + id + ",51,'4711" + id + "1',1,1),(" + id +
                   (weighed ? ",53,'4712" : ",52,'4712") + id + "2',0," + (item == 102 ? "0" : "1") + ");";
     }
-    const auto request = [&](int shop, int id, const char* number, int toShop, const char* type, const char* flags,
-                             std::initializer_list<int> items) {
-        const std::string key = std::to_string(id) + "," + std::to_string(shop);
-        script += "insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,srhtoShopid,"
-                  "SRHremarks,srhrecaddUser,srhNoofDetails,srhtype,srhTransfinished,srhused,SRHcancelled) values (" +
-                  key + ",'" + number + "','20260320'," + std::to_string(toShop) + ",'as agreed','Ann of North'," +
-                  std::to_string(items.size()) + ",'" + type + "'," + flags + ");";
-        for (const int item : items)
-            script += "insert into mesRequesttoShopDetail values (" + key + "," + std::to_string(item) + "," +
-                      std::to_string(toShop) + "," + std::to_string(item % 7 + 1) + ".5," + std::to_string(item % 2) +
-                      "," + (*type == 's' ? "5.25" : "0") + ");";
-    };
-    request(3, 2, "GR/4", 5, "r", "0,0,0", {101, 103});
-    request(3, 3, "GR/7", 5, "r", "1,0,0", {101});
-    request(3, 4, "GR/8", 5, "r", "0,0,0", {105, 102, 104});
-    request(3, 5, "IS/3", 5, "s", "0,0,0", {101, 102});
-    request(3, 6, "GR/10", 6, "r", "0,0,1", {101});
-    request(3, 7, "GR/11", 5, "r", "0,1,0", {103, 104});
-    request(3, 8, "IS/4", 6, "s", "0,0,0", {103});
-    request(3, 9, "GR/12", 5, "r", "0,0,0", {101, 199});
-    request(5, 2, "S5-2", 3, "r", "1,0,0", {102});
-    request(5, 4, "S5-3", 3, "r", "1,1,0", {101, 102});
-    request(5, 5, "T5-1", 6, "s", "0,0,0", {109, 103});
-    request(5, 8, "S5-9", 3, "r", "0,0,0", {105});
     return script;
 }
 

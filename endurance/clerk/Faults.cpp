@@ -3,7 +3,6 @@
 #include "automation/Members.h"
 #include "basic/Conversion.h"
 #include "basic/Text.h"
-#include "endurance/clerk/Step.h"
 
 #include <algorithm>
 #include <sstream>

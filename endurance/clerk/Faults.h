@@ -5,6 +5,7 @@
 #include "automation/RunTimeError.h"
 
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <string>
@@ -27,6 +28,14 @@ enum class Fault {
     missing,       ///< a component cannot be made, until another one takes its place here
 };
 inline constexpr int kFaults = 12;
+
+/// The one of a list that a number chooses.
+template <class T, std::size_t n> const T& of(const T (&list)[n], int number) {
+    return list[static_cast<std::size_t>(number) % n];
+}
+template <class List> const auto& of(const List& list, int number) {
+    return *std::next(std::begin(list), number % static_cast<long>(std::size(list)));
+}
 
 struct Member {
     std::string_view progId;

@@ -30,13 +30,4 @@ using Broken = std::string;
 
 Broken judge(const Happening& happening);
 
-// The rules by what they are about.
-Broken judgeStored(const Happening& h);
-Broken judgeRights(const Happening& h);
-Broken judgeReports(const Happening& h);
-Broken judgeLines(const Happening& h);
-Broken judgeOpening(const Happening& h);
-Broken judgeRegister(const Happening& h);
-Broken judgeEntry(const Happening& h);
-
 } // namespace endurance::clerk

@@ -126,6 +126,9 @@ Broken Round::play(const Step& step, std::string& told) {
     h.wasInTransaction = wasInTransaction;
     h.rivalCame = rivalCame_;
     last_ = h.storedAfter;
+    if (h.storedBefore.headers != h.storedAfter.headers)
+        for (auto& other : clerks_)
+            if (other.get() != &clerk) other->memory.rivalSince = true;
     remember(h, clerk.memory, crippled_[static_cast<std::size_t>(step.till)]);
     Broken broken = judged_ ? judge(h) : "";
     if (const std::string failed = Cases::takeFailure(); broken.empty() && !failed.empty())
