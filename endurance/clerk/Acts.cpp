@@ -245,7 +245,7 @@ bool pastes(Clerk& c, const Step& step) {
     if (!c.comesTo("txtQuantity")) return false;
     c.selectsAll();
     c.memory.typedQuantity = true;
-    c.memory.typed = step.a % 2 && !c.module.session.blnIntegerQuantity ? "2.5" : "3";
+    c.memory.typed = step.a % 2 == 0 || c.module.session.blnIntegerQuantity ? "3" : c.memory.locale % 2 ? "2,5" : "2.5";
     c.says("pastes " + c.memory.typed + " with blanks around it");
     c.user.pastes(" " + c.memory.typed + "\r\n");
     return true;
@@ -327,7 +327,7 @@ const std::vector<Act> kActs = {
      [](Clerk& c, const Step& s) {
          return c.memory.typedPrice = true, types(c, "txtsellingprice", of(kNumbers, s.a));
      }},
-    {"frmRequestDetail", "enters", 4, [](Clerk& c, const Step&) { return enters(c, "txtQuantity"); }},
+    {"frmRequestDetail", "enters", 8, [](Clerk& c, const Step&) { return enters(c, "txtQuantity"); }},
     {"frmRequestDetail", "walks", 3,
      [](Clerk& c, const Step& s) {
          return c.clicksOn(of({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"}, s.a));

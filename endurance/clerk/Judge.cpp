@@ -362,7 +362,8 @@ Broken judgeRegister(const Happening& h) {
                 return "register: the row of the saved request is not up to date";
         }
     }
-    if (h.acts("frmMaster", "sorts") && h.calm() && m.said.ends_with("picks Id")) {
+    if (h.acts("frmMaster", "sorts") && h.calm() && m.said.ends_with("picks Request Date")) {
+        // By the ids, which rise with the dates.
         const double sign = is.descends ? -1 : 1;
         for (std::size_t i = 1; i < is.rows.size(); ++i)
             if (sign * number(is.rows[i - 1][0]) > sign * number(is.rows[i][0]))
