@@ -14,24 +14,13 @@
 namespace endurance {
 
 const std::vector<std::string>& hostileTexts() {
-    static const std::vector<std::string> texts = {"O'Brien's",
-                                                   "''",
-                                                   "a\xCA\xBC' or 1=1 --\xEF\xBC\x87",
-                                                   "'; delete mesRequesttoShopDetail; --",
-                                                   "1' or '1'='1",
-                                                   "1; delete aitem",
-                                                   "/* -- */ --",
-                                                   "1 /*",
-                                                   "\"aitem\" [aitem] `aitem`",
-                                                   "%_[a-z]^",
-                                                   std::string("1\0' --", 6),
-                                                   "\x01\x02\x1B\x7F",
-                                                   "\xD0\x96\xE4\xB8\xAD\xF0\x9F\x98\x80" /* outside the code page */,
-                                                   "\xC3\x28\xFF" /* no UTF-8 */,
-                                                   "|%s%n|",
-                                                   std::string(8000, 'x'),
-                                                   std::string(8000, '\''),
-                                                   std::string(8000, '9')};
+    // clang-format off
+    static const std::vector<std::string> texts = {
+        "O'Brien's", "''", "a\xCA\xBC' or 1=1 --\xEF\xBC\x87", "'; delete mesRequesttoShopDetail; --", "1' or '1'='1",
+        "1; delete aitem", "/* -- */ --", "1 /*", "\"aitem\" [aitem] `aitem`", "%_[a-z]^", std::string("1\0' --", 6),
+        "\x01\x02\x1B\x7F", "\xD0\x96\xE4\xB8\xAD\xF0\x9F\x98\x80", "\xC3\x28\xFF", "|%s%n|",
+        std::string(8000, 'x'), std::string(8000, '\''), std::string(8000, '9')};
+    // clang-format on
     return texts;
 }
 

@@ -16,15 +16,12 @@ using support::Waiting;
 
 namespace {
 
-struct TypedDate {
-    const char* text;
-    int year, month, day;
-};
-const std::vector<TypedDate> kDates[] = {
-    {{"15/02/2026", 2026, 2, 15}, {"1/3/2026", 2026, 3, 1}},
-    {{"15/02/2026", 2026, 2, 15}, {"28/02/2027", 2027, 2, 28}},
-    {{"15/01/30", 2030, 1, 15}, {"15/02/26", 2026, 2, 15}, {"1/3/49", 2049, 3, 1}},
-    {{"2026. 02. 15.", 2026, 2, 15}, {"2026. 12. 01.", 2026, 12, 1}},
+/// What is typed for a day, by locale, and the day that is meant.
+const std::vector<std::pair<const char*, int>> kDates[] = {
+    {{"15/02/2026", 20260215}, {"1/3/2026", 20260301}},
+    {{"15/02/2026", 20260215}, {"28/02/2027", 20270228}},
+    {{"15/01/30", 20300115}, {"15/02/26", 20260215}, {"1/3/49", 20490301}},
+    {{"2026. 02. 15.", 20260215}, {"2026. 12. 01.", 20261201}},
 };
 constexpr const char* kNumbers[] = {"2", "1", "12", "2.5", "2,5", "0.125", "30", "7", "0", "1000"};
 constexpr const char* kRemarks[] = {"", "urgent", "O'Neil's order", "zwölf Stück"};
@@ -205,10 +202,10 @@ bool onLine(Clerk& c, const Step& step, std::int16_t key) {
     return true;
 }
 bool date(Clerk& c, const Step& step) {
-    const TypedDate& date = of(kDates[c.memory.locale], step.a);
-    if (!c.fills("txtrequestDate", date.text)) return false;
-    if (c.user.text("txtrequestDate") == date.text)
-        c.memory.typedDate = std::lround(basic::dateOf(date.year, date.month, date.day).days * 1440);
+    const auto& [text, day] = of(kDates[c.memory.locale], step.a);
+    if (!c.fills("txtrequestDate", text)) return false;
+    if (c.user.text("txtrequestDate") == text)
+        c.memory.typedDate = std::lround(basic::dateOf(day / 10000, day / 100 % 100, day % 100).days * 1440);
     return true;
 }
 

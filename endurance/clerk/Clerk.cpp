@@ -24,10 +24,9 @@ void lookAt(goodsreq::frmMaster& form, RegisterView& view) {
         for (int col = 0; col < grid.cols(); ++col) view.rows.back().emplace_back(grid.cell(row, col));
     }
     view.row = grid.row();
-    view.adds = form.cmdnew.enabled();
-    view.edits = form.CmdEdit.enabled();
-    view.deletes = form.CmdDelete.enabled();
-    view.prints = form.cmdPrev.enabled();
+    for (const auto& [letter, button] : {std::pair('N', &form.cmdnew), std::pair('E', &form.CmdEdit),
+                                         std::pair('D', &form.CmdDelete), std::pair('P', &form.cmdPrev)})
+        if (button->enabled()) view.on += letter;
     view.descends = form.optDescend.value();
 }
 

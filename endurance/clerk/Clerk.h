@@ -46,7 +46,8 @@ struct RegisterView {
     std::string caption;
     std::vector<std::vector<std::string>> rows;
     int row = 0;
-    bool adds = false, edits = false, deletes = false, prints = false, descends = false;
+    std::string on; ///< letters of the commands that are
+    bool descends = false;
 };
 struct View {
     support::Waiting waiting = support::Waiting::nothing;

@@ -25,7 +25,7 @@ std::int64_t thousandths(const std::string& text);
 using Row = std::vector<std::string>;
 /// Request by shop and id: ids repeat between shops.
 using Key = std::pair<int, int>;
-/// What the header's columns hold, by the words that kHeaderColumns has for them.
+/// What the header's columns hold, by the words that snapshot() has for them.
 using Header = std::map<std::string, std::string>;
 
 struct StoredLine {

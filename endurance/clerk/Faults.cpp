@@ -95,7 +95,7 @@ void Faults::nextStep() {
 
 bool Faults::due(Fault fault) {
     const auto found = armed_.find(fault);
-    if (found == armed_.end() || --found->second.count > 0) return false;
+    if (found == armed_.end() || --found->second.first > 0) return false;
     armed_.erase(found);
     return true;
 }
@@ -145,7 +145,7 @@ void Faults::statement(std::string_view text) {
 void Faults::created(std::string_view progId, bool quiet) {
     if (sameName(progId, kRecordset)) return;
     const auto missing = armed_.find(Fault::missing);
-    const bool gone = missing != armed_.end() && sameName(progId, of(kSuite, missing->second.which).first);
+    const bool gone = missing != armed_.end() && sameName(progId, of(kSuite, missing->second.second).first);
     if (gone || due(Fault::create)) strike("cannot create " + std::string(progId), quiet || sameName(progId, kErrors));
 }
 
@@ -160,9 +160,9 @@ void Faults::called(std::string_view progId, std::string_view member, bool quiet
     for (const Fault fault : {Fault::member, Fault::memberStays, Fault::report}) {
         const auto found = armed_.find(fault);
         if (found == armed_.end()) continue;
-        const Member& wanted = of(members(), found->second.which);
-        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name) || --found->second.count > 0) continue;
-        if (fault != Fault::memberStays || found->second.count < -kStays) armed_.erase(found);
+        const Member& wanted = of(members(), found->second.second);
+        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name) || --found->second.first > 0) continue;
+        if (fault != Fault::memberStays || found->second.first < -kStays) armed_.erase(found);
         reportFails_ = reportFails_ || fault == Fault::report;
         strike(wanted.name + " failed", quiet);
     }

@@ -94,15 +94,11 @@ public:
     std::vector<std::weak_ptr<automation::Object>> recordsets;
 
 private:
-    struct Armed {
-        int count;
-        int which;
-    };
     /// Takes one away whose time has come.
     bool due(Fault fault);
     [[noreturn]] void strike(const std::string& what, bool quiet);
 
-    std::map<Fault, Armed> armed_;
+    std::map<Fault, std::pair<int, int>> armed_; ///< how often until it strikes, and the member
     bool written_ = false;
     bool reportFails_ = false;
     bool reporting_ = false; ///< the next helper is to name the user of a report

@@ -317,22 +317,15 @@ Broken judgeRegister(const Happening& h) {
     const RegisterView& is = h.after.master;
     const Memory& m = h.memory;
     if (!is.shown || !h.after.atForm("frmMaster")) return {};
-    const auto may = [&](char right) { return h.clerk.company.may(m.user, m.screen, right); };
-    static const std::vector<std::string> nothing(9);
-    const auto& row = is.row >= 1 && is.row <= static_cast<int>(is.rows.size())
-                          ? is.rows[static_cast<std::size_t>(is.row) - 1]
-                          : nothing;
+    const bool any = is.row >= 1 && is.row <= static_cast<int>(is.rows.size());
+    const auto row = any ? is.rows[static_cast<std::size_t>(is.row) - 1] : Row(9);
     const bool has = !row.empty() && !row[0].empty();
-    const struct {
-        const char* name;
-        bool enabled, wanted;
-    } buttons[] = {{"New", is.adds, may('N')},
-                   {"Edit", is.edits, has && may('E')},
-                   {"Delete", is.deletes, has && may('D') && row.size() > 4 && row[4] == "No"},
-                   {"Print", is.prints, has && may('P')}};
-    for (const auto& button : buttons) {
-        if (button.enabled && !button.wanted && !m.switched) return std::string("rights: ") + button.name + " is on";
-        if (!button.enabled && button.wanted && m.rightsRead) return std::string("rights: ") + button.name + " is off";
+    for (const char letter : {'N', 'E', 'D', 'P'}) {
+        const bool wanted = h.clerk.company.may(m.user, m.screen, letter) && (letter == 'N' || has) &&
+                            (letter != 'D' || (row.size() > 4 && row[4] == "No"));
+        const bool on = is.on.find(letter) != std::string::npos;
+        if (on && !wanted && !m.switched) return std::string("rights: on is ") + letter;
+        if (!on && wanted && m.rightsRead) return std::string("rights: off is ") + letter;
     }
     // A till lists what it could neither commit nor take back.
     if (h.verb == "shows" && h.calm() && !h.rivalCame && !h.wasInTransaction) {

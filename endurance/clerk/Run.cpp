@@ -225,16 +225,15 @@ Step madeUp(sandbox::Random& random, const Round& round, int& till) {
     const Clerk& clerk = round.clerk(till);
     Step step{till, "fault", random.below(1000), random.below(1000), random.below(10000)};
     if (round.judged() && random.percent(9)) {
-        static constexpr Fault kinds[] = {Fault::statement,     Fault::statement,   Fault::statement,     Fault::dies,
-                                          Fault::commitRefused, Fault::commitStuck, Fault::commitUnheard, Fault::create,
-                                          Fault::create,        Fault::member,      Fault::member,        Fault::member,
-                                          Fault::member,        Fault::memberStays, Fault::report,        Fault::rival,
-                                          Fault::rival,         Fault::closeStays,  Fault::missing};
+        using enum Fault;
+        static constexpr Fault kinds[] = {statement,   statement,     statement,  dies,        commitRefused,
+                                          commitStuck, commitUnheard, create,     create,      member,
+                                          member,      member,        member,     memberStays, report,
+                                          rival,       rival,         closeStays, missing};
         // What matters most is what fails over an open editor.
-        static constexpr Fault atSaving[] = {Fault::commitRefused, Fault::commitRefused, Fault::commitStuck,
-                                             Fault::commitUnheard, Fault::rival,         Fault::member,
-                                             Fault::memberStays};
-        static constexpr Fault atDoubt[] = {Fault::statement, Fault::statement, Fault::rival, Fault::commitRefused};
+        static constexpr Fault atSaving[] = {commitRefused, commitRefused, commitStuck, commitUnheard,
+                                             rival,         member,        memberStays};
+        static constexpr Fault atDoubt[] = {statement, statement, rival, commitRefused};
         static constexpr int membersAtSaving[] = {2, 4, 8, 10, 18}; // of the audit, of lines, of the shop box, Close
         const bool saving = clerk.user.form() == "frmRequest" && random.percent(50);
         const Fault kind = clerk.memory.unknown ? of(atDoubt, step.a)
@@ -242,8 +241,8 @@ Step madeUp(sandbox::Random& random, const Round& round, int& till) {
                                                 : of(kinds, step.a);
         step.a = static_cast<int>(kind);
         if (saving) step.c = of(membersAtSaving, step.c);
-        const bool counted = kind == Fault::statement || kind == Fault::dies || kind == Fault::rival;
-        step.b = counted ? random.between(1, 20) : kind == Fault::create ? random.between(1, 4) : random.between(1, 3);
+        const bool counted = kind == statement || kind == dies || kind == rival;
+        step.b = counted ? random.between(1, 20) : kind == create ? random.between(1, 4) : random.between(1, 3);
     } else if (random.percent(clerk.memory.unknown ? 15 : 3)) {
         step.verb = random.percent(75) ? "rival" : "setting";
     } else {
