@@ -18,6 +18,7 @@ struct Expression {
         null,
         whole,      ///< `name` is the literal
         decimal,    ///< `name` is the literal
+        real,       ///< `name` is the literal
         text,       ///< `name` is the literal
         variable,   ///< `name` with its "@"
         column,     ///< `name`, perhaps `qualifier`

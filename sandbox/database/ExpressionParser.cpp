@@ -124,6 +124,7 @@ ExpressionPtr Parser::primary() {
         return number;
     }
     case Token::Sort::decimal: take(); return make(Form::decimal, token.text);
+    case Token::Sort::real: take(); return make(Form::real, token.text);
     case Token::Sort::variable: take(); return make(Form::variable, token.text);
     case Token::Sort::text: {
         take();

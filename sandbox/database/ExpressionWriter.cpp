@@ -50,6 +50,8 @@ std::string ExpressionWriter::stored(const TypedText& value, const SqlType& to) 
 }
 
 TypedText ExpressionWriter::number(const Expression& expression) const {
+    // SQLite reads "1e3" itself; what it cannot hold is infinite and refused where it is converted.
+    if (expression.form == Form::real) return {expression.name, {Kind::real}};
     if (expression.parameter > 0) return {parameterName(expression), {Kind::integer}};
     const basic::Digits exact = parseDecimal(expression.name).value_or(basic::Digits());
     const std::string text = basic::plainText(exact);
@@ -65,7 +67,8 @@ TypedText ExpressionWriter::value(const Expression& expression) const {
     switch (expression.form) {
     case Form::null: return {"NULL", {}};
     case Form::whole:
-    case Form::decimal: return number(expression);
+    case Form::decimal:
+    case Form::real: return number(expression);
     case Form::text:
         if (expression.parameter == 0) wantReadable(expression.name);
         return {expression.parameter > 0 ? parameterName(expression) : quotedText(expression.name),

@@ -91,8 +91,11 @@ private:
             while (isDigit(at(0))) ++at_;
         }
         const std::size_t sign = at(1) == '+' || at(1) == '-' ? 1 : 0;
-        if ((at(0) == 'e' || at(0) == 'E') && isDigit(at(1 + sign)))
-            fail(kSyntaxError, "Numbers with an exponent are not known here.");
+        if ((at(0) == 'e' || at(0) == 'E') && isDigit(at(1 + sign))) {
+            sort = Token::Sort::real;
+            at_ += 1 + sign;
+            while (isDigit(at(0))) ++at_;
+        }
         return sort;
     }
 

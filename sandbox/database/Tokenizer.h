@@ -13,6 +13,7 @@ struct Token {
         text,     ///< 'text' or N'text', doubled quotes made single
         whole,    ///< 12
         decimal,  ///< 1.5
+        real,     ///< 1e3, as a person may scan where a number is read
         variable, ///< @name, with its "@"
         symbol,   ///< an operator or punctuation mark
         end,
