@@ -1,4 +1,5 @@
 // The head of a request: whom it can be sent to, its number, opening and closing.
+#include "screens/lines/frmRequestDetail.h"
 #include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
