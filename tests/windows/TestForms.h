@@ -8,8 +8,6 @@
 #include "tests/windows/Person.h"
 #include "win32/Win32Desktop.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <string>
@@ -89,8 +87,7 @@ public:
 };
 
 /// A person before real windows.
-class OnRealWindows : public testing::Test {
-protected:
+struct OnRealWindows {
     void sits(forms::Form& shown, const std::function<void(Person&)>& script) {
         Person::sits(
             *desktop, [&] { shown.showModal(nullptr); },

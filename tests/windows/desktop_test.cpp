@@ -68,7 +68,7 @@ BOOL WINAPI translateAlt(const MSG* message) {
 
 } // namespace
 
-using RealWindows = OnRealWindows;
+class RealWindows : public testing::Test, protected OnRealWindows {};
 
 TEST_F(RealWindows, KeepTheOrderOfEvents) {
     for (const EventCase& c : eventOrder()) {

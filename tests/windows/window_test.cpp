@@ -93,7 +93,7 @@ Colours rowColours(HWND list, DWORD_PTR row) {
     return {drawing.clrText, drawing.clrTextBk};
 }
 
-using FormsWindow = OnRealWindows;
+class FormsWindow : public testing::Test, protected OnRealWindows {};
 
 } // namespace
 
