@@ -114,10 +114,15 @@ bool closes(Clerk& c, const Step&) {
     return true;
 }
 
-/// Text that means something to a database or a program, into the box that has the focus; past its limits by a program.
+/// Text that means something to a database or a program, into a box of the form; past the box's limits by a program.
 bool hostile(Clerk& c, const Step& step) {
-    auto* box = dynamic_cast<forms::TextBox*>(c.desktop.topForm()->activeControl());
-    if (!box || box->locked()) return false;
+    std::vector<forms::TextBox*> boxes;
+    for (forms::Control* control : c.desktop.topForm()->controls())
+        if (auto* box = dynamic_cast<forms::TextBox*>(control); box && !box->locked() && c.can(box->name()))
+            boxes.push_back(box);
+    if (boxes.empty()) return false;
+    forms::TextBox* box = of(boxes, step.c);
+    if (!c.comesTo(box->name())) return false;
     const std::string& text = of(hostileTexts(), step.a);
     c.memory.typedPrice = c.memory.typedQuantity = true;
     const bool seeks = box->name() == "txtFetch";
@@ -275,7 +280,7 @@ bool searches(Clerk& c, const Step& step) {
     if (!c.comesTo("txtFetch")) return false;
     if (step.b % 4 != 0)
         c.fills("txtFetch", of(kSearches, step.a));
-    else if (!hostile(c, {0, "", step.a, 1}))
+    else if (!hostile(c, {0, "", step.a, 1, 0}))
         return false;
     if (c.desktop.waiting() != Waiting::form || c.user.focus() != "txtFetch") return true;
     c.memory.sought = c.user.text("txtFetch");
