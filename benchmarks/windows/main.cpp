@@ -5,11 +5,9 @@
 #include "benchmarks/windows/Late.h"
 #include "benchmarks/windows/WindowTimes.h"
 #include "common/Recordset.h"
-#include "endurance/windows/Sample.h"
 #include "sandbox/database/Company.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Ear.h"
-#include "tests/windows/Person.h"
+#include "tests/support/Scratch.h"
+#include "tests/windows/Session.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,8 +18,11 @@
 namespace bench {
 namespace {
 
+using support::Person;
+
+HWND const ear = support::makeEar(); ///< of the module's thread
+
 constexpr double kTimesBare = 3; ///< the most that each work may take
-constexpr const char* kTrace = "C:\\trace.sql";
 
 Result row(const std::string& name, const Race& race) {
     return {name, race.ratio(), kTimesBare, "times bare, " + std::to_string(std::lround(1000 * race.bare)) + " ms"};
@@ -38,14 +39,15 @@ double secondsOf(const std::function<void()>& work) {
 /// What the module sends while `act` runs on a connection to that company.
 std::vector<std::string> statementsOf(const std::string& company,
                                       const std::function<void(const automation::ObjectPtr& connection)>& act) {
-    DeleteFileA(kTrace);
+    const std::filesystem::path file = support::scratch("trace.sql");
+    std::filesystem::remove(file);
     {
-        const automation::ObjectPtr connection = support::openConnection(company + ";Trace=" + kTrace);
+        const automation::ObjectPtr connection = support::openConnection(company + ";Trace=" + file.string());
         act(connection);
         connection->call("Close");
     }
     std::vector<std::string> statements;
-    std::ifstream trace(kTrace, std::ios::binary);
+    std::ifstream trace(file, std::ios::binary);
     for (std::string line; std::getline(trace, line);) {
         if (line.ends_with('\r')) line.pop_back();
         statements.push_back(line);
@@ -58,20 +60,18 @@ void require(bool done, const char* what) {
 }
 
 /// Shows the register on a connection while `act` works it.
-void shows(const automation::ObjectPtr& connection, const std::function<bool(support::Clerk& clerk)>& act) {
+void shows(const automation::ObjectPtr& connection, const std::function<bool(Person& clerk)>& act) {
     const automation::ObjectPtr module = support::makeModule(connection, 1);
-    support::Clerk clerk;
     bool done = false;
-    support::Person::sits([&] { module->call("Show"); }, [&] { done = act(clerk); });
+    Person::sits([&] { module->call("Show"); }, [&](Person& clerk) { done = act(clerk); });
     require(done, "a window that was waited for");
 }
 
 /// Seconds from Show until the register has its rows and begins to make its windows. What those cost is the system's.
 double opensRegister(const automation::ObjectPtr& connection) {
     const automation::ObjectPtr module = support::makeModule(connection, 1);
-    const support::Ear ear;
     const std::function<void()> closes = [] { PostMessageW(GetActiveWindow(), WM_CLOSE, 0, 0); };
-    ear.hearsLater(closes); // by the loop in which the register waits for input
+    support::hearsLater(ear, closes); // by the loop in which the register waits for input
     const WindowTimes windows;
     const double begin = seconds();
     module->call("Show");
@@ -81,7 +81,7 @@ double opensRegister(const automation::ObjectPtr& connection) {
 
 /// A company whose shop 1 has that many requests, for browsing only.
 std::string browsingCompany(int requests) {
-    const std::string path = endurance::sampleCompany("C:\\browsing.db");
+    const std::string path = support::sampleCompany("browsing.db");
     const auto company = sandbox::openConnection(path);
     company->database().atomically([&] {
         company->database().executeSilently("delete mesRequesttoShopHeader");
@@ -118,9 +118,9 @@ void measureOpening(const Options& options, Report& report) {
 
 /// The sample company with a supplying shop that carries all that shop 1 does.
 std::string savingCompany() {
-    const std::string path = endurance::sampleCompany("C:\\saving.db");
+    const std::string path = support::sampleCompany("saving.db");
     const auto company = sandbox::openConnection(path);
-    const std::string supplier = std::to_string(endurance::kFirstOffered);
+    const std::string supplier = std::to_string(support::kFirstOffered);
     for (const char* table : {"ashopitemdetail", "ashopitemcategory"}) {
         const std::string column = std::string(table) == "ashopitemdetail" ? "itemid" : "itemcategoryid";
         std::vector<std::string> missing;
@@ -141,18 +141,17 @@ std::string savingCompany() {
 }
 
 /// From the open register to a request with these lines, ready for OK.
-bool entersRequest(support::Clerk& clerk, const std::vector<std::string>& barcodes, std::size_t lines) {
-    if (!endurance::beginsRequest(clerk)) return false;
+bool entersRequest(Person& clerk, const std::vector<std::string>& barcodes, std::size_t lines) {
+    if (!support::beginsRequest(clerk) || !support::beginsLines(clerk)) return false;
     for (std::size_t i = 0; i < lines; ++i)
-        if (!endurance::entersLine(clerk, barcodes[i])) return false;
-    clerk.presses(VK_ESCAPE);
+        if (!support::entersLine(clerk, barcodes[i])) return false;
+    clerk.sendsKey(VK_ESCAPE);
     return clerk.awaits("unloaded frmRequestDetail");
 }
 
 /// Seconds from OK until the request has been saved and the register becomes the active window again.
 double savesRequest(const automation::ObjectPtr& connection, const std::vector<std::string>& barcodes,
                     std::size_t lines) {
-    const support::Ear ear;
     WindowTimes windows;
     double begin = 0;
     // Both run on the module's thread, and until the second the clerk keeps still, as looking takes the system's time.
@@ -162,15 +161,13 @@ double savesRequest(const automation::ObjectPtr& connection, const std::vector<s
         windows.activated = 0;
     };
     const std::function<void()> ends = [&] { over.set_value(); };
-    shows(connection, [&](support::Clerk& clerk) {
+    shows(connection, [&](Person& clerk) {
         if (!clerk.awaits("active frmMaster") || !entersRequest(clerk, barcodes, lines)) return false;
-        ear.hearsLater(begins);
-        clerk.pressesAlt('o');
-        ear.hearsLater(ends);
+        support::hearsLater(ear, begins);
+        clerk.sendsAlt('o');
+        support::hearsLater(ear, ends);
         over.get_future().wait_for(std::chrono::seconds(10));
-        if (!clerk.awaits("unloaded frmRequest")) return false;
-        clerk.pressesAlt('c');
-        return clerk.awaits("unloaded frmMaster");
+        return clerk.awaits("unloaded frmRequest") && support::closesRegister(clerk);
     });
     require(begin > 0 && windows.activated > begin, "the register after OK");
     return windows.activated - begin;
@@ -189,7 +186,7 @@ void measureSaving(const Options& options, Report& report) {
             company->database().executeSilently(std::string("delete ") + table + std::to_string(highest));
     };
     const automation::ObjectPtr connection = support::openConnection(path);
-    const std::vector<std::string> barcodes = endurance::requestableBarcodes(*connection);
+    const std::vector<std::string> barcodes = support::requestableBarcodes(*connection);
     const Late bare = Late::of(connection);
     for (const std::size_t lines : {10u, 100u, 1000u}) {
         if (options.quick && lines > 100) continue;
@@ -225,7 +222,7 @@ void measureSaving(const Options& options, Report& report) {
 int main(int count, char** arguments) {
     return bench::runProgram("bench-windows", count, arguments,
                              [](const bench::Options& options, bench::Report& report) {
-                                 const support::Clerk logs; // Whether windows are logged is settled by the first.
+                                 support::beginLog(); // Whether windows are logged is settled by the first.
                                  bench::measureOpening(options, report);
                                  bench::measureSaving(options, report);
                              });

@@ -1,17 +1,12 @@
 // Someone who hits every key and every spot, and pastes what happens to be on the clipboard.
-#include "com/ObjectFactory.h"
 #include "endurance/Endurance.h"
-#include "endurance/windows/Sample.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Ear.h"
-#include "tests/windows/Person.h"
+#include "tests/windows/Session.h"
 #include "win32/ControlWindow.h"
 #include "win32/Text.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
 #include <random>
 #include <set>
 #include <thread>
@@ -24,10 +19,11 @@ using support::Person;
 constexpr ULONGLONG kPatience = 20000; ///< milliseconds until the windows count as hanging
 
 /// Waits until the windows of the ear's thread have taken all input. False when that does not come about.
-bool catchesUp(const support::Ear& ear) {
+bool catchesUp(HWND ear) {
     const ULONGLONG end = GetTickCount64() + kPatience;
     for (bool busy = true; busy;) {
-        if (!ear.hears([&] { busy = HIWORD(GetQueueStatus(QS_INPUT | QS_POSTMESSAGE)) != 0; }, kPatience)) return false;
+        const auto look = [&] { busy = HIWORD(GetQueueStatus(QS_INPUT | QS_POSTMESSAGE)) != 0; };
+        if (!support::hears(ear, look, kPatience)) return false;
         if (GetTickCount64() > end) return false;
         if (busy) SwitchToThread();
     }
@@ -42,7 +38,7 @@ struct Front {
 
 class Clumsy {
 public:
-    Clumsy(unsigned seed, DWORD thread, const support::Ear& ear, std::vector<std::string> barcodes)
+    Clumsy(unsigned seed, DWORD thread, HWND ear, std::vector<std::string> barcodes)
         : random_(seed), thread_(thread), ear_(ear), barcodes_(std::move(barcodes)) {}
 
     /// One random input. False when the windows hang.
@@ -178,32 +174,9 @@ private:
 
     std::mt19937 random_;
     DWORD thread_;
-    const support::Ear& ear_;
+    HWND ear_;
     std::vector<std::string> barcodes_;
     std::set<std::string> screens_;
-};
-
-/// Settings and reports beside the DLL while it lives, so that the print dialog works.
-class Printing {
-public:
-    Printing() : loads_(com::comObjectFactory()("goodsreq.clsGRtoShop")), settings_(support::printSettings()) {
-        clear();
-        const std::filesystem::path data = std::filesystem::path(PROJECT_DIR) / "sandbox" / "data";
-        support::writeAll(settings_, support::readAll(data / "ShopSetting.txt"));
-        std::filesystem::copy(data / "reports", reports_, std::filesystem::copy_options::recursive);
-    }
-    ~Printing() { clear(); }
-    Printing(const Printing&) = delete;
-    Printing& operator=(const Printing&) = delete;
-
-private:
-    void clear() const {
-        std::filesystem::remove(settings_);
-        std::filesystem::remove_all(reports_);
-    }
-    automation::ObjectPtr loads_;
-    std::filesystem::path settings_;
-    std::filesystem::path reports_ = settings_.parent_path() / "reports";
 };
 
 } // namespace
@@ -212,15 +185,14 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
     const int inputs = options.quick ? 200 : 10000; // twice, with either dialog
     SetEnvironmentVariableA("GOODSREQ_OPEN", dialog.c_str());
     constexpr int kUntilLeaving = 500;
-    const std::string file = sampleCompany("C:\\clumsy.db");
+    const std::string file = support::sampleCompany("clumsy.db");
     const automation::ObjectPtr connection = support::openConnection(file);
     const int oldId = 899; // the sample's requests lie below
-    const Printing printing;
-    const support::Ear ear;
+    HWND const ear = support::makeEar();
     std::atomic<int> shows = 0;
     std::atomic<bool> done = false, over = false, gone = false;
     int acted = 0;
-    Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, requestableBarcodes(*connection));
+    Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, support::requestableBarcodes(*connection));
     const auto reportInputs = [&] {
         report.add({"a clumsy user, " + dialog + ": inputs that could not be made", static_cast<double>(inputs - acted),
                     0, "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown"});

@@ -1,8 +1,7 @@
 #include "com/Bridge.h"
 #include "endurance/Endurance.h"
-#include "endurance/windows/Sample.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Person.h"
+#include "tests/support/Scratch.h"
+#include "tests/windows/Session.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -11,6 +10,8 @@
 
 namespace endurance {
 namespace {
+
+using support::Person;
 
 /// What a process may lose bit by bit.
 struct Holdings {
@@ -74,7 +75,7 @@ long heapBytes() {
 
 /// The numbers after the log's last "alive", added up; -1 where the module never said it.
 long keptByTheModule() {
-    const std::string log = support::readAll(support::Clerk::logFile());
+    const std::string log = support::readAll(support::logFile());
     const std::size_t at = log.rfind("alive ");
     if (at == std::string::npos) return -1;
     std::istringstream words(log.substr(at + 6, log.find('\n', at) - at - 6));
@@ -132,15 +133,15 @@ double lostPerLabel() {
 }
 
 /// One round by keys. False where a window does not come.
-bool entersAndLeaves(support::Clerk& clerk, const std::string& barcode, const std::function<void()>& deepest) {
-    if (!clerk.awaits("active frmMaster") || !beginsRequest(clerk) || !entersLine(clerk, barcode)) return false;
+bool entersAndLeaves(Person& clerk, const std::string& barcode, const std::function<void()>& deepest) {
+    if (!clerk.awaits("active frmMaster") || !beginsRequest(clerk) || !beginsLines(clerk) ||
+        !entersLine(clerk, barcode))
+        return false;
     deepest();
-    clerk.presses(VK_ESCAPE);
+    clerk.sendsKey(VK_ESCAPE);
     if (!clerk.awaits("unloaded frmRequestDetail")) return false;
-    clerk.pressesAlt('c');
-    if (!clerk.answers("Save Changes?", IDNO) || !clerk.awaits("unloaded frmRequest")) return false;
-    clerk.pressesAlt('c');
-    return clerk.awaits("unloaded frmMaster");
+    clerk.sendsAlt('c');
+    return clerk.answers("Save Changes?", IDNO) && clerk.awaits("unloaded frmRequest") && closesRegister(clerk);
 }
 
 } // namespace
@@ -148,19 +149,18 @@ bool entersAndLeaves(support::Clerk& clerk, const std::string& barcode, const st
 void goRound(const Options& options, Report& report) {
     const int rounds = options.quick ? 25 : 1000;
     const int warm = rounds / 5; ///< by then all that is made once has been made
-    const automation::ObjectPtr connection = support::openConnection(sampleCompany("C:\\rounds.db"));
-    const std::string barcode = requestableBarcodes(*connection).front();
+    const automation::ObjectPtr connection = support::openConnection(support::sampleCompany("rounds.db"));
+    const std::string barcode = support::requestableBarcodes(*connection).front();
     const DWORD thread = GetCurrentThreadId();
     int labels = 0;
     Holdings first;
     for (int round = 1; round <= rounds; ++round) {
         {
             const automation::ObjectPtr module = support::makeModule(connection, 1);
-            support::Clerk clerk;
             bool whole = false;
-            support::Person::sits(
+            Person::sits(
                 [&] { module->call("Show"); },
-                [&] { whole = entersAndLeaves(clerk, barcode, [&] { labels = countLabels(thread); }); });
+                [&](Person& clerk) { whole = entersAndLeaves(clerk, barcode, [&] { labels = countLabels(thread); }); });
             if (!whole) throw std::runtime_error("Round " + std::to_string(round) + " came to no end");
         }
         if (round == warm) first = holdings(connection);

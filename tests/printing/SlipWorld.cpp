@@ -4,6 +4,7 @@
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/suite/StandIns.h"
 #include "slip/SlipPrinter.h"
+#include "tests/support/Scratch.h"
 
 namespace printing {
 namespace {
@@ -11,7 +12,6 @@ namespace {
 constexpr const char* kFolder = "C:\\Retail";
 constexpr const char* kSettingsFile = "C:\\Retail\\ShopSetting.txt";
 constexpr const char* kPort = "LPT1";
-constexpr const char* kPortFile = "C:\\SLIP.TXT";
 
 const Settings& plainSettings() {
     // clang-format off
@@ -119,7 +119,7 @@ SlipWorld::SlipWorld(const Settings& changes)
     module.session.messageBoxCaption = "Retail";
     Settings settings = changes;
     if (makeMachine) system.real = makeMachine();
-    if (makeMachine || printElsewhere) settings["port"] = kPortFile;
+    if (makeMachine) settings["port"] = portFile();
     setSettings(settingsText(settings));
 }
 
@@ -134,10 +134,13 @@ std::string SlipWorld::settingsText(const Settings& changes, const std::string& 
 
 void SlipWorld::setSettings(const std::string& content) { system.files[kSettingsFile] = content; }
 
+std::string SlipWorld::settings() const { return system.files.at(kSettingsFile); }
+
+std::string SlipWorld::portFile() { return support::scratch("SLIP.TXT"); }
+
 std::string SlipWorld::print(int request) {
-    if (printElsewhere) return printElsewhere(system.files.at(kSettingsFile), request, desktop.time);
     goodsreq::SlipPrinter(module, goodsreq::SlipPrinter::Target::port).PrintBill(request);
-    return system.real ? system.real->readFile(kPortFile) : system.files.at(kPort);
+    return system.real ? system.real->readFile(portFile()) : system.files.at(kPort);
 }
 
 } // namespace printing

@@ -59,15 +59,14 @@ public:
     /// What fills an empty company, in the server's own statements.
     static std::string companyScript();
     void setSettings(const std::string& content);
+    std::string settings() const;
     /// The slip as the port got it; on a real machine the port is a file.
     std::string print(int request);
 
     /// Makes the real machine that outputs are opened on; without it they are kept in memory.
     static inline std::function<std::unique_ptr<goodsreq::System>()> makeMachine;
-    /// Prints in place of this process's own module: gets the settings file, the request and the time that the footer
-    /// is to show, gives what came out of the file `port`.
-    static inline std::function<std::string(const std::string& settings, int request, automation::Date time)>
-        printElsewhere;
+    /// What the port is on a real machine.
+    static std::string portFile();
 
     UnattendedDesktop desktop;
     support::PortableSystem system;

@@ -1,5 +1,6 @@
 #include "tests/windows/Person.h"
 
+#include "tests/support/Scratch.h"
 #include "win32/ControlWindow.h"
 #include "win32/Text.h"
 
@@ -7,6 +8,7 @@
 
 #include <atomic>
 #include <cstring>
+#include <fstream>
 #include <thread>
 #include <vector>
 
@@ -14,6 +16,55 @@ namespace support {
 namespace {
 
 constexpr int kPatience = 10000; ///< milliseconds
+constexpr UINT kRun = WM_APP + 7;
+
+LRESULT CALLBACK listen(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message != kRun) return DefWindowProcW(window, message, wParam, lParam);
+    (*reinterpret_cast<const std::function<void()>*>(lParam))();
+    return 1;
+}
+
+LPARAM asParameter(const std::function<void()>& body) { return reinterpret_cast<LPARAM>(&body); }
+
+/// This process's message box on top, or null.
+HWND messageBox() {
+    HWND box = nullptr;
+    const auto look = [](HWND window, LPARAM found) CALLBACK -> BOOL {
+        DWORD process = 0;
+        wchar_t name[16] = L"";
+        GetWindowThreadProcessId(window, &process);
+        GetClassNameW(window, name, 16);
+        if (process != GetCurrentProcessId() || lstrcmpW(name, L"#32770") != 0) return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    };
+    EnumWindows(look, reinterpret_cast<LPARAM>(&box));
+    return box;
+}
+
+/// The thread's window that takes input, or null.
+HWND usableWindow(DWORD thread) {
+    HWND usable = nullptr;
+    const auto look = [](HWND window, LPARAM found) CALLBACK -> BOOL {
+        if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    };
+    EnumThreadWindows(thread, look, reinterpret_cast<LPARAM>(&usable));
+    return usable;
+}
+
+bool until(const std::string& what, const std::function<bool()>& seen) {
+    const ULONGLONG end = GetTickCount64() + kPatience;
+    while (!seen()) {
+        if (GetTickCount64() > end) {
+            ADD_FAILURE() << "Not seen: " << what << ", after\n" << readAll(logFile());
+            return false;
+        }
+        Sleep(2);
+    }
+    return true;
+}
 
 INPUT stroke(WORD key, bool up) {
     INPUT input{};
@@ -32,7 +83,7 @@ void beside(const std::function<void()>& module, const std::function<void()>& sc
     std::thread acting([&] {
         script();
         while (!ended) {
-            if (HWND box = FindWindowW(L"#32770", nullptr)) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+            if (HWND box = messageBox()) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
             close();
             Sleep(20);
         }
@@ -48,54 +99,59 @@ void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()
 
 } // namespace
 
-void Person::sits(forms::Desktop& desktop, const std::function<void()>& module,
-                  const std::function<void(Person&)>& script) {
-    const Ear ear;
+HWND makeEar() {
+    HWND ear = CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(ear, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&listen));
+    return ear;
+}
+
+bool hears(HWND ear, const std::function<void()>& body, UINT patience) {
+    DWORD_PTR done = 0;
+    return SendMessageTimeoutW(ear, kRun, 0, asParameter(body), SMTO_NORMAL, patience, &done) && done;
+}
+
+void hearsLater(HWND ear, const std::function<void()>& body) { PostMessageW(ear, kRun, 0, asParameter(body)); }
+
+void beginLog() {
+    writeAll(logFile(), "");
+    SetEnvironmentVariableW(L"GOODSREQ_WINDOW_LOG", win32::wide(logFile()).c_str());
+    SetEnvironmentVariableW(L"GOODSREQ_WINDOW_TEXTS", L"1");
+}
+
+std::string logFile() { return scratch("windows.log"); }
+
+void Person::sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script) {
+    Person person(&desktop);
     const std::function<void()> closeForm = [&] {
         if (forms::Form* form = desktop.topForm()) form->unload();
     };
     beside(
-        module,
-        [&] {
-            Person person(desktop, ear);
-            script(person);
-        },
-        [&] { ear.hears(closeForm, 200); });
+        module, [&] { script(person); }, [&] { hears(person.ear_, closeForm, 200); });
+    DestroyWindow(person.ear_);
 }
 
-void Person::sits(const std::function<void()>& module, const std::function<void()>& script) {
-    const DWORD thread = GetCurrentThreadId();
-    beside(module, script, [thread] {
-        EnumThreadWindows(
-            thread,
-            [](HWND window, LPARAM) CALLBACK -> BOOL {
-                if (IsWindowVisible(window) && IsWindowEnabled(window)) PostMessageW(window, WM_CLOSE, 0, 0);
-                return TRUE;
-            },
-            0);
-    });
+void Person::sits(const std::function<void()>& module, const Script& script) {
+    beginLog();
+    Person person(nullptr);
+    beside(
+        module, [&] { script(person); }, [&] { PostMessageW(usableWindow(person.thread_), WM_CLOSE, 0, 0); });
 }
 
 void Person::look(const std::function<void()>& body) {
-    if (!ear_.hears(body, kPatience)) ADD_FAILURE() << "The module's thread does not answer";
+    if (!hears(ear_, body, kPatience)) ADD_FAILURE() << "The module's thread does not answer";
 }
 
 bool Person::sees(const char* what, const std::function<bool()>& seen) {
-    const ULONGLONG end = GetTickCount64() + kPatience;
-    for (;;) {
-        bool now = false;
+    bool now = false;
+    return until(what, [&] {
         look([&] { now = seen(); });
-        if (now) return true;
-        if (GetTickCount64() > end) break;
-        Sleep(5);
-    }
-    ADD_FAILURE() << "Not seen: " << what;
-    return false;
+        return now;
+    });
 }
 
 bool Person::seesForm(const std::string& name) {
     return sees(name.c_str(), [&] {
-        const forms::Form* form = desktop_.topForm();
+        const forms::Form* form = desktop_->topForm();
         if (!form || form->name() != name || !form->activeControl()) return false;
         HWND window = windowOf(*form->activeControl());
         HWND focus = GetFocus();
@@ -136,15 +192,60 @@ void Person::clicksAt(forms::Control& control, int x, int y) {
 void Person::clicks(forms::Control& control) { clicksAt(control, 8, 8); }
 
 void Person::answers(int button) {
-    const ULONGLONG end = GetTickCount64() + kPatience;
     HWND box = nullptr;
-    while (!(box = FindWindowW(L"#32770", nullptr)) && GetTickCount64() < end) Sleep(5);
-    if (!box) {
-        ADD_FAILURE() << "No message box is up";
-        return;
-    }
+    if (!until("a message box", [&] { return (box = messageBox()) != nullptr; })) return;
     SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
-    while (IsWindow(box) && GetTickCount64() < end) Sleep(5);
+    until("the end of the message box", [&] { return !IsWindow(box); });
+}
+
+bool Person::awaits(const std::string& text) {
+    return until(text, [&] {
+        std::ifstream log(std::filesystem::path(logFile()), std::ios::binary);
+        log.seekg(seen_);
+        for (std::string line; std::getline(log, line) && !log.eof();) {
+            seen_ = log.tellg();
+            if (line == text) return true;
+            if (line.starts_with("message")) ADD_FAILURE() << line;
+        }
+        return false;
+    });
+}
+
+bool Person::answers(const std::string& text, int button) {
+    if (!awaits("message " + text)) return false;
+    answers(button);
+    return true;
+}
+
+void Person::sendsKey(int key) const {
+    if (HWND control = focus()) SendNotifyMessageW(control, WM_KEYDOWN, static_cast<WPARAM>(key), 1);
+}
+
+void Person::sendsText(const std::string& ascii) const {
+    for (const char c : ascii)
+        if (HWND control = focus()) PostMessageW(control, WM_CHAR, static_cast<WPARAM>(c), 1);
+}
+
+void Person::sendsAlt(char letter) const {
+    if (HWND control = focus()) PostMessageW(control, WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29 | 1);
+}
+
+HWND Person::window() const {
+    HWND control = focus();
+    return control ? GetAncestor(control, GA_ROOT) : nullptr;
+}
+
+HWND Person::focus() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    const ULONGLONG begin = GetTickCount64();
+    until("a focus", [&] {
+        // Another program's window may have come in front, and took the keyboard with it.
+        if (GetTickCount64() - begin > 1000) SetForegroundWindow(usableWindow(thread_));
+        return GetGUIThreadInfo(thread_, &info) && info.hwndFocus &&
+               IsWindowEnabled(GetAncestor(info.hwndFocus, GA_ROOT));
+    });
+    return info.hwndFocus;
 }
 
 HWND Person::windowOf(const forms::Control& control) {

@@ -1,23 +1,38 @@
-// A person at real windows: keys that go through the system's own queue, clicks, and looks at what is shown.
+// A person at real windows, who acts from a thread of their own while the module runs on the test's thread.
 #pragma once
 
 #include "forms/Desktop.h"
 #include "forms/Form.h"
-#include "tests/windows/Ear.h"
+#include "win32/Platform.h"
 
 #include <functional>
 #include <string>
 
 namespace support {
 
-/// Acts from a thread of its own while the module runs on the test's thread, as a person does.
+/// A window that nobody sees, of the thread that calls this. Through it other threads have something done there.
+HWND makeEar();
+/// Runs `body` on the ear's thread, between two messages of it, and waits for its end. False when that does not come
+/// about within that many milliseconds.
+bool hears(HWND ear, const std::function<void()>& body, UINT patience);
+/// Has `body` run after what has been posted to the ear's thread by now. Both must live until then.
+void hearsLater(HWND ear, const std::function<void()>& body);
+
+/// Has a DLL's windows logged from now on, as long as none of them has been shown before.
+void beginLog();
+/// The file of that log.
+std::string logFile();
+
 class Person {
 public:
+    using Script = std::function<void(Person&)>;
+
     /// Runs `module` here and `script` beside it. When the script has ended, what is still shown is closed.
-    static void sits(forms::Desktop& desktop, const std::function<void()>& module,
-                     const std::function<void(Person&)>& script);
-    /// The same beside a module in a DLL, whose forms cannot be looked into: the script has keys alone.
-    static void sits(const std::function<void()>& module, const std::function<void()>& script);
+    static void sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script);
+    /// The same beside a module in a DLL, whose forms cannot be looked into: only their log tells what happens.
+    static void sits(const std::function<void()>& module, const Script& script);
+
+    // At the forms of this program.
 
     /// Runs `body` on the module's thread, between its messages. Fails the test when that thread does not answer.
     void look(const std::function<void()>& body);
@@ -25,25 +40,45 @@ public:
     bool sees(const char* what, const std::function<bool()>& seen);
     /// Waits until the form of this name has the keyboard.
     bool seesForm(const std::string& name);
+    void clicks(forms::Control& control);
+    /// Clicks at a point in pixels of the control's window.
+    void clicksAt(forms::Control& control, int x, int y);
+
+    // With keys through the system's own queue, to the window that has the keyboard.
 
     /// All keys are queued before the first is handled. "\r" is Enter, "\t" Tab, "\b" Backspace.
     static void types(const std::string& ascii);
     static void presses(int key, int withKey = 0);
-    void clicks(forms::Control& control);
-    /// Clicks at a point in pixels of the control's window.
-    void clicksAt(forms::Control& control, int x, int y);
     /// Presses and lets go the button of the message box on top.
     static void answers(int button);
+
+    // At the windows of a DLL. Keys go to the control itself, as which window of the screen has the keyboard changes
+    // some time after one has closed, and at once: what a key starts may last as long as a window stays open.
+
+    /// Waits for the next line `text` of the log. Fails the test when nothing comes for ten seconds; false then. A
+    /// message box that comes first fails the test too.
+    bool awaits(const std::string& text);
+    /// Waits for the message box with that text, and presses the button of that id.
+    bool answers(const std::string& text, int button);
+    void sendsKey(int key) const;
+    void sendsText(const std::string& ascii) const; ///< "\r" is Enter, "\n" Ctrl+Enter
+    void sendsAlt(char letter) const;
+    /// The window that has the keyboard.
+    HWND window() const;
 
     /// The window that shows a control, or null.
     static HWND windowOf(const forms::Control& control);
     static std::string shownText(const forms::Control& control);
 
 private:
-    Person(forms::Desktop& desktop, const Ear& ear) : desktop_(desktop), ear_(ear) {}
+    explicit Person(forms::Desktop* desktop) : desktop_(desktop), ear_(desktop ? makeEar() : nullptr) {}
 
-    forms::Desktop& desktop_;
-    const Ear& ear_; ///< of the module's thread
+    HWND focus() const;
+
+    forms::Desktop* desktop_;
+    const DWORD thread_ = GetCurrentThreadId(); ///< the module's
+    HWND ear_;
+    std::streamoff seen_ = 0; ///< of the log
 };
 
 /// Puts text on the clipboard.

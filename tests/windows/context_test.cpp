@@ -6,9 +6,9 @@
 #include "com/Bridge.h"
 #include "com/CallContext.h"
 #include "com/ObjectFactory.h"
-#include "sandbox/host/HostSession.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Person.h"
+#include "tests/support/Scratch.h"
+#include "tests/windows/Session.h"
+#include "win32/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -25,11 +25,9 @@
 
 using namespace automation;
 using com::ComPtr;
+using support::Person;
 
 namespace {
-
-constexpr const char* kCompanyFile = "C:\\context.db";
-constexpr const char* kThreadsFile = "C:\\threads.db"; ///< stays open to the end of the process
 
 HANDLE currentContext() {
     HANDLE context = nullptr;
@@ -38,12 +36,12 @@ HANDLE currentContext() {
     return context;
 }
 
-/// What a manifest beside this program says, in force while it lives; nothing but the program's own for "".
+/// What a manifest says, in force while it lives; nothing but the program's own for "".
 class Activated {
 public:
     explicit Activated(const std::string& manifest) {
         if (manifest.empty()) return;
-        const std::filesystem::path file = folder() / "context_test.extra.manifest";
+        const std::filesystem::path file = support::scratch("extra.manifest");
         support::writeAll(file, "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\n" +
                                     manifest + "</assembly>\n");
         ACTCTXW description{};
@@ -65,20 +63,19 @@ public:
     HANDLE context() const { return context_; }
 
 private:
-    static std::filesystem::path folder() {
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        return std::filesystem::path(path).parent_path();
-    }
-
     HANDLE context_ = nullptr;
     ULONG_PTR cookie_ = 0;
 };
 
 const std::string kPlain = "<assemblyIdentity type=\"win32\" name=\"goodsreq.extra\" version=\"1.0.0.0\"/>\n";
-const std::string kDictionary =
-    kPlain + "<file name=\"C:\\windows\\system32\\scrrun.dll\">\n"
-             "<comClass clsid=\"{EE09B103-97E0-11CF-978F-00A02463E06F}\" progid=\"Extra.Dictionary\"/></file>\n";
+
+std::string dictionary() {
+    wchar_t folder[MAX_PATH] = L"";
+    GetSystemDirectoryW(folder, MAX_PATH);
+    return kPlain + "<file name=\"" + win32::narrow(folder) +
+           "\\scrrun.dll\">\n"
+           "<comClass clsid=\"{EE09B103-97E0-11CF-978F-00A02463E06F}\" progid=\"Extra.Dictionary\"/></file>\n";
+}
 
 using tests::Relay;
 
@@ -159,26 +156,25 @@ TEST_F(Context, ACallBackInFromTheMessageLoopIsNoHostOfItsOwn) {
 TEST_F(Context, AClassThatOnlyTheHostNamesIsFound) {
     const auto create = com::comObjectFactory();
     EXPECT_THROW(create("Extra.Dictionary"), RunTimeError);
-    const Activated host(kDictionary);
+    const Activated host(dictionary());
     const com::CallIn call;
     const Activated own(kPlain);
     EXPECT_TRUE(create("Extra.Dictionary")->has("Exists"));
 }
 
 /// From the register's list into a request and back.
-void lookIntoARequest(support::Clerk& clerk) {
+void lookIntoARequest(Person& clerk) {
     if (!clerk.awaits("active frmMaster")) return;
-    clerk.pressesAlt('e');
+    clerk.sendsAlt('e');
     if (!clerk.awaits("active frmRequest")) return;
-    clerk.presses(VK_ESCAPE);
+    clerk.sendsKey(VK_ESCAPE);
     clerk.awaits("unloaded frmRequest");
-    clerk.pressesAlt('c');
-    clerk.awaits("unloaded frmMaster");
+    support::closesRegister(clerk);
 }
 
 TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
-    sandbox::makeSampleCompany(kCompanyFile);
-    Watch connection(support::openConnection(kCompanyFile));
+    const std::string company = support::sampleCompany("context.db");
+    Watch connection(support::openConnection(company));
     connection.component->hides = false;
     CoUninitialize(); // openConnection() has started it once more
     for (const std::string& hosts : {std::string(), kPlain}) {
@@ -186,8 +182,7 @@ TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
         const Activated host(hosts);
         const ObjectPtr module = support::makeModule(connection.foreign, 1);
         connection.contexts.clear();
-        support::Clerk clerk;
-        support::Person::sits([&] { module->call("Show"); }, [&] { lookIntoARequest(clerk); });
+        Person::sits([&] { module->call("Show"); }, lookIntoARequest);
         // Another component that it is handed to asks what it really is.
         EXPECT_FALSE(connection.contexts[Relay::Call::question].empty());
         for (const HANDLE context : connection.contexts[Relay::Call::question]) EXPECT_EQ(context, host.context());
@@ -207,37 +202,32 @@ void expectRefusal() {
 }
 
 /// As a host does that has a thread, or a time of COM, for each of its windows.
-void showOnce(bool refusedElsewhere) {
+void showOnce(const std::string& company, bool refusedElsewhere) {
     ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
     {
-        const ObjectPtr module = support::makeModule(support::openConnection(kThreadsFile), 1);
+        const ObjectPtr module = support::makeModule(support::openConnection(company), 1);
         CoUninitialize(); // openConnection() has started it once more
-        support::Clerk clerk;
-        support::Person::sits([&] { module->call("Show"); },
-                              [&] {
-                                  if (refusedElsewhere && clerk.awaits("active frmMaster")) {
-                                      std::thread([] {
-                                          ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
-                                          expectRefusal();
-                                          CoUninitialize();
-                                      }).join();
-                                      clerk.pressesAlt('c');
-                                      clerk.awaits("unloaded frmMaster");
-                                  } else {
-                                      lookIntoARequest(clerk);
-                                  }
-                              });
+        Person::sits([&] { module->call("Show"); },
+                     [&](Person& clerk) {
+                         if (!refusedElsewhere || !clerk.awaits("active frmMaster")) return lookIntoARequest(clerk);
+                         std::thread([] {
+                             ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
+                             expectRefusal();
+                             CoUninitialize();
+                         }).join();
+                         support::closesRegister(clerk);
+                     });
     }
     CoUninitialize();
 }
 
 TEST_F(Context, AnotherThreadShowsTheRegisterOnceItIsClosed) {
-    sandbox::makeSampleCompany(kThreadsFile);
+    const std::string company = support::sampleCompany("threads.db");
     CoUninitialize(); // so that each thread's end is the end of COM, and of the components' DLLs
-    std::thread(showOnce, true).join();
-    std::thread(showOnce, false).join();
-    showOnce(false);
-    showOnce(false);
+    std::thread(showOnce, company, true).join();
+    std::thread(showOnce, company, false).join();
+    showOnce(company, false);
+    showOnce(company, false);
     ASSERT_TRUE(SUCCEEDED(CoInitialize(nullptr)));
 }
 

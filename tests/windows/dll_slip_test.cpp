@@ -1,14 +1,15 @@
-// The golden slips once more, out of the delivered DLL: created by its ProgID, worked from the register's list to
-// the print dialog, the slip read from the file that stands for the printer.
+// The slip out of the delivered DLL: created by its ProgID, worked from the register's list to the print dialog, read
+// from the file that stands for the printer, on a host whose arithmetic and stack are the worst that there are.
 #include "com/Bridge.h"
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/database/Company.h"
 #include "tests/printing/SlipWorld.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Person.h"
+#include "tests/support/Scratch.h"
+#include "tests/windows/Session.h"
+#include "win32/System.h"
+#include "win32/Win32System.h"
 
 #include "basic/Calendar.h"
-#include "basic/Format.h"
 
 #include <gtest/gtest.h>
 
@@ -18,47 +19,27 @@
 
 #include <immintrin.h>
 
-#include <filesystem>
-
 namespace {
 
-constexpr const char* kCompanyFile = "C:\\slips.db";
-constexpr const char* kSlipOut = "C:\\SLIP.TXT";
-constexpr const char* kUser = "Ann Porter - ";
-constexpr std::size_t kTimeLength = 19; ///< dd/mm/yyyy HH:MM:SS
+using support::Person;
 
 /// From the register's first row to the wanted one, and through the print dialog, which offers the printer.
-void printByKeys(support::Clerk& clerk, int row) {
+void printByKeys(Person& clerk, int row) {
     if (!clerk.awaits("active frmMaster")) return;
-    for (int i = 1; i < row; ++i) clerk.presses(VK_DOWN);
-    clerk.pressesAlt('p');
+    for (int i = 1; i < row; ++i) clerk.sendsKey(VK_DOWN);
+    clerk.sendsAlt('p');
     if (!clerk.awaits("active frmPrint")) return;
-    clerk.pressesAlt('o');
-    if (!clerk.awaits("unloaded frmPrint")) return;
-    clerk.pressesAlt('c');
-    clerk.awaits("unloaded frmMaster");
+    clerk.sendsAlt('o');
+    if (clerk.awaits("unloaded frmPrint")) support::closesRegister(clerk);
 }
 
-/// The slip with `time` in each footer, in place of the time at which it was printed, which lies from `from` to `to`.
-std::string withTime(std::string slip, automation::Date time, automation::Date from, automation::Date to) {
-    const auto text = [](automation::Date at) { return basic::format(at, "yyyymmddHHMMSS"); };
-    for (std::size_t at = 0; (at = slip.find(kUser, at)) != std::string::npos;) {
-        at += std::string(kUser).size();
-        const std::string shown = slip.substr(at, kTimeLength);
-        if (shown.size() < kTimeLength) break;
-        const std::string ordered = shown.substr(6, 4) + shown.substr(3, 2) + shown.substr(0, 2) + shown.substr(11, 2) +
-                                    shown.substr(14, 2) + shown.substr(17, 2);
-        EXPECT_LE(text(from), ordered);
-        EXPECT_LE(ordered, text(to));
-        slip.replace(at, kTimeLength, basic::format(time, "dd/mm/yyyy") + " " + basic::format(time, "HH:MM:SS"));
-    }
-    return slip;
-}
-
-automation::Date now() {
+/// With so many seconds after it.
+automation::Date now(double seconds = 0) {
     SYSTEMTIME t;
     GetLocalTime(&t);
-    return basic::dateOf(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond);
+    automation::Date time = basic::dateOf(t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond);
+    time.days += seconds / 86400;
+    return time;
 }
 
 /// What a host may have set for its thread; the two of a plain program are 0x37F and 0x1F80.
@@ -98,54 +79,52 @@ HRESULT show(_clsGRtoShop* object, [[maybe_unused]] unsigned offset) {
 #endif
 }
 
-/// A company in a file, and a session on it of a host whose arithmetic and stack are the worst that there are.
-
-class Host {
-public:
-    Host() {
-        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, L"dd/MM/yyyy");
-        std::filesystem::remove(kCompanyFile);
-        sandbox::runScript(*sandbox::createCompany(kCompanyFile, sandbox::schemaText()),
-                           printing::SlipWorld::companyScript());
-        connection_ = support::openConnection(kCompanyFile);
-    }
-
-    std::string print(const std::string& settings, int request, automation::Date time) {
-        const automation::ObjectPtr module = support::makeModule(connection_, 5);
-        const std::filesystem::path settingsFile = support::printSettings();
-        support::writeAll(settingsFile, "printtoscreen :=0\r\n" + settings); // of two lines the first is taken
-        std::filesystem::remove(kSlipOut);
-        support::Clerk clerk;
-        const automation::Date before = now();
+TEST(SlipOfTheDll, IsWhatTheModuleItselfPrints) {
+    const struct {
+        int request;
+        printing::Settings changes;
+    } cases[] = {
+        {printing::kThreeLines, {{"showcostintrans", "1"}, {"showspintransrep", "1"}}},
+        {printing::kForeignLetters, {{"showspintransrep", "1"}}},
+    };
+    printing::SlipWorld::makeMachine = [] { return win32::makeSystem(); };
+    const std::string company = support::scratch("slips.db");
+    sandbox::runScript(*sandbox::createCompany(company, sandbox::schemaText()), printing::SlipWorld::companyScript());
+    const automation::ObjectPtr connection = support::openConnection(company);
+    unsigned shows = 0;
+    for (const auto& c : cases) {
+        printing::SlipWorld world(c.changes);
+        world.desktop.userLocale = win32::userLocale();
+        const automation::ObjectPtr module = support::makeModule(connection, 5);
+        const std::filesystem::path settings = support::printSettings();
+        support::writeAll(settings, win32::makeSystem()->encode("printtoscreen :=0\r\n" + world.settings()));
         const auto component = com::toDispatch(module).query<_clsGRtoShop>(IID__clsGRtoShop);
         const Arithmetic plain = Arithmetic::current(), harsh;
         Arithmetic after;
-        support::Person::sits(
+        const automation::Date begin = now(0.25);
+        Person::sits(
             [&] {
                 harsh.set();
-                const HRESULT shown = show(component.get(), 4 * (shows_++ % 4));
+                const HRESULT shown = show(component.get(), 4 * (1 + 2 * shows++));
                 after = Arithmetic::current();
                 plain.set();
                 EXPECT_EQ(shown, S_OK);
             },
-            [&] { printByKeys(clerk, request); });
+            [&](Person& clerk) { printByKeys(clerk, c.request); });
         EXPECT_EQ(after.x87, harsh.x87);
         EXPECT_EQ(after.sse, harsh.sse);
-        std::filesystem::remove(settingsFile);
-        return withTime(support::readAll(kSlipOut), time, before, now());
+        std::filesystem::remove(settings);
+        const std::string slip = support::readAll(printing::SlipWorld::portFile());
+        EXPECT_NE(slip, "");
+        std::string expected;
+        // The footer tells in which second it was printed.
+        world.desktop.time = begin;
+        for (const automation::Date end = now(1); world.desktop.time.days < end.days && expected != slip;) {
+            expected = world.print(c.request);
+            world.desktop.time.days += 1.0 / 86400;
+        }
+        EXPECT_EQ(slip, expected);
     }
-
-private:
-    automation::ObjectPtr connection_;
-    unsigned shows_ = 0;
-};
-
-const bool installed = [] {
-    printing::SlipWorld::printElsewhere = [](const std::string& settings, int request, automation::Date time) {
-        static Host& host = *new Host; // COM ends with the process
-        return host.print(settings, request, time);
-    };
-    return true;
-}();
+}
 
 } // namespace

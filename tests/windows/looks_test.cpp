@@ -1,8 +1,7 @@
 // Every screen of the DLL on the screen that the machine has: no text is cut, nothing lies over or outside.
 // tests/windows/looks.sh runs this at several resolutions.
-#include "sandbox/host/HostSession.h"
-#include "tests/windows/Clerk.h"
-#include "tests/windows/Person.h"
+#include "tests/support/Scratch.h"
+#include "tests/windows/Session.h"
 #include "win32/Dpi.h"
 #include "win32/FormWindow.h"
 #include "win32/Text.h"
@@ -13,8 +12,6 @@
 #include <vector>
 
 namespace {
-
-constexpr const char* kCompanyFile = "C:\\looks.db";
 
 struct Seen {
     std::string name; ///< class and text
@@ -109,48 +106,37 @@ void expectWhole(HWND form) {
 }
 
 /// From the register to every screen that opens from it.
-void lookAround(support::Clerk& clerk) {
+void lookAround(support::Person& clerk) {
     const auto look = [&] { expectWhole(clerk.window()); };
     if (!clerk.awaits("active frmMaster")) return;
     look();
     ShowWindow(clerk.window(), SW_MAXIMIZE);
     look();
     ShowWindow(clerk.window(), SW_RESTORE);
-    clerk.pressesAlt('n');
-    if (!clerk.awaits("active frmRequest")) return;
-    clerk.presses(VK_DOWN);
+    if (!support::beginsRequest(clerk)) return;
     look();
-    clerk.types('\r');
-    clerk.awaits("focus frmRequest.txtRemarks");
-    clerk.types('\r');
-    clerk.awaits("focus frmRequest.lvwrequest");
-    clerk.types('\n');
-    if (!clerk.awaits("active frmRequestDetail")) return;
+    if (!support::beginsLines(clerk)) return;
     look();
-    clerk.pressesAlt('l');
+    clerk.sendsAlt('l');
     clerk.awaits("unloaded frmRequestDetail");
-    clerk.presses(VK_ESCAPE);
-    clerk.awaits("message Save Changes?");
-    support::Person::answers(IDNO);
+    clerk.sendsKey(VK_ESCAPE);
+    clerk.answers("Save Changes?", IDNO);
     clerk.awaits("unloaded frmRequest");
-    clerk.pressesAlt('p');
+    clerk.sendsAlt('p');
     if (!clerk.awaits("active frmPrint")) return;
     look();
-    clerk.types('\x1b');
+    clerk.sendsText("\x1b");
     clerk.awaits("unloaded frmPrint");
-    clerk.pressesAlt('c');
-    clerk.awaits("unloaded frmMaster");
+    support::closesRegister(clerk);
 }
 
 TEST(Looks, NothingIsCutOrLiesOver) {
-    if (!std::filesystem::exists(kCompanyFile)) sandbox::makeSampleCompany(kCompanyFile);
-    const automation::ObjectPtr connection = support::openConnection(kCompanyFile);
+    const automation::ObjectPtr connection = support::openConnection(support::sampleCompany("looks.db"));
     for (const std::int32_t interfaceId : {1507, 1611}) {
         SCOPED_TRACE(interfaceId);
         const automation::ObjectPtr module = support::makeModule(connection, 1, interfaceId);
         support::writeAll(support::printSettings(), "printtoscreen :=1\r\nwindowsprint :=1\r\n");
-        support::Clerk clerk;
-        support::Person::sits([&] { module->call("Show"); }, [&] { lookAround(clerk); });
+        support::Person::sits([&] { module->call("Show"); }, lookAround);
         std::filesystem::remove(support::printSettings());
     }
 }

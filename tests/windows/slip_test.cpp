@@ -3,6 +3,7 @@
 #include "basic/Apostrophes.h"
 #include "tests/basic/ExpectError.h"
 #include "tests/printing/SlipWorld.h"
+#include "tests/support/Scratch.h"
 #include "win32/Platform.h"
 #include "win32/System.h"
 #include "win32/Text.h"
@@ -10,9 +11,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <filesystem>
 
 namespace {
+
+using support::scratch;
 
 const bool installed = [] {
     printing::SlipWorld::makeMachine = [] { return win32::makeSystem(); };
@@ -33,29 +36,29 @@ TEST_F(Machine, HasNoBestFitForWhatTheCodePageLacks) {
 }
 
 TEST_F(Machine, SaysWhyAFileCannotBeOpened) {
-    EXPECT_EQ(errorOf([&] { system->readFile("C:\\no such file.txt"); }), 53);
-    EXPECT_EQ(errorOf([&] { system->readFile("C:\\no such folder\\file.txt"); }), 76);
-    EXPECT_EQ(errorOf([&] { system->openForOutput("C:\\no such folder\\file.txt"); }), 76);
+    EXPECT_EQ(errorOf([&] { system->readFile(scratch("no such file.txt")); }), 53);
+    EXPECT_EQ(errorOf([&] { system->readFile(scratch("no such folder\\file.txt")); }), 76);
+    EXPECT_EQ(errorOf([&] { system->openForOutput(scratch("no such folder\\file.txt")); }), 76);
     EXPECT_EQ(errorOf([&] { system->openForOutput("LPT9"); }), 68);
-    const auto first = system->openForOutput("C:\\slip in use.txt");
-    EXPECT_EQ(errorOf([&] { system->openForOutput("C:\\slip in use.txt"); }), 70);
+    const std::string inUse = scratch("slip in use.txt");
+    const auto first = system->openForOutput(inUse);
+    EXPECT_EQ(errorOf([&] { system->openForOutput(inUse); }), 70);
 }
 
 TEST_F(Machine, ReplacesWhatAFileHeld) {
+    const std::string path = scratch("slip replaced.txt");
     for (const char* text : {"a long first text\r\n", "short\f"}) {
-        const auto output = system->openForOutput("C:\\slip replaced.txt");
+        const auto output = system->openForOutput(path);
         output->write(text);
         output->close();
-        EXPECT_EQ(system->readFile("C:\\slip replaced.txt"), text);
+        EXPECT_EQ(system->readFile(path), text);
     }
     EXPECT_FALSE(system->windowsDirectory().empty());
 }
 
-std::wstring inSystem(const std::string& path) { return {path.begin(), path.end()}; }
-
 TEST_F(Machine, WritesASlipOnlyToAPlainFileWithOneName) {
-    const std::string kept = "somebody else's", path = "C:\\slip as a plain file.txt",
-                      other = "C:\\another name of it.txt";
+    const std::string kept = "somebody else's", path = scratch("slip as a plain file.txt"),
+                      other = scratch("another name of it.txt"), folder = scratch("a folder of that name");
     const auto message = [&](const std::string& name) {
         try {
             system->openPlainFile(name)->write("lost");
@@ -72,18 +75,17 @@ TEST_F(Machine, WritesASlipOnlyToAPlainFileWithOneName) {
         EXPECT_EQ(system->readFile(path), text);
     }
     system->openForOutput(path)->write(kept);
-    DeleteFileW(inSystem(other).c_str());
-    ASSERT_TRUE(CreateHardLinkW(inSystem(other).c_str(), inSystem(path).c_str(), nullptr));
+    std::filesystem::create_hard_link(path, other);
     EXPECT_EQ(message(path), "75" + path + " is no plain file with one name, so nothing was written to it");
     EXPECT_EQ(system->readFile(other), kept);
-    DeleteFileW(inSystem(other).c_str());
+    std::filesystem::remove(other);
     EXPECT_EQ(message(path), "it was opened");
 
-    CreateDirectoryW(L"C:\\a folder of that name", nullptr);
-    EXPECT_NE(message("C:\\a folder of that name").find("is no plain file"), std::string::npos);
+    std::filesystem::create_directory(folder);
+    EXPECT_NE(message(folder).find("is no plain file"), std::string::npos);
     for (const char* device : {"NUL", "C:\\NUL", "\\\\.\\pipe\\nobody"})
         EXPECT_NE(message(device), "it was opened") << device;
-    EXPECT_EQ(errorOf([&] { system->openPlainFile("C:\\no such folder\\file.txt"); }), 76);
+    EXPECT_EQ(errorOf([&] { system->openPlainFile(scratch("no such folder\\file.txt")); }), 76);
 }
 
 TEST_F(Machine, TellsAPlainFileByWhatTheSystemSaysOfIt) {

@@ -1,0 +1,41 @@
+// A session on a company that a test has made, with the component out of its DLL, and what a person enters there.
+#pragma once
+
+#include "automation/Object.h"
+#include "tests/windows/Person.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// Writes the sample company to a scratch file of that name, which is replaced, and answers its path.
+std::string sampleCompany(const std::string& name);
+/// The sandbox's connection to a company's file, made by its ProgID. COM is started for this thread.
+automation::ObjectPtr openConnection(const std::string& companyFile);
+/// An object of the component with a session of shop 1 on that connection, ready for "Show".
+automation::ObjectPtr makeModule(const automation::ObjectPtr& connection, std::int16_t user,
+                                 std::int32_t interfaceId = 1507);
+
+/// The print settings beside the DLL, once an object of it has been made.
+std::filesystem::path printSettings();
+
+/// The shop that stands first in the list that shop 1 chooses from.
+inline constexpr int kFirstOffered = 5;
+/// Barcodes of items that shop 1 may request from it; by item.
+std::vector<std::string> requestableBarcodes(automation::Object& connection);
+
+// By keys; false where a window does not come.
+
+/// From the register that stands to a new request to that shop, whose list of lines then has the focus.
+bool beginsRequest(Person& person);
+/// From there to line entry.
+bool beginsLines(Person& person);
+/// In line entry: an item by its barcode, a quantity, OK.
+bool entersLine(Person& person, const std::string& barcode);
+/// Leaves the register by its button.
+bool closesRegister(Person& person);
+
+} // namespace support
