@@ -226,6 +226,12 @@ if(GTEST_SOURCE AND windows_tests)
         target_link_libraries(${name} PRIVATE windows_person)
     endforeach()
 
+    # What runs them on a real machine, with that machine's ADO.
+    add_executable(goodsreq-check tests/windows/check/main.cpp tests/windows/check/Facts.cpp
+        tests/windows/check/Server.cpp)
+    target_link_options(goodsreq-check PRIVATE -static -municode -Wl,--tsaware)
+    target_link_libraries(goodsreq-check PRIVATE host com win32)
+
     # The part of the proof that needs the DLL itself.
     function(proof_program name)
         add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp)

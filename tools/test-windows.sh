@@ -27,7 +27,7 @@ else
     )
     # What says the same in both widths is run in one.
     elsewhere=widths.sh
-    [ "$WIDTH" = x64 ] || elsewhere="looks_test.exe|measures_test.exe|connect.sh|dialogs.sh|looks.sh|register.sh"
+    [ "$WIDTH" = x64 ] || elsewhere="looks_test.exe|measures_test.exe|check-kit.sh|connect.sh|dialogs.sh|looks.sh|register.sh"
     readarray -t tests < <(printf '%s\n' "${tests[@]}" | grep -vE "/($elsewhere)\$")
 fi
 [ ${#tests[@]} -gt 0 ] || exit 0

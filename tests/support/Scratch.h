@@ -1,7 +1,7 @@
 // Files that a test makes, and that go with it.
 #pragma once
 
-#include <unistd.h>
+#include "tests/support/TestFolder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -12,17 +12,8 @@ namespace support {
 
 /// A file of that name in a folder of this process's own, which goes when it ends.
 inline std::string scratch(const std::string& name) {
-    struct Folder {
-        const std::filesystem::path path =
-            std::filesystem::temp_directory_path() / ("goodsreq-" + std::to_string(getpid()));
-        Folder() { std::filesystem::create_directories(path); }
-        ~Folder() {
-            std::error_code whatIsStillOpen;
-            std::filesystem::remove_all(path, whatIsStillOpen);
-        }
-    };
-    static const Folder folder;
-    return (folder.path / name).string();
+    static const TestFolder folder;
+    return folder.file(name);
 }
 
 inline std::string readAll(const std::filesystem::path& path) {

@@ -1,6 +1,8 @@
 // A folder of a test's own: new, readable by nobody else, removed at the end.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -12,7 +14,14 @@ class TestFolder {
 public:
     TestFolder() {
         std::string name = (std::filesystem::temp_directory_path() / "goodsreq-XXXXXX").string();
+#ifdef _WIN32 // where that is the user's own
+        static int folders = 0;
+        name.replace(name.size() - 6, 6, std::to_string(getpid()) + "-" + std::to_string(++folders));
+        std::filesystem::remove_all(name); // of a process that had the number before
+        std::filesystem::create_directory(name);
+#else
         if (!mkdtemp(name.data())) throw std::runtime_error("there is no room for a test's folder: " + name);
+#endif
         path_ = name;
     }
     TestFolder(const TestFolder&) = delete;

@@ -1,6 +1,7 @@
 #include "tests/windows/Person.h"
 
 #include "tests/support/Scratch.h"
+#include "tests/windows/TopWindow.h"
 #include "win32/ControlWindow.h"
 #include "win32/Text.h"
 
@@ -28,30 +29,16 @@ LPARAM asParameter(const std::function<void()>& body) { return reinterpret_cast<
 
 /// This process's message box on top, or null.
 HWND messageBox() {
-    HWND box = nullptr;
-    const auto look = [](HWND window, LPARAM found) CALLBACK -> BOOL {
-        DWORD process = 0;
-        wchar_t name[16] = L"";
-        GetWindowThreadProcessId(window, &process);
-        GetClassNameW(window, name, 16);
-        if (process != GetCurrentProcessId() || lstrcmpW(name, L"#32770") != 0) return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    };
-    EnumWindows(look, reinterpret_cast<LPARAM>(&box));
-    return box;
+    return topWindow(
+        [](HWND window) { return processOf(window) == GetCurrentProcessId() && classOf(window) == L"#32770"; });
 }
 
 /// The thread's window that takes input, or null.
 HWND usableWindow(DWORD thread) {
-    HWND usable = nullptr;
-    const auto look = [](HWND window, LPARAM found) CALLBACK -> BOOL {
-        if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    };
-    EnumThreadWindows(thread, look, reinterpret_cast<LPARAM>(&usable));
-    return usable;
+    return topWindow([thread](HWND window) {
+        return GetWindowThreadProcessId(window, nullptr) == thread && IsWindowVisible(window) &&
+               IsWindowEnabled(window);
+    });
 }
 
 bool until(const std::string& what, const std::function<bool()>& seen) {

@@ -13,13 +13,13 @@ flock 9
 }
 folder=$WINEPREFIX/drive_c/retail
 mkdir "$folder"
-cp "$root"/dist/goodsreq-*.zip "$root"/dist/goodsreq-*.SHA256SUMS "$folder/"
+cp "$root"/dist/goodsreq-[0-9]*.zip "$root"/dist/goodsreq-[0-9]*.SHA256SUMS "$folder/"
 exec 9>&-
-(cd "$folder" && cmake -E tar xf goodsreq-*.zip && sha256sum --quiet -c goodsreq-*.SHA256SUMS && cd goodsreq-*/ && sha256sum --quiet -c SHA256SUMS)
-rm "$folder"/goodsreq-*.zip "$folder"/goodsreq-*.SHA256SUMS
-hostFolder=$(echo "$folder"/goodsreq-*/"$WIDTH")
+(cd "$folder" && cmake -E tar xf goodsreq-[0-9]*.zip && sha256sum --quiet -c goodsreq-[0-9]*.SHA256SUMS && cd goodsreq-[0-9]*/ && sha256sum --quiet -c SHA256SUMS)
+rm "$folder"/goodsreq-[0-9]*.zip "$folder"/goodsreq-[0-9]*.SHA256SUMS
+hostFolder=$(echo "$folder"/goodsreq-[0-9]*/"$WIDTH")
 # No document leads to what the package leaves out.
-(cd "$folder"/goodsreq-*/docs && grep -ohE '\]\([^):#]+' ./*.md | cut -c3- | sort -u | xargs -d '\n' ls -d) >/dev/null
+(cd "$folder"/goodsreq-[0-9]*/docs && grep -ohE '\]\([^):#]+' ./*.md | cut -c3- | sort -u | xargs -d '\n' ls -d) >/dev/null
 
 makeCompany
 startHost statements

@@ -1,0 +1,34 @@
+// Looks for a window among those on the screen.
+#pragma once
+
+#include "win32/Platform.h"
+
+#include <functional>
+#include <string>
+
+namespace support {
+
+/// The first from the top that fits, or null.
+inline HWND topWindow(const std::function<bool(HWND)>& fits) {
+    std::pair<const std::function<bool(HWND)>&, HWND> search(fits, nullptr);
+    const auto look = [](HWND window, LPARAM parameter) CALLBACK -> BOOL {
+        auto& sought = *reinterpret_cast<decltype(search)*>(parameter);
+        if (sought.first(window)) sought.second = window;
+        return !sought.second;
+    };
+    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    return search.second;
+}
+
+inline DWORD processOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
+inline std::wstring classOf(HWND window) {
+    wchar_t name[64] = L"";
+    return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
+}
+
+} // namespace support
