@@ -2,12 +2,13 @@
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     set(architecture amd64)
     set(widl_target --win64)
-    set(dist_folder ${CMAKE_SOURCE_DIR}/dist/x64)
+    set(width x64)
 else()
     set(architecture x86)
     set(widl_target --win32)
-    set(dist_folder ${CMAKE_SOURCE_DIR}/dist/x86)
+    set(width x86)
 endif()
+set(dist_folder ${CMAKE_SOURCE_DIR}/dist/${width})
 set(generated ${CMAKE_BINARY_DIR}/generated)
 add_compile_definitions(UNICODE _UNICODE NOMINMAX)
 
@@ -106,7 +107,8 @@ endfunction()
 
 # The DLLs.
 function(com_dll name)
-    add_library(${name}_dll SHARED ${CMAKE_SOURCE_DIR}/src/com/Exports.cpp ${CMAKE_SOURCE_DIR}/src/com/exports.def ${ARGN})
+    add_library(${name}_dll SHARED ${CMAKE_SOURCE_DIR}/src/com/Exports.cpp
+        ${CMAKE_SOURCE_DIR}/src/com/exports.def ${ARGN})
     set_target_properties(${name}_dll PROPERTIES OUTPUT_NAME ${name} PREFIX "")
     target_include_directories(${name}_dll PRIVATE ${generated})
     target_link_options(${name}_dll PRIVATE -static -Wl,--enable-stdcall-fixup)
@@ -155,7 +157,7 @@ foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-hos
     list(APPEND delivered_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
 endforeach()
 list(APPEND delivered_files ${generated}/goodsreq.tlb)
-add_custom_target(dist
+add_custom_target(dist ALL
     COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${delivered_files} ${dist_folder}
     COMMAND ${CMAKE_COMMAND} -E copy_if_different ${CMAKE_SOURCE_DIR}/sandbox/data/ShopSetting.txt ${dist_folder}
@@ -188,7 +190,7 @@ add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
 find_path(GTEST_SOURCE src/gtest-all.cc PATHS /usr/src/googletest/googletest
     NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
 file(GLOB windows_tests CONFIGURE_DEPENDS tests/windows/*_test.cpp)
-if(GTEST_SOURCE AND windows_tests)
+if(BUILD_TESTING AND GTEST_SOURCE)
     add_library(gtest_windows STATIC ${GTEST_SOURCE}/src/gtest-all.cc ${GTEST_SOURCE}/src/gtest_main.cc)
     target_include_directories(gtest_windows SYSTEM PUBLIC ${GTEST_SOURCE}/include PRIVATE ${GTEST_SOURCE})
     target_compile_options(gtest_windows PRIVATE -w)
@@ -249,8 +251,12 @@ if(GTEST_SOURCE AND windows_tests)
 endif()
 
 # Calls of every wrong kind to the component and the sandbox's objects, made at random.
-add_executable(bridge_fuzz EXCLUDE_FROM_ALL tests/windows/fuzz/bridge_fuzz.cpp
+add_executable(bridge_fuzz tests/windows/fuzz/bridge_fuzz.cpp
     tests/windows/fuzz/BridgeInputs.cpp)
 target_link_options(bridge_fuzz PRIVATE -static)
 target_link_libraries(bridge_fuzz PRIVATE com forms database data psapi)
 host_manifest(goodsreq.test bridge_fuzz.exe.manifest goodsreq.component goodsreq.sandbox)
+
+if(BUILD_TESTING)
+    add_subdirectory(tests/windows)
+endif()

@@ -1,15 +1,19 @@
-# Functions that run the sandbox's host and read what it left in the database. Sourced, never run; needs tools/wine.sh and
-# tools/screen.sh, and a folder in $folder.
+# Functions that run the sandbox's host and read what it left in the database. Sourced, never run; needs tools/wine.sh
+# and tools/screen.sh. The company lies in $folder ($OUT); the host is that of $hostFolder ($DIST).
 #
 # makeCompany           makes the sample company in $folder/company.db
 # startHost NAME OPTION...  starts the host beside us; its statements go to NAME.sql, its windows' log is awaited
-# toLineEntry CAPTION   from its start to line entry for a new request; CAPTION is the register's
+# openRegister OPTION...    the same, until the register is there and has the keyboard; its title is $register
+# toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's
 # awaitHost             waits until it has ended by itself; its exit status is ours
+# expect WHAT FOUND EXPECTED    ends the script where both differ
 # stored QUERY          rows of the database, columns parted by "|"
-# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each prints once: id and
-#                       columns, a line each
+# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each prints
+#                       once: id and columns, a line each
 requesting=1
 supplying=5
+folder=${OUT:-.}
+register="Goods Request To Shop"
 
 startHost() {
     local name=$1
@@ -17,25 +21,27 @@ startHost() {
     screenLog=$folder/host.log
     rm -f "$screenLog"
     logSeen=0
-    timeout --foreground -k 5 900 "$loader" "${hostFolder:-$DIST}/goodsreq-host.exe" --database "$(wine_path "$folder/company.db")" \
-        --trace "$(wine_path "$folder/$name.sql")" --log "$(wine_path "$screenLog")" "$@" \
-        >"$folder/host.out" 2>&1 </dev/null &
+    timeout --foreground -k 5 900 "$loader" "${hostFolder:-$DIST}/goodsreq-host.exe" \
+        --database "$(wine_path "$folder/company.db")" --trace "$(wine_path "$folder/$name.sql")" \
+        --log "$(wine_path "$screenLog")" "$@" >"$folder/host.out" 2>&1 </dev/null &
     programPid=$!
 }
 
+openRegister() {
+    startHost statements "$@"
+    await_log "active frmMaster" 120
+    focus_window "$register"
+}
+
+hostEnded() {
+    ! kill -0 "$programPid" 2>/dev/null
+}
+
 awaitHost() {
-    local status=0 waited=0
-    while kill -0 "$programPid" 2>/dev/null; do
-        waited=$((waited + 1))
-        if [ "$waited" -gt 300 ]; then
-            echo "the host does not end" >&2
-            return 1
-        fi
-        sleep 0.1
-    done
-    wait "$programPid" || status=$?
+    local process=$programPid
+    awaitThat 30 "the host's end" hostEnded || return 1
     programPid=""
-    return "$status"
+    wait "$process"
 }
 
 # With a wrong key the host makes the company, shows nothing and ends.
@@ -60,21 +66,23 @@ items() {
         and s.shortcutno is not null group by a.itemid having count(*) = 1 order by a.itemid"
 }
 
-# The shop box's list is sorted by name, and the supplying shop is its first.
 toLineEntry() {
     await_log "active frmMaster"
     focus_window "$1"
-    press ctrl+Return
-    await_log "active frmRequest"
+    step ctrl+Return "active frmRequest"
     chooseShop
-    press Return
-    await_log "focus frmRequest.lvwrequest"
-    press Return
-    await_log "active frmRequestDetail"
+    step Return "focus frmRequest.lvwrequest"
+    step Return "active frmRequestDetail"
 }
 
-# In a new request, which begins in the list of shops.
+# In a new request, which begins in the list of shops. That is sorted by name, and the supplying shop is its first.
 chooseShop() {
-    press Down Return
-    await_log "focus frmRequest.txtRemarks"
+    step "Down Return" "focus frmRequest.txtRemarks"
+}
+
+expect() {
+    [ "$2" = "$3" ] || {
+        printf '%s: expected\n%s\nfound\n%s\n' "$1" "$3" "$2"
+        exit 1
+    }
 }

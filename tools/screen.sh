@@ -1,33 +1,34 @@
-# Functions for one who sits at the virtual screen: waits for a window, types, clicks, takes pictures. Sourced, never run.
+# Functions for one who sits at the virtual screen: types, waits, clicks, takes pictures. Sourced, never run.
 #
-# await_log TEXT [S]    waits until a line of $screenLog, after the last one waited for, holds TEXT; at most S seconds (30)
-# focus_window TITLE    gives the keyboard to the window whose title holds TITLE
-# type_keys TEXT        types TEXT as a person does
-# press KEY...          presses keys by name: Return, Tab, Escape, F2, alt+n, ctrl+End
-# click X Y [BUTTON]    clicks at a point of the screen
-# click_in TITLE X Y    clicks at a point of a window
-# window_open TITLE     tells whether such a window is there
-# await_window TITLE [S], await_no_window TITLE [S]
-# shot NAME             NAME.png in $shotFolder, when the screen has come to rest
+# step KEYS EVENT [PICTURE]    presses keys, each by its name (Return, F2, alt+n, ctrl+End), waits for a line of the log
+#                              that holds EVENT, and takes the picture; "" leaves one of them out
+# enter TEXT EVENT [PICTURE]   the same after TEXT and Return
+# await_log EVENT [S]          waits until a line of $screenLog, after the last one waited for, holds EVENT; S seconds (30)
+# focus_window TITLE           gives the keyboard to the window whose title holds TITLE
+# type_keys TEXT, press KEY..., click_in TITLE X Y [BUTTON]
+# await_window TITLE, await_no_window TITLE
+# shot NAME                    NAME.png in $shotFolder, when the screen has come to rest
 #
 # Every waiting ends with a failure when the time is over or when the program $programPid has ended.
 screenLog=${screenLog:-}
-shotFolder=${shotFolder:-.}
+shotFolder=${shotFolder:-${OUT:-.}}
 programPid=${programPid:-}
 logSeen=0
 
-# Tries "$@" again and again, for at most $1 tenths of a second.
+# awaitThat S WHAT COMMAND...: tries the command again and again, for S seconds.
 awaitThat() {
-    local left=$1
-    shift
+    local left=$(($1 * 10)) what=$2
+    shift 2
     until "$@"; do
         left=$((left - 1))
-        if [ "$left" -le 0 ]; then
-            return 1
-        fi
         if [ -n "$programPid" ] && ! kill -0 "$programPid" 2>/dev/null; then
-            echo "the program has ended" >&2
-            "$@" && return 0
+            ! "$@" || return 0
+            what="$what, and the program has ended"
+            left=0
+        fi
+        if [ "$left" -le 0 ]; then
+            echo "waited in vain for $what; the last lines of ${screenLog##*/}:" >&2
+            tail -n 5 "$screenLog" >&2 || true
             return 1
         fi
         sleep 0.1
@@ -36,49 +37,36 @@ awaitThat() {
 
 logHolds() {
     local line
-    [ -f "$screenLog" ] || return 1
-    line=$(tail -n "+$((logSeen + 1))" "$screenLog" | tr -d '\r' | grep -nF -m 1 -- "$1" | cut -d: -f1) || true
+    line=$(tail -n "+$((logSeen + 1))" "$screenLog" 2>/dev/null | grep -nF -m 1 -- "$1" | cut -d: -f1) || true
     [ -n "$line" ] || return 1
     logSeen=$((logSeen + line))
 }
 
 await_log() {
-    awaitThat "$((${2:-30} * 10))" logHolds "$1" || {
-        echo "no line '$1' in ${screenLog##*/}; its last lines:" >&2
-        [ ! -f "$screenLog" ] || tail -n 5 "$screenLog" >&2
-        return 1
-    }
+    awaitThat "${2:-30}" "the event '$1'" logHolds "$1"
 }
 
 findWindow() {
-    timeout 10 xdotool search --onlyvisible --name -- "$1" 2>/dev/null | tail -n 1
+    local found
+    found=$(timeout 10 xdotool search --onlyvisible --name -- "$1" 2>/dev/null) || true
+    [ -n "$found" ] && tail -n 1 <<<"$found"
 }
 
-window_open() {
-    [ -n "$(findWindow "$1")" ]
-}
-
+# Asked twice: a search fails too where any window vanishes meanwhile.
 noWindow() {
-    ! window_open "$1"
+    ! findWindow "$1" && sleep 0.2 && ! findWindow "$1"
 }
 
 await_window() {
-    awaitThat "$((${2:-30} * 10))" window_open "$1" || {
-        echo "no window '$1' on the screen" >&2
-        return 1
-    }
+    awaitThat 30 "the window '$1'" findWindow "$1" >/dev/null
 }
 
 await_no_window() {
-    awaitThat "$((${2:-30} * 10))" noWindow "$1" || {
-        echo "the window '$1' stays on the screen" >&2
-        return 1
-    }
+    awaitThat 30 "the end of the window '$1'" noWindow "$1" >/dev/null
 }
 
 focus_window() {
-    await_window "$1" || return 1
-    timeout 10 xdotool windowfocus --sync "$(findWindow "$1")"
+    await_window "$1" && timeout 10 xdotool windowfocus --sync "$(findWindow "$1")"
 }
 
 type_keys() {
@@ -89,15 +77,20 @@ press() {
     timeout 30 xdotool key --delay 30 -- "$@"
 }
 
-click() {
-    timeout 10 xdotool mousemove --sync "$1" "$2" click "${3:-1}"
+click_in() {
+    await_window "$1" && timeout 10 xdotool mousemove --window "$(findWindow "$1")" "$2" "$3" click "${4:-1}"
 }
 
-click_in() {
-    local window
-    await_window "$1" || return 1
-    window=$(findWindow "$1")
-    timeout 10 xdotool mousemove --window "$window" "$2" "$3" click "${4:-1}"
+step() {
+    # shellcheck disable=SC2086 # several keys
+    [ -z "$1" ] || press $1
+    [ -z "$2" ] || await_log "$2"
+    [ -z "${3:-}" ] || shot "$3"
+}
+
+enter() {
+    type_keys "$1"
+    step Return "$2" "${3:-}"
 }
 
 # Two pictures that are alike, one after the other, show a screen at rest. At most ten tries: a caret may blink.

@@ -1,17 +1,15 @@
-# Functions that run Windows programs in a prefix and a virtual screen of their own. Sourced, never run.
+# Functions that run Windows programs in a Wine prefix and a virtual screen of their own. Sourced, never run.
 #
 # wine_start [screen]   makes both ready; "screen" uses the user's screen in place of a virtual one
 # wine_stop             ends every program in the prefix and the screen, and removes the prefix
 # wine_run [-t S] PROGRAM ARGUMENT...   runs one program, at most S seconds (60), prints what it prints
 # wine_path FILE        the Windows path of a Linux path
 #
-# WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the Windows
-# folder with the system's own programs of that width, and those are the ones that start by their names.
-#
-# A script that a test run starts finds prefix and screen ready (WINEPREFIX, DISPLAY) and only calls wine_run.
+# WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the
+# Windows folder with the system's own programs of that width, and those are the ones that start by their names.
+# SCREEN and DPI say what the virtual screen is like.
 [ -n "${root:-}" ] || root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wineHome=$root/.cache/wine
-screenSize=1280x1024
 wineOwned=""
 screenPid=""
 
@@ -53,7 +51,8 @@ wine_run() {
 # Prints the folder of a ready prefix that others are copied from, making it the first time.
 wineTemplate() (
     set -e
-    # A prefix made without 32-bit Wine starts nothing once that is there. The name ends with the number of what is done below.
+    # A prefix made without 32-bit Wine starts nothing once that is there. The name ends with the number of what is done
+    # below.
     recipe=$(dpkg-query -W -f='${Version}+' wine wine32 2>/dev/null || true)1
     template=$wineHome/template-$recipe
     mkdir -p "$wineHome"
@@ -110,23 +109,18 @@ screenAnswers() {
 
 # A virtual screen under the first free number; no window manager, which is steady and quick.
 screenStart() {
-    local answer=$WINEPREFIX/screen waited=0
-    : >"$answer"
-    Xvfb -displayfd 7 -screen 0 "${screenSize}x24" -nolisten tcp -noreset 7>"$answer" >"$WINEPREFIX/screen.log" 2>&1 </dev/null &
+    local size=${SCREEN:-1280x1024} number
+    exec 7< <(exec Xvfb -displayfd 1 -screen 0 "${size}x24" -nolisten tcp -noreset \
+        2>"$WINEPREFIX/screen.log" </dev/null)
     screenPid=$!
-    until [ -s "$answer" ] && DISPLAY=:$(<"$answer") screenAnswers; do
-        waited=$((waited + 1))
-        if [ "$waited" -gt 300 ] || ! kill -0 "$screenPid" 2>/dev/null; then
-            echo "the virtual screen does not start: $(tail -n 1 "$WINEPREFIX/screen.log")" >&2
-            return 1
-        fi
-        sleep 0.1
-    done
-    DISPLAY=:$(<"$answer")
-    export DISPLAY
+    read -r -t 30 -u 7 number || {
+        echo "the virtual screen does not start: $(tail -n 1 "$WINEPREFIX/screen.log")" >&2
+        return 1
+    }
+    export DISPLAY=:$number
     unset XAUTHORITY WAYLAND_DISPLAY
     # A plain colour behind the windows; for the pictures only.
-    timeout 10 display -window root -size "$screenSize" xc:'#5a7fa3' >/dev/null 2>&1 || true
+    timeout 10 display -window root -size "$size" xc:'#5a7fa3' >/dev/null 2>&1 || true
 }
 
 wine_start() {
@@ -136,6 +130,9 @@ wine_start() {
     else
         screenStart || return 1
     fi
+    # Before the server reads it: a running session keeps what it began with.
+    [ -z "${DPI:-}" ] ||
+        printf '\n[Control Panel\\\\Desktop]\n"LogPixels"=dword:%08x\n' "$DPI" >>"$WINEPREFIX/user.reg"
     wineServe
 }
 
@@ -154,13 +151,7 @@ wine_stop() {
         timeout 10 wineserver -k >/dev/null 2>&1 || true
         timeout 10 wineserver -w >/dev/null 2>&1 || true
     fi
-    if [ -n "$screenPid" ]; then
-        kill "$screenPid" 2>/dev/null || true
-        wait "$screenPid" 2>/dev/null || true
-        screenPid=""
-    fi
-    if [ -n "$wineOwned" ]; then
-        rm -rf "$WINEPREFIX"
-        wineOwned=""
-    fi
+    [ -z "$screenPid" ] || kill "$screenPid" 2>/dev/null || true
+    [ -z "$wineOwned" ] || rm -rf "$WINEPREFIX"
+    screenPid="" wineOwned=""
 }
