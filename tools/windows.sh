@@ -11,7 +11,8 @@ shift
 . "$root/tools/wine.sh"
 [ "$WIDTH" = x64 ] || [ -x /usr/lib/wine/wine ] || { echo "there is no 32-bit Wine here" && exit 77; }
 
-trap wine_stop EXIT
+child=""
+trap '[ -z "$child" ] || kill "$child" 2>/dev/null || true; wine_stop' EXIT
 trap 'exit 130' INT TERM HUP
 wine_start
 case $1 in
@@ -19,12 +20,14 @@ case $1 in
     export OUT=${OUT:-$root/out/test/$WIDTH/$(basename "$1" .sh)}
     rm -rf "$OUT"
     mkdir -p "$OUT"
-    timeout --foreground -k 10 "${LIMIT:-300}" bash -Eeuo pipefail -c '
+    timeout -k 10 "${LIMIT:-300}" bash -Eeuo pipefail -c '
         trap "echo \"lines \$LINENO \${BASH_LINENO[*]} ended with \$?: \$BASH_COMMAND\" >&2" ERR
         . "$root/tools/wine.sh"
         . "$root/tools/screen.sh"
         . "$root/tools/host.sh"
-        . "$0" "$@"' "$@" </dev/null
+        . "$0" "$@"' "$@" </dev/null &
+    child=$! # with all that it starts
+    wait "$child" || { status=$? && echo "ended with status $status (124: after ${LIMIT:-300} seconds)" && exit "$status"; }
     ;;
 *) wine_run -t "${LIMIT:-300}" "$@" | tr -d '\r' ;;
 esac
