@@ -2,6 +2,7 @@
 # Checks the rules of the house: who may include what, sizes, no address of a machine. Each rule prints "ok RULE", or
 # what breaks it and "FAILED RULE". Exit status 1 if any failed.
 set -uo pipefail
+shopt -s lastpipe # a rule, at the end of its pipe, tells us that it failed
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 failed=0
 

@@ -23,9 +23,9 @@ function attribute(name) {
 /^(\[       OK \]|ok) / { ok++ }
 /^(\[  FAILED  \] .* \([0-9]+ ms\)$|FAILED )/ { cases[++bad] = text($0) }
 /<\/testcase>/ {
-    if (status == "run") {
+    if (status == "run" && !bad) {
         passed += ok ? ok : 1
-    } else if (status == "fail") {
+    } else if (status == "run" || status == "fail") {
         passed += ok
         failed += bad ? bad : 1
         for (i = lines > 60 ? lines - 60 : 1; i < lines; i++) print "    " text(output[i]) >DETAILS
