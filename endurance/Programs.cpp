@@ -51,6 +51,7 @@ void saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, 
               std::int16_t user, const Say& say) {
     std::mt19937 random(seed);
     Till till(company, {.userId = user});
+    till.system.sleeps = true;
     till.opensRegister();
     std::size_t lines = 0;
     int reports = 0;

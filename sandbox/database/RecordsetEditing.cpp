@@ -108,11 +108,10 @@ void Recordset::writePending() {
             if (automation::sameName(columns()[i].baseColumn, name)) return row[i];
         return std::nullopt;
     });
+    // All that was put is written, whether it differs or not.
     std::vector<ColumnValue> changes;
     for (std::size_t i = 0; i < pending_.size(); ++i)
-        if (pending_[i] && !(*pending_[i] == row[i]))
-            changes.push_back({table.column(columns()[i].baseColumn), *pending_[i]});
-    if (changes.empty()) return;
+        if (pending_[i]) changes.push_back({table.column(columns()[i].baseColumn), *pending_[i]});
     db.atomically([&] {
         // The server keeps the values that the cursor read and compares them before it writes.
         const Outcome now = db.executeSilently(selectStatement(table, baseColumns(columns()), key));

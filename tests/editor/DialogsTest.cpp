@@ -379,7 +379,9 @@ TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
         }
         ASSERT_EQ(till.user.form(), "frmRequestDetail");
         EXPECT_EQ(till.user.entries("cboItem"), Names{});
-        if (asked) EXPECT_EQ(till.user.text("txtBarcode"), "");
+        if (asked) {
+            EXPECT_EQ(till.user.text("txtBarcode"), "");
+        }
         EXPECT_EQ(till.module.requestDetail().strItemCode, "");
         EXPECT_TRUE(till.user.list("lvwpacktype").empty());
     }

@@ -267,8 +267,8 @@ TEST_F(Saving, OthersWhoTakeTheNumberMeanwhileCostNothingUpToThreeTimes) {
         // Not in step with the others, and longer each time.
         ASSERT_EQ(till.system.pauses.size(), static_cast<std::size_t>(std::min(rivals, 3)));
         for (std::size_t i = 0; i < till.system.pauses.size(); ++i) {
-            EXPECT_GE(till.system.pauses[i], 10 << i);
-            EXPECT_LE(till.system.pauses[i], 60 << i);
+            EXPECT_GE(till.system.pauses[i], 50 << i);
+            EXPECT_LE(till.system.pauses[i], 150 << i);
         }
         if (rivals > 3) {
             EXPECT_NE(till.readsReport().find("KEY constraint"), std::string::npos);
@@ -415,7 +415,7 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
         }
         EXPECT_EQ(stored, lines);
         EXPECT_EQ(newest("srhtoShopid"), shop);
-        EXPECT_EQ(newest("convert(varchar(10), srhrequestdate, 103)"), date);
+        EXPECT_EQ(newest("srhrequestdate"), date);
         EXPECT_EQ(newest("srhNoofDetails"), std::to_string(lines.size()));
         std::string audit;
         for (const auto& row : company.rows(
@@ -462,44 +462,33 @@ TEST_F(Saving, ARequestThatSomebodyClosedToChangesMeanwhileStaysAsItIs) {
     for (const auto& [change, said] : std::initializer_list<std::pair<std::string, const char*>>{
              {"srhTransfinished = 1, SRHcancelled = 1, srhused = 1", "Request is confirmed, You can't edit"},
              {"SRHcancelled = 1, srhused = 1", "Record already deleted "},
-             {"srhused = 1", "Entry Processed,Cannot Edit"}})
-        for (const bool withinOk : {false, true}) { // the header is read already then, and shows no difference
-            SCOPED_TRACE(said);
-            const CompanyFile file;
-            storeRequest(file, items, "update mesRequesttoShopHeader set srhrecmoduser = 'Margaret Ellis'");
-            const std::string row = "select * from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
-            Till till(file);
-            till.editRequest(kStored);
-            till.changesLine(2);
-            till.user.types("8\r\r\r");
-            till.user.presses(forms::kKeyEscape);
-            std::string before;
-            Rows stored;
-            const auto closes = [&, &change = change] {
-                file.change("update mesRequesttoShopHeader set " + change +
-                            " where srhshopid = 1 and srhrequestid = 900");
-                before = sizes(file);
-                stored = file.rows(row);
-            };
-            if (withinOk) {
-                beforeStatement(till, "Update mesRequesttoShopHeader", closes);
-            } else {
-                till.user.enters("txtRemarks", "too late");
-                closes();
-            }
-            till.user.clicks("cmdOk");
-            EXPECT_FALSE(till.connection->database().inTransaction()) << "others wait while the box is up";
-            till.user.answers(said, Answer::ok);
-            EXPECT_EQ(till.user.form(), "frmRequest");
-            EXPECT_FALSE(till.user.enabled("cmdOk"));
-            EXPECT_FALSE(till.user.enabled("chkTransFinished"));
-            EXPECT_TRUE(till.user.control<forms::TextBox>("txtRemarks")->locked());
-            EXPECT_EQ(till.column(3)[1], "8.000");
-            EXPECT_EQ(sizes(file), before);
-            EXPECT_EQ(file.rows(row), stored);
-            till.user.clicks("cmdCancel");
-            EXPECT_EQ(till.user.form(), "frmMaster");
-        }
+             {"srhused = 1", "Entry Processed,Cannot Edit"}}) {
+        SCOPED_TRACE(said);
+        const CompanyFile file;
+        storeRequest(file, items);
+        const std::string row = "select * from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
+        Till till(file);
+        till.editRequest(kStored);
+        till.changesLine(2);
+        till.user.types("8\r\r\r");
+        till.user.presses(forms::kKeyEscape);
+        till.user.enters("txtRemarks", "too late");
+        file.change("update mesRequesttoShopHeader set " + change + " where srhshopid = 1 and srhrequestid = 900");
+        const std::string before = sizes(file);
+        const Rows stored = file.rows(row);
+        till.user.clicks("cmdOk");
+        EXPECT_FALSE(till.connection->database().inTransaction()) << "others wait while the box is up";
+        till.user.answers(said, Answer::ok);
+        EXPECT_EQ(till.user.form(), "frmRequest");
+        EXPECT_FALSE(till.user.enabled("cmdOk"));
+        EXPECT_FALSE(till.user.enabled("chkTransFinished"));
+        EXPECT_TRUE(till.user.control<forms::TextBox>("txtRemarks")->locked());
+        EXPECT_EQ(till.column(3)[1], "8.000");
+        EXPECT_EQ(sizes(file), before);
+        EXPECT_EQ(file.rows(row), stored);
+        till.user.clicks("cmdCancel");
+        EXPECT_EQ(till.user.form(), "frmMaster");
+    }
 }
 
 TEST_F(Saving, BadInputIsRefusedInWordsAndCanBePutRight) {

@@ -192,8 +192,9 @@ TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
         shop.user.clicks("cmdPrev");
         ASSERT_TRUE(shop.user.message());
         EXPECT_EQ(shop.user.message()->icon, forms::MessageIcon::critical);
-        if (!c.said.empty() && c.refused != 70)
+        if (!c.said.empty() && c.refused != 70) {
             EXPECT_EQ(shop.user.message()->title, shop.module.session.messageBoxCaption);
+        }
         const std::string told = reads();
         EXPECT_TRUE(told.starts_with(c.said)) << told;
         for (const char* part : {"Error 13: Type mismatch. \"printtoscreen\" in ShopSetting.txt is no whole number",

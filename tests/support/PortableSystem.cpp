@@ -3,8 +3,10 @@
 #include "automation/RunTimeError.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <iterator>
+#include <thread>
 
 namespace support {
 namespace {
@@ -119,6 +121,11 @@ std::string PortableSystem::decode(std::string_view bytes) {
         append(text, byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80] : byte);
     }
     return text;
+}
+
+void PortableSystem::pause(int milliseconds) {
+    pauses.push_back(milliseconds);
+    if (sleeps) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
 } // namespace support

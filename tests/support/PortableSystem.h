@@ -18,7 +18,8 @@ public:
     std::string windows = "C:\\Windows";
     std::string sharedWindows = "D:\\Windows"; ///< as on a terminal server
     std::vector<std::string> read;             ///< each path read, in order
-    std::vector<int> pauses;                   ///< each that was made, in milliseconds, in order
+    std::vector<int> pauses;                   ///< each that was asked for, in milliseconds, in order
+    bool sleeps = false;                       ///< whether they are made
     /// Where there is one, it opens the outputs and knows the code page in place of this one.
     std::unique_ptr<goodsreq::System> real;
 
@@ -32,7 +33,7 @@ public:
     std::string decode(std::string_view bytes) override;
     std::string windowsDirectory() override { return windows; }
     std::string sharedWindowsDirectory() override { return sharedWindows; }
-    void pause(int milliseconds) override { pauses.push_back(milliseconds); }
+    void pause(int milliseconds) override;
 };
 
 } // namespace support

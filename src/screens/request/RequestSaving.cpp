@@ -22,8 +22,8 @@ namespace {
 constexpr int kMostRepeats = 3;
 
 /// Milliseconds of the first wait before a save is made once more; each later one may be twice as long.
-constexpr int kShortestWait = 10;
-constexpr int kLongestWait = 60;
+constexpr int kShortestWait = 50;
+constexpr int kLongestWait = 150;
 
 /// Of the error that is being handled.
 Collision collision(const Connection& connection) {
@@ -136,7 +136,7 @@ bool frmRequest::store() {
             if (!othersWereQuicker || !nothingStands || repeats == kMostRepeats) throw;
         }
         // Not in step with the others, or all collide again.
-        static std::minstd_rand random{std::random_device()()};
+        std::random_device random;
         module().system().pause(std::uniform_int_distribution(kShortestWait, kLongestWait)(random) << repeats);
     }
 }
@@ -258,20 +258,16 @@ std::optional<frmRequest::Refusal> frmRequest::SaveNewRequest() {
     return std::nullopt;
 }
 
-std::optional<frmRequest::Refusal> frmRequest::closedToChanges(const Recordset& header) {
-    if (isTrue(header.value("srhTransfinished"))) return Refusal{"Request is confirmed, You can't edit"};
-    if (isTrue(header.value("SRHcancelled"))) return Refusal{"Record already deleted "};
-    if (isTrue(header.value("srhused"))) return Refusal{"Entry Processed,Cannot Edit"};
-    return std::nullopt;
-}
-
 std::optional<frmRequest::Refusal> frmRequest::UpdateRequest(std::int16_t id) {
     const std::string user = userName();
     const std::string ofRequest = std::to_string(id);
     Recordset header = module().openRecordset("select * from mesRequesttoShopHeader where srhrequestid=" + ofRequest +
                                                   shopCondition(" and srhShopid="),
                                               Cursor::keyset, Lock::optimistic);
-    if (auto refusal = closedToChanges(header)) return refusal;
+    // Somebody else may have closed the request to changes since it was opened here.
+    if (isTrue(header.value("srhTransfinished"))) return Refusal{"Request is confirmed, You can't edit"};
+    if (isTrue(header.value("SRHcancelled"))) return Refusal{"Record already deleted "};
+    if (isTrue(header.value("srhused"))) return Refusal{"Entry Processed,Cannot Edit"};
     if (auto refusal = tooLong(header)) return refusal;
     if (isNew()) { // stored by an earlier OK, and changed since; of any other one these two stay
         header.set("srhrequestdate", basic::format(txtrequestDate.text(), "yyyy/mm/dd", desktop().locale()));
@@ -287,13 +283,6 @@ std::optional<frmRequest::Refusal> frmRequest::UpdateRequest(std::int16_t id) {
     const Connection connection = module().connection();
     connection.execute("Update mesRequesttoShopHeader set updatetime=getdate() where srhrequestid=" + ofRequest +
                        shopCondition("  and srhShopid="));
-    // A header of which nothing differed was written only now; a tick is written with the header, and would be found
-    // here.
-    if (chkTransFinished.value() == 0)
-        if (auto refusal = closedToChanges(module().openRecordset(
-                "select srhTransfinished, SRHcancelled, srhused from mesRequesttoShopHeader where srhrequestid=" +
-                ofRequest + shopCondition(" and srhShopid="))))
-            return refusal;
     connection.execute("delete mesRequesttoShopdetail where srdrequestid=" + ofRequest +
                        shopCondition(" and srdshopid = "));
     writeLines(id);

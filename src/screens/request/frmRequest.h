@@ -100,8 +100,6 @@ private:
     bool store();
     /// The part of it within the transaction.
     std::optional<Refusal> write();
-    /// What somebody else has done to the request since it was opened here.
-    static std::optional<Refusal> closedToChanges(const Recordset& header);
     /// The remarks that the header's column cannot hold.
     std::optional<Refusal> tooLong(const Recordset& header);
     bool liesBeforeTheRegister();
