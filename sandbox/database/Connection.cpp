@@ -27,7 +27,7 @@ std::string partOf(const std::string& connectionString, std::string_view name) {
 
 std::string dataSource(const std::string& connectionString) {
     if (connectionString.find('=') == std::string::npos) return connectionString;
-    const std::string path = partOf(connectionString, "data source");
+    std::string path = partOf(connectionString, "data source");
     if (path.empty()) fail(kServerFailure, "The connection string names no data source.");
     return path;
 }

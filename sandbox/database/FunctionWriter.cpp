@@ -94,7 +94,7 @@ TypedText ExpressionWriter::call(const Expression& expression) const {
     if (is("isnull")) {
         wantArguments(expression, 2);
         const TypedText first = value(*expression.parts[0]);
-        const TypedText second = value(*expression.parts[1]);
+        TypedText second = value(*expression.parts[1]);
         // The result has the type of the first argument, not the common one.
         if (first.type.kind == Kind::unknown) return second;
         return {"ifnull(" + first.sql + ", " + fitted(second, first.type).sql + ")", first.type};

@@ -118,6 +118,7 @@ void ClsFetch::Show() {
         for (const std::string& field : fields_) columns.push_back(query.field(field));
         for (; !query.atEnd(); query.next()) {
             std::vector<std::string> cells;
+            cells.reserve(columns.size());
             for (const automation::ObjectPtr& column : columns)
                 cells.push_back(basic::trim(basic::concatText(column->get("Value"), desktop_.locale())));
             keys.push_back(columns.front()->get("Value"));

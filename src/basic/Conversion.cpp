@@ -98,8 +98,7 @@ std::string textOf(const Value& plain, const Locale& locale) {
 
 Value plainValue(const Value& value) {
     Value held;
-    const Value& plain = plainOf(value, held);
-    return &plain == &held ? std::move(held) : plain;
+    return plainOf(value, held);
 }
 
 std::int16_t cInt(const Value& value) { return narrowed<std::int16_t>(wholeOf(value)); }

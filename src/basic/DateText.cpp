@@ -15,7 +15,6 @@ namespace {
 using automation::isBlank;
 using automation::isDigit;
 using automation::isLetter;
-using automation::lower;
 
 constexpr std::array<std::string_view, 12> kMonths = {"January",   "February", "March",    "April",
                                                       "May",       "June",     "July",     "August",

@@ -8,7 +8,7 @@ namespace goodsreq {
 using automation::Array;
 using automation::Value;
 
-Recordset Fetch::show(const FetchRequest& request, automation::ObjectPtr choice) const {
+Recordset Fetch::show(const FetchRequest& request, const automation::ObjectPtr& choice) const {
     Array names, captions, widths;
     for (const FetchColumn& column : request.columns) {
         names.emplace_back(column.field);

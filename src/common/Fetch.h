@@ -33,7 +33,7 @@ public:
     using ServiceFace::ServiceFace;
     /// Shows the dialog modally. Returns the record set that stands on the chosen row: `choice`, or one that the dialog
     /// put in its place. One that holds no object when the user cancelled.
-    Recordset show(const FetchRequest& request, automation::ObjectPtr choice) const;
+    Recordset show(const FetchRequest& request, const automation::ObjectPtr& choice) const;
 
 private:
     /// Calls the member with the value; where it is a property that can only be written, puts it.

@@ -8,7 +8,6 @@
 
 namespace forms {
 
-using automation::Access;
 using automation::Arguments;
 using automation::Members;
 using automation::Value;

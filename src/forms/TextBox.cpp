@@ -9,7 +9,6 @@
 
 namespace forms {
 
-using automation::Access;
 using automation::Arguments;
 using automation::Members;
 using automation::Value;

@@ -12,8 +12,6 @@
 
 namespace goodsreq {
 
-using automation::Value;
-
 namespace {
 
 constexpr int kMargin = 150;

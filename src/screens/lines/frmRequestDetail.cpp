@@ -9,8 +9,6 @@
 
 namespace goodsreq {
 
-using automation::Value;
-
 namespace {
 
 constexpr int kMargin = 150;

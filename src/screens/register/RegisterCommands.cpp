@@ -9,8 +9,6 @@
 
 namespace goodsreq {
 
-using automation::Value;
-
 namespace {
 
 constexpr int kLongestName = 20;    ///< characters of the user's name kept with a cancellation

@@ -8,8 +8,6 @@
 
 namespace goodsreq {
 
-using automation::Value;
-
 namespace {
 
 constexpr int kMargin = 150;
