@@ -201,9 +201,10 @@ using Lines = std::vector<std::vector<std::string>>;
 
 constexpr const char* kTypedOver = "opening: the date of a stored request can be typed over";
 
-/// What was typed, with a "." before the decimals, where the person's locale may have a ",".
+/// The number in a box, with a "." before the decimals; a "," that is not the locale's ends it.
 std::string plain(std::string typed, const Memory& m) {
-    if (m.locale % 2 == 1) std::replace(typed.begin(), typed.end(), ',', '.');
+    if (m.locale % 2 == 0) return typed.substr(0, typed.find(','));
+    std::replace(typed.begin(), typed.end(), ',', '.');
     return typed;
 }
 double number(const std::string& text) { return std::atof(text.c_str()); }
@@ -432,8 +433,8 @@ Broken judgeEntry(const Happening& h) {
     if (!m.meant.empty() && std::find(m.meant.begin(), m.meant.end(), is.item) == m.meant.end())
         return "item: the scanned code named " + std::to_string(m.meant.back()) + ", shown is " +
                std::to_string(is.item);
-    if (const std::string typed = plain(m.typed, m);
-        !typed.empty() && h.boxes.empty() && h.calm() && typed.find(',') == std::string::npos) {
+    const bool known = m.locale % 2 == 1 || m.typed.find(',') == std::string::npos; // the filter may keep a "," out
+    if (const std::string typed = plain(m.typed, m); !typed.empty() && known && h.boxes.empty() && h.calm()) {
         const std::string& box = h.verb == "bad" ? is.bad : h.verb == "price" ? is.price : is.quantity;
         if (differ(number(plain(box, m)), number(typed))) return "quantity: typed " + typed + ", the box has " + box;
     }
