@@ -71,8 +71,6 @@ Broken judgeStored(const Happening& h) {
         if (key.second != highest + 1)
             return "numbers: the id is " + std::to_string(key.second) + ", not " + std::to_string(highest + 1);
         wanted = {{"number", nextNumber(was, m.shop, company.prefix(m.shop, m.screen))},
-                  {"date", std::to_string(m.typedDate.value_or(std::lround(basic::dateOf(2026, 3, 31).days * 1440)))},
-                  {"supplying shop", std::to_string(editor.shop)},
                   {"user", user},
                   {"type", m.screen == 1611 ? "s" : "r"},
                   {"used", "0"},
@@ -92,6 +90,11 @@ Broken judgeStored(const Happening& h) {
         }
     }
     if (saves) {
+        if (m.command == 'N') {
+            const long today = std::lround(basic::dateOf(2026, 3, 31).days * 1440);
+            wanted["date"] = std::to_string(m.typedDate.value_or(today));
+            wanted["supplying shop"] = std::to_string(editor.shop);
+        }
         wanted["remarks"] = editor.remarks;
         wanted["confirmed"] = editor.ticked ? "1" : "0";
         wanted["count"] = std::to_string(editor.lines.size());
