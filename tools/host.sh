@@ -8,8 +8,8 @@
 # awaitHost             waits until it has ended by itself; its exit status is ours
 # expect WHAT FOUND EXPECTED    ends the script where both differ
 # stored QUERY          rows of the database, columns parted by "|"
-# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each prints
-#                       once: id and columns, a line each
+# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each
+#                       prints once: id and columns, a line each
 requesting=1
 supplying=5
 folder=${OUT:-.}

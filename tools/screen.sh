@@ -3,7 +3,7 @@
 # step KEYS EVENT [PICTURE]    presses keys, each by its name (Return, F2, alt+n, ctrl+End), waits for a line of the log
 #                              that holds EVENT, and takes the picture; "" leaves one of them out
 # enter TEXT EVENT [PICTURE]   the same after TEXT and Return
-# await_log EVENT [S]          waits until a line of $screenLog, after the last one waited for, holds EVENT; S seconds (30)
+# await_log EVENT [S]          waits until a line of $screenLog, after the last one waited for, holds EVENT: S seconds, 30
 # focus_window TITLE           gives the keyboard to the window whose title holds TITLE
 # type_keys TEXT, press KEY..., click_in TITLE X Y [BUTTON]
 # await_window TITLE, await_no_window TITLE

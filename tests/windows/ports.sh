@@ -1,5 +1,5 @@
-# The slip to a printer port, to a shared printer and to a port that is not there. Plain files stand in for the printers,
-# where Wine looks for its devices and shares.
+# The slip to a printer port, to a shared printer and to a port that is not there. Plain files stand in for the
+# printers, where Wine looks for its devices and shares.
 hostFolder=$OUT/host
 cp -r "$DIST" "$hostFolder"
 makeCompany

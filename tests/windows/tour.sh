@@ -1,6 +1,6 @@
 # Plays two requests with real keys and mouse: tour.sh [DIR]. DIR, $OUT when none is named, receives a picture of each
-# screen on the way, statements.sql (what the database was sent, one statement a line), request.txt (the stored rows) and
-# slip.txt.
+# screen on the way, statements.sql (what the database was sent, one statement a line), request.txt (the stored rows)
+# and slip.txt.
 mkdir -p "${1:-$OUT}"
 folder=$(cd "${1:-$OUT}" && pwd)
 shotFolder=$folder

@@ -1,5 +1,5 @@
-# Both widths registered: when one is taken back, the other one's class is still made by its name, and its interface still
-# crosses apartments. When both are, the registry has nothing of them.
+# Both widths registered: when one is taken back, the other one's class is still made by its name, and its interface
+# still crosses apartments. When both are, the registry has nothing of them.
 in_width() (
     export WIDTH=$1
     shift
@@ -32,5 +32,6 @@ for first in x64 x86; do
     in_width "$second" regsvr /u
     wine_run reg export 'HKLM\Software\Classes' 'C:\classes.reg' /y /reg:64 >/dev/null
     expect "left in the registry" "$(iconv -f UTF-16 -t UTF-8 "$WINEPREFIX/drive_c/classes.reg" |
-        grep -iE "goodsreq|$(grep -oE 'uuid\([^)]+' "$root/src/com/goodsreq.idl" | cut -c6- | paste -sd'|')" || true)" ""
+        grep -iE "goodsreq|$(grep -oE 'uuid\([^)]+' "$root/src/com/goodsreq.idl" | cut -c6- | paste -sd'|')" ||
+        true)" ""
 done
