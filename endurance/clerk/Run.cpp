@@ -21,7 +21,7 @@ constexpr Change kRivals[] = {{"confirms", "Header set srhTransfinished=1 where 
                               {"uses", "Header set srhused=1 where srh"},
                               {"cancels", "Header set SRHcancelled=1,srhcancelledRemarks='a rival' where srh"},
                               {"remarks on", "Header set SRHremarks='by a rival' where srh"},
-                              {"asks more in", "Detail set srdgoodqty=srdgoodqty+1 where srd"},
+                              {"asks more in", "Detail set srdgoodqty=77 where srd"},
                               {"adds", ""},
                               {"adds", ""}};
 constexpr Change kSettings[] = {

@@ -389,11 +389,9 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
     };
     sits(*rows, [&](Person& person) {
         person.look([&] { rows->grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
-        std::vector<int> expected;
         for (const int withKey : {0, VK_SHIFT}) {
             person.presses(VK_DOWN);
             person.presses(withKey ? VK_F10 : VK_APPS, withKey);
-            expected.push_back(grid.row() + 1);
             person.sees("the menu in its row", [&] {
                 HWND popup = FindWindowW(L"#32768", nullptr);
                 RECT row{LVIR_BOUNDS}, inside{};
@@ -406,7 +404,7 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
             person.presses(VK_ESCAPE);
             person.sees("no menu", [&] { return !FindWindowW(L"#32768", nullptr); });
         }
-        EXPECT_EQ(pressed, expected);
+        EXPECT_EQ(pressed, (std::vector<int>{2, 3}));
     });
 }
 
