@@ -137,11 +137,12 @@ TEST_F(Saving, ACellThatIsNoNumberIsRefusedAndCanBePutRight) {
     };
     for (int cell = 3; cell <= 6; ++cell) {
         const std::string good = line.subItem(cell);
-        for (const char* bad : {"900 or 1=1", "1,5", "1e3", ".", "1.2.3"}) {
+        for (const char* bad : {"900 or 1=1", "1,5", "1e3", ".", "1.2.3", "1234567890123456.000"}) {
             writes(cell, bad);
-            till.user.answers("Line 2 holds \"" + std::string(bad) +
-                                  "\" where a number must stand. Correct the line, or delete it and enter it again.",
-                              Answer::ok);
+            till.user.answers(
+                "Line 2 holds \"" + std::string(bad) +
+                    "\" where a number of at most 15 digits must stand. Correct the line, or delete it and enter it again.",
+                Answer::ok);
             EXPECT_EQ(till.user.form(), "frmRequest");
         }
         till.user.happens([&] { line.setSubItem(cell, good); });

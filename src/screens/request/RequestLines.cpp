@@ -16,11 +16,14 @@ constexpr const char* kQuantityFormat = "#0.000";
 
 bool isDigits(std::string_view text) { return !text.empty() && text.find_first_not_of("0123456789") == text.npos; }
 
+constexpr std::size_t kMostDigits = 15; ///< before the point; three more behind it are all that a column holds
+
 /// A number as a statement has it: no sign but "-" and ".", no exponent.
 bool isPlainNumber(std::string_view text) {
     if (text.starts_with('-')) text.remove_prefix(1);
     const std::size_t point = text.find('.');
-    return point == text.npos ? isDigits(text) : isDigits(text.substr(0, point)) && isDigits(text.substr(point + 1));
+    const std::string_view whole = text.substr(0, point);
+    return isDigits(whole) && whole.size() <= kMostDigits && (point == text.npos || isDigits(text.substr(point + 1)));
 }
 
 } // namespace
@@ -129,7 +132,8 @@ bool frmRequest::linesHoldNumbers() {
             const bool notStored = cell == kLinePrice && (text.empty() || !session().kind().priced);
             if (notStored || (cell == kLineItemId ? isDigits(text) : isPlainNumber(text))) continue;
             module().inform("Line " + std::to_string(i) + " holds \"" + text +
-                            "\" where a number must stand. Correct the line, or delete it and enter it again.");
+                            "\" where a number of at most 15 digits must stand. Correct the line, or delete it and "
+                            "enter it again.");
             return false;
         }
     }
