@@ -8,7 +8,7 @@
 # awaitHost             waits until it has ended by itself; its exit status is ours
 # expect WHAT FOUND EXPECTED    ends the script where both differ
 # stored QUERY          rows of the database, columns parted by "|"
-# items COLUMN...       items that shops $requesting and $supplying both carry, with one packing row, so that each
+# items COLUMN [WHERE]  items that shops $requesting and $supplying both carry, with one packing row, so that each
 #                       prints once: id and columns, a line each
 requesting=1
 supplying=5
@@ -57,13 +57,12 @@ stored() {
 }
 
 items() {
-    local IFS=,
-    stored "select a.itemid, $* from aitem a, ashopitemdetail s, aitempackingdetail p where a.itemid = s.itemid
+    stored "select a.itemid, $1 from aitem a, ashopitemdetail s, aitempackingdetail p where a.itemid = s.itemid
         and p.itemid = a.itemid and a.active = 1 and hex(a.itemtype) <> '42' and p.active = 1 and s.shopid = $requesting
         and a.itemid in (select itemid from ashopitemdetail where shopid = $supplying)
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $supplying)
-        and s.shortcutno is not null group by a.itemid having count(*) = 1 order by a.itemid"
+        and ${2:-s.shortcutno is not null} group by a.itemid having count(*) = 1 order by a.itemid"
 }
 
 toLineEntry() {

@@ -1,0 +1,54 @@
+# A counter under German settings: a comma parts the decimals, on the keypad too, and of thirty scans at a scanner's
+# speed every third is of an item that the other shop does not carry. The other twenty are stored, each once.
+for setting in 'sDecimal=,' 'sThousand=.' 'sDate=.' 'sShortDate=dd.MM.yyyy'; do
+    wine_run reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null
+done
+folder=$OUT shotFolder=$OUT
+makeCompany
+readarray -t carried < <(items "min(p.packingbarcode || '')" true | sed -n 1,22p)
+readarray -t refused < <(stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a
+    where a.itemid = p.itemid and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
+    and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying) group by a.itemid limit 10")
+[ "${#carried[@]} ${#refused[@]}" = "22 10" ]
+
+openRegister
+step ctrl+Return "active frmRequest" german-request
+chooseShop
+step Return "focus frmRequest.lvwrequest"
+step Return "active frmRequestDetail"
+# "2,5" by the letters' comma and by the keypad's.
+comma() {
+    enter "${carried[$1]#*|}" "focus frmRequestDetail.txtQuantity"
+    type_keys 2
+    press "$2"
+    type_keys 5
+    step Return "focus frmRequestDetail.txtBadQuantity" "german-$2"
+    step "Return Return" "focus frmRequestDetail.txtBarcode"
+}
+comma 0 comma
+comma 1 KP_Decimal
+
+keys=()
+scan() {
+    local key
+    for key in $(fold -w 1 <<<"$1") Return; do keys+=("$key"); done
+}
+for ((i = 0; i < 20; i++)); do
+    scan "${carried[i + 2]#*|}"
+    scan $((i + 1))
+    keys+=(Return Return)
+    [ $((i % 2)) -eq 0 ] || scan "${refused[i / 2]}"
+done
+timeout 120 xdotool key --delay 0 "${keys[@]}"
+await_log "focus frmRequestDetail.cmdbarcode"
+step Escape "unloaded frmRequestDetail" german-lines
+step alt+o "unloaded frmRequest" german-register
+press alt+c
+awaitHost
+
+expected=$(printf '%s|2.5|0.0\n%s|2.5|0.0\n' "${carried[0]%%|*}" "${carried[1]%%|*}"
+    for ((i = 0; i < 20; i++)); do printf '%s|%s.0|0.0\n' "${carried[i + 2]%%|*}" $((i + 1)); done)
+expect "lines" "$(stored "select srditemid, cast(srdgoodqty as real), cast(srdbadqty as real) from mesRequesttoShopDetail
+    where srdshopid = $requesting and srdrequestid = (select max(srhrequestid) from mesRequesttoShopHeader
+        where srhshopid = $requesting) order by srditemid")" "$(sort -n <<<"$expected")"
+expect "messages" "$(grep '^message' "$screenLog" || true)" ""
