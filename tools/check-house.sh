@@ -54,6 +54,9 @@ awk -F'\t' '
 # An apostrophe that a literal opens and a value goes on from: such a value does not pass quoted().
 grep -rnE "[=(,% ]'\"|\+ *\"'" src/common src/slip src/screens --include='*.cpp' | grep -v 'std::string quoted(' |
     rule "texts go into statements through quoted()"
+# What a control, a cell or a field holds may be anything, also where a number is meant.
+grep -rnE '(=|by|like|in|\(|,) *" *\+ *[a-zA-Z_.()>-]*\b(text|cell|subItem|current|concatText)\(' src/common src/slip \
+    src/screens --include='*.cpp' | grep -v 'idText(' | rule "ids go into statements as numbers"
 
 {
     grep -nE '^(class|struct|namespace|static|template) ?' src/com/Exports.cpp
