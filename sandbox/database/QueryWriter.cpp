@@ -142,7 +142,7 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
         sql += sql.empty() ? " ORDER BY " : ", ";
         const Expression& expression = *item;
         std::size_t position = 0;
-        if (expression.form == Form::whole) fail(kSyntaxError, "ORDER BY a position is not known here.");
+        if (expression.form == Form::whole) fail(kSyntaxError, "A position in ORDER BY is not known here.");
         if (expression.form == Form::column && expression.qualifier.empty()) {
             for (std::size_t i = columns.size(); i-- > 0;)
                 if (automation::sameName(columns[i].name, expression.name)) position = i + 1;
@@ -150,8 +150,9 @@ std::string QueryWriter::order(const Select& select, const Scope* outer,
         if (position > 0) {
             sql += ExpressionWriter::collated({std::to_string(position), columns[position - 1].type});
         } else if (!select.intersected.empty()) {
-            fail(kSyntaxError, "ORDER BY items must appear in the select list if the statement contains an INTERSECT "
-                               "operator.");
+            fail(kSyntaxError,
+                 "Items of ORDER BY must appear in the select list if the statement contains an INTERSECT "
+                 "operator.");
         } else {
             if (!scope) scope = scopeOf(select, outer, unused);
             sql += ExpressionWriter::collated(ExpressionWriter(*this, *scope).value(expression));

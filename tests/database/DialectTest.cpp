@@ -107,7 +107,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
         {"select a.itemid from aitem a left join aUnit u on 1 = 1", kSyntaxError, "Incorrect syntax near 'left'."},
         {"select shopid from aShops group by shopid having 1 = 1", kSyntaxError, "Incorrect syntax near 'having'."},
         {"select shopid from aShops where shopid between 1 and 2", kSyntaxError, "Incorrect syntax near 'between'."},
-        {"select itemid from aitem order by 1", kSyntaxError, "ORDER BY a position is not known here."},
+        {"select itemid from aitem order by 1", kSyntaxError, "A position in ORDER BY is not known here."},
         {"select itemid from aitem order by itemid desc", kSyntaxError, "Incorrect syntax near 'desc'."},
         {"select convert(varchar(9), 1)", kSyntaxError, "Incorrect syntax near 'varchar'."},
         {"select convert(int, '1', 103)", kSyntaxError, "Incorrect syntax near ','."},
