@@ -256,6 +256,13 @@ TEST_F(LineEntry, EditingWalksDownTheLinesAndClosesAfterTheLast) {
         till.readsReport();
         till.module.request().lvwrequest.attach(nullptr);
         EXPECT_EQ(till.module.request().lvwrequest.tag().substr(0, 1), "C");
+        for (const char* box : {"txtQuantity", "txtBadQuantity"}) {
+            till.user.happens([&] { till.user.control<forms::TextBox>(box)->setText("1234567890123456"); });
+            till.user.clicks("cmdOk");
+            till.user.answers("At most 15 digits before the point can be stored. Correct the number.", Answer::ok);
+            EXPECT_EQ(till.user.focus(), box);
+            till.user.enters(box, "1");
+        }
         till.user.enters("txtQuantity", "20000000");
         till.user.clicks("cmdOk");
         till.user.answers("Is the quantity 20000000 right?", Answer::yes);

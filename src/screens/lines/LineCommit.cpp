@@ -15,6 +15,12 @@ namespace {
 // The number that the checks read, with all its digits: eighteen of them do not fit a floating-point number.
 std::string quantityText(const std::string& text) { return basic::format(basic::valText(text), "#0.000"); }
 
+/// How many digits stand before the point.
+std::ptrdiff_t wholeDigits(const std::string& number) {
+    const std::string whole = number.substr(0, number.find('.'));
+    return std::count_if(whole.begin(), whole.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
 } // namespace
 
 bool frmRequestDetail::commitLine() {
@@ -60,6 +66,9 @@ bool frmRequestDetail::checked() {
         return false;
     };
     if (basic::trim(cboItem.text()).empty() || !cboItem.hasSelection()) return refuse("Select an item.   ", cboItem);
+    for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice})
+        if (wholeDigits(box->text()) > 15)
+            return refuse("At most 15 digits before the point can be stored. Correct the number.", *box);
     if (basic::val(txtQuantity.text()) == 0) return refuse("Enter the quantity.   ", txtQuantity);
     if (txtsellingprice.visible() && basic::val(txtsellingprice.text()) <= 0)
         return refuse("Selling price cannot be sero.   ", txtsellingprice);
@@ -77,12 +86,8 @@ bool frmRequestDetail::checked() {
 // A barcode that was scanned into the box of a number looks like one. The shortest has eight digits, perhaps with a 0
 // in front.
 bool frmRequestDetail::meant(forms::TextBox& number, int column, const char* what) {
-    const auto digits = [](const std::string& text) {
-        const std::string whole = text.substr(0, text.find('.'));
-        return std::count_if(whole.begin(), whole.end(), [](char c) { return c >= '0' && c <= '9'; });
-    };
     const std::string value = basic::valText(number.text());
-    if (std::max(digits(number.text()), digits(value)) < 8) return true;
+    if (std::max(wholeDigits(number.text()), wholeDigits(value)) < 8) return true;
     // What the line had already was asked about before.
     if (itemStands() && basic::valText(lines().item(lines().selectedIndex()).subItem(column)) == value) return true;
     if (module().confirm(std::string("Is the ") + what + " " + value + " right?")) return true;

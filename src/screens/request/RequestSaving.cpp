@@ -56,13 +56,13 @@ bool frmRequest::validated() {
         cboShop.setFocus();
         return false;
     }
+    if (!linesHoldNumbers()) {
+        lvwrequest.setFocus();
+        return false;
+    }
     if (HasNoQuantities(true)) {
         module().inform("Atleast one detail needed");
         cmdOk.setFocus();
-        return false;
-    }
-    if (!linesHoldNumbers()) {
-        lvwrequest.setFocus();
         return false;
     }
     if (!dateRead()) {
