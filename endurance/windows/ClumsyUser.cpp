@@ -53,7 +53,7 @@ public:
         if (at.menu)
             press(any({VK_DOWN, VK_UP, VK_RETURN, VK_ESCAPE}));
         else if (at.box)
-            press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}));
+            press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}), random_() % 2 ? 0 : VK_MENU);
         else if (dice < 34)
             Person::types(
                 std::string(1, any({'0', '1', '2', '3', '5', '9', '.', '-', 'a', 'E', 'x', '\'', '%', ' ', '/'})));
@@ -93,7 +93,8 @@ public:
             if (!at.window)
                 Sleep(5);
             else if (at.box && tries % 3 < 2)
-                press(tries % 3 == 0 ? 'N' : VK_RETURN); // No to a question; Enter where there is only OK
+                tries % 3 == 0 ? press('N', VK_MENU)
+                               : press(VK_RETURN); // No to a question; Enter where there is only OK
             else if (at.box || at.menu || tries % 2 == 0)
                 press(VK_ESCAPE);
             else
