@@ -29,6 +29,7 @@ struct Session {
     std::string strItemTypeFilter;         ///< condition that keeps the item families apart, by the kind of shop
     std::string cancelReason;
     std::int32_t selectedRequestId = 0;
+    std::string userName;      ///< kept for the session
     automation::Date fromDate; ///< the register shows requests from this day on
     std::string userRights;
     bool hasEveryRight = false; ///< for a user without a row of rights

@@ -67,7 +67,7 @@ bool frmRequestDetail::checked() {
     };
     if (basic::trim(cboItem.text()).empty() || !cboItem.hasSelection()) return refuse("Select an item.   ", cboItem);
     for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice})
-        if (wholeDigits(box->text()) > 15)
+        if (wholeDigits(box->text()) > kMostWholeDigits)
             return refuse("At most 15 digits before the point can be stored. Correct the number.", *box);
     if (basic::val(txtQuantity.text()) == 0) return refuse("Enter the quantity.   ", txtQuantity);
     if (txtsellingprice.visible() && basic::val(txtsellingprice.text()) <= 0)

@@ -45,6 +45,11 @@ frmRequestDetail::frmRequestDetail(Module& module) : ModuleForm(module, "frmRequ
     };
     cmdbarcode.onClick = [this] { trap("cmdbarcode_Click", [this] { fetchItem(); }); };
     cboItem.onClick = [this] { trap("cboItem_Click ", [this] { itemChosen(); }); };
+    cboItem.onValidate = [this] {
+        trap("cboItem_Validate", [this] {
+            if (isNewLine() && cboItem.hasSelection()) enteredItem_ = cboItem.selectedData();
+        });
+    };
     cboItem.onKeyPress = [this](std::int16_t& character) {
         trap("cboItem_KeyPress", [&] {
             EnterToTab(this->module(), character);

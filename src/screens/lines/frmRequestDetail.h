@@ -140,10 +140,11 @@ private:
     CommonGen gen_;
     Fetch fetch_;
     bool justLoaded_ = false;
-    bool committing_ = false;   ///< a second OK meanwhile is ignored
-    bool asksSupplier_ = false; ///< see mayNotBeCarried
-    bool remembered_ = false;   ///< the auditing service knows what the boxes held
-    std::int16_t shopId_ = 0;   ///< whose department and currency prices are asked in
+    bool committing_ = false;      ///< a second OK meanwhile is ignored
+    bool asksSupplier_ = false;    ///< see mayNotBeCarried
+    bool remembered_ = false;      ///< the auditing service knows what the boxes held
+    std::int32_t enteredItem_ = 0; ///< the item that was chosen when the focus left the combo
+    std::int16_t shopId_ = 0;      ///< whose department and currency prices are asked in
 };
 
 } // namespace goodsreq

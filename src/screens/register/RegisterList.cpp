@@ -32,8 +32,8 @@ std::string trimmed(std::string text) {
 void frmMaster::readSettings() {
     Session& s = session();
     const std::string shop = std::to_string(s.shopId);
-    // Read as the suite's other registers do; nothing here goes by it.
-    db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username");
+    s.userName =
+        shown(db_.lookUp("lousers where userid=" + std::to_string(s.userId) + " and shopid=" + shop, "username"));
     s.fromDate = fnPopulateDate();
     s.blnIntegerQuantity = isTrue(db_.lookUp("aPAckageSettings", "IntegerQuantity"));
     s.aliasInUse = isTrue(db_.lookUp("apackagesettings", "alias"));

@@ -111,6 +111,7 @@ void frmMaster::onLoad() {
     for (forms::CommandButton* command : {&cmdnew, &CmdEdit, &CmdDelete, &cmdPrev}) command->setEnabled(false);
     s.formColour = {};
     s.auditing = {};
+    s.userName.clear();
     s.alias.clear();
     s.blnIntegerQuantity = s.aliasInUse = s.preserveItemDetails = false;
     db_ = {};

@@ -16,14 +16,13 @@ constexpr const char* kQuantityFormat = "#0.000";
 
 bool isDigits(std::string_view text) { return !text.empty() && text.find_first_not_of("0123456789") == text.npos; }
 
-constexpr std::size_t kMostDigits = 15; ///< before the point; three more behind it are all that a column holds
-
 /// A number as a statement has it: no sign but "-" and ".", no exponent.
 bool isPlainNumber(std::string_view text) {
     if (text.starts_with('-')) text.remove_prefix(1);
     const std::size_t point = text.find('.');
     const std::string_view whole = text.substr(0, point);
-    return isDigits(whole) && whole.size() <= kMostDigits && (point == text.npos || isDigits(text.substr(point + 1)));
+    return isDigits(whole) && std::ssize(whole) <= kMostWholeDigits &&
+           (point == text.npos || isDigits(text.substr(point + 1)));
 }
 
 } // namespace

@@ -27,6 +27,8 @@ enum LineColumn {
 inline constexpr const char* kLinesMissing =
     "Not all lines of this request could be read. It can be looked at, but not changed.";
 
+constexpr int kMostWholeDigits = 15; ///< of a line's numbers; three more behind the point are all that a column holds
+
 class frmRequest : public ModuleForm {
 public:
     explicit frmRequest(Module& module);
