@@ -11,8 +11,7 @@ namespace goodsreq {
 
 namespace {
 
-constexpr int kLongestName = 20;    ///< characters of the user's name kept with a cancellation
-constexpr int kLongestReason = 230; ///< characters of the reason
+constexpr int kLongestName = 20; ///< characters of the user's name kept with a cancellation
 
 } // namespace
 
@@ -45,6 +44,12 @@ bool frmMaster::allowed(const std::string& letter) {
     return false;
 }
 
+bool frmMaster::requestChosen() {
+    const bool chosen = hasCurrentRequest();
+    if (!chosen) module().inform("Request not selected ");
+    return chosen;
+}
+
 void frmMaster::newRequest() {
     if (!allowed("N")) return;
     Session& s = session();
@@ -65,8 +70,7 @@ bool frmMaster::isFinished(const std::string& idColumn) {
 }
 
 void frmMaster::editRequest() {
-    if (!allowed("E")) return;
-    if (!hasCurrentRequest()) return module().inform("Request not selected ");
+    if (!allowed("E") || !requestChosen()) return;
     Session& s = session();
     s.auditing.setLoggedTime(desktop().now());
     s.editMode = "E";
@@ -97,7 +101,7 @@ void frmMaster::deleteRequest() {
     const std::string shop = std::to_string(s.shopId);
     const std::string userName = basic::trim(
         shown(db_.lookUp("loUsers", "UserName", "Userid=" + std::to_string(s.userId) + " and shopid=" + shop)));
-    if (!hasCurrentRequest()) return module().inform("Request not selected ");
+    if (!requestChosen()) return;
     // Never true, as the upper-cased text is compared with "Yes": what keeps a cancelled request from being deleted
     // again is the disabled button. The message stays for the day on which the comparison is put right.
     if (basic::ucase(current(kColCancelled)) == "Yes") return module().inform("Record already deleted ");
@@ -141,8 +145,9 @@ void frmMaster::deleteRequest() {
             return updateDeletedRow(row);
         }
         header.set("SRHcancelled", std::int16_t{1});
-        header.set("srhcancelledRemarks", basic::left(userName, kLongestName) + ":" +
-                                              basic::left(basic::trim(s.cancelReason), kLongestReason));
+        header.set("srhcancelledRemarks",
+                   basic::left(userName, kLongestName) + ":" +
+                       basic::left(basic::trim(s.cancelReason), frmcancelreason::kLongestReason));
         header.update();
     }
     header.close();
@@ -161,7 +166,7 @@ void frmMaster::updateDeletedRow(int row) {
 }
 
 void frmMaster::refreshRequest() {
-    if (!allowed("E")) return;
+    if (!allowed("E") || !requestChosen()) return;
     const std::string id = std::to_string(currentId());
     const std::string shop = std::to_string(session().shopId);
     const Connection connection = module().connection();

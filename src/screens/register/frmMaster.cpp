@@ -56,7 +56,7 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     CmdDelete.onClick = [this] { trap("CmdDelete_Click ", [this] { deleteRequest(); }); };
     cmdPrev.onClick = [this] {
         trap("cmdPrev_Click", [this] {
-            if (allowed("P")) this->module().print().offer();
+            if (allowed("P") && requestChosen()) this->module().print().offer();
         });
     };
     CmdClose.onClick = [this] { unload(); };

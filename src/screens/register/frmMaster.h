@@ -91,6 +91,8 @@ private:
 
     std::string current(RegisterColumn column) const;
     bool hasCurrentRequest() const { return !current(kColId).empty(); }
+    /// Says so where the current row holds no request.
+    bool requestChosen();
 
     CommonDb db_;
 };
