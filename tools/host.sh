@@ -4,6 +4,7 @@
 # makeCompany           makes the sample company in $folder/company.db
 # startHost NAME OPTION...  starts the host beside us; its statements go to NAME.sql, its windows' log is awaited
 # openRegister OPTION...    the same, until the register is there and has the keyboard; its title is $register
+# germanSettings        a comma parts decimals, points part dates
 # toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's
 # awaitHost             waits until it has ended by itself; its exit status is ours
 # expect WHAT FOUND EXPECTED    ends the script where both differ
@@ -84,4 +85,11 @@ expect() {
         printf '%s: expected\n%s\nfound\n%s\n' "$1" "$3" "$2"
         exit 1
     }
+}
+
+germanSettings() {
+    local setting
+    for setting in 'sDecimal=,' 'sThousand=.' 'sDate=.' 'sShortDate=dd.MM.yyyy'; do
+        wine_run reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null
+    done
 }

@@ -61,10 +61,11 @@ void ComboWindow::fill() {
 }
 
 void ComboWindow::showChoice() {
-    updating_ = true;
     // The arrows may have moved on in an open list.
-    if (!open_ && SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex())
-        SendMessageW(handle(), CB_SETCURSEL, static_cast<WPARAM>(box_.listIndex()), 0);
+    const bool moved = !open_ && SendMessageW(handle(), CB_GETCURSEL, 0, 0) != box_.listIndex();
+    if (moved && box_.listIndex() < 0) fill(); // anew, or the next arrow goes on from where the last one was
+    updating_ = true;
+    if (moved) SendMessageW(handle(), CB_SETCURSEL, static_cast<WPARAM>(box_.listIndex()), 0);
     if (editable(box_)) {
         const std::wstring text = wide(box_.text());
         if (windowText(handle()) != text) SetWindowTextW(handle(), text.c_str());

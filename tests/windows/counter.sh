@@ -1,8 +1,6 @@
 # A counter under German settings: a comma parts the decimals, on the keypad too, and of thirty scans at a scanner's
 # speed every third is of an item that the other shop does not carry. The other twenty are stored, each once.
-for setting in 'sDecimal=,' 'sThousand=.' 'sDate=.' 'sShortDate=dd.MM.yyyy'; do
-    wine_run reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null
-done
+germanSettings
 folder=$OUT shotFolder=$OUT
 makeCompany
 readarray -t carried < <(items "min(p.packingbarcode || '')" true | sed -n 1,22p)

@@ -1,0 +1,75 @@
+# What a clerk gets wrong, by keys: missteps.sh [DIR]. Each is met where it happens, and nothing is lost. DIR, $OUT when
+# none is named, receives the pictures.
+mkdir -p "${1:-$OUT}"
+shotFolder=${1:-$OUT}
+makeCompany
+IFS='|' read -r item barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
+# From the list of lines to a line of that quantity, and back. A digit too many is asked about.
+addLine() {
+    step Return "active frmRequestDetail"
+    enter "$barcode" "focus frmRequestDetail.txtQuantity"
+    enter "$1" "focus frmRequestDetail.txtBadQuantity"
+    step Return "focus frmRequestDetail.cmdOk"
+}
+
+# The arrows in the open list choose nothing.
+openRegister
+step ctrl+Return "active frmRequest"
+step "alt+Down Down Down" "" 30-open-list
+press Escape
+chooseShop
+
+# A date that is none, then one that the register does not show.
+step shift+Tab "focus frmRequest.cboShop"
+step shift+Tab "focus frmRequest.txtrequestDate"
+type_keys "tomorrow"
+step Tab "message \"tomorrow\" is no date" 31-no-date
+step Return "focus frmRequest.txtrequestDate"
+type_keys "1/2/2020"
+step Tab "focus frmRequest.cboShop"
+step Tab "focus frmRequest.txtRemarks"
+type_keys "$(printf 'far too long %.0s' {1..30})"
+step Tab "focus frmRequest.lvwrequest"
+
+# A barcode in the box of the quantity.
+addLine 2901000003375
+step Return "message Is the quantity 2901000003375 right" 32-barcode-as-quantity
+step alt+n "focus frmRequestDetail.txtQuantity"
+enter 5 "focus frmRequestDetail.txtBadQuantity"
+step Return "focus frmRequestDetail.cmdOk"
+step Return "focus frmRequestDetail.txtBarcode"
+step Escape "unloaded frmRequestDetail"
+
+step alt+o "message The remarks have" 33-remarks-too-long
+step Return "focus frmRequest.txtRemarks"
+press ctrl+shift+Home
+type_keys "Milk"
+press ctrl+Return
+type_keys "and bread"
+step alt+o "Its date lies before" 34-not-in-the-register
+step Return "active frmMaster"
+last="select srhrequestid, hex(SRHremarks), srhNoofDetails from mesRequesttoShopHeader
+    where srhshopid = $requesting order by srhrequestid desc limit 1"
+IFS='|' read -r request remarks lines < <(stored "$last")
+expect "the remarks" "$(xxd -r -p <<<"$remarks")" "$(printf 'Milk\r\nand bread')"
+expect "the lines" "$lines" 1
+
+# The same remarks in the register, and the request after somebody else has confirmed it.
+step ctrl+Return "active frmRequest"
+chooseShop
+type_keys "Milk"
+press ctrl+Return
+type_keys "and bread"
+step Tab "focus frmRequest.lvwrequest"
+addLine 3
+step Return "focus frmRequestDetail.txtBarcode"
+step Escape "unloaded frmRequestDetail"
+step alt+o "unloaded frmRequest" 35-broken-line
+stored "update mesRequesttoShopHeader set srhTransfinished = 1
+    where srhshopid = $requesting and srhrequestid = $request + 1"
+step Return "active frmRequest" 36-read-only
+step Escape "unloaded frmRequest"
+press alt+c
+awaitHost
+expect "the item" "$(stored "select distinct srditemid from mesRequesttoShopDetail where srdshopid = $requesting
+    and srdrequestid >= $request")" "$item"
