@@ -1,5 +1,5 @@
 // Every screen of the DLL on the screen that the machine has: no text is cut, nothing lies over or outside.
-// tests/windows/looks.sh runs this at several resolutions.
+// It runs at several resolutions.
 #include "tests/support/Scratch.h"
 #include "tests/windows/Session.h"
 #include "win32/Dpi.h"
