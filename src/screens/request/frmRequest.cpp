@@ -21,8 +21,8 @@ std::vector<forms::ListColumn> lineColumns() {
     using forms::ColumnAlignment;
     return {{"Sl No.", 700},
             {"Item Code", 1400},
-            {"Item Name", 4500},
-            {"Request Quantity.", 1800, ColumnAlignment::right},
+            {"Item Name", 4350},
+            {"Request Quantity.", 1950, ColumnAlignment::right},
             {"Bad Qty", 1100, ColumnAlignment::right},
             {"Item ID", 0, ColumnAlignment::right},
             {"Selling Price", 1200, ColumnAlignment::right},
