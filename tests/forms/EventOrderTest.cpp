@@ -8,7 +8,7 @@ using namespace support;
 
 namespace {
 
-void take(User& user, EventOrderForm& form, const EventStep& step) {
+User& take(User& user, EventOrderForm& form, const EventStep& step) {
     switch (step.kind) {
     case EventStep::Kind::types: return user.types(step.text);
     case EventStep::Kind::tabs: return user.tabs();
@@ -18,6 +18,7 @@ void take(User& user, EventOrderForm& form, const EventStep& step) {
     case EventStep::Kind::picks: return user.picks(step.control, step.text);
     case EventStep::Kind::disables: return user.happens([&] { form.find(step.control)->setEnabled(false); });
     }
+    return user;
 }
 
 } // namespace

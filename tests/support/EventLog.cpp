@@ -10,26 +10,20 @@ void wrap(std::function<void()>& handler, std::string line, std::vector<std::str
     };
 }
 
-void wrapKey(std::function<void(std::int16_t&, std::int16_t)>& handler, std::string line,
-             std::vector<std::string>& log) {
-    handler = [inner = handler, line = std::move(line), &log](std::int16_t& code, std::int16_t shift) {
+/// Key or character, with what comes with it.
+template <class... Shift>
+void wrap(std::function<void(std::int16_t&, Shift...)>& handler, std::string line, std::vector<std::string>& log) {
+    handler = [inner = handler, line = std::move(line), &log](std::int16_t& code, Shift... shift) {
         log.push_back(line + " " + std::to_string(code));
-        if (inner) inner(code, shift);
-    };
-}
-
-void wrapCharacter(std::function<void(std::int16_t&)>& handler, std::string line, std::vector<std::string>& log) {
-    handler = [inner = handler, line = std::move(line), &log](std::int16_t& character) {
-        log.push_back(line + " " + std::to_string(character));
-        if (inner) inner(character);
+        if (inner) inner(code, shift...);
     };
 }
 
 } // namespace
 
 void logEvents(forms::Form& form, std::vector<std::string>& log) {
-    wrapKey(form.onKeyDown, "Form_KeyDown", log);
-    wrapCharacter(form.onKeyPress, "Form_KeyPress", log);
+    wrap(form.onKeyDown, "Form_KeyDown", log);
+    wrap(form.onKeyPress, "Form_KeyPress", log);
     for (forms::Control* control : form.controls()) {
         const std::string name = control->name() + "_";
         wrap(control->onClick, name + "Click", log);
@@ -38,9 +32,9 @@ void logEvents(forms::Form& form, std::vector<std::string>& log) {
         wrap(control->onGotFocus, name + "GotFocus", log);
         wrap(control->onLostFocus, name + "LostFocus", log);
         wrap(control->onValidate, name + "Validate", log);
-        wrapKey(control->onKeyDown, name + "KeyDown", log);
-        wrapKey(control->onKeyUp, name + "KeyUp", log);
-        wrapCharacter(control->onKeyPress, name + "KeyPress", log);
+        wrap(control->onKeyDown, name + "KeyDown", log);
+        wrap(control->onKeyUp, name + "KeyUp", log);
+        wrap(control->onKeyPress, name + "KeyPress", log);
     }
 }
 

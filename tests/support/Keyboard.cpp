@@ -9,8 +9,8 @@ namespace {
 
 using namespace forms;
 
-/// Places of the keys that type punctuation, as Windows numbers them.
-std::int16_t codeOfPunctuation(char c) {
+/// The key that types an ASCII character, as Windows numbers them.
+std::int16_t codeOf(char c) {
     switch (c) {
     case '.': return 190;
     case ',': return 188;
@@ -18,31 +18,22 @@ std::int16_t codeOfPunctuation(char c) {
     case '/': return 191;
     case '=':
     case '+': return 187;
-    case ' ': return kKeySpace;
-    default: return 229; // A key that only the input method knows.
+    default:
+        if (c >= 'a' && c <= 'z') return static_cast<std::int16_t>(c - 32);
+        if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ') return c;
+        return 229; // A key that only the input method knows.
     }
 }
 
 Stroke printable(const std::string& text) {
-    Stroke stroke;
-    stroke.text = text;
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     if (text.size() == 1) {
-        const char c = text[0];
-        stroke.character = c;
-        if (c >= 'a' && c <= 'z')
-            stroke.keyCode = static_cast<std::int16_t>(c - 32);
-        else if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'))
-            stroke.keyCode = c;
-        else
-            stroke.keyCode = codeOfPunctuation(c);
-        if (c >= 'A' && c <= 'Z') stroke.shift = kShift;
-        return stroke;
+        const bool capital = text[0] >= 'A' && text[0] <= 'Z';
+        return {codeOf(text[0]), static_cast<std::int16_t>(capital * kShift), byte(0), text};
     }
     // Handlers see the character's code; two bytes of UTF-8 reach as far as any they compare with.
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    stroke.character = text.size() == 2 ? static_cast<std::int16_t>((byte(0) & 0x1F) << 6 | (byte(1) & 0x3F)) : 0x7FFF;
-    stroke.keyCode = 229;
-    return stroke;
+    const int character = text.size() == 2 ? (byte(0) & 0x1F) << 6 | (byte(1) & 0x3F) : 0x7FFF;
+    return {229, 0, static_cast<std::int16_t>(character), text};
 }
 
 void erase(TextBox& box, int start, int length) {
@@ -134,16 +125,11 @@ std::vector<Stroke> strokesOf(const std::string& text) {
     std::vector<Stroke> strokes;
     for (int i = 1; i <= basic::len(text); ++i) {
         const std::string c = basic::mid(text, i, 1);
-        if (c == "\r")
-            strokes.push_back(strokeOf(kKeyReturn, 0));
-        else if (c == "\n")
-            strokes.push_back(strokeOf(kKeyReturn, kControl));
-        else if (c == "\t")
-            strokes.push_back(strokeOf(kKeyTab, 0));
-        else if (c == "\b")
-            strokes.push_back(strokeOf(kKeyBack, 0));
-        else
-            strokes.push_back(printable(c));
+        strokes.push_back(c == "\r"   ? strokeOf(kKeyReturn, 0)
+                          : c == "\n" ? strokeOf(kKeyReturn, kControl)
+                          : c == "\t" ? strokeOf(kKeyTab, 0)
+                          : c == "\b" ? strokeOf(kKeyBack, 0)
+                                      : printable(c));
     }
     return strokes;
 }

@@ -10,11 +10,6 @@
 #include <cstdlib>
 
 namespace support {
-namespace {
-
-constexpr auto kPatience = std::chrono::seconds(30);
-
-} // namespace
 
 void ScriptedDesktop::start(std::function<void()> module) {
     abandon();
@@ -41,34 +36,21 @@ void ScriptedDesktop::start(std::function<void()> module) {
     handOver({});
 }
 
+bool ScriptedDesktop::waitsFor(Waiting what) const {
+    if (waiting_ != what) ADD_FAILURE() << "No form, message box or menu waits for this";
+    return waiting_ == what;
+}
+
 void ScriptedDesktop::perform(std::function<void()> act) {
-    if (waiting_ != Waiting::form) {
-        ADD_FAILURE() << "No form waits for the person";
-        return;
-    }
-    Reply reply;
-    reply.act = std::move(act);
-    handOver(std::move(reply));
+    if (waitsFor(Waiting::form)) handOver({.act = std::move(act)});
 }
 
 void ScriptedDesktop::answer(forms::Answer answer) {
-    if (waiting_ != Waiting::message) {
-        ADD_FAILURE() << "No message box waits for an answer";
-        return;
-    }
-    Reply reply;
-    reply.answer = answer;
-    handOver(std::move(reply));
+    if (waitsFor(Waiting::message)) handOver({.answer = answer});
 }
 
 void ScriptedDesktop::choose(std::optional<std::size_t> item) {
-    if (waiting_ != Waiting::menu) {
-        ADD_FAILURE() << "No menu waits for a choice";
-        return;
-    }
-    Reply reply;
-    reply.item = item;
-    handOver(std::move(reply));
+    if (waitsFor(Waiting::menu)) handOver({.item = item});
 }
 
 void ScriptedDesktop::abandon() {
@@ -89,11 +71,14 @@ forms::Answer ScriptedDesktop::defaultAnswer(const forms::Message& message) {
     return message.defaultAnswer == forms::Answer::ok ? forms::Answer::yes : message.defaultAnswer;
 }
 
+bool ScriptedDesktop::comesUp(const std::string& what) const {
+    const bool onModuleThread = std::this_thread::get_id() == thread_.get_id();
+    if (!onModuleThread) ADD_FAILURE() << "Outside a running module came up the " << what;
+    return onModuleThread;
+}
+
 forms::Answer ScriptedDesktop::messageBox(const forms::Message& message) {
-    if (!onModuleThread()) {
-        ADD_FAILURE() << "A message box came up outside a running module: " << message.text;
-        return defaultAnswer(message);
-    }
+    if (!comesUp("message box " + message.text)) return defaultAnswer(message);
     refuse();
     messages.push_back(message);
     message_ = &message;
@@ -118,10 +103,7 @@ void ScriptedDesktop::startProgram(const std::string& program, const std::string
 }
 
 void ScriptedDesktop::runModal(forms::Form& form, forms::Form*, const std::function<void()>& shown) {
-    if (!onModuleThread()) {
-        ADD_FAILURE() << "The form " << form.name() << " was shown outside a running module";
-        return;
-    }
+    if (!comesUp("form " + form.name())) return;
     const int showing = form.showing();
     if (showing == 0) return;
     shown();
@@ -133,10 +115,7 @@ void ScriptedDesktop::runModal(forms::Form& form, forms::Form*, const std::funct
 }
 
 std::optional<std::size_t> ScriptedDesktop::chooseFromMenu(forms::Form&, const forms::Menu& menu) {
-    if (!onModuleThread()) {
-        ADD_FAILURE() << "The menu " << menu.name << " popped up outside a running module";
-        return std::nullopt;
-    }
+    if (!comesUp("menu " + menu.name)) return std::nullopt;
     refuse();
     menu_ = &menu;
     const std::optional<Reply> reply = await(Waiting::menu);
@@ -160,7 +139,7 @@ void ScriptedDesktop::handOver(Reply reply) {
     reply_ = std::move(reply);
     modulesTurn_ = true;
     changed_.notify_all();
-    if (changed_.wait_for(lock, kPatience, [this] { return !modulesTurn_; })) return;
+    if (changed_.wait_for(lock, std::chrono::seconds(30), [this] { return !modulesTurn_; })) return;
     // The module's thread cannot be ended from outside, and its stack holds what the test would destroy.
     std::fputs("The module did not come back to the person within 30 seconds\n", stderr);
     std::abort();

@@ -67,16 +67,19 @@ protected:
 
 private:
     struct Reply {
-        std::function<void()> act;
+        std::function<void()> act{};
         forms::Answer answer = forms::Answer::ok;
-        std::optional<std::size_t> item;
+        std::optional<std::size_t> item{};
     };
     void refuse();
     /// On the module's thread: gives the turn to the script. None once the desktop is abandoned.
     std::optional<Reply> await(Waiting what);
     /// On the test's thread: gives the turn to the module and waits until it comes back.
     void handOver(Reply reply);
-    bool onModuleThread() const { return std::this_thread::get_id() == thread_.get_id(); }
+    /// Whether the script may do this now; otherwise the test fails.
+    bool waitsFor(Waiting what) const;
+    /// Whether the module itself shows this; otherwise the test fails.
+    bool comesUp(const std::string& what) const;
 
     std::thread thread_;
     std::mutex mutex_;

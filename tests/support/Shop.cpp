@@ -160,7 +160,7 @@ void Shop::picksShop(int shopId) {
     auto* box = user.control<forms::ComboBox>("cboShop");
     ASSERT_TRUE(box);
     for (const forms::ComboBox::Entry& entry : box->entries())
-        if (entry.itemData == shopId) return user.picks("cboShop", entry.text);
+        if (entry.itemData == shopId) return void(user.picks("cboShop", entry.text));
     ADD_FAILURE() << "shop " << shopId << " is not offered";
 }
 

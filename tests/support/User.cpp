@@ -8,6 +8,25 @@ namespace support {
 
 using namespace forms;
 
+namespace {
+
+/// The control as what it has to be for an act; null, with the test failed, where it is something else.
+template <class T> T* as(Control& control, const char* kind) {
+    auto* found = dynamic_cast<T*>(&control);
+    if (!found) ADD_FAILURE() << control.name() << " is no " << kind;
+    return found;
+}
+
+/// Whether the mouse may go on with a control: what can have the focus has got it.
+bool reaches(Control& control) { return !control.canTakeFocus() || input::focus(control); }
+
+void presses(Control& control, MouseButton button) {
+    input::mouseDown(control, {button, 0, 15, 15});
+    input::mouseUp(control, {button, 0, 15, 15});
+}
+
+} // namespace
+
 User::~User() {
     if (desktop_.waiting() == Waiting::message) failed("Nobody answered the message box: " + desktop_.message().text);
     desktop_.abandon();
@@ -30,17 +49,19 @@ bool User::ready(const std::string& act) {
     return false;
 }
 
-void User::does(const std::string& act, std::function<void(Form&)> body) {
+User& User::does(const std::string& act, std::function<void(Form&)> body) {
     if (ready(act)) desktop_.perform([form = desktop_.topForm(), body = std::move(body)] { body(*form); });
+    return *this;
 }
 
-void User::doesTo(const std::string& act, const std::string& name, std::function<void(Control&)> body) {
-    if (!ready(act)) return;
-    Control* found = find(name);
-    if (!found) return failed(act + ": " + desktop_.topForm()->name() + " has no control " + name);
-    if (!found->visible()) return failed(act + ": " + name + " is hidden");
-    if (!found->enabled()) return failed(act + ": " + name + " is disabled");
-    desktop_.perform([found, body = std::move(body)] { body(*found); });
+User& User::doesTo(const std::string& act, const std::string& name, std::function<void(Control&)> body) {
+    return does(act, [&](Form& form) {
+        Control* found = form.find(name);
+        if (!found) return failed(act + ": " + form.name() + " has no control " + name);
+        if (!found->visible()) return failed(act + ": " + name + " is hidden");
+        if (!found->enabled()) return failed(act + ": " + name + " is disabled");
+        body(*found);
+    });
 }
 
 Control* User::find(const std::string& name) const {
@@ -48,10 +69,13 @@ Control* User::find(const std::string& name) const {
     return form ? form->find(name) : nullptr;
 }
 
-void User::starts(std::function<void()> module) { desktop_.start(std::move(module)); }
+User& User::starts(std::function<void()> module) {
+    desktop_.start(std::move(module));
+    return *this;
+}
 
-void User::happens(std::function<void()> act) {
-    if (ready("happens")) desktop_.perform(std::move(act));
+User& User::happens(std::function<void()> act) {
+    return does("happens", [act = std::move(act)](Form&) { act(); });
 }
 
 void User::strikes(const Stroke& stroke) {
@@ -64,152 +88,138 @@ void User::strikes(const Stroke& stroke) {
     desktop_.perform([form, stroke] { input::keyUp(*form->activeControl(), stroke.keyCode, stroke.shift); });
 }
 
-void User::types(const std::string& text) {
+User& User::types(const std::string& text) {
     for (const Stroke& stroke : strokesOf(text)) strikes(stroke);
+    return *this;
 }
 
-void User::presses(std::int16_t keyCode, std::int16_t shift) { strikes(strokeOf(keyCode, shift)); }
-
-void User::tabs(bool backwards) {
-    does("tabs", [backwards](Form& form) { input::tab(form, backwards); });
+User& User::presses(std::int16_t keyCode, std::int16_t shift) {
+    strikes(strokeOf(keyCode, shift));
+    return *this;
 }
 
-void User::alt(char32_t letter) {
-    does("alt", [letter](Form& form) {
+User& User::tabs(bool backwards) {
+    return does("tabs", [backwards](Form& form) { input::tab(form, backwards); });
+}
+
+User& User::alt(char32_t letter) {
+    return does("alt", [letter](Form& form) {
         if (!input::mnemonic(form, letter)) failed("No control answers to this letter");
     });
 }
 
-void User::pastes(const std::string& text) {
-    does("pastes", [text](Form& form) {
+User& User::pastes(const std::string& text) {
+    return does("pastes", [text](Form& form) {
         auto* box = dynamic_cast<TextBox*>(form.activeControl());
         if (!box) return failed("The focus is in no text box to paste into");
         if (input::acceptsWhole(*box, afterInsertion(*box, text))) insert(*box, text);
     });
 }
 
-void User::focuses(const std::string& control) {
-    doesTo("focuses", control, [](Control& c) {
-        if (!c.canTakeFocus())
-            failed(c.name() + " cannot take the focus");
-        else
-            input::focus(c);
+User& User::focuses(const std::string& control) {
+    return doesTo("focuses", control, [](Control& c) {
+        if (!c.canTakeFocus()) return failed(c.name() + " cannot take the focus");
+        input::focus(c);
     });
 }
 
-void User::enters(const std::string& box, const std::string& text) {
-    focuses(box);
-    doesTo("enters", box, [](Control& c) {
-        if (auto* found = dynamic_cast<TextBox*>(&c))
-            found->selectionMoved(0, basic::len(found->text()));
-        else
-            failed(c.name() + " is no text box");
+User& User::enters(const std::string& box, const std::string& text) {
+    focuses(box).doesTo("enters", box, [](Control& c) {
+        if (auto* found = as<TextBox>(c, "text box")) found->selectionMoved(0, basic::len(found->text()));
     });
-    types(text.empty() ? "\b" : text);
+    return types(text.empty() ? "\b" : text);
 }
 
-void User::clicks(const std::string& control) {
-    doesTo("clicks", control, [](Control& c) {
-        if (c.canTakeFocus() && !input::focus(c)) return;
-        const MouseEvent left{MouseButton::left, 0, 15, 15};
-        input::mouseDown(c, left);
-        input::mouseUp(c, left);
+User& User::clicks(const std::string& control) {
+    return doesTo("clicks", control, [](Control& c) {
+        if (!reaches(c)) return;
+        support::presses(c, MouseButton::left);
         input::click(c);
     });
 }
 
-void User::doubleClicks(const std::string& control) {
-    doesTo("doubleClicks", control, [](Control& c) {
-        if (!c.canTakeFocus() || input::focus(c)) input::doubleClick(c);
+User& User::doubleClicks(const std::string& control) {
+    return doesTo("doubleClicks", control, [](Control& c) {
+        if (reaches(c)) input::doubleClick(c);
     });
 }
 
-void User::rightClicks(const std::string& control) {
-    doesTo("rightClicks", control, [](Control& c) {
-        if (c.canTakeFocus() && !input::focus(c)) return;
-        const MouseEvent right{MouseButton::right, 0, 15, 15};
-        input::mouseDown(c, right);
-        input::mouseUp(c, right);
+User& User::rightClicks(const std::string& control) {
+    return doesTo("rightClicks", control, [](Control& c) {
+        if (reaches(c)) support::presses(c, MouseButton::right);
     });
 }
 
-void User::movesOver(const std::string& control) {
-    doesTo("movesOver", control, [](Control& c) { input::mouseMove(c, {MouseButton::none, 0, 15, 15}); });
+User& User::movesOver(const std::string& control) {
+    return doesTo("movesOver", control, [](Control& c) { input::mouseMove(c, {MouseButton::none, 0, 15, 15}); });
 }
 
-void User::picks(const std::string& combo, const std::string& entry) {
-    doesTo("picks", combo, [entry](Control& c) {
-        auto* box = dynamic_cast<ComboBox*>(&c);
-        if (!box) return failed(c.name() + " is no combo box");
-        if (!input::focus(c)) return;
+User& User::picks(const std::string& combo, const std::string& entry) {
+    return doesTo("picks", combo, [entry](Control& c) {
+        auto* box = as<ComboBox>(c, "combo box");
+        if (!box || !input::focus(c)) return;
         for (int i = 0; i < box->listCount(); ++i)
             if (box->entries()[static_cast<std::size_t>(i)].text == entry) return input::choose(*box, i);
         failed(c.name() + " has no entry " + entry);
     });
 }
 
-void User::checks(const std::string& box, bool on) {
-    doesTo("checks", box, [on](Control& c) {
-        auto* check = dynamic_cast<CheckBox*>(&c);
-        if (!check) return failed(c.name() + " is no check box");
-        if (input::focus(c) && (check->value() != 0) != on) input::click(c);
+User& User::checks(const std::string& box, bool on) {
+    return doesTo("checks", box, [on](Control& c) {
+        auto* check = as<CheckBox>(c, "check box");
+        if (check && input::focus(c) && (check->value() != 0) != on) input::click(c);
     });
 }
 
-void User::selectsRow(const std::string& control, int row) {
-    doesTo("selectsRow", control, [row](Control& c) {
+User& User::selectsRow(const std::string& control, int row) {
+    return doesTo("selectsRow", control, [row](Control& c) {
         if (!input::focus(c)) return;
         if (auto* grid = dynamic_cast<Grid*>(&c)) {
             if (row < grid->fixedRows() || row >= grid->rows()) return failed(c.name() + " has no such row");
             input::selectCell(*grid, row, 0);
-        } else if (auto* list = dynamic_cast<ListView*>(&c)) {
+        } else if (auto* list = as<ListView>(c, "list")) {
             if (row < 1 || row > list->count()) return failed(c.name() + " has no such line");
             input::selectItem(*list, row);
-        } else {
-            failed(c.name() + " has no rows");
         }
     });
 }
 
-void User::choosesMenu(const std::string& item) {
-    if (desktop_.waiting() != Waiting::menu) return failed("No menu is up to choose " + item);
-    const std::vector<MenuItem*>& items = desktop_.menu().items;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (items[i]->name != item) continue;
-        if (!items[i]->enabled) failed("The menu's " + item + " is disabled");
-        return desktop_.choose(items[i]->enabled ? std::optional(i) : std::nullopt);
-    }
-    failed("The menu has no " + item);
+User& User::choosesMenu(const std::string& item) {
+    std::optional<std::size_t> chosen;
+    const std::vector<MenuItem> items = menu();
+    for (std::size_t i = 0; i < items.size(); ++i)
+        if (items[i].name == item && items[i].enabled) chosen = i;
+    if (!chosen) failed("No menu offers " + item);
+    if (!items.empty()) desktop_.choose(chosen);
+    return *this;
+}
+
+User& User::dismissesMenu() {
     desktop_.choose(std::nullopt);
+    return *this;
 }
 
-void User::dismissesMenu() { desktop_.choose(std::nullopt); }
+User& User::closesFrame() { return does("closesFrame", input::closeBox); }
 
-void User::closesFrame() { does("closesFrame", input::closeBox); }
-
-void User::answers(Answer answer) {
-    if (desktop_.waiting() != Waiting::message) return failed("No message box is up");
-    const MessageButtons buttons = desktop_.message().buttons;
+User& User::answers(Answer answer) {
+    const std::optional<Message> box = message();
+    if (!box) failed("No message box is up");
+    if (!box) return *this;
     bool offered = answer == Answer::yes || answer == Answer::no;
-    if (buttons == MessageButtons::ok) offered = answer == Answer::ok;
-    if (buttons == MessageButtons::yesNoCancel) offered = offered || answer == Answer::cancel;
-    if (!offered) failed("The box does not offer this answer: " + desktop_.message().text);
-    desktop_.answer(offered ? answer : ScriptedDesktop::defaultAnswer(desktop_.message()));
+    if (box->buttons == MessageButtons::ok) offered = answer == Answer::ok;
+    if (box->buttons == MessageButtons::yesNoCancel) offered = offered || answer == Answer::cancel;
+    if (!offered) failed("The box does not offer this answer: " + box->text);
+    desktop_.answer(offered ? answer : ScriptedDesktop::defaultAnswer(*box));
+    return *this;
 }
 
-void User::answers(const std::string& text, Answer answer) {
-    if (desktop_.waiting() != Waiting::message) return failed("No message box is up, expected: " + text);
-    EXPECT_EQ(desktop_.message().text, text);
-    answers(answer);
+User& User::answers(const std::string& text, Answer answer) {
+    EXPECT_EQ(message() ? message()->text : "no message box", text);
+    return answers(answer);
 }
-
-std::string User::form() const { return desktop_.topForm() ? desktop_.topForm()->name() : std::string(); }
-
-std::string User::caption() const { return desktop_.topForm() ? desktop_.topForm()->caption() : std::string(); }
 
 std::optional<Message> User::message() const {
-    if (desktop_.waiting() != Waiting::message) return std::nullopt;
-    return desktop_.message();
+    return desktop_.waiting() == Waiting::message ? std::optional(desktop_.message()) : std::nullopt;
 }
 
 std::vector<MenuItem> User::menu() const {
@@ -222,26 +232,6 @@ std::vector<MenuItem> User::menu() const {
 std::string User::focus() const {
     Form* form = desktop_.topForm();
     return form && form->activeControl() ? form->activeControl()->name() : std::string();
-}
-
-std::string User::text(const std::string& name) const {
-    const auto* found = control(name);
-    return found ? found->text() : std::string();
-}
-
-bool User::enabled(const std::string& name) const {
-    const auto* found = control(name);
-    return found && found->enabled();
-}
-
-bool User::visible(const std::string& name) const {
-    const auto* found = control(name);
-    return found && found->visible();
-}
-
-bool User::checked(const std::string& box) const {
-    const auto* found = control<CheckBox>(box);
-    return found && found->value() != 0;
 }
 
 std::vector<std::string> User::entries(const std::string& combo) const {
