@@ -6,30 +6,32 @@
 #include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 using namespace editor;
 using forms::kKeyF11;
-using Names = std::vector<std::string>;
 
-class Dialogs : public testing::Test {
+class Dialogs : public EditorTest<3> {
 protected:
-    CompanyFile company;
-    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 3);
-    const SampleItem& item = items[1];
+    const std::string of = " where itemid = " + item.id;
 
     /// From nothing to line entry with a dialog over it.
-    void opens(Till& till, const char* dialog) {
+    static User& opens(Till& till, const char* dialog) {
         support::openOverLineEntry(till.module, dialog);
-        till.newRequest();
-        till.addsLines();
-        till.user.presses(kKeyF11);
+        return till.newRequest().addsLines().user.presses(kKeyF11);
     }
     static std::string chosenItem(Till& till) {
         const forms::ComboBox& combo = till.module.requestDetail().cboItem;
         return combo.hasSelection() ? std::to_string(combo.selectedData()) : "";
+    }
+    /// Line entry has the item, and waits for its quantity.
+    void expectItem(Till& till) const {
+        ASSERT_EQ(till.user.form(), "frmRequestDetail");
+        EXPECT_EQ(chosenItem(till), item.id);
+        EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
+        EXPECT_EQ(till.module.requestDetail().strItemCode, item.code);
+        EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+        EXPECT_EQ(till.user.focus(), "txtQuantity");
     }
 };
 
@@ -40,40 +42,26 @@ protected:
 
 TEST_F(Scan, ACodeBecomesTheItemOfTheLine) {
     Till till(company);
-    opens(till, "scan");
-    ASSERT_EQ(till.user.form(), "frmscanBc");
-    till.user.types(item.code + "\r");
-    ASSERT_EQ(till.user.form(), "frmRequestDetail");
-    EXPECT_EQ(chosenItem(till), item.id);
-    EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
-    EXPECT_FALSE(till.user.list("lvwpacktype").empty());
-    EXPECT_EQ(till.user.focus(), "txtQuantity");
+    opens(till, "scan").types(item.code + "\r");
+    expectItem(till);
     // Line entry goes on from here as from its own box.
-    till.user.enters("txtQuantity", "3");
-    till.user.clicks("cmdOk");
-    till.user.clicks("cmdCancel");
-    EXPECT_EQ(till.column(1), Names{item.code});
+    till.user.enters("txtQuantity", "3").clicks("cmdOk");
+    EXPECT_EQ(till.backToEditor().column(1), Names{item.code});
     EXPECT_EQ(till.column(3), Names{"3.000"});
 }
 
 // The dialog does not ask whether the supplying shop carries the item; OK does.
 TEST_F(Scan, AnItemThatTheSupplierDoesNotCarryIsNotWritten) {
-    company.change("delete ashopitemdetail where shopid = 2 and itemid = " + item.id);
+    company.change("delete ashopitemdetail" + of + " and shopid = 2");
     Till till(company);
-    opens(till, "scan");
-    till.user.types(item.barcode + "\r");
-    EXPECT_EQ(chosenItem(till), item.id);
-    till.user.enters("txtQuantity", "3");
-    till.user.clicks("cmdOk");
-    till.user.answers("Item not in shop 2", Answer::ok);
-    EXPECT_EQ(till.user.focus(), "txtBarcode");
-    EXPECT_EQ(till.module.request().lvwrequest.count(), 0);
+    opens(till, "scan").types(item.barcode + "\r").enters("txtQuantity", "3");
+    EXPECT_EQ(till.oksAndReads("Item not in shop 2").user.focus(), "txtBarcode");
+    EXPECT_EQ(till.lines().count(), 0);
 }
 
 // Line entry asks more of a code.
 TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
-    const std::string of = " where itemid = " + item.id;
-    const std::string another = " where itemid = " + items[2].id;
+    const std::string another = " where itemid = " + other.id;
     const std::string shortcut = "update ashopitemdetail set shortcutno = ";
     struct Case {
         const char* what;
@@ -99,8 +87,7 @@ TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
         const CompanyFile own;
         own.change("update miscsettings set AllowItemCodeDuplication = 0;" + c.change);
         Till till(own);
-        opens(till, "scan");
-        till.user.types(c.typed + "\r");
+        opens(till, "scan").types(c.typed + "\r");
         if (!c.found) till.user.answers("Scan valid barcode", Answer::ok);
         EXPECT_EQ(chosenItem(till), c.found ? item.id : "");
         EXPECT_EQ(till.user.form(), c.found ? "frmRequestDetail" : "frmscanBc");
@@ -109,37 +96,27 @@ TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
 
 TEST_F(Scan, StaysOpenForAnotherCode) {
     Till till(company);
-    opens(till, "scan");
-    till.user.types("\r");
-    EXPECT_EQ(till.user.form(), "frmscanBc");
+    EXPECT_EQ(opens(till, "scan").types("\r").form(), "frmscanBc");
     EXPECT_TRUE(till.said().empty());
     std::int16_t enter = forms::kKeyReturn;
     till.user.happens([&] { till.module.scanBarcode().txtBarcode.onKeyPress(enter); });
     EXPECT_EQ(enter, 0) << "a box of one line would beep";
-    till.user.types("no' such code\r");
-    till.user.answers("Scan valid barcode", Answer::ok);
+    till.user.types("no' such code\r").answers("Scan valid barcode", Answer::ok);
     EXPECT_EQ(till.user.focus(), "txtBarcode");
     EXPECT_EQ(till.user.text("txtBarcode"), "no such code");
-    till.connection->failOn([](std::string_view s) { return s.find("packingbarcode") != std::string_view::npos; });
+    till.breaks("packingbarcode");
     till.user.types(item.barcode + "\r"); // over the selected text
-    EXPECT_NE(till.readsReport().find("frmscanBc , txtBarcode_KeyPress"), std::string::npos);
-    EXPECT_EQ(till.user.text("txtBarcode"), item.barcode);
-    till.connection->failOn(nullptr);
+    EXPECT_EQ(till.readsReport().user.text("txtBarcode"), item.barcode);
+    till.breaks("");
     till.user.types("\r");
     EXPECT_EQ(chosenItem(till), item.id);
 }
 
 TEST_F(Scan, ClosesWithoutAChoice) {
     Till till(company);
-    opens(till, "scan");
-    till.user.focuses("CmdClose");
-    till.user.types("7"); // not the button's
-    EXPECT_EQ(till.user.text("txtBarcode"), "7");
-    till.user.clicks("CmdClose");
-    ASSERT_EQ(till.user.form(), "frmRequestDetail");
-    till.user.presses(kKeyF11);
-    till.user.presses(forms::kKeyEscape);
-    EXPECT_EQ(till.user.form(), "frmRequestDetail");
+    EXPECT_EQ(opens(till, "scan").focuses("CmdClose").types("7").text("txtBarcode"), "7"); // not the button's
+    EXPECT_EQ(till.user.clicks("CmdClose").form(), "frmRequestDetail");
+    EXPECT_EQ(till.user.presses(kKeyF11).presses(forms::kKeyEscape).form(), "frmRequestDetail");
     EXPECT_EQ(chosenItem(till), "");
     EXPECT_FALSE(till.holds("CommonModule.clsCommongen")); // nor what it asked with
     // What another screen asks of the dialog without showing it.
@@ -154,11 +131,8 @@ TEST_F(Scan, ClosesWithoutAChoice) {
 
 class FetchDialog : public Dialogs {
 protected:
-    static void searches(Till& till, const std::string& column, const std::string& text) {
-        till.user.picks("cboFetch", column);
-        till.user.enters("txtFetch", "");
-        till.user.pastes(text);
-        till.user.types("\r");
+    static User& searches(Till& till, const std::string& column, const std::string& text) {
+        return till.user.picks("cboFetch", column).enters("txtFetch", "").pastes(text).types("\r");
     }
     static Names column(Till& till, std::size_t index) {
         Names cells;
@@ -176,8 +150,7 @@ protected:
 };
 
 TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
-    company.change("update aitem set brand = 'Northwold', modelno = 'NW-77', part_code = 'P/5' where itemid = " +
-                   item.id);
+    company.change("update aitem set brand = 'Northwold', modelno = 'NW-77', part_code = 'P/5'" + of);
     for (const auto& [column, text] :
          std::initializer_list<std::pair<const char*, std::string>>{{"ItemCode", item.code},
                                                                     {"ItemDescription", item.description},
@@ -187,37 +160,25 @@ TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
         SCOPED_TRACE(column);
         Till till(company);
         opens(till, "fetch");
-        ASSERT_EQ(till.user.form(), "FrmFetch");
-        EXPECT_EQ(till.user.caption(), "Fetch Item");
-        searches(till, column, text);
-        ASSERT_EQ(till.user.grid("flexMaster"),
+        ASSERT_EQ(searches(till, column, text).grid("flexMaster"),
                   (Rows{{item.id, item.code, item.description, "Northwold", "NW-77", "P/5"}}));
         EXPECT_EQ(till.user.text("txtFetch"), "");
-        till.user.focuses("flexMaster");
-        till.user.types("\r");
-        ASSERT_EQ(till.user.form(), "frmRequestDetail");
-        EXPECT_EQ(chosenItem(till), item.id);
-        EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
-        EXPECT_EQ(till.module.requestDetail().strItemCode, item.code);
-        EXPECT_FALSE(till.user.list("lvwpacktype").empty());
-        EXPECT_EQ(till.user.focus(), "txtQuantity");
+        till.user.focuses("flexMaster").types("\r");
+        expectItem(till);
     }
 }
 
 TEST_F(FetchDialog, StaysAwayFromALineThatStands) {
-    for (const char* dialog : {"fetch", "scan"}) {
+    for (const std::string dialog : {"fetch", "scan"}) {
         Till till(company);
         support::openOverLineEntry(till.module, dialog);
-        till.newRequest();
-        till.enters(items);
-        till.changesLine(2);
-        till.user.presses(kKeyF11);
+        till.newRequest().enters(items).changesLine(1).user.presses(kKeyF11);
         EXPECT_EQ(till.user.form(), "frmRequestDetail") << dialog;
-        till.user.happens([&] { till.module.requestDetail().cmdbarcode.setEnabled(true); });
-        till.user.presses(kKeyF11);
-        if (*dialog == 's') till.user.types(items[0].barcode + "\r");
-        if (*dialog == 'f') searches(till, "ItemCode", items[0].code);
-        if (*dialog == 'f') till.user.clicks("cmdOk");
+        till.user.happens([&] { till.module.requestDetail().cmdbarcode.setEnabled(true); }).presses(kKeyF11);
+        if (dialog == "scan")
+            till.user.types(other.barcode + "\r");
+        else
+            searches(till, "ItemCode", other.code).clicks("cmdOk");
         EXPECT_EQ(till.user.form(), "frmRequestDetail") << dialog;
         EXPECT_EQ(chosenItem(till), item.id);
     }
@@ -225,10 +186,7 @@ TEST_F(FetchDialog, StaysAwayFromALineThatStands) {
 
 TEST_F(FetchDialog, HeadsItsColumns) {
     Till till(company);
-    opens(till, "fetch");
-    // Nobody reads the item ids of the first column.
-    EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2580", " Item Description|5562", "Brand|2730", " Model No|1188",
-                                     "Part Code|942"}));
+    opens(till, "fetch"); // nobody reads the item ids of the first column
     searches(till, "ItemCode", item.code);
     EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2580", " Item Description|5688", "Brand|2730", " Model No|1104",
                                      "Part_Code|990"}));
@@ -246,27 +204,13 @@ TEST_F(FetchDialog, OpensWithTheShopsColumnAndKeepsTheClerksChoice) {
                                                                     {"null", "ItemDescription"}}) {
         company.change(std::string("update LOsSettings set defaultfetch = ") + setting + " where ShopID = 1");
         Till till(company);
-        opens(till, "fetch");
-        EXPECT_EQ(till.user.text("cboFetch"), chosen);
+        EXPECT_EQ(opens(till, "fetch").text("cboFetch"), chosen);
         EXPECT_EQ(till.user.focus(), "txtFetch");
-        till.user.picks("cboFetch", "ModelNo");
-        till.connection->failOn([](std::string_view s) { return s.find("like") != std::string_view::npos; });
-        till.user.enters("txtFetch", "7'\r");
-        EXPECT_NE(till.readsReport().find("FrmFetch, txtFetch_KeyPress"), std::string::npos);
-        EXPECT_EQ(till.user.text("cboFetch"), "ModelNo");
-        EXPECT_EQ(till.user.text("txtFetch"), "7'"); // as it was typed, for another try
-        till.connection->failOn(nullptr);
+        till.breaks("like");
+        till.user.picks("cboFetch", "ModelNo").enters("txtFetch", "7'\r");
+        till.readsReport().breaks("");
+        EXPECT_EQ(till.texts({"cboFetch", "txtFetch"}), (Names{"ModelNo", "7'"})); // as typed, for another try
     }
-}
-
-TEST_F(FetchDialog, ReportsOnceWhereItCannotBeFilled) {
-    Till till(company);
-    support::openOverLineEntry(till.module, "fetch");
-    till.newRequest();
-    till.addsLines();
-    till.breaks("clsFormcolor.Applyformcolor");
-    till.user.presses(kKeyF11);
-    EXPECT_NE(till.readsReport().find("FrmFetch, Form_Load"), std::string::npos);
 }
 
 // A component may put choices of its own into the boxes; what they say goes into no statement.
@@ -284,7 +228,7 @@ TEST_F(FetchDialog, TakesAChoiceByItsNumberOnly) {
     for (const char* box : {"cboFetch", "cboColNames"}) {
         for (const std::int32_t number : {0, 6, -1}) {
             chooses(box, number);
-            EXPECT_NE(till.readsReport().find("Error 9: "), std::string::npos) << box << number;
+            till.readsReport("Error 9: ");
         }
         chooses(box, 2);
         EXPECT_FALSE(till.user.message());
@@ -294,22 +238,14 @@ TEST_F(FetchDialog, TakesAChoiceByItsNumberOnly) {
 }
 
 TEST_F(FetchDialog, TakesAnyTextForAPattern) {
-    company.change("update aitem set brand = 'half [50%] off_cut' where itemid = " + item.id);
+    company.change("update aitem set brand = 'half [50%] off_cut'" + of);
     Till till(company);
     opens(till, "fetch");
-    struct Case {
-        const char* what;
-        std::string text;
-        bool found;
-    };
-    for (const Case& c : {Case{"any text between", "half%off", true},
-                          {"one of a set", "[x5]0", true},
-                          {"4,000 letters", std::string(4000, 'x'), false},
-                          {"a comment and a statement", "'; delete aitem --", false}}) {
-        SCOPED_TRACE(c.what);
-        searches(till, "Brand", c.text);
+    for (const auto& [text, found] : std::initializer_list<std::pair<std::string, bool>>{
+             {"half%off", true}, {"[x5]0", true}, {std::string(4000, 'x'), false}, {"'; delete aitem --", false}}) {
+        searches(till, "Brand", text);
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(column(till, 0), c.found ? Names{item.id} : Names{""});
+        EXPECT_EQ(column(till, 0), Names{found ? item.id : ""}) << text;
     }
     std::int16_t enter = forms::kKeyReturn;
     till.user.happens([&] { till.module.fetchItem().txtFetch.onKeyPress(enter); });
@@ -319,8 +255,7 @@ TEST_F(FetchDialog, TakesAnyTextForAPattern) {
 
 TEST_F(FetchDialog, ShowsTheLastMatchAndMovesToWhatIsTyped) {
     Till till(company);
-    opens(till, "fetch");
-    till.user.picks("cboColNames", "ItemDescription");
+    opens(till, "fetch").picks("cboColNames", "ItemDescription");
     till.desktop.pointers.clear();
     searches(till, "ItemDescription", "");
     EXPECT_EQ(till.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
@@ -328,43 +263,30 @@ TEST_F(FetchDialog, ShowsTheLastMatchAndMovesToWhatIsTyped) {
     ASSERT_GT(found.size(), 10u);
     EXPECT_EQ(grid(till).row(), static_cast<int>(found.size()));
     EXPECT_EQ(grid(till).topRow(), grid(till).row());
-    till.user.picks("cboSearch", "ItemDescription");
-    till.user.enters("txtFetch", found[4].substr(0, found[4].size() - 1));
+    till.user.picks("cboSearch", "ItemDescription").enters("txtFetch", found[4].substr(0, found[4].size() - 1));
     EXPECT_EQ(grid(till).cell(grid(till).row(), 2).substr(0, 3), found[4].substr(0, 3));
     EXPECT_LE(grid(till).row(), 5);
     till.user.focuses("cboColNames");
-    for (const char* next : {"cboSearch", "flexMaster"}) {
-        till.user.types("\r");
-        EXPECT_EQ(till.user.focus(), next);
-    }
+    for (const char* next : {"cboSearch", "flexMaster"}) EXPECT_EQ(till.user.types("\r").focus(), next);
 }
 
 TEST_F(FetchDialog, HandsNothingOverWithoutAnItem) {
     Till till(company);
-    opens(till, "fetch");
-    till.user.clicks("cmdOk"); // nothing was searched for
+    opens(till, "fetch").clicks("cmdOk"); // nothing was searched for
     ASSERT_EQ(till.user.form(), "frmRequestDetail");
     EXPECT_FALSE(till.holds("CommonModule.clsCommonGen"));
     EXPECT_EQ(chosenItem(till), "");
-    till.user.types(item.barcode + "\r");
-    ASSERT_EQ(chosenItem(till), item.id);
-    for (const char* way : {"cmdOk", "CmdClose"}) {
-        till.user.presses(kKeyF11);
-        searches(till, "ItemCode", *way == 'c' ? "no such code" : "");
-        till.user.clicks(way);
-        ASSERT_EQ(till.user.form(), "frmRequestDetail");
-        EXPECT_EQ(chosenItem(till), item.id);
-    }
-    till.user.presses(kKeyF11);
-    searches(till, "ItemCode", items[0].code);
-    till.user.happens([&] { grid(till).setRow(0); }); // the heading
-    till.user.clicks("cmdOk");
+    till.user.types(item.barcode + "\r").presses(kKeyF11);
+    searches(till, "ItemCode", "no such code").clicks("cmdOk").presses(kKeyF11);
+    searches(till, "ItemCode", "").clicks("CmdClose").presses(kKeyF11);
+    searches(till, "ItemCode", other.code).happens([&] { grid(till).setRow(0); }); // the heading
+    EXPECT_EQ(till.user.clicks("cmdOk").form(), "frmRequestDetail");
     EXPECT_EQ(chosenItem(till), item.id);
 }
 
 TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
     // The search asks for this shop's items in the other shop's categories; line entry wants both shops to carry them.
-    company.change("delete ashopitemdetail where shopid = 2 and itemid = " + item.id);
+    company.change("delete ashopitemdetail" + of + " and shopid = 2");
     for (const bool asked : {true, false}) {
         Till till(company);
         opens(till, "fetch");
@@ -372,16 +294,10 @@ TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
         ASSERT_EQ(column(till, 0), Names{item.id});
         if (!asked) till.breaks("intersect"); // whether it is carried cannot be asked
         till.user.clicks("cmdOk");
-        if (!asked) {
-            till.readsReport();
-            till.breaks("");
-            till.user.presses(forms::kKeyEscape);
-        }
+        if (!asked) till.readsReport().user.presses(forms::kKeyEscape);
         ASSERT_EQ(till.user.form(), "frmRequestDetail");
         EXPECT_EQ(till.user.entries("cboItem"), Names{});
-        if (asked) {
-            EXPECT_EQ(till.user.text("txtBarcode"), "");
-        }
+        EXPECT_EQ(till.user.text("txtBarcode"), "");
         EXPECT_EQ(till.module.requestDetail().strItemCode, "");
         EXPECT_TRUE(till.user.list("lvwpacktype").empty());
     }

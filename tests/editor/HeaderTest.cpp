@@ -3,107 +3,59 @@
 #include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 using namespace editor;
-using Names = std::vector<std::string>;
 
-class Header : public testing::Test {
+class Header : public EditorTest<3> {
 protected:
-    CompanyFile company;
-    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 3);
-
-    std::string newest(const std::string& field) const {
-        return company.value("select " + field +
-                             " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
-                             " (select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1)");
-    }
-    /// Remarks, tick and date of the request shown cannot be changed.
-    static void expectLocked(Till& till) {
-        const std::string shown = till.user.text("txtRemarks") + till.user.text("txtrequestDate");
-        till.user.enters("txtRemarks", "too late");
-        till.user.enters("txtrequestDate", "01/01/2020");
-        EXPECT_EQ(till.user.text("txtRemarks") + till.user.text("txtrequestDate"), shown);
-        EXPECT_FALSE(till.user.enabled("chkTransFinished"));
-        EXPECT_FALSE(till.user.enabled("cmdOk"));
-    }
     std::string count() const {
         return company.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1");
     }
-};
-
-TEST_F(Header, OffersTheOtherActiveShopsThatDealInTheSameGoods) {
-    company.change("insert into ashopitemcategory values (8, 11)"); // the garden centre takes up a common category
-    {
-        Till till(company);
-        till.newRequest(0);
-        EXPECT_EQ(till.user.entries("cboShop"),
-                  (Names{"Brackenway Garden Centre", "Brackenway Harbour", "Brackenway Market Square",
-                         "Brackenway Riverside", "Brackenway Station Road", "Brackenway Trade Counter"}));
-        EXPECT_EQ(till.user.text("cboShop"), "");
+    /// Remarks, tick and date of the request shown cannot be changed.
+    static void expectLocked(Till& till) {
+        const Names shown = till.texts({"txtRemarks", "txtrequestDate"});
+        till.user.enters("txtRemarks", "too late").enters("txtrequestDate", "01/01/2020");
+        EXPECT_EQ(till.texts({"txtRemarks", "txtrequestDate"}), shown);
+        EXPECT_FALSE(till.user.enabled("chkTransFinished") || till.user.enabled("cmdOk"));
     }
-    company.change("delete ashopitemcategory where shopid = 8 and itemcategoryid = 11;"
-                   "update aShops set ActiveShop = 0 where shopid = 3");
-    Till till(company);
-    till.newRequest(0);
-    EXPECT_EQ(till.user.entries("cboShop"), (Names{"Brackenway Harbour", "Brackenway Market Square",
-                                                   "Brackenway Station Road", "Brackenway Trade Counter"}));
-}
+};
 
 TEST_F(Header, EnterMovesOnThroughTheBoxes) {
     Till till(company);
-    till.newRequest();
-    till.user.enters("txtRemarks", "kept");
-    till.user.focuses("txtrequestDate");
-    till.user.types("30/03/2026");
+    till.newRequest().user.enters("txtRemarks", "kept").focuses("txtrequestDate").types("30/03/2026");
     EXPECT_EQ(till.user.text("txtrequestDate"), "30/03/2026") << "a box is typed over";
     for (const char* next : {"cboShop", "txtRemarks", "lvwrequest"}) {
-        till.user.types("\r");
-        EXPECT_EQ(till.user.focus(), next);
+        EXPECT_EQ(till.user.types("\r").focus(), next);
         if (till.user.focus() == "txtRemarks") till.user.types("!");
     }
     EXPECT_EQ(till.user.text("txtRemarks"), "kept!") << "and remarks are gone on with";
     EXPECT_EQ(till.user.control("cboShop")->tag().substr(0, 10), "Brackenway");
-    till.user.focuses("chkTransFinished");
-    till.user.types("\r");
-    EXPECT_EQ(till.user.focus(), "cmdOk");
+    EXPECT_EQ(till.user.focuses("chkTransFinished").types("\r").focus(), "cmdOk");
 }
 
 TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
     Till till(company);
-    till.newRequest(0);
-    till.picksShop(3);
+    till.newRequest(0).picksShop(3);
     till.picksShop(kSupplier);
     EXPECT_EQ(till.said(), Names{});
     till.enters(items);
-
-    const std::string question = "Already entered data will be cleared. Do you want to change shop?";
-    till.picksShop(4);
-    ASSERT_TRUE(till.user.message());
-    EXPECT_EQ(till.user.message()->defaultAnswer, Answer::no);
-    EXPECT_EQ(till.user.message()->icon, forms::MessageIcon::question);
-    EXPECT_EQ(till.user.message()->title, "Retail Back Office");
-    till.user.answers(question, Answer::no);
-    EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
-    EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
-    EXPECT_EQ(till.module.session.lngOtherShopID, kSupplier);
-
-    till.picksShop(4);
-    till.user.answers(question, Answer::yes);
-    EXPECT_EQ(till.user.text("cboShop"), "Brackenway Market Square");
-    EXPECT_TRUE(till.user.list("lvwrequest").empty());
-    EXPECT_EQ(till.module.session.lngOtherShopID, 4);
-    EXPECT_FALSE(till.user.message());
+    for (const Answer answer : {Answer::no, Answer::yes}) {
+        const bool changes = answer == Answer::yes;
+        till.picksShop(4);
+        till.isAsked("Already entered data will be cleared. Do you want to change shop?", Answer::no, answer);
+        EXPECT_EQ(till.user.text("cboShop"), changes ? "Brackenway Market Square" : "Brackenway Station Road");
+        EXPECT_EQ(till.lines().count(), changes ? 0 : 3);
+        EXPECT_EQ(till.module.session.lngOtherShopID, changes ? 4 : kSupplier);
+        EXPECT_FALSE(till.user.message());
+    }
 }
 
 TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
     struct Case {
         const char* what;
         Names numbers; ///< that the shop's requests have before, for a statement
-        const char* prefix;
-        const char* next;
+        const char *prefix, *next;
     };
     for (const Case& c : {Case{"no request yet", {}, "GR/", "GR/1"},
                           {"by number, not text", {"GR/9", "GR/10"}, "GR/", "GR/11"},
@@ -125,56 +77,38 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
                       std::to_string(++id) + ",1,'" + number + "','20260301',2,'r')";
         company.change(script);
         Till till(company);
-        till.newRequest();
-        till.enters({items[0]});
-        till.user.clicks("cmdOk");
-        ASSERT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(newest("srhrequestno"), c.next);
+        till.newRequest().enters({item}).saves();
+        EXPECT_EQ(newest(company, "srhrequestno"), c.next);
     }
 }
 
 TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
-    company.change(
-        "update mesRequesttoShopHeader set srhrequestno = 'GR/32767' where srhshopid = 1 and srhrequestid = 1");
+    const auto renumber = [this](const std::string& number) {
+        company.change("update mesRequesttoShopHeader set srhrequestno = '" + number +
+                       "' where srhshopid = 1 and srhrequestid = 1");
+    };
+    renumber("GR/32767");
     const std::string before = count();
     Till till(company);
-    till.newRequest();
-    till.enters(items);
-    till.user.clicks("cmdOk");
-    EXPECT_NE(till.readsReport().find("Error 6: Overflow. The request numbers that begin with \"GR/\" end at 32767"),
-              std::string::npos);
-    EXPECT_EQ(till.user.form(), "frmRequest");
-    EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+    till.newRequest().enters(items).user.clicks("cmdOk");
+    till.readsReport("Error 6: Overflow. The request numbers that begin with \"GR/\" end at 32767");
+    EXPECT_EQ(till.lines().count(), 3);
     EXPECT_EQ(till.user.text("txtRequestNo"), "");
     EXPECT_EQ(count(), before);
-
-    company.change(
-        "update mesRequesttoShopHeader set srhrequestno = 'GR/500' where srhshopid = 1 and srhrequestid = 1");
-    till.user.clicks("cmdOk");
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(newest("srhrequestno"), "GR/501");
+    renumber("GR/500");
+    till.saves();
+    EXPECT_EQ(newest(company, "srhrequestno"), "GR/501");
 }
 
 TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
     Till till(company);
-    till.newRequest();
-    till.enters({items[0]});
-    till.user.happens([&] { till.user.control<forms::TextBox>("txtRequestNo")->setText("it's \u2032 or"); });
-    till.user.clicks("cmdOk");
-    EXPECT_EQ(till.user.form(), "frmMaster");
+    till.newRequest().enters({item}).puts("txtRequestNo", "it's \u2032 or").saves();
     EXPECT_EQ(till.errors(), Names{});
-    bool lookedUp = false;
-    for (const std::string& sent : till.statements())
-        lookedUp = lookedUp || sent.find("'it''s '' or'") != std::string::npos;
-    EXPECT_TRUE(lookedUp);
-
+    EXPECT_EQ(
+        till.statements("select SRHrequestID from mesRequesttoShopHeader where srhrequestno='it''s '' or'").size(), 1u);
     const std::string before = count();
-    till.user.clicks("cmdnew");
-    till.picksShop(kSupplier);
-    till.enters({items[0]});
-    till.user.happens([&] { till.user.control<forms::TextBox>("txtRequestNo")->setText(newest("srhrequestno")); });
-    till.user.clicks("cmdOk");
-    till.user.answers("Request no already exists", Answer::ok);
+    till.another({item}).puts("txtRequestNo", newest(company, "srhrequestno"));
+    till.oksAndReads("Request no already exists");
     EXPECT_EQ(till.user.form(), "frmMaster");
     EXPECT_EQ(count(), before);
 }
@@ -184,78 +118,61 @@ TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
         std::int32_t screen;
         bool alias;
         const char *caption, *label, *lineCaption, *refusal;
-        bool price;
     };
-    for (const Case& c :
-         {Case{1507, false, "Goods Request To Shop", "&Shop :", "Goods Request To Shop", "Select Shop", false},
-          {1611, false, "Inter Division Sales Request", "&Shop :", "Inter Division Sales Request", "Select Shop", true},
-          {1507, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false},
-          {1611, true, "Goods Request To Outlet", "Outlet : ", "Inter Division Sales Request", "Select Outlet", true},
-          {1700, false, "Inter Division Sales Request", "&Shop :", "Goods Request To Shop", "Select Shop", false},
-          {1700, true, "Goods Request To Outlet", "Outlet : ", "Goods Request To Outlet", "Select Outlet", false}}) {
+    constexpr const char *kGoods = "Goods Request To Shop", *kSales = "Inter Division Sales Request",
+                         *kOutlet = "Goods Request To Outlet";
+    for (const Case& c : {Case{1507, false, kGoods, "&Shop :", kGoods, "Select Shop"},
+                          {1611, false, kSales, "&Shop :", kSales, "Select Shop"},
+                          {1507, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"},
+                          {1611, true, kOutlet, "Outlet : ", kSales, "Select Outlet"},
+                          {1700, false, kSales, "&Shop :", kGoods, "Select Shop"},
+                          {1700, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"}}) {
         company.change(std::string("update aPAckageSettings set alias = ") + (c.alias ? "1" : "0"));
         Till till(company, {.screenId = c.screen});
-        till.newRequest(0);
-        EXPECT_EQ(till.user.caption(), c.caption);
+        EXPECT_EQ(till.newRequest(0).user.caption(), c.caption);
         EXPECT_EQ(till.user.text("Label1"), c.label);
-        EXPECT_EQ(till.user.control<forms::ListView>("lvwrequest")->columns().at(6).width > 0,
-                  c.screen == 1700); // prices
-        till.user.clicks("cmdOk");
-        till.user.answers(c.refusal, Answer::ok);
-        till.addsLines();
-        EXPECT_EQ(till.user.caption(), c.lineCaption);
-        EXPECT_EQ(till.user.visible("txtsellingprice"), c.price);
-        EXPECT_EQ(till.user.visible("lblsellingprice"), c.price);
+        EXPECT_EQ(till.lines().columns().at(6).width > 0, c.screen == 1700); // prices
+        EXPECT_EQ(till.oksAndReads(c.refusal).addsLines().user.caption(), c.lineCaption);
+        for (const char* price : {"txtsellingprice", "lblsellingprice"})
+            EXPECT_EQ(till.user.visible(price), c.screen == 1611);
         if (!c.alias || c.screen != 1507) continue;
         // The next session has no word for a shop when it begins, and one that is not read later.
-        for (const char* button : {"cmdCancel", "cmdCancel", "CmdClose"}) till.user.clicks(button);
+        till.user.clicks("cmdCancel").clicks("cmdCancel").clicks("CmdClose");
         company.change("update aPAckageSettings set alias = 0");
         till.component.interfaceid = 1611;
         till.newRequest(0);
         company.change("update aPAckageSettings set alias = 1");
-        till.user.clicks("cmdCancel");
-        till.user.clicks("cmdnew");
-        EXPECT_EQ(till.user.caption(), "Inter Division Sales Request");
+        EXPECT_EQ(till.user.clicks("cmdCancel").clicks("cmdnew").caption(), kSales);
         EXPECT_EQ(till.user.text("Label1"), "&Shop :");
-        till.user.clicks("cmdOk");
-        till.user.answers("Select Shop", Answer::ok);
+        till.oksAndReads("Select Shop");
     }
 }
 
 TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
     struct Case {
-        const char* what;
-        const char* change;
+        std::string change;
         bool locked, finished;
         Names said;
     };
-    for (const Case& c :
-         {Case{"open", "", false, false, {}},
-          {"used", "update mesRequesttoShopHeader set srhused = 1 where srhrequestid = 900", true, false, {}},
-          {"finished",
-           "update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 900",
-           true,
-           true,
-           {"Request is confirmed, You can't edit"}},
-          {"cancelled",
-           "update mesRequesttoShopHeader set SRHcancelled = 1 where srhrequestid = 900",
-           true,
-           false,
-           {}}}) {
-        SCOPED_TRACE(c.what);
+    for (const Case& c : {Case{"srhused = 0", false, false, {}},
+                          {"srhused = 1", true, false, {}},
+                          {"srhTransfinished = 1", true, true, {"Request is confirmed, You can't edit"}},
+                          {"SRHcancelled = 1", true, false, {}}}) {
+        SCOPED_TRACE(c.change);
         CompanyFile file;
-        storeRequest(file, items, c.change);
+        storeRequest(file, items, "update mesRequesttoShopHeader set " + c.change + kOfStored);
         Till till(file);
         till.editRequest(kStored);
         if (till.user.message()) till.user.answers(Answer::ok);
         ASSERT_EQ(till.user.form(), "frmRequest");
         EXPECT_EQ(till.said(), c.said);
-        EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
-        EXPECT_EQ(till.user.text("txtRemarks"), "as agreed");
-        EXPECT_EQ(till.column(3), (Names{"4.000", "5.500", "6.000"}));
-        EXPECT_EQ(till.column(0), (Names{"1", "2", "3"}));
-        EXPECT_EQ(till.column(1), (Names{items[0].code, items[1].code, items[2].code}));
-        EXPECT_EQ(till.module.request().lvwrequest.selectedIndex(), 1);
+        EXPECT_EQ(till.texts({"cboShop", "txtRemarks"}), (Names{"Brackenway Station Road", "as agreed"}));
+        Rows lines;
+        for (const SampleItem& one : items)
+            lines.push_back({std::to_string(lines.size() + 1), one.code, one.description,
+                             Names{"4.000", "5.500", "6.000"}[lines.size()], "0.500", one.id, "0.000", one.unit});
+        EXPECT_EQ(till.user.list("lvwrequest"), lines);
+        EXPECT_EQ(till.lines().selectedIndex(), 1);
         EXPECT_EQ(till.user.enabled("cmdOk"), !c.locked);
         EXPECT_EQ(till.user.checked("chkTransFinished"), c.finished);
         EXPECT_EQ(till.user.enabled("chkTransFinished"), !c.locked);
@@ -265,44 +182,34 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
         EXPECT_EQ(till.module.session.lngOtherShopID, kSupplier);
         if (!c.locked) continue;
-        till.user.selectsRow("lvwrequest", 2);
-        till.user.types("\r\n");
-        till.user.presses(forms::kKeyF10);
-        till.user.presses(forms::kKeyDelete);
-        till.user.doubleClicks("lvwrequest");
-        till.user.rightClicks("lvwrequest");
+        till.user.selectsRow("lvwrequest", 2).types("\r\n").presses(forms::kKeyF10).presses(forms::kKeyDelete);
+        till.user.doubleClicks("lvwrequest").rightClicks("lvwrequest");
         const auto menu = till.user.menu();
         ASSERT_EQ(menu.size(), 4u);
         for (std::size_t i = 0; i < 3; ++i) EXPECT_FALSE(menu[i].enabled) << menu[i].name;
-        till.user.dismissesMenu();
-        EXPECT_EQ(till.user.form(), "frmRequest");
-        EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+        EXPECT_EQ(till.user.dismissesMenu().form(), "frmRequest");
+        EXPECT_EQ(till.lines().count(), 3);
         expectLocked(till);
-        till.user.clicks("cmdCancel");
-        EXPECT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(till.user.clicks("cmdCancel").form(), "frmMaster");
         // Nothing of it is left to the next request.
-        till.user.clicks("cmdnew");
-        till.user.enters("txtRemarks", "free");
-        till.user.enters("txtrequestDate", "30/03/2026");
-        EXPECT_EQ(till.user.text("txtRemarks") + till.user.text("txtrequestDate"), "free30/03/2026");
+        till.user.clicks("cmdnew").enters("txtRemarks", "free").enters("txtrequestDate", "30/03/2026");
+        EXPECT_EQ(till.texts({"txtRemarks", "txtrequestDate"}), (Names{"free", "30/03/2026"}));
         EXPECT_TRUE(till.user.enabled("chkTransFinished"));
-        till.user.tabs();
-        till.user.tabs(true);
-        EXPECT_EQ(till.user.focus(), "txtrequestDate");
+        EXPECT_EQ(till.user.tabs().tabs(true).focus(), "txtrequestDate");
     }
 }
 
 TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
-    const auto looksAtALine = [](Till& till) {
-        till.changesLine(3);
-        till.user.clicks("cmdCancel");
-    };
+    const auto looksAtALine = [](Till& till) { till.changesLine(3).backToEditor(); };
     const auto remarks = [](Till& till) { till.user.enters("txtRemarks", "urgent"); };
-    const auto line = [](Till& till, const char* quantity) {
+    const auto both = [&](Till& till) { remarks(till), looksAtALine(till); };
+    const auto line = [](Till& till) {
+        till.changesLine(3).user.enters("txtQuantity", "77");
+        till.user.happens([&] { EXPECT_TRUE(forms::input::holdsWork(till.module.requestDetail())); }).clicks("cmdOk");
+    };
+    const auto sameLine = [](Till& till) {
         till.changesLine(3);
-        if (*quantity) till.user.enters("txtQuantity", quantity);
-        till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.requestDetail()), *quantity != '\0'); });
-        till.user.clicks("cmdOk");
+        till.user.happens([&] { EXPECT_FALSE(forms::input::holdsWork(till.module.requestDetail())); }).clicks("cmdOk");
     };
     struct Case {
         const char* what;
@@ -313,40 +220,23 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
     for (const Case& c : {Case{"a look at a line", looksAtALine, {}, "as agreed 6"},
                           {"a remark, cancel", remarks, Answer::cancel, "as agreed 6"},
                           {"a remark, no", remarks, Answer::no, "as agreed 6"},
-                          {"a remark and a look at a line, yes",
-                           [&](Till& till) {
-                               remarks(till);
-                               looksAtALine(till);
-                           },
-                           Answer::yes, "urgent 6"},
-                          {"a line as it was", [&](Till& till) { line(till, ""); }, {}, "as agreed 6"},
-                          {"a line, cancel", [&](Till& till) { line(till, "77"); }, Answer::cancel, "as agreed 6"},
-                          {"a line, no", [&](Till& till) { line(till, "77"); }, Answer::no, "as agreed 6"},
-                          {"a line, yes", [&](Till& till) { line(till, "77"); }, Answer::yes, "as agreed 77"}})
+                          {"a remark and a look at a line, yes", both, Answer::yes, "urgent 6"},
+                          {"a line as it was", sameLine, {}, "as agreed 6"},
+                          {"a line, cancel", line, Answer::cancel, "as agreed 6"},
+                          {"a line, no", line, Answer::no, "as agreed 6"},
+                          {"a line, yes", line, Answer::yes, "as agreed 77"}})
         for (const bool frame : {false, true}) {
             SCOPED_TRACE(std::string(c.what) + (frame ? ", by the window" : ", by the button"));
             CompanyFile file;
             storeRequest(file, items);
             Till till(file);
-            till.editRequest(kStored);
-            c.change(till);
+            c.change(till.editRequest(kStored));
             till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.request()), c.answer.has_value()); });
-            if (frame)
-                till.user.closesFrame();
-            else
-                till.user.clicks("cmdCancel");
-            const auto box = till.user.message();
-            ASSERT_EQ(box.has_value(), c.answer.has_value());
-            if (box) {
-                EXPECT_EQ(box->defaultAnswer, Answer::yes);
-                EXPECT_EQ(box->icon, forms::MessageIcon::question);
-                EXPECT_EQ(box->title, "Retail Back Office");
-                till.user.answers("Save Changes?", *c.answer);
-            }
+            frame ? till.user.closesFrame() : till.user.clicks("cmdCancel");
+            if (c.answer) till.isAsked("Save Changes?", Answer::yes, *c.answer);
+            ASSERT_FALSE(till.user.message());
             EXPECT_EQ(till.user.form(), c.answer == Answer::cancel ? "frmRequest" : "frmMaster");
-            EXPECT_EQ(file.value("select SRHremarks from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
-                                 " 900") +
-                          " " +
+            EXPECT_EQ(file.value(std::string("select SRHremarks from mesRequesttoShopHeader") + kOfStored) + " " +
                           file.value("select max(srdgoodqty) from mesRequesttoShopDetail where srdshopid = 1 and"
                                      " srdrequestid = 900"),
                       c.stored);
@@ -356,73 +246,50 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
 
 TEST_F(Header, AnEditorWhoseChangesNobodyCanTellIsLeftByTheClerksOwnAnswer) {
     Till till(company);
-    till.newRequest();
-    till.user.enters("txtRemarks", "typed");
+    till.newRequest().user.enters("txtRemarks", "typed");
     till.breaks("clsUserAuditing.DataChanged");
     till.user.clicks("cmdCancel");
-    EXPECT_NE(till.readsReport().find("frmRequest , Form_QueryUnload"), std::string::npos);
-    EXPECT_EQ(till.user.form(), "frmRequest");
+    EXPECT_EQ(till.readsReport("frmRequest , Form_QueryUnload").user.form(), "frmRequest");
     for (const Answer answer : {Answer::cancel, Answer::no}) {
-        till.user.closesFrame();
-        ASSERT_TRUE(till.user.message());
-        till.user.answers(Answer::ok); // the report
-        till.user.answers("Save Changes?", answer);
+        till.user.closesFrame().answers(Answer::ok).answers("Save Changes?", answer); // after the report
         EXPECT_EQ(till.user.form(), answer == Answer::no ? "frmMaster" : "frmRequest");
     }
-    till.user.clicks("cmdnew"); // where it is a first time again
-    till.user.clicks("cmdCancel");
-    till.readsReport();
-    EXPECT_EQ(till.user.form(), "frmRequest");
+    till.user.clicks("cmdnew").clicks("cmdCancel"); // where it is a first time again
+    EXPECT_EQ(till.readsReport().user.form(), "frmRequest");
     till.breaks("");
-    till.user.enters("txtRemarks", "typed");
     till.desktop.refusals = 1; // a question that cannot be shown is not answered
-    till.user.clicks("cmdCancel");
-    till.readsReport();
-    EXPECT_EQ(till.user.form(), "frmRequest");
+    till.user.enters("txtRemarks", "typed").clicks("cmdCancel");
+    EXPECT_EQ(till.readsReport().user.form(), "frmRequest");
 }
 
 TEST_F(Header, LinesThatCannotBeLoadedWholeKeepOkDisabled) {
-    storeRequest(company, items, "delete aitem where itemid = " + items[1].id);
+    constexpr const char* kNotAll =
+        "Not all lines of this request could be read. It can be looked at, but not changed.";
+    storeRequest(company, items, "delete aitem where itemid = " + other.id);
     Till till(company);
-    till.editRequest(kStored);
-    till.user.answers("Not all lines of this request could be read. It can be looked at, but not changed.", Answer::ok);
-    EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
+    till.editRequest(kStored).user.answers(kNotAll, Answer::ok);
+    EXPECT_EQ(till.lines().count(), 2);
     expectLocked(till);
     // Not even where a component switches OK on.
-    till.user.happens([&] {
-        till.module.request().cmdOk.setEnabled(true);
-        till.module.request().txtRemarks.setText("changed");
-    });
-    till.user.clicks("cmdOk");
-    till.user.answers("Not all lines of this request could be read. It can be looked at, but not changed.", Answer::ok);
-    EXPECT_EQ(till.user.form(), "frmRequest");
-    till.user.happens([&] { till.module.request().cmdOk.setEnabled(true); });
-    till.user.clicks("cmdCancel");
-    till.user.answers("Save Changes?", Answer::yes);
-    till.user.answers("Not all lines of this request could be read. It can be looked at, but not changed.", Answer::ok);
+    const auto switchesOn = [&] { till.module.request().cmdOk.setEnabled(true); };
+    till.puts("txtRemarks", "changed").user.happens(switchesOn);
+    EXPECT_EQ(till.oksAndReads(kNotAll).user.form(), "frmRequest");
+    till.user.happens(switchesOn).clicks("cmdCancel");
+    till.user.answers("Save Changes?", Answer::yes).answers(kNotAll, Answer::ok);
     EXPECT_EQ(till.statements("BEGIN"), Names{});
-    till.user.clicks("cmdCancel");
-    till.user.answers("Save Changes?", Answer::no);
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(company.value("select count(*) from mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = 900"),
-              "3");
+    EXPECT_EQ(till.user.clicks("cmdCancel").answers("Save Changes?", Answer::no).form(), "frmMaster");
 }
 
 TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
     storeRequest(company, items);
-    const auto fails = [](Till& till, const char* statement) {
-        till.connection->failOn([=](std::string_view s) { return s.find(statement) != s.npos; });
-    };
     for (const char* lookUp : {"select srhused", "select srhTransfinished"}) {
         SCOPED_TRACE(lookUp);
         Till till(company);
-        fails(till, lookUp);
-        till.editRequest(kStored);
-        EXPECT_NE(till.readsReport().find("frmRequest , Form_Activate"), std::string::npos);
-        EXPECT_EQ(till.user.list("lvwrequest").size(), 3u);
+        till.breaks(lookUp);
+        till.editRequest(kStored).readsReport("frmRequest , Form_Activate");
+        EXPECT_EQ(till.lines().count(), 3);
         expectLocked(till);
-        till.user.clicks("cmdCancel");
-        EXPECT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(till.user.clicks("cmdCancel").form(), "frmMaster");
         // A shop that is chosen in a closed editor is nobody's choice.
         till.user.happens([&] {
             forms::ComboBox& box = till.module.request().cboShop;
@@ -432,14 +299,11 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
         EXPECT_NE(till.module.session.lngOtherShopID, 77);
     }
     Till till(company);
-    fails(till, "select SRHTransfinished");
-    till.editRequest(kStored);
-    EXPECT_NE(till.readsReport().find("frmMaster , CmdEdit_Click"), std::string::npos);
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    till.connection->failOn(nullptr);
-    till.user.clicks("cmdnew");
-    ASSERT_EQ(till.user.form(), "frmRequest");
-    EXPECT_TRUE(till.user.list("lvwrequest").empty()) << "lines of the request that was not opened";
+    till.breaks("select SRHTransfinished");
+    EXPECT_EQ(till.editRequest(kStored).readsReport("frmMaster , CmdEdit_Click").user.form(), "frmMaster");
+    till.breaks("");
+    EXPECT_EQ(till.user.clicks("cmdnew").form(), "frmRequest");
+    EXPECT_EQ(till.lines().count(), 0) << "lines of the request that was not opened";
     EXPECT_EQ(till.user.text("cboShop"), "");
     EXPECT_TRUE(till.user.enabled("cmdOk"));
 }
@@ -448,33 +312,32 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
 // the list does not have, or an alignment that is none, is reported, and the columns before it have their layout.
 TEST_F(Header, TheListIsLaidOutAsTheSiteHasStoredIt) {
     struct Case {
-        const char* header;
+        std::string header;
         bool own;
         const char* wrong;
     };
-    for (const auto& [header, own, wrong] :
-         std::initializer_list<Case>{{"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "12,999,0"},
-                                     {"' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER '", true, "8,999,3"},
-                                     {"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "8,999,-1"},
-                                     {"'frmOther','lvwrequest','Shoptoshoptransfer'", false, "12,999,0"},
-                                     {"'frmRequest','lvwrequest','Transfer'", false, "12,999,0"}}) {
-        SCOPED_TRACE(header);
-        const auto column = [](const char* values) {
-            return ";insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7," +
-                   std::string(values) + ")";
-        };
-        company.change("delete alistviewdetails; delete alistviewheader;"
-                       " insert into alistviewheader (lvwid,lvwtransname,lvwname,lvwmodulename) values (7," +
-                       std::string(header) + ")" + column("3,2345,2") + column("7,2222,1") + column(wrong));
+    for (const Case& c : {Case{"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "12,999,0"},
+                          {"' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER '", true, "8,999,3"},
+                          {"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "8,999,-1"},
+                          {"'frmOther','lvwrequest','Shoptoshoptransfer'", false, "12,999,0"},
+                          {"'frmRequest','lvwrequest','Transfer'", false, "12,999,0"}}) {
+        SCOPED_TRACE(c.header);
+        std::string script = "delete alistviewdetails; delete alistviewheader;"
+                             " insert into alistviewheader (lvwid,lvwtransname,lvwname,lvwmodulename) values (7," +
+                             c.header + ")";
+        for (const char* column : {"3,2345,2", "7,2222,1", c.wrong})
+            script += ";insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7," +
+                      std::string(column) + ")";
+        company.change(script);
         Till till(company);
-        till.opensRegister();
+        till.opens();
         till.user.clicks("cmdnew");
-        if (own) till.readsReport();
-        const auto& list = *till.user.control<forms::ListView>("lvwrequest");
-        EXPECT_EQ(list.columns().at(2).width, own ? 2345 : 4700);
-        EXPECT_EQ(list.columns().at(2).alignment, own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
-        EXPECT_EQ(list.columns().at(6).width, own ? 2222 : 0) << "prices, where the site wants to see them";
-        EXPECT_EQ(list.tag().substr(0, 6), "Loaded");
+        if (c.own) till.readsReport();
+        const auto& columns = till.lines().columns();
+        EXPECT_EQ(columns.at(2).width, c.own ? 2345 : 4700);
+        EXPECT_EQ(columns.at(2).alignment, c.own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
+        EXPECT_EQ(columns.at(6).width, c.own ? 2222 : 0) << "prices, where the site wants to see them";
+        EXPECT_EQ(till.lines().tag().substr(0, 6), "Loaded");
     }
 }
 

@@ -6,50 +6,47 @@
 #include "screens/request/frmRequest.h"
 #include "tests/editor/Till.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 using namespace editor;
-using Names = std::vector<std::string>;
 
 constexpr const char* kFinished = "You have confirmed the transaction as finished.\r\n"
                                   "Cannot modify later, Do you want to continue?";
+constexpr const char* kExists = "Request no already exists";
+constexpr const char* kNoLine = "Atleast one detail needed";
 
-class Saving : public testing::Test {
+std::string noDate(const std::string& text) {
+    return "\"" + text + "\" is no date. Enter the day of the request, such as 31/03/2026.";
+}
+
+/// How many rows requests and the audit trail have.
+Rows sizes(const CompanyFile& file) {
+    return file.rows("select (select count(*) from mesRequesttoShopHeader), (select count(*) from"
+                     " mesRequesttoShopDetail), (select count(*) from loUserAuditing)");
+}
+
+/// Runs `act` before each statement that holds the text, at most so many times; `met` counts them.
+void meanwhile(Till& till, const char* text, int most, int& met, const std::function<void()>& act) {
+    met = 0;
+    till.watches([=, &met](std::string_view statement) {
+        if (met == most || statement.find(text) == statement.npos) return;
+        ++met;
+        act();
+    });
+}
+
+class Saving : public EditorTest<4> {
 protected:
-    CompanyFile company;
-    std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 4);
-
-    std::string newestId(const CompanyFile& file) const {
-        return file.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1");
-    }
-    std::string newestId() const { return newestId(company); }
+    std::string newest(const char* field) const { return editor::newest(company, field); }
+    int newestId() const { return std::stoi(newest("srhrequestid")); }
     Rows details(const std::string& id) const {
         return company.rows("select srditemid, srdtoshopid, srdgoodqty, srdbadQty, srdSellingprice from"
                             " mesRequesttoShopDetail where srdshopid = 1 and srdrequestid = " +
                             id + " order by srditemid");
     }
-    /// How many rows requests and the audit trail have.
-    std::string sizes(const CompanyFile& file) const {
-        return file.value("select count(*) from mesRequesttoShopHeader") + " " +
-               file.value("select count(*) from mesRequesttoShopDetail") + " " +
-               file.value("select count(*) from loUserAuditing");
-    }
-    std::string sizes() const { return sizes(company); }
-    std::string newest(const CompanyFile& file, const char* field) const {
-        return file.value(std::string("select ") + field +
-                          " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " + newestId(file));
-    }
-    std::string newest(const char* field) const { return newest(company, field); }
+    int requests() const { return std::stoi(sizes(company)[0][0]); }
     /// Another till stores a request with one line, which takes the next number.
-    void rivalSaves() const {
-        Till rival(company, {.userId = 2});
-        rival.newRequest();
-        rival.enters({items[2]});
-        rival.user.clicks("cmdOk");
-        ASSERT_EQ(rival.user.form(), "frmMaster");
-    }
+    void rivalSaves() const { Till(company, {.userId = 2}).newRequest().enters({items[2]}).saves(); }
     /// OK, and the connection dies at the commit, which `stands` or not; then there is another one.
     static void savesUnheard(Till& till, bool stands) {
         till.connection->failOn([&till, stands, met = false](std::string_view statement) mutable {
@@ -60,95 +57,50 @@ protected:
             return true;
         });
         till.user.clicks("cmdOk");
-        till.readsReport();
-        till.connection->failOn(nullptr);
+        till.readsReport().breaks("");
         till.connection->call("Close");
         till.connection->call("Open");
         EXPECT_NE(till.user.text("txtRequestNo"), "");
     }
-    /// Runs `act` before the first statement that begins so.
-    static void beforeStatement(Till& till, const char* beginning, std::function<void()> act) {
-        till.connection->failOn([=, met = false](std::string_view statement) mutable {
-            if (!met && statement.starts_with(beginning)) {
-                met = true;
-                act();
-            }
-            return false;
-        });
-    }
 };
 
 TEST_F(Saving, RefusesInOrder) {
-    const std::string before = sizes();
+    const Rows before = sizes(company);
     Till till(company);
-    till.newRequest(0);
-    till.user.checks("chkTransFinished");
-    till.user.clicks("cmdOk");
-    till.user.answers("Select Shop", Answer::ok);
-    EXPECT_EQ(till.user.focus(), "cboShop");
+    till.newRequest(0).user.checks("chkTransFinished");
+    EXPECT_EQ(till.oksAndReads("Select Shop").user.focus(), "cboShop");
     till.picksShop(kSupplier);
-    till.user.clicks("cmdOk");
-    till.user.answers("Atleast one detail needed", Answer::ok);
-    EXPECT_EQ(till.user.focus(), "cmdOk");
-    till.enters({items[0]});
-    auto& line = till.user.control<forms::ListView>("lvwrequest")->item(1);
-    till.user.happens([&] { line.setSubItem(3, "0.000"); });
-    till.user.clicks("cmdOk");
-    till.user.answers("Atleast one detail needed", Answer::ok);
-    till.user.happens([&] {
-        line.setSubItem(3, "2");
-        line.setSubItem(4, "-2");
-    });
-    till.user.clicks("cmdOk");
-    till.user.answers("Atleast one detail needed", Answer::ok);
-    till.user.happens([&] {
-        line.setSubItem(3, "0.000");
-        line.setSubItem(4, "0.001");
-    });
-    const auto day = [&](const char* text) {
-        till.user.happens([&] { till.user.control<forms::TextBox>("txtrequestDate")->setText(text); });
-        till.user.clicks("cmdOk");
-    };
-    day("soon");
-    till.user.answers("\"soon\" is no date. Enter the day of the request, such as 31/03/2026.", Answer::ok);
-    day("31/03/2026");
-    EXPECT_EQ(till.user.message()->defaultAnswer, Answer::no);
-    till.user.answers(kFinished, Answer::no);
-    EXPECT_EQ(till.user.focus(), "chkTransFinished");
+    EXPECT_EQ(till.oksAndReads(kNoLine).user.focus(), "cmdOk");
+    till.enters({item}).putsCell(1, 3, "0.000").oksAndReads(kNoLine);
+    till.putsCell(1, 3, "2").putsCell(1, 4, "-2").oksAndReads(kNoLine);
+    till.putsCell(1, 3, "0.000").putsCell(1, 4, "0.001").puts("txtrequestDate", "soon").oksAndReads(noDate("soon"));
+    till.puts("txtrequestDate", "31/03/2026").user.clicks("cmdOk");
+    EXPECT_EQ(till.isAsked(kFinished, Answer::no, Answer::no).user.focus(), "chkTransFinished");
     EXPECT_TRUE(till.user.checked("chkTransFinished"));
-    EXPECT_EQ(sizes(), before);
+    EXPECT_EQ(sizes(company), before);
     EXPECT_TRUE(till.statements("BEGIN").empty());
-    till.user.clicks("cmdOk");
-    till.user.answers(kFinished, Answer::yes);
-    EXPECT_EQ(till.user.form(), "frmMaster");
+    EXPECT_EQ(till.user.clicks("cmdOk").answers(kFinished, Answer::yes).form(), "frmMaster");
     EXPECT_EQ(newest("srhTransfinished"), "1");
 }
 
 // A component wrote into a cell, which goes into a statement of the suite's helper.
 TEST_F(Saving, ACellThatIsNoNumberIsRefusedAndCanBePutRight) {
+    const Rows before = sizes(company);
     Till till(company, {.screenId = 1611});
-    till.newRequest();
-    till.enters({items[0], items[1]});
-    const std::string before = sizes();
-    forms::ListItem& line = till.user.control<forms::ListView>("lvwrequest")->item(2);
-    const auto writes = [&](int cell, const std::string& text) {
-        till.user.happens([&] { line.setSubItem(cell, text); });
-        till.user.clicks("cmdOk");
-    };
+    till.newRequest().enters({item, other});
     for (int cell = 3; cell <= 6; ++cell) {
-        const std::string good = line.subItem(cell);
-        for (const char* bad : {"900 or 1=1", "1,5", "1e3", ".", "1.2.3", "1234567890123456.000"}) {
-            writes(cell, bad);
-            till.user.answers(
-                "Line 2 holds \"" + std::string(bad) +
-                    "\" where a number of at most 15 digits must stand. Correct the line, or delete it and enter it again.",
-                Answer::ok);
+        const std::string good = till.lines().item(2).subItem(cell);
+        for (const std::string bad : {"900 or 1=1", "1,5", "1e3", ".", "1.2.3", "1234567890123456.000"}) {
+            till.putsCell(2, cell, bad)
+                .oksAndReads("Line 2 holds \"" + bad +
+                             "\" where a number of at most 15 digits must stand. Correct the "
+                             "line, or delete it and enter it again.");
             EXPECT_EQ(till.user.form(), "frmRequest");
         }
-        till.user.happens([&] { line.setSubItem(cell, good); });
+        till.putsCell(2, cell, good);
     }
-    EXPECT_EQ(sizes(), before);
-    writes(6, ""); // as suggested lines have it; the column takes no gap
+    EXPECT_EQ(sizes(company), before);
+    till.putsCell(2, 6, "").user.clicks("cmdOk"); // as suggested lines have it; the column takes no gap
     till.readsReport();
     EXPECT_FALSE(till.statements("insert into mesRequesttoShopDetail").empty());
 }
@@ -160,111 +112,82 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
     };
     for (const Case& c : {Case{1507, "r", "0", "GR/"}, {1611, "s", "9.99", "IS/"}}) {
         Till till(company, {.screenId = c.screen, .userId = 2});
-        till.newRequest();
-        till.addsLines();
-        till.user.enters("txtBarcode", items[0].barcode + "\r");
-        till.user.enters("txtQuantity", "3");
-        till.user.enters("txtBadQuantity", "1.5");
+        till.newRequest().addsLines().scans(item.barcode);
+        till.user.enters("txtQuantity", "3").enters("txtBadQuantity", "1.5");
         if (till.user.visible("txtsellingprice")) till.user.enters("txtsellingprice", "9.99");
         till.user.clicks("cmdOk");
-        till.line(items[1], "2");
-        till.user.clicks("cmdCancel");
         // A line of nothing counts and is stored beside a real one.
-        till.user.happens([&] { till.user.control<forms::ListView>("lvwrequest")->item(2).setSubItem(3, "0.000"); });
+        till.line(other, "2").backToEditor().putsCell(2, 3, "0.000");
         till.user.enters("txtRemarks", "d'accord, \xC3\xA9t\xC3\xA9");
-        till.user.clicks("cmdOk");
-        ASSERT_EQ(till.user.form(), "frmMaster");
-        const std::string id = newestId();
+        till.saves();
+        const std::string id = newest("srhrequestid");
         const Rows stored = details(id);
         ASSERT_EQ(stored.size(), 2u);
-        EXPECT_EQ(stored[0], (std::vector<std::string>{items[0].id, "2", "3", "1.5", c.price}));
+        EXPECT_EQ(stored[0], (Names{item.id, "2", "3", "1.5", c.price}));
         EXPECT_EQ(stored[1][2], "0");
         EXPECT_EQ(
             company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
-                         " srhTransfinished, srhrequestdate, case when"
-                         " SRHrequestTime > '20200101' then 'timed' end from mesRequesttoShopHeader"
-                         " where srhshopid = 1 and srhrequestid = " +
+                         " srhTransfinished, srhrequestdate, case when SRHrequestTime > '20200101' then 'timed'"
+                         " end from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
                          id),
             (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "31/03/2026", "timed"}}));
-        EXPECT_EQ(company.rows(
-                      "select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and DocumentID = '" +
-                      id + "'"),
+        EXPECT_EQ(company.rows("select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and"
+                               " DocumentID = '" +
+                               id + "'"),
                   (Rows{{"N", "2", std::to_string(c.screen)}}));
         const auto row = till.user.grid("flexMaster").back();
-        EXPECT_EQ(row[0], id);
-        EXPECT_EQ(row[1].substr(0, 3), c.prefix);
-        EXPECT_EQ(row[2], "31/03/2026");
+        EXPECT_EQ((Names{row[0], row[1].substr(0, 3), row[2]}), (Names{id, c.prefix, "31/03/2026"}));
     }
 }
 
 TEST_F(Saving, AnotherScreenWritesNothingAndSaysNothing) {
-    const std::string before = sizes();
+    const Rows before = sizes(company);
     Till till(company, {.screenId = 1700});
-    till.newRequest();
-    till.enters({items[0]});
-    till.user.enters("txtrequestDate", "31/03/2016");
-    till.user.clicks("cmdOk");
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(sizes(), before);
-    EXPECT_EQ(till.said(), Names{});
+    till.newRequest().enters({item}).user.enters("txtrequestDate", "31/03/2016");
+    EXPECT_EQ(till.saves().said(), Names{});
+    EXPECT_EQ(sizes(company), before);
 }
 
 TEST_F(Saving, AnEditRewritesTheLinesAndLeavesTheRestOfTheHead) {
     storeRequest(company, items,
                  "update mesRequesttoShopDetail set srdgoodqty = 123456789012345.678 where srdshopid = 1 and"
                  " srdrequestid = 900 and srditemid = " +
-                     items[0].id);
-    const std::string kept =
-        "select srhrequestno, srhrequestdate, srhtoShopid, srhrecaddUser, SRHrequestTime, srhtype from"
-        " mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
+                     item.id);
+    const std::string kept = "select srhrequestno, srhrequestdate, srhtoShopid, srhrecaddUser, SRHrequestTime, srhtype"
+                             " from mesRequesttoShopHeader" +
+                             std::string(kOfStored);
     const Rows before = company.rows(kept);
     Till till(company, {.userId = 2});
     till.editRequest(kStored);
     company.change("delete aitem where itemid = " + items[2].id); // retired meanwhile, and stored all the same
-    till.user.enters("txtrequestDate", "01/01/2020");
-    till.user.selectsRow("lvwrequest", 2);
-    till.user.presses(forms::kKeyDelete);
+    till.user.enters("txtrequestDate", "01/01/2020").selectsRow("lvwrequest", 2).presses(forms::kKeyDelete);
     till.user.answers(Answer::yes);
-    till.addsLines();
-    till.line(items[3], "2");
-    till.user.clicks("cmdCancel");
-    till.changesLine(1);
+    till.addsLines().line(items[3], "2").backToEditor().changesLine(1);
     EXPECT_EQ(till.user.text("txtQuantity"), "123456789012345.678") << "all of its digits";
-    till.user.clicks("cmdOk");
-    till.user.clicks("cmdCancel");
-    till.user.checks("chkTransFinished");
-    till.user.clicks("cmdOk");
-    till.user.answers(kFinished, Answer::yes);
-    ASSERT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(details(kStored), (Rows{{items[0].id, "2", "123456789012345.678", "0.5", "0"},
+    till.user.clicks("cmdOk").clicks("cmdCancel").checks("chkTransFinished").clicks("cmdOk");
+    EXPECT_EQ(till.user.answers(kFinished, Answer::yes).form(), "frmMaster");
+    EXPECT_EQ(details(kStored), (Rows{{item.id, "2", "123456789012345.678", "0.5", "0"},
                                       {items[2].id, "2", "6", "0.5", "0"},
                                       {items[3].id, "2", "2", "0", "0"}}));
     EXPECT_EQ(company.rows(kept), before);
     EXPECT_EQ(company.rows("select srhNoofDetails, srhrecmoduser, srhTransfinished, case when updatetime is null then 0"
-                           " else 1 end from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900"),
+                           " else 1 end from mesRequesttoShopHeader" +
+                           std::string(kOfStored)),
               (Rows{{"3", "Tom Barker", "1", "1"}}));
 }
 
 // Each time after this till has read the highest number, before it writes, another till takes it.
 TEST_F(Saving, OthersWhoTakeTheNumberMeanwhileCostNothingUpToThreeTimes) {
-    const int oldId = std::stoi(newestId());
+    const int oldId = newestId();
     for (const int rivals : {1, 3, 4}) {
         SCOPED_TRACE(rivals);
-        const int before = std::stoi(newestId());
+        const int last = newestId();
         Till till(company);
-        till.newRequest();
-        till.enters({items[0], items[1]});
+        till.newRequest().enters({item, other});
         int taken = 0;
-        till.connection->failOn([&](std::string_view statement) {
-            if (taken < rivals && statement.find("CURRENT_TIMESTAMP") != std::string_view::npos) {
-                ++taken;
-                rivalSaves();
-            }
-            return false;
-        });
+        meanwhile(till, "CURRENT_TIMESTAMP", rivals, taken, [this] { rivalSaves(); });
         till.user.clicks("cmdOk");
         EXPECT_EQ(taken, rivals);
-        till.connection->failOn(nullptr);
         // Not in step with the others, and longer each time.
         ASSERT_EQ(till.system.pauses.size(), static_cast<std::size_t>(std::min(rivals, 3)));
         for (std::size_t i = 0; i < till.system.pauses.size(); ++i) {
@@ -272,64 +195,48 @@ TEST_F(Saving, OthersWhoTakeTheNumberMeanwhileCostNothingUpToThreeTimes) {
             EXPECT_LE(till.system.pauses[i], 150 << i);
         }
         if (rivals > 3) {
-            EXPECT_NE(till.readsReport().find("KEY constraint"), std::string::npos);
-            EXPECT_EQ(till.user.text("txtRequestNo"), "");
-            EXPECT_EQ(till.user.list("lvwrequest").size(), 2u);
+            EXPECT_EQ(till.readsReport("KEY constraint").user.text("txtRequestNo"), "");
+            EXPECT_EQ(till.lines().count(), 2);
             till.user.clicks("cmdOk");
         }
         ASSERT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(std::stoi(newestId()), before + rivals + 1);
-        EXPECT_EQ(details(newestId()).size(), 2u);
+        EXPECT_EQ(newestId(), last + rivals + 1);
+        EXPECT_EQ(details(newest("srhrequestid")).size(), 2u);
     }
     const std::string newer =
         " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > " + std::to_string(oldId);
-    EXPECT_EQ(company.rows("select distinct srhrequestno" + newer).size(),
-              company.rows("select srhrequestno" + newer).size());
+    EXPECT_EQ(company.rows("select distinct srhrequestno" + newer).size(), company.rows("select 1" + newer).size());
 }
 
 // Another till holds its rows for longer than the server lets this one wait, and then lets them go.
 TEST_F(Saving, ALockThatWasWaitedForTooLongCostsOneMoreTry) {
     Till till(company);
-    till.newRequest();
-    till.enters({items[0]});
-    const std::string before = newestId();
-    const auto other = sandbox::openConnection(company.path());
-    other->call("BeginTrans");
-    other->call("Execute", "update mesRequesttoShopHeader set SRHremarks = SRHremarks");
+    till.newRequest().enters({item});
+    const int last = newestId();
+    const auto rival = sandbox::openConnection(company.path());
+    rival->call("BeginTrans");
+    rival->call("Execute", "update mesRequesttoShopHeader set SRHremarks = SRHremarks");
     int begun = 0;
-    till.connection->failOn([&](std::string_view statement) {
-        if (!statement.starts_with("BEGIN")) return false;
-        if (++begun == 2) other->call("RollbackTrans");
+    meanwhile(till, "BEGIN", 99, begun, [&] {
+        if (begun == 2) rival->call("RollbackTrans");
         till.module.request().cmdOk.onClick(); // an OK within an OK is none
-        return false;
     });
-    till.user.clicks("cmdOk");
+    till.saves();
     EXPECT_EQ(begun, 2);
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(std::stoi(newestId()), std::stoi(before) + 1);
+    EXPECT_EQ(newestId(), last + 1);
 }
 
 TEST_F(Saving, ADeadlocksVictimIsSavedAgainAndWhatFailsEachTimeIsNot) {
     Till till(company);
-    till.newRequest();
-    till.enters({items[0]});
-    const std::string before = newestId();
-    bool lost = false;
-    till.connection->failOn([&](std::string_view statement) {
-        if (!lost && statement.starts_with("insert into mesRequesttoShopDetail")) {
-            lost = true;
-            till.connection->database().loseDeadlock();
-        }
-        return false;
-    });
-    till.user.clicks("cmdOk");
-    EXPECT_TRUE(lost);
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(std::stoi(newestId()), std::stoi(before) + 1);
-    EXPECT_EQ(details(newestId()).size(), 1u);
-    till.user.clicks("cmdnew");
-    till.picksShop(kSupplier);
-    till.enters({items[0], items[1]});
+    till.newRequest().enters({item});
+    const int last = newestId();
+    int lost = 0;
+    meanwhile(till, "insert into mesRequesttoShopDetail", 1, lost, [&] { till.connection->database().loseDeadlock(); });
+    till.saves();
+    EXPECT_EQ(lost, 1);
+    EXPECT_EQ(newestId(), last + 1);
+    EXPECT_EQ(details(newest("srhrequestid")).size(), 1u);
+    till.another({item, other});
     const auto failsOnce = [&] {
         const std::size_t begun = till.statements("BEGIN").size();
         till.user.clicks("cmdOk");
@@ -339,20 +246,15 @@ TEST_F(Saving, ADeadlocksVictimIsSavedAgainAndWhatFailsEachTimeIsNot) {
     till.breaks("clsUserAuditing.SaveUserAuditingInfo");
     failsOnce();
     till.breaks("");
-    // An item twice, which only a component can enter.
-    till.user.happens([&] { till.module.request().lvwrequest.item(2).setSubItem(5, items[0].id); });
+    till.putsCell(2, 5, item.id); // an item twice, which only a component can enter
     failsOnce();
     // A transaction that an earlier failure left is cleared away by the first OK.
     till.connection->call("BeginTrans");
     till.user.clicks("cmdOk");
-    till.readsReport();
-    till.user.happens([&] { till.module.request().lvwrequest.item(2).setSubItem(5, items[1].id); });
-    till.user.clicks("cmdOk");
-    EXPECT_EQ(till.user.form(), "frmMaster");
+    till.readsReport().putsCell(2, 5, other.id).saves();
 }
 
 TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
-    const char* const kExists = "Request no already exists";
     struct Case {
         const char* what;
         bool stands; ///< what the first OK committed
@@ -361,37 +263,36 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
         const char* said;
         const char* audit; ///< of the request
     };
+    int met = 0;
     const auto nothing = [](Till&) {};
     const auto rival = [this](Till&) { rivalSaves(); };
+    const auto rivalWithin = [&](Till& till) {
+        meanwhile(till, "select CURRENT_TIMESTAMP", 1, met, [this] { rivalSaves(); });
+    };
     const auto fails = [](Till& till) { till.breaks("insert into mesRequesttoShopDetail"); };
     const auto adds = [this](Till& till) {
-        till.addsLines();
-        till.line(items[3], "7");
-        till.user.clicks("cmdCancel");
-        till.user.enters("txtRemarks", "and one more");
+        till.addsLines().line(items[3], "7").backToEditor().user.enters("txtRemarks", "and one more");
+    };
+    const auto addsAndFails = [&](Till& till) { adds(till), fails(till); };
+    const auto turns = [this](Till& till) {
+        till.picksShop(3);
+        till.user.answers(Answer::yes);
+        till.enters({item}).user.enters("txtrequestDate", "30/03/2026");
     };
     // clang-format off
     for (const Case& c : {
              Case{"it stands", true, 0, {nothing}, kExists, "N"},
              {"it stands, and lines were added", true, 0, {adds}, nullptr, "NE"},
-             {"it stands, lines were added, and the second OK fails", true, 0, {[&](Till& till) { adds(till); fails(till); }, nothing}, nullptr, "NE"},
-             {"it stands, and the clerk turns to another shop, and to another day", true, 0,
-              {[this](Till& till) {
-                  till.picksShop(3);
-                  till.user.answers(Answer::yes);
-                  till.enters({items[0]});
-                  till.user.enters("txtrequestDate", "30/03/2026");
-              }}, nullptr, "NE"},
+             {"it stands, lines were added, and the second OK fails", true, 0, {addsAndFails, nothing}, nullptr, "NE"},
+             {"it stands, and the clerk turns to another shop, and to another day", true, 0, {turns}, nullptr, "NE"},
              {"it does not, and somebody took the number", false, 1, {rival}, nullptr, "N"},
              {"it does not, the second OK fails, and somebody took the number", false, 1, {fails, rival}, nullptr, "N"},
-             {"it does not, and somebody takes the number within the second OK", false, 1,
-              {[this](Till& till) { beforeStatement(till, "select CURRENT_TIMESTAMP", [this] { rivalSaves(); }); }}, nullptr, "N"}}) {
+             {"it does not, and somebody takes the number within the second OK", false, 1, {rivalWithin}, nullptr, "N"}}) {
         // clang-format on
         SCOPED_TRACE(c.what);
-        const int count = std::stoi(sizes());
+        const int count = requests();
         Till till(company);
-        till.newRequest();
-        till.enters({items[0], items[1]});
+        till.newRequest().enters({item, other});
         savesUnheard(till, c.stands);
         Names lines;
         std::string shop, date, remarks;
@@ -408,9 +309,10 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
         if (c.said) till.user.answers(c.said, Answer::ok);
         ASSERT_EQ(till.user.form(), "frmMaster");
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(std::stoi(sizes()), count + 1 + c.rivals);
+        EXPECT_EQ(requests(), count + 1 + c.rivals);
+        const std::string id = newest("srhrequestid");
         Names stored;
-        for (const auto& row : details(newestId())) {
+        for (const auto& row : details(id)) {
             stored.push_back(row[0]);
             EXPECT_EQ(row[1], shop);
         }
@@ -419,21 +321,19 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
         EXPECT_EQ(newest("srhrequestdate"), date);
         EXPECT_EQ(newest("srhNoofDetails"), std::to_string(lines.size()));
         std::string audit;
-        for (const auto& row : company.rows(
-                 "select ActionType from loUserAuditing where ShopID = 1 and DocumentID = '" + newestId() + "'"))
+        for (const auto& row :
+             company.rows("select ActionType from loUserAuditing where ShopID = 1 and DocumentID = '" + id + "'"))
             audit += row[0];
         EXPECT_EQ(audit, c.audit);
         const auto row = till.user.grid("flexMaster").back();
-        EXPECT_EQ(row[0], newestId());
-        EXPECT_EQ(row[1], newest("srhrequestno"));
-        EXPECT_EQ(row[5], remarks);
+        EXPECT_EQ((Names{row[0], row[1], row[5]}), (Names{id, newest("srhrequestno"), remarks}));
     }
 }
 
 // Whose the request under the kept number is: its user and its time of storing tell.
 TEST_F(Saving, ARequestIsOnlyTakenForOnesOwnWhereItsUserAndTimeAre) {
     struct Case {
-        const char* set;
+        std::string set;
         double seconds; ///< past the own time, which loses its fraction
         bool own;
     };
@@ -443,19 +343,17 @@ TEST_F(Saving, ARequestIsOnlyTakenForOnesOwnWhereItsUserAndTimeAre) {
                           {"SRHrequestTime = null --", 0, false},
                           {"srhrecaddUser = 'Tom Barker', SRHrequestTime = ", 0, false}}) {
         SCOPED_TRACE(c.set + std::to_string(c.seconds));
-        const int count = std::stoi(sizes());
+        const int count = requests();
         Till till(company);
-        till.newRequest();
-        till.enters({items[0]});
+        till.newRequest().enters({item});
         savesUnheard(till, true);
         const automation::Date time{basic::cDate(newest("SRHrequestTime")).days + c.seconds / 86400};
-        company.change("update mesRequesttoShopHeader set " + std::string(c.set) + "'" +
-                       basic::format(time, "yyyymmdd hh:nn:ss") +
-                       "'\n where srhshopid = 1 and srhrequestid = " + newestId());
+        company.change("update mesRequesttoShopHeader set " + c.set + "'" + basic::format(time, "yyyymmdd hh:nn:ss") +
+                       "'\n where srhshopid = 1 and srhrequestid = " + newest("srhrequestid"));
         till.user.clicks("cmdOk");
-        if (c.own) till.user.answers("Request no already exists", Answer::ok);
+        if (c.own) till.user.answers(kExists, Answer::ok);
         ASSERT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(std::stoi(sizes()), count + (c.own ? 1 : 2));
+        EXPECT_EQ(requests(), count + (c.own ? 1 : 2));
     }
 }
 
@@ -467,136 +365,103 @@ TEST_F(Saving, ARequestThatSomebodyClosedToChangesMeanwhileStaysAsItIs) {
         SCOPED_TRACE(said);
         const CompanyFile file;
         storeRequest(file, items);
-        const std::string row = "select * from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = 900";
         Till till(file);
-        till.editRequest(kStored);
-        till.changesLine(2);
-        till.user.types("8\r\r\r");
-        till.user.presses(forms::kKeyEscape);
+        till.editRequest(kStored).changesLine(2).user.types("8\r\r\r").presses(forms::kKeyEscape);
         till.user.enters("txtRemarks", "too late");
-        file.change("update mesRequesttoShopHeader set " + change + " where srhshopid = 1 and srhrequestid = 900");
-        const std::string before = sizes(file);
-        const Rows stored = file.rows(row);
+        file.change("update mesRequesttoShopHeader set " + change + kOfStored);
+        const std::string row = std::string("select * from mesRequesttoShopHeader") + kOfStored;
+        const Rows before = sizes(file), stored = file.rows(row);
         till.user.clicks("cmdOk");
         EXPECT_FALSE(till.connection->database().inTransaction()) << "others wait while the box is up";
-        till.user.answers(said, Answer::ok);
-        EXPECT_EQ(till.user.form(), "frmRequest");
-        EXPECT_FALSE(till.user.enabled("cmdOk"));
-        EXPECT_FALSE(till.user.enabled("chkTransFinished"));
+        EXPECT_EQ(till.user.answers(said, Answer::ok).form(), "frmRequest");
+        EXPECT_FALSE(till.user.enabled("cmdOk") || till.user.enabled("chkTransFinished"));
         EXPECT_TRUE(till.user.control<forms::TextBox>("txtRemarks")->locked());
         EXPECT_EQ(till.column(3)[1], "8.000");
         EXPECT_EQ(sizes(file), before);
         EXPECT_EQ(file.rows(row), stored);
-        till.user.clicks("cmdCancel");
-        EXPECT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(till.user.clicks("cmdCancel").form(), "frmMaster");
     }
 }
 
 TEST_F(Saving, BadInputIsRefusedInWordsAndCanBePutRight) {
     struct Case {
         const char* what;
-        const char* box;
-        std::string bad, good, said;
+        std::string box, bad, good, said;
     };
-    const auto noDate = [](const std::string& text) {
-        return "\"" + text + "\" is no date. Enter the day of the request, such as 31/03/2026.";
-    };
-    for (const Case& c :
-         {Case{"no date", "txtrequestDate", "soon", "31/03/2026", noDate("soon")},
-          {"a number, which is a day long ago", "txtrequestDate", "31032026", "31/03/2026", noDate("31032026")},
-          {"a time", "txtrequestDate", "10:30", "31/03/2026", noDate("10:30")},
-          {"an empty date", "txtrequestDate", "", "31/03/2026", noDate("")},
-          {"remarks that are too long", "txtRemarks", std::string(256, 'x'), std::string(252, 'x') + "' \"",
-           "The remarks have 256 characters, 1 more than can be stored. Shorten them to 255."},
-          {"signs that count twice", "txtRemarks", std::string(253, 'x') + "\xF0\x9F\x9B\x92\xC3\xA9",
-           std::string(253, 'x') + "\xF0\x9F\x9B\x92",
-           "The remarks have 256 characters, 1 more than can be stored. Shorten them to 255."}}) {
+    const std::string long_(253, 'x'), trolley = "\xF0\x9F\x9B\x92", today = "31/03/2026";
+    const std::string tooLong = "The remarks have 256 characters, 1 more than can be stored. Shorten them to 255.";
+    // clang-format off
+    for (const Case& c : {
+             Case{"no date", "txtrequestDate", "soon", today, noDate("soon")},
+             {"a number, which is a day long ago", "txtrequestDate", "31032026", today, noDate("31032026")},
+             {"a time", "txtrequestDate", "10:30", today, noDate("10:30")},
+             {"an empty date", "txtrequestDate", "", today, noDate("")},
+             {"remarks that are too long", "txtRemarks", long_ + "xxx", long_ + "'\"", tooLong},
+             {"signs that count twice", "txtRemarks", long_ + trolley + "\xC3\xA9", long_ + trolley, tooLong}}) {
+        // clang-format on
         SCOPED_TRACE(c.what);
-        const std::string before = sizes();
+        const Rows before = sizes(company);
         Till till(company);
-        till.newRequest();
-        till.enters({items[0]});
-        const auto writes = [&](const std::string& text) {
-            till.user.happens([&] { till.user.control<forms::TextBox>(c.box)->setText(text); });
-        };
-        writes(c.bad);
-        till.user.clicks("cmdOk");
-        till.user.answers(c.said, Answer::ok);
-        EXPECT_EQ(till.user.form(), "frmRequest");
-        EXPECT_EQ(till.user.focus(), c.box);
+        till.newRequest().enters({item}).puts(c.box, c.bad).oksAndReads(c.said);
+        EXPECT_EQ(till.user.form() + till.user.focus(), "frmRequest" + c.box);
         EXPECT_EQ(till.user.text("txtRequestNo"), "");
-        EXPECT_EQ(till.user.list("lvwrequest").size(), 1u);
-        EXPECT_EQ(sizes(), before);
-        writes(c.good);
-        till.user.clicks("cmdOk");
-        EXPECT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(newest(std::string(c.box) == "txtRemarks" ? "SRHremarks" : "srhrequestdate"), c.good);
-        if (std::string(c.box) != "txtRemarks") continue;
+        EXPECT_EQ(till.lines().count(), 1);
+        EXPECT_EQ(sizes(company), before);
+        till.puts(c.box, c.good).saves();
+        EXPECT_EQ(newest(c.box == "txtRemarks" ? "SRHremarks" : "srhrequestdate"), c.good);
+        if (c.box != "txtRemarks") continue;
         till.user.clicks("CmdEdit");
-        writes(c.bad);
-        till.user.clicks("cmdOk");
-        till.user.answers(c.said, Answer::ok);
+        till.puts(c.box, c.bad).oksAndReads(c.said);
     }
     // A column without a limit tells of none.
     const CompanyFile wide(
         basic::replaceAll(sandbox::schemaText(), "SRHremarks nvarchar(255)", "SRHremarks nvarchar(max)"));
-    Till till(wide);
-    till.newRequest();
-    till.enters({items[0]});
-    till.user.happens([&] { till.module.request().txtRemarks.setText(std::string(300, 'x')); });
-    till.user.clicks("cmdOk");
-    EXPECT_EQ(till.user.form(), "frmMaster");
+    Till(wide).newRequest().enters({item}).puts("txtRemarks", std::string(300, 'x')).saves();
 }
 
 TEST_F(Saving, ADateIsReadWhenItsBoxIsLeft) {
     Till till(company);
-    till.newRequest(0);
-    EXPECT_EQ(till.user.focus(), "cboShop");
+    EXPECT_EQ(till.newRequest(0).user.focus(), "cboShop");
     till.picksShop(kSupplier);
-    till.enters({items[0]});
-    till.user.enters("txtrequestDate", "31/31/2026\r");
-    till.user.answers("\"31/31/2026\" is no date. Enter the day of the request, such as 31/03/2026.", Answer::ok);
+    till.enters({item}).user.enters("txtrequestDate", "31/31/2026\r").answers(noDate("31/31/2026"), Answer::ok);
     EXPECT_EQ(till.user.focus(), "txtrequestDate");
-    till.user.clicks("cmdCancel"); // which is not held up by it
-    till.user.answers("Save Changes?", Answer::cancel);
-    till.user.enters("txtrequestDate", "31/03/2016\r");
-    EXPECT_EQ(till.user.focus(), "cboShop");
+    till.user.clicks("cmdCancel").answers("Save Changes?", Answer::cancel); // which is not held up by it
+    EXPECT_EQ(till.user.enters("txtrequestDate", "31/03/2016\r").focus(), "cboShop");
 }
 
 TEST_F(Saving, TellsWhereTheRegisterDoesNotShowWhatItSaved) {
     const std::string before = " Its date lies before those that the register shows.";
     const std::string unread = " The register could not show it; it is not to be entered again.";
+    const char *today = "31/03/2026", *dayClose = "insert into losShopDayClose values (1, '20260331 18:30')";
     struct Case {
-        const char* what;
-        const char *settings, *date, *meanwhile, *breaks;
+        const char *what, *settings, *date, *meanwhile, *breaks;
         std::string said;
     };
     // clang-format off
     for (const Case& c : {
-             Case{"the business day has a time", "update LOsSettings set sNoofBackDays = 0", "31/03/2026", "", "", ""},
-             {"the day was closed at half past six", "insert into losShopDayClose values (1, '20260331 18:30')", "31/03/2026", "", "", ""},
-             {"the day before", "insert into losShopDayClose values (1, '20260331 18:30')", "30/03/2026", "", "", before},
+             Case{"the business day has a time", "update LOsSettings set sNoofBackDays = 0", today, "", "", ""},
+             {"the day was closed at half past six", dayClose, today, "", "", ""},
+             {"the day before", dayClose, "30/03/2026", "", "", before},
              {"years ago", "update LOsSettings set sNoofBackDays = 30", "31/03/2016", "", "", before},
-             {"the row cannot be read", "", "31/03/2026", "", " and  srhrequestid =", unread},
-             {"the supplier is gone", "", "31/03/2026", "delete aShops where shopid = 2", "", unread}}) {
+             {"the row cannot be read", "", today, "", " and  srhrequestid =", unread},
+             {"the supplier is gone", "", today, "delete aShops where shopid = 2", "", unread}}) {
         // clang-format on
         SCOPED_TRACE(c.what);
         const CompanyFile file;
         file.change(c.settings);
         Till till(file);
         till.component.dtProcessDate.days += 0.6;
-        till.newRequest();
-        till.enters({items[0]});
-        till.user.enters("txtrequestDate", c.date);
+        till.newRequest().enters({item}).user.enters("txtrequestDate", c.date);
         file.change(c.meanwhile);
         till.breaks(c.breaks);
         till.user.clicks("cmdOk");
         if (*c.breaks) till.user.answers(Answer::ok); // the report
         if (!c.said.empty())
-            till.user.answers("The request " + newest(file, "srhrequestno") + " is saved." + c.said, Answer::ok);
+            till.user.answers("The request " + editor::newest(file, "srhrequestno") + " is saved." + c.said,
+                              Answer::ok);
         EXPECT_EQ(till.user.form(), "frmMaster");
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(till.user.grid("flexMaster").back()[0] == newestId(file), c.said.empty());
+        EXPECT_EQ(till.user.grid("flexMaster").back()[0] == editor::newest(file, "srhrequestid"), c.said.empty());
     }
 }
 

@@ -1,82 +1,140 @@
 #include "tests/editor/Till.h"
 
-#include <gtest/gtest.h>
+#include "screens/request/frmRequest.h"
 
 namespace editor {
 
-void Till::opensRegister() {
+Till& Till::newRequest(int supplier) {
     opens();
-    ASSERT_EQ(user.form(), "frmMaster");
-}
-
-void Till::newRequest(int supplier) {
-    opensRegister();
     user.clicks("cmdnew");
-    ASSERT_EQ(user.form(), "frmRequest");
+    EXPECT_EQ(user.form(), "frmRequest");
     if (supplier != 0) picksShop(supplier);
+    return *this;
 }
 
-void Till::editRequest(const std::string& id) {
-    opensRegister();
+Till& Till::editRequest(const std::string& id) {
+    opens();
     const auto rows = user.grid("flexMaster");
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        if (rows[row][0] != id) continue;
-        user.selectsRow("flexMaster", static_cast<int>(row) + 1);
-        return user.clicks("CmdEdit");
-    }
-    FAIL() << "The register does not show request " << id;
+    const auto found = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return row[0] == id; });
+    EXPECT_NE(found, rows.end()) << "The register does not show request " << id;
+    user.selectsRow("flexMaster", static_cast<int>(found - rows.begin()) + 1).clicks("CmdEdit");
+    return *this;
 }
 
-void Till::addsLines() {
-    user.focuses("lvwrequest");
-    user.types("\n");
-    ASSERT_EQ(user.form(), "frmRequestDetail");
+Till& Till::addsLines() {
+    user.focuses("lvwrequest").types("\n");
+    EXPECT_EQ(user.form(), "frmRequestDetail");
+    return *this;
 }
 
-void Till::changesLine(int line) {
-    user.selectsRow("lvwrequest", line);
-    user.types("\r");
-    ASSERT_EQ(user.form(), "frmRequestDetail");
+Till& Till::changesLine(int line) {
+    user.selectsRow("lvwrequest", line).types("\r");
+    EXPECT_EQ(user.form(), "frmRequestDetail");
+    return *this;
 }
 
-void Till::line(const SampleItem& item, const std::string& quantity) {
-    user.enters("txtBarcode", item.barcode + "\r");
-    user.enters("txtQuantity", quantity);
-    user.clicks("cmdOk");
+Till& Till::scans(const std::string& code) {
+    user.enters("txtBarcode", code + "\r");
+    return *this;
 }
 
-void Till::enters(const std::vector<SampleItem>& items) {
+Till& Till::line(const SampleItem& item, const std::string& quantity) {
+    scans(item.barcode).user.enters("txtQuantity", quantity).clicks("cmdOk");
+    return *this;
+}
+
+Till& Till::enters(const Items& items) {
     addsLines();
     for (std::size_t i = 0; i < items.size(); ++i) line(items[i], std::to_string(i + 1));
+    backToEditor();
+    EXPECT_EQ(lines().count(), static_cast<int>(items.size()));
+    return *this;
+}
+
+Till& Till::another(const Items& items) {
+    user.clicks("cmdnew");
+    picksShop(kSupplier);
+    return enters(items);
+}
+
+Till& Till::backToEditor() {
     user.clicks("cmdCancel");
-    ASSERT_EQ(user.form(), "frmRequest");
-    ASSERT_EQ(user.list("lvwrequest").size(), items.size());
+    EXPECT_EQ(user.form(), "frmRequest");
+    return *this;
 }
 
-std::string Till::readsReport() {
+Till& Till::saves() {
+    user.clicks("cmdOk");
+    EXPECT_EQ(user.form(), "frmMaster");
+    return *this;
+}
+
+Till& Till::oksAndReads(const std::string& message) {
+    user.clicks("cmdOk").answers(message, Answer::ok);
+    return *this;
+}
+
+Till& Till::isAsked(const std::string& question, Answer byDefault, Answer answer) {
     const auto box = user.message();
-    if (!box || box->icon != forms::MessageIcon::critical) {
-        ADD_FAILURE() << "No error is reported" << (box ? ", but: " + box->text : std::string());
-        return {};
-    }
-    user.answers(Answer::ok);
-    EXPECT_FALSE(user.message()) << "A second box follows";
-    return box->text;
+    EXPECT_TRUE(box && box->icon == forms::MessageIcon::question && box->title == "Retail Back Office");
+    EXPECT_TRUE(box && box->defaultAnswer == byDefault) << "what Enter answers";
+    user.answers(question, answer);
+    return *this;
 }
 
-std::vector<std::string> Till::column(int index) const {
-    std::vector<std::string> texts;
+Till& Till::readsReport(const std::string& part) {
+    const auto box = user.message();
+    EXPECT_TRUE(box && box->icon == forms::MessageIcon::critical && box->text.find(part) != box->text.npos)
+        << "Not reported is " << part << (box ? ", but: " + box->text : std::string());
+    if (box) user.answers(Answer::ok);
+    EXPECT_FALSE(user.message()) << "A second box follows";
+    return *this;
+}
+
+Till& Till::puts(const std::string& box, const std::string& text) {
+    user.happens([&] { user.control<forms::TextBox>(box)->setText(text); });
+    return *this;
+}
+
+Till& Till::putsCell(int line, int column, const std::string& text) {
+    user.happens([&] { lines().item(line).setSubItem(column, text); });
+    return *this;
+}
+
+void Till::watches(std::function<void(std::string_view)> look) {
+    connection->failOn([look = std::move(look)](std::string_view statement) {
+        look(statement);
+        return false;
+    });
+}
+
+forms::ListView& Till::lines() { return module.request().lvwrequest; }
+
+Names Till::texts(std::initializer_list<const char*> controls) const {
+    Names texts;
+    for (const char* control : controls) texts.push_back(user.text(control));
+    return texts;
+}
+
+Names Till::column(int index) const {
+    Names texts;
     for (const auto& line : user.list("lvwrequest")) texts.push_back(line[static_cast<std::size_t>(index)]);
     return texts;
 }
 
-std::vector<std::string> Till::said() const {
-    std::vector<std::string> texts;
+Names Till::said() const {
+    Names texts;
     for (const forms::Message& box : desktop.messages) texts.push_back(box.text);
     return texts;
 }
 
-void storeRequest(const CompanyFile& company, const std::vector<SampleItem>& items, const std::string& changes) {
+std::string newest(const CompanyFile& company, const std::string& field) {
+    return company.value("select " + field +
+                         " from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid ="
+                         " (select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1)");
+}
+
+void storeRequest(const CompanyFile& company, const Items& items, const std::string& changes) {
     std::string script =
         "insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,SRHrequestTime,"
         "srhtoShopid,SRHremarks,srhrecaddUser,srhTransfinished,srhNoofDetails,srhtype) values "
