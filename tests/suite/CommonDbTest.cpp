@@ -1,93 +1,76 @@
 // The database helper's stand-in on the sample company.
-#include "sandbox/data/SampleCompany.h"
-#include "tests/basic/ExpectError.h"
-#include "tests/forms/SampleForm.h"
-#include "tests/support/Shop.h"
-
 #include "basic/Conversion.h"
-#include "sandbox/suite/StandIns.h"
-
-#include <gtest/gtest.h>
-
-using automation::Value;
+#include "sandbox/data/SampleCompany.h"
+#include "tests/suite/Suite.h"
 
 namespace {
 
-class DatabaseHelper : public testing::Test {
-protected:
-    support::CompanyFile company;
-    support::ScriptedDesktop desktop;
-    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
-    automation::ObjectPtr helper = sandbox::createStandIn("CommonModule.clsCommonDB", {&desktop, ""});
+using automation::Value;
 
-    void SetUp() override {
-        form->ensureLoaded();
-        helper->putRef("adocon", sandbox::openConnection(company.path()));
-    }
-    automation::Object& on(const std::string& table) {
+class DatabaseHelper : public suite::StandInTest {
+protected:
+    automation::ObjectPtr helper = standIn("CommonModule.clsCommonDB");
+
+    void SetUp() override { helper->putRef("adocon", sandbox::openConnection(company.path())); }
+    template <class... Arguments> Value on(const std::string& table, const char* member, Arguments... arguments) {
         helper->put("strTableName", table);
-        return *helper;
+        return helper->call(member, arguments...);
+    }
+    /// Writes a new company's words for a shop, or stock, from the lines of the form's list.
+    template <class... Pairs> Value writes(const std::string& table, Pairs... pairs) {
+        return on(table, "fnUpdateListViewDetails", form->lvwLines.self(), pairs...);
     }
 };
 
-} // namespace
-
 TEST_F(DatabaseHelper, LooksUpTheFirstRowThatMeetsTheCriterion) {
-    const auto text = [](const Value& value) {
-        return value.isNull() || value.isEmpty() ? "none" : basic::cStr(value);
+    struct Case {
+        const char *table, *field, *criterion, *found;
     };
-    EXPECT_EQ(text(on("ashops").call("fnReturnField", "shopname", "shopid=1")), "Brackenway High Street");
-    EXPECT_EQ(text(on("ashops").call("fnReturnField", "substring(futurevarchar,1,1)", "ShopID=6")), "B");
-    EXPECT_EQ(text(on("LOUSERS where userid=1 and shopid = 1").call("fnReturnField", "username")), "Margaret Ellis");
-    EXPECT_EQ(text(on("lousers where userid=1").call("fnReturnField", "username", "shopid = 3")), "Margaret Ellis")
-        << "a criterion joins a where-condition that is there already";
-    EXPECT_EQ(text(on("lousers\nWHERE userid=2").call("fnReturnField", "username", " shopid = 3")), "Tom Barker");
-    EXPECT_EQ(text(on("aItem i, aUnit u").call("fnReturnField", "u.UnitCode", "i.UnitsId = u.UnitId AND i.ItemId = 3")),
-              "PCS");
-    EXPECT_EQ(text(on("ashops").call("fnReturnField", "shopname", "shopid=99")), "none");
-    EXPECT_EQ(text(on("aitem").call("fnReturnField", "part_code", "itemid=1")), "none") << "a null field";
-    EXPECT_EQ(text(on("ashops").call("fnReturnField", "shopname", "shopname='where'")), "none")
-        << "the word in quotes is no condition";
-    EXPECT_NE(errorOf([&] { on("nosuchtable").call("fnReturnField", "x"); }), 0);
+    // clang-format off
+    for (const Case& c : {
+             Case{"ashops", "shopname", "shopid=1", "Brackenway High Street"},
+             {"ashops", "substring(futurevarchar,1,1)", "ShopID=6", "B"},
+             {"LOUSERS where userid=1 and shopid = 1", "username", "", "Margaret Ellis"},
+             {"lousers where userid=1", "username", "shopid = 3", "Margaret Ellis"}, // joins the condition there is
+             {"lousers\nWHERE userid=2", "username", " shopid = 3", "Tom Barker"},
+             {"aItem i, aUnit u", "u.UnitCode", "i.UnitsId = u.UnitId AND i.ItemId = 3", "PCS"},
+             {"ashops", "shopname", "shopid=99", "none"},
+             {"aitem", "part_code", "itemid=1", "none"},            // a null field
+             {"ashops", "shopname", "shopname='where'", "none"}}) { // in quotes the word is no condition
+        // clang-format on
+        const Value value =
+            *c.criterion ? on(c.table, "fnReturnField", c.field, c.criterion) : on(c.table, "fnReturnField", c.field);
+        EXPECT_EQ(value.isNull() || value.isEmpty() ? "none" : basic::cStr(value), c.found) << c.table << c.criterion;
+    }
+    EXPECT_NE(errorOf([&] { on("nosuchtable", "fnReturnField", "x"); }), 0);
 }
 
 TEST_F(DatabaseHelper, WithoutAConnectionItSaysSo) {
-    const auto fresh = sandbox::createStandIn("CommonModule.clsCommonDB", {&desktop, ""});
+    const auto fresh = standIn("CommonModule.clsCommonDB");
     fresh->put("strTableName", "ashops");
     EXPECT_EQ(errorOf([&] { fresh->call("fnReturnField", "shopname"); }), 91);
     EXPECT_EQ(errorOf([&] { fresh->put("adocon", "no connection"); }), 13);
 }
 
 TEST_F(DatabaseHelper, GivesTheNextNumberOfAShop) {
-    const int highest =
-        std::stoi(company.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid=1"));
-    const auto next = [&](int shop) {
-        return basic::cLng(on("mesRequesttoShopHeader where srhshopid=" + std::to_string(shop))
-                               .call("fnGetNextMaxNo", "srhrequestid"));
-    };
-    EXPECT_EQ(next(1), highest + 1);
-    EXPECT_EQ(next(sandbox::kGardenShop), 1) << "a shop without requests";
+    for (const int shop : {1, int{sandbox::kGardenShop}}) { // the latter has no requests
+        const std::string of = "mesRequesttoShopHeader where srhshopid=" + std::to_string(shop);
+        EXPECT_EQ(basic::cStr(on(of, "fnGetNextMaxNo", "srhrequestid")),
+                  company.value("select isnull(max(srhrequestid), 0) + 1 from " + of));
+    }
 }
 
 TEST_F(DatabaseHelper, FixedValuesKeepTheirKind) {
     form->lvwLines.add("O'Neil's");
-    on("losShopItemStock")
-        .call("fnUpdateListViewDetails", form->lvwLines.self(), "V", std::int32_t{8}, "v", std::int32_t{1}, "V", 0.125);
+    writes("losShopItemStock", "V", std::int32_t{8}, "v", std::int32_t{1}, "V", 0.125);
     EXPECT_EQ(company.value("select stock from losShopItemStock where shopid=8 and itemid=1"), "0.125");
-    on("aalias").call("fnUpdateListViewDetails", form->lvwLines.self(), "V", std::int32_t{7}, "C", std::int16_t{0});
-    on("aalias").call("fnUpdateListViewDetails", form->lvwLines.self(), "V", std::int32_t{8}, "V", "D'Arcy");
+    writes("aalias", "V", std::int32_t{7}, "C", std::int16_t{0});
+    writes("aalias", "V", std::int32_t{8}, "V", "D'Arcy");
     EXPECT_EQ(company.rows("select Alias from aalias where aliasid > 1 order by aliasid"),
               (support::Rows{{"O'Neil's"}, {"D'Arcy"}}));
-}
-
-TEST_F(DatabaseHelper, RefusesPairsThatAreNone) {
-    form->lvwLines.add("1");
-    on("aalias");
-    EXPECT_EQ(errorOf([&] { helper->call("fnUpdateListViewDetails", form->lvwLines.self(), "X", std::int32_t{1}); }),
-              5);
-    EXPECT_EQ(
-        errorOf([&] { helper->call("fnUpdateListViewDetails", form->lvwLines.self(), "V", std::int32_t{1}, "V"); }),
-        450);
+    // Pairs that are none.
+    EXPECT_EQ(errorOf([&] { writes("aalias", "X", std::int32_t{1}); }), 5);
+    EXPECT_EQ(errorOf([&] { writes("aalias", "V", std::int32_t{1}, "V"); }), 450);
 }
 
 TEST_F(DatabaseHelper, ReturnsAnOpenRecordSet) {
@@ -95,3 +78,5 @@ TEST_F(DatabaseHelper, ReturnsAnOpenRecordSet) {
     const automation::ObjectPtr records = helper->call("fnReturnRecords", Value::byReference(sql)).objectPtr();
     EXPECT_EQ(basic::cStr(records->call("Fields", "itemcode").object().get("Value")), "BK1002");
 }
+
+} // namespace

@@ -1,24 +1,15 @@
 // The suite's search window: what it gives back, and what it keeps.
-#include "tests/basic/ExpectError.h"
-#include "tests/support/Shop.h"
-
 #include "basic/Conversion.h"
-#include "sandbox/suite/StandIns.h"
-
-#include <gtest/gtest.h>
-
-using automation::Array;
-using automation::Value;
+#include "tests/suite/Suite.h"
 
 namespace {
 
-class ItemFetch : public testing::Test {
+using automation::Array;
+
+class ItemFetch : public suite::StandInTest {
 protected:
-    support::CompanyFile company;
-    support::ScriptedDesktop desktop;
-    support::User user{desktop};
-    automation::ObjectPtr fetch = sandbox::createStandIn("Fetch.clsFetch", {&desktop, ""});
-    automation::ObjectPtr records = sandbox::createStandIn("ADODB.Recordset", {&desktop, ""});
+    automation::ObjectPtr fetch = standIn("Fetch.clsFetch");
+    automation::ObjectPtr records = standIn("ADODB.Recordset");
 
     void SetUp() override {
         fetch->putRef("adocon", sandbox::openConnection(company.path()));
@@ -31,9 +22,10 @@ protected:
         fetch->put("setDefaultFetchField", std::int32_t{2});
         fetch->call("setFetchType", "I"); // given as a call, as other callers do
     }
-    void shows() {
+    support::User& shows() {
         user.starts([this] { fetch->call("Show"); });
-        ASSERT_EQ(user.form(), "FetchWindow");
+        EXPECT_EQ(user.form(), "FetchWindow");
+        return user;
     }
     bool cancelled() { return basic::cBool(fetch->get("getCancelledStatus")); }
     static std::string field(automation::Object& of, const char* name) {
@@ -41,20 +33,12 @@ protected:
     }
 };
 
-} // namespace
-
 TEST_F(ItemFetch, EachSearchColumnFindsItsOwn) {
-    shows();
-    user.types("BK1002");
-    EXPECT_TRUE(user.list("lvwItems").empty()) << "no description holds a code";
+    EXPECT_TRUE(shows().types("BK1002").list("lvwItems").empty()) << "no description holds a code";
     EXPECT_FALSE(user.enabled("cmdOk"));
-    user.types("\r");
-    EXPECT_FALSE(user.ended()) << "there is nothing to pick";
-    user.picks("cboColumn", "Item Code");
-    ASSERT_EQ(user.list("lvwItems").size(), 1u);
-    user.selectsRow("lvwItems", 1);
-    user.clicks("cmdOk");
-    ASSERT_TRUE(user.ended());
+    EXPECT_FALSE(user.types("\r").ended()) << "there is nothing to pick";
+    EXPECT_EQ(user.picks("cboColumn", "Item Code").list("lvwItems").size(), 1u);
+    EXPECT_TRUE(user.selectsRow("lvwItems", 1).clicks("cmdOk").ended());
     EXPECT_FALSE(cancelled());
     EXPECT_EQ(field(fetch->get("getRecordset").object(), "itemcode"), "BK1002")
         << "its own record set where none was handed in";
@@ -62,25 +46,17 @@ TEST_F(ItemFetch, EachSearchColumnFindsItsOwn) {
 
 TEST_F(ItemFetch, EscapeCancelsAndLeavesTheRecordSetAlone) {
     fetch->put("setRecordset", records);
-    shows();
-    user.presses(forms::kKeyEscape);
-    ASSERT_TRUE(user.ended());
+    EXPECT_TRUE(shows().presses(forms::kKeyEscape).ended());
     EXPECT_TRUE(cancelled());
     EXPECT_EQ(basic::cLng(records->get("State")), 0);
-
-    shows();
-    user.closesFrame();
+    shows().closesFrame();
     EXPECT_TRUE(cancelled());
 }
 
 TEST_F(ItemFetch, AnotherChoiceReplacesTheFirst) {
     fetch->put("setRecordset", records);
     for (const char* code : {"White Loaf 400 g", "White Loaf 600 g"}) {
-        shows();
-        user.types(code);
-        user.selectsRow("lvwItems", 1);
-        user.doubleClicks("lvwItems");
-        ASSERT_TRUE(user.ended());
+        EXPECT_TRUE(shows().types(code).selectsRow("lvwItems", 1).doubleClicks("lvwItems").ended());
         EXPECT_EQ(field(*records, "itemdescription"), code);
     }
 }
@@ -88,11 +64,8 @@ TEST_F(ItemFetch, AnotherChoiceReplacesTheFirst) {
 TEST_F(ItemFetch, TheSearchIsThereAgainWhenItIsToBePreserved) {
     for (const bool preserve : {false, true}) {
         fetch->put("PreserveData", preserve);
-        shows();
-        user.enters("txtSearch", "Milk");
-        user.presses(forms::kKeyEscape);
-        shows();
-        EXPECT_EQ(user.text("txtSearch"), preserve ? "Milk" : "");
+        shows().enters("txtSearch", "Milk").presses(forms::kKeyEscape);
+        EXPECT_EQ(shows().text("txtSearch"), preserve ? "Milk" : "");
         user.presses(forms::kKeyEscape);
     }
 }
@@ -100,8 +73,10 @@ TEST_F(ItemFetch, TheSearchIsThereAgainWhenItIsToBePreserved) {
 TEST_F(ItemFetch, AWrongSetupIsAnErrorAndOpensNoWindow) {
     fetch->put("strQuery", "select nothing from nowhere");
     EXPECT_NE(errorOf([&] { fetch->call("Show"); }), 0);
-    const auto fresh = sandbox::createStandIn("Fetch.clsFetch", {&desktop, ""});
+    const auto fresh = standIn("Fetch.clsFetch");
     EXPECT_EQ(errorOf([&] { fresh->call("Show"); }), 5);
     EXPECT_EQ(errorOf([&] { fresh->put("setFieldNames", "ItemID"); }), 13);
     EXPECT_TRUE(basic::cBool(fresh->get("getCancelledStatus")));
 }
+
+} // namespace

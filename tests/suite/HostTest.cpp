@@ -13,20 +13,19 @@ using sandbox::HostOptions;
 
 namespace {
 
-std::string complaint(const std::vector<std::string>& arguments) {
+using Arguments = std::vector<std::string>;
+
+HostOptions read(const Arguments& arguments) { return std::get<HostOptions>(sandbox::parseHostOptions(arguments)); }
+
+std::string complaint(const Arguments& arguments) {
     const auto parsed = sandbox::parseHostOptions(arguments);
     const std::string* wrong = std::get_if<std::string>(&parsed);
     return wrong ? *wrong : "";
 }
 
-} // namespace
-
 TEST(HostProgram, ReadsItsOptions) {
-    const auto parsed =
-        sandbox::parseHostOptions({"--database", "shop one.db", "--interface", "1611", "--user", "-3", "--shop", "2",
-                                   "--date", "2024-02-29", "--key", "", "--trace", "sent.sql", "--log", "w.log"});
-    ASSERT_TRUE(std::holds_alternative<HostOptions>(parsed));
-    const HostOptions& options = std::get<HostOptions>(parsed);
+    const HostOptions options = read({"--database", "shop one.db", "--interface", "1611", "--user", "-3", "--shop", "2",
+                                      "--date", "2024-02-29", "--key", "", "--trace", "sent.sql", "--log", "w.log"});
     EXPECT_EQ(options.database, "shop one.db");
     EXPECT_EQ(options.interfaceId, 1611);
     EXPECT_EQ(options.user, -3);
@@ -35,8 +34,8 @@ TEST(HostProgram, ReadsItsOptions) {
     EXPECT_EQ(options.key, "");
     EXPECT_EQ(options.log, "w.log");
     EXPECT_EQ(sandbox::connectionString(options), "Data Source=shop one.db;Trace=sent.sql");
-    EXPECT_EQ(std::get<HostOptions>(sandbox::parseHostOptions({})).date, sandbox::kSampleProcessDate);
-    EXPECT_TRUE(std::get<HostOptions>(sandbox::parseHostOptions({"--help"})).help);
+    EXPECT_EQ(read({}).date, sandbox::kSampleProcessDate);
+    EXPECT_TRUE(read({"--help"}).help);
 }
 
 TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
@@ -44,7 +43,7 @@ TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
     std::istringstream typed(secret + "\r\nsecond line\n");
     const auto environment = [&](const std::string& name) { return name == "SHOP" ? secret : std::string(); };
     for (const char* source : {"-", "env:SHOP", secret.c_str()}) {
-        HostOptions options = std::get<HostOptions>(sandbox::parseHostOptions({"--connect", source}));
+        HostOptions options = read({"--connect", source});
         sandbox::readConnection(options, environment, typed);
         EXPECT_EQ(sandbox::connectionString(options), secret) << source;
         EXPECT_EQ(sandbox::withoutSecrets("cannot open \"" + secret + "\": mellow is wrong", options),
@@ -64,30 +63,26 @@ TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
         options.connect = one.connection;
         EXPECT_EQ(sandbox::withoutSecrets(one.text, options), one.shown) << one.connection;
     }
-    HostOptions nothing = std::get<HostOptions>(sandbox::parseHostOptions({"--connect", "env:NONE"}));
+    HostOptions nothing = read({"--connect", "env:NONE"});
     EXPECT_THROW(sandbox::readConnection(nothing, environment, typed), std::runtime_error);
     EXPECT_EQ(sandbox::withoutSecrets("of no connection", HostOptions()), "of no connection");
 }
 
 TEST(HostProgram, SaysWhatIsWrongWithAnOption) {
     // clang-format off
-    const std::vector<std::vector<std::string>> wrong = {
-        {"--user"}, {"--user", "12x"}, {"--user", "40000"}, {"--shop", ""}, {"--date", "today"}, {"--date", "2023-02-29"},
-        {"--date", "2024-1-5"}, {"--frobnicate", "1"}, {"company.db"}, {"--interface", "1507.5"},
-        {"--connect", "x", "--trace", "y"}};
-    // clang-format on
-    for (const auto& arguments : wrong) {
+    for (const Arguments& arguments : std::vector<Arguments>{
+             {"--user"}, {"--user", "12x"}, {"--user", "40000"}, {"--shop", ""}, {"--date", "today"}, {"--date", "2023-02-29"},
+             {"--date", "2024-1-5"}, {"--frobnicate", "1"}, {"company.db"}, {"--interface", "1507.5"},
+             {"--connect", "x", "--trace", "y"}}) {
         const std::string text = complaint(arguments);
         EXPECT_NE(text.find(arguments.front()), std::string::npos) << arguments.front() << ": " << text;
         EXPECT_EQ(text.find('\n'), std::string::npos) << "one line";
     }
     // A connection string that is not one argument: none of it is said again.
-    const std::vector<std::vector<std::string>> secrets = {
-        {"--connect=Provider=x;Password=mellow"},
-        {"--connect", "Provider=x;", "Password=mellow"},
-        {"--connect", "Password=my", "mellow", "--user", "1"},
-    };
-    for (const auto& arguments : secrets) {
+    for (const Arguments& arguments : std::vector<Arguments>{
+             {"--connect=Provider=x;Password=mellow"}, {"--connect", "Provider=x;", "Password=mellow"},
+             {"--connect", "Password=my", "mellow", "--user", "1"}}) {
+        // clang-format on
         EXPECT_NE(complaint(arguments), "");
         EXPECT_EQ(complaint(arguments).find("mellow"), std::string::npos) << complaint(arguments);
     }
@@ -123,3 +118,5 @@ TEST(HostProgram, LeavesOutOfTheManifestWhatTheMachineHas) {
               "</assembly>");
     EXPECT_EQ(sandbox::manifestWithout(whole, "goodsreq.sandbox", {}), whole);
 }
+
+} // namespace
