@@ -17,38 +17,61 @@ using namespace road;
 using support::CompanyFile;
 using support::Shop;
 
+using Act = std::function<void(Shop& shop)>;
+
 struct Fault {
     const char* place; ///< module and routine; each blank counts
-    void (*open)(Shop& shop);
+    Act open;
     const char* broken;
-    std::function<void(Shop& shop)> act;
+    Act act;
 };
 
-auto clicks(const char* button) {
-    return [button](Shop& shop) { shop.user.clicks(button); };
+Act clicks(const char* button) {
+    return [=](Shop& shop) { shop.user.clicks(button); };
 }
-auto types(const char* keys) {
-    return [keys](Shop& shop) { shop.user.types(keys); };
+Act rightClicks(const char* control) {
+    return [=](Shop& shop) { shop.user.rightClicks(control); };
 }
-auto enters(const char* box, const char* keys) {
+Act types(const std::string& keys) {
+    return [=](Shop& shop) { shop.user.types(keys); };
+}
+Act presses(std::int16_t key, std::int16_t shift = 0) {
+    return [=](Shop& shop) { shop.user.presses(key, shift); };
+}
+Act enters(const char* box, const char* keys) {
     return [=](Shop& shop) { shop.user.enters(box, keys); };
 }
-auto happens(void (*act)(goodsreq::Module&)) {
-    return [act](Shop& shop) { shop.user.happens([&] { act(shop.module); }); };
+Act picksShop(int id) {
+    return [=](Shop& shop) { shop.picksShop(id); };
+}
+Act happens(void (*act)(goodsreq::Module&)) {
+    return [=](Shop& shop) { shop.user.happens([&] { act(shop.module); }); };
+}
+Act inTurn(const std::vector<Act>& acts) {
+    return [=](Shop& shop) {
+        for (const Act& act : acts) act(shop);
+    };
+}
+/// The choice of a number that a component has added to a combo box.
+Act picksOther(const char* combo, std::int32_t number) {
+    return [=](Shop& shop) {
+        shop.user.happens([&] { shop.user.control<forms::ComboBox>(combo)->addItem("other", number); });
+        shop.user.picks(combo, "other");
+    };
 }
 /// The act, while the next box or menu cannot be shown.
-auto unseen(std::function<void(Shop&)> act) {
-    return [act = std::move(act)](Shop& shop) {
+Act unseen(const Act& act) {
+    return [=](Shop& shop) {
         shop.desktop.refusals = 1;
         act(shop);
     };
 }
 /// The act, while the control's window cannot be changed.
-auto stuck(const char* name, std::function<void(Shop&)> act) {
+Act stuck(const char* name, const Act& act) {
     struct : forms::ControlView {
         void changed(forms::Control&, forms::Aspect) override { automation::raise(automation::kInvalidCall); }
     } static view;
-    return [=, act = std::move(act)](Shop& shop) {
+    return [=](Shop& shop) {
         auto* control = shop.user.control(name);
         if (!control) return;
         control->attach(&view);
@@ -56,14 +79,13 @@ auto stuck(const char* name, std::function<void(Shop&)> act) {
         control->attach(nullptr);
     };
 }
-auto movesOver(const char* name) {
+Act movesOver(const char* name) {
     return stuck(name, [=](Shop& shop) { shop.user.movesOver(name); });
 }
 /// The act, on an editor with so many lines of which the last is chosen.
-auto amongLines(int count, std::function<void(Shop&)> act) {
+Act amongLines(int count, const Act& act) {
     return [=](Shop& shop) {
-        shop.user.focuses("lvwrequest");
-        shop.user.happens([&] {
+        shop.user.focuses("lvwrequest").happens([&] {
             forms::ListView& list = shop.module.request().lvwrequest;
             for (int i = 0; i < count; ++i) list.add("1");
             list.select(count);
@@ -71,113 +93,78 @@ auto amongLines(int count, std::function<void(Shop&)> act) {
         act(shop);
     };
 }
-void openNothing(Shop&) {}
-void openOnNumbers(Shop& shop) {
-    openLineEntry(shop);
-    for (const char* box : {"txtQuantity", "txtBadQuantity"}) shop.user.enters(box, "1");
+/// Line entry from which F11 opens the dialog.
+Act openBelow(const char* dialog) {
+    return [=](Shop& shop) {
+        support::openOverLineEntry(shop.module, dialog);
+        openLineEntry(shop);
+    };
 }
-void openBelowScan(Shop& shop) {
-    support::openOverLineEntry(shop.module, "scan");
-    openLineEntry(shop);
-}
-void openBelowFetch(Shop& shop) {
-    support::openOverLineEntry(shop.module, "fetch");
-    openLineEntry(shop);
-}
-const auto f11 = [](auto& shop) { shop.user.presses(forms::kKeyF11); };
-const auto del = [](auto& shop) { shop.user.presses(forms::kKeyDelete); };
-const auto scans = [](auto& shop) {
+
+const Act openNothing = inTurn({});
+const Act openOnNumbers = inTurn({openLineEntry, enters("txtQuantity", "1"), enters("txtBadQuantity", "1")});
+const Act f11 = presses(forms::kKeyF11), del = presses(forms::kKeyDelete);
+const Act scans = [](Shop& shop) {
     shop.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
 };
+const Act entersLine = inTurn({scans, types("4\r\r\r\r")});
+const Act prints = inTurn({clicks("optScreen"), clicks("cmdOK")});
+const Act confirmsDelete = [](Shop& shop) { shop.user.clicks("CmdDelete").answers(forms::Answer::yes); };
+const Act refreshes = [](Shop& shop) { shop.user.rightClicks("flexMaster").choosesMenu("mnurefresh"); };
 void pressesSearch(goodsreq::Module& module) {
     std::int16_t character = '7';
     module.requestDetail().cmdbarcode.onKeyPress(character);
 }
-const auto entersLine = [](auto& shop) {
-    scans(shop);
-    shop.user.types("4\r\r\r\r");
-};
-const auto prints = [](auto& shop) {
-    shop.user.clicks("optScreen");
-    shop.user.clicks("cmdOK");
-};
+void choosesSecond(goodsreq::Module& module) {
+    module.fetchItem().flexMaster.setCell(1, 0, "2");
+    module.fetchItem().flexMaster.selectRow(1);
+}
+void filesAway(Shop& shop) {
+    shop.system.refused["locked.txt"] = 70;
+    shop.user.happens([&] { goodsreq::FileCode(shop.module, "port", "locked.txt"); });
+}
 
+// clang-format off
 const Fault kFaults[] = {
     // Register.
     {"frmMaster |Form_Load ", openNothing, "Formcolor.clsFormcolor", openRegister},
     {"frmMaster |Form_Activate ", openEditor, "select alias", clicks("cmdCancel")},
     {"frmMaster |Form_Activate ", openRegister, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.master().CmdEdit.setEnabled(false); });
-         stuck("CmdEdit", [](Shop& s) {
-             for (const char* button : {"cmdnew", "cmdCancel"}) s.user.clicks(button);
-         })(shop);
-     }},
+     inTurn({happens([](auto& m) { m.master().CmdEdit.setEnabled(false); }),
+             stuck("CmdEdit", inTurn({clicks("cmdnew"), clicks("cmdCancel")}))})},
     {"frmMaster |GridPopulate", openNothing, "atablecolumns", openRegister},
     {"frmMaster |USerRights", openNothing, "louserrights", openRegister},
-    {"frmMaster |flexMaster_MouseUp", openRegister, "",
-     unseen([](auto& shop) { shop.user.rightClicks("flexMaster"); })},
+    {"frmMaster |flexMaster_MouseUp", openRegister, "", unseen(rightClicks("flexMaster"))},
     {"frmMaster |cmdnew_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("cmdnew")},
     {"frmMaster |CmdEdit_Click ", openRegister, "clsUserAuditing.LoggedTime", clicks("CmdEdit")},
     {"frmMaster |CmdDelete_Click ", openDeletable, "UserName", clicks("CmdDelete")},
     {"frmMaster |flexMaster_MouseMove", openRegister, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.master().flexMaster.pointedAt(0, 1); });
-         movesOver("flexMaster")(shop);
-     }},
+     inTurn({happens([](auto& m) { m.master().flexMaster.pointedAt(0, 1); }), movesOver("flexMaster")})},
     {"frmMaster |flexMaster_RowColChange", openDeletable, "",
      stuck("CmdDelete", [](auto& shop) { shop.user.selectsRow("flexMaster", 1); })},
-    {"frmMaster |Form_KeyPress", openRegister, "",
-     stuck("flexMaster", [](auto& shop) { shop.user.presses('D', forms::kControl); })},
-    {"frmMaster |mnurefresh_Click", openRegister, "update mesrequesttoshopheader",
-     [](auto& shop) {
-         shop.user.rightClicks("flexMaster");
-         shop.user.choosesMenu("mnurefresh");
-     }},
-    {"frmMaster |cboColNames_Click", openRegister, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.master().cboColNames.addItem("none", 99); });
-         shop.user.picks("cboColNames", "none");
-     }},
-    {"frmMaster |txtsearch_KeyUp", openRegister, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.master().cboSearch.addItem("none", 99); });
-         shop.user.picks("cboSearch", "none");
-         shop.user.enters("txtsearch", "a");
-     }},
+    {"frmMaster |Form_KeyPress", openRegister, "", stuck("flexMaster", presses('D', forms::kControl))},
+    {"frmMaster |mnurefresh_Click", openRegister, "update mesrequesttoshopheader", refreshes},
+    {"frmMaster |cboColNames_Click", openRegister, "", picksOther("cboColNames", 99)},
+    {"frmMaster |txtsearch_KeyUp", openRegister, "", inTurn({picksOther("cboSearch", 99), enters("txtsearch", "a")})},
     {"basGRtoShop |UpdateEditedRow", openRegister, "",
      happens([](auto& m) { UpdateEditedRow(m, m.master().flexMaster, "select", ""); })},
-    {"frmcancelreason |Form_Load ", openDeletable, "clsFormcolor.Applyformcolor",
-     [](auto& shop) {
-         shop.user.clicks("CmdDelete");
-         shop.user.answers(forms::Answer::yes);
-     }},
-    {"frmcancelreason |cmdOk_Click ", openReason, "",
-     unseen(happens([](auto& m) { m.cancelReason().cmdOk.onClick(); }))},
+    {"frmcancelreason |Form_Load ", openDeletable, "clsFormcolor.Applyformcolor", confirmsDelete},
+    {"frmcancelreason |cmdOk_Click ", openReason, "", unseen(happens([](auto& m) { m.cancelReason().cmdOk.onClick(); }))},
     {"frmcancelreason |Form_QueryUnload", openReason, "", unseen([](auto& shop) {
-         shop.user.happens([&] { shop.module.cancelReason().cmdOk.setEnabled(true); });
-         shop.user.closesFrame();
+         shop.user.happens([&] { shop.module.cancelReason().cmdOk.setEnabled(true); }).closesFrame();
      })},
     // Editor.
     {"frmRequest |Form_Load ", openRegister, "CommonModule.clsCommonGen", clicks("cmdnew")},
     {"frmRequest |Form_Activate ", openRegister, "clsUserAuditing.SaveInToTag", clicks("cmdnew")},
     {"frmRequest |Form_QueryUnload", openEditor, "clsUserAuditing.DataChanged", clicks("cmdCancel")},
-    {"frmRequest |Form_QueryUnload", openEditor, "", unseen([](auto& shop) {
-         shop.user.enters("txtRemarks", "typed");
-         shop.user.clicks("cmdCancel");
-     })},
+    {"frmRequest |Form_QueryUnload", openEditor, "", inTurn({enters("txtRemarks", "typed"), unseen(clicks("cmdCancel"))})},
     {"frmRequest |txtrequestDate_LostFocus", openEditor, "", unseen(enters("txtrequestDate", "soon\r"))},
     {"frmRequest |cmdOk_Click ", openEditor, "", unseen(clicks("cmdOk"))},
-    {"frmRequest |cboShop_Click ", openEditor, "",
-     [](auto& shop) {
-         shop.picksShop(2);
-         amongLines(1, unseen([](Shop& s) { s.picksShop(3); }))(shop);
-     }},
+    {"frmRequest |cboShop_Click ", openEditor, "", inTurn({picksShop(2), amongLines(1, unseen(picksShop(3)))})},
     {"frmRequest |mnuAdd_Click", openEditor, "", amongLines(32768, types("\n"))}, // the current line has 16 bits
     {"frmRequest |mnuEdit_Click ", openEditor, "", amongLines(32768, types("\r"))},
     {"frmRequest |mnudel_Click ", openEditor, "", amongLines(1, unseen(del))},
-    {"frmRequest |lvwrequest_MouseDown", openEditor, "",
-     unseen([](auto& shop) { shop.user.rightClicks("lvwrequest"); })},
+    {"frmRequest |lvwrequest_MouseDown", openEditor, "", unseen(rightClicks("lvwrequest"))},
     {"frmRequest |FillReorderSuggestions", openEditor, "vwinquiryshopstock",
      happens([](auto& m) { m.request().FillReorderSuggestions(); })},
     {"basGRtoShop |LoadListViewLayout", openRegister, "alistviewdetails", clicks("cmdnew")},
@@ -187,72 +174,43 @@ const Fault kFaults[] = {
     {"frmRequestDetail |txtBarcode_KeyPress ", openLineEntry, "futurevarchar", types("1\r")},
     {"frmRequestDetail |QuickFetch", openLineEntry, "clsFetch.Show", clicks("cmdbarcode")},
     {"frmRequestDetail |cboItem_Click ", openLineEntry, "reorderquantity", scans},
-    {"frmRequestDetail |txtQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
-     enters("txtQuantity", "1")},
-    {"frmRequestDetail |txtBadQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
-     enters("txtBadQuantity", "1")},
-    {"frmRequestDetail |txtsellingprice_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum",
-     enters("txtsellingprice", "1")},
+    {"frmRequestDetail |txtQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum", enters("txtQuantity", "1")},
+    {"frmRequestDetail |txtBadQuantity_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum", enters("txtBadQuantity", "1")},
+    {"frmRequestDetail |txtsellingprice_KeyPress", openLineEntry, "clsCommonGen.TextValidateNum", enters("txtsellingprice", "1")},
     {"frmRequestDetail |txtQuantity_MouseMove", openOnNumbers, "", movesOver("txtQuantity")},
     {"frmRequestDetail |txtQuantity_MouseUp", openOnNumbers, "",
      stuck("txtQuantity", happens([](auto& m) { m.requestDetail().txtQuantity.onMouseUp({}); }))},
     {"frmRequestDetail |txtBadQuantity_MouseMove", openOnNumbers, "", movesOver("txtBadQuantity")},
-    {"frmRequestDetail |cmdFirst_Click ", openLineEntry, "",
-     happens([](auto& m) { m.requestDetail().cmdFirst.onClick(); })},
-    {"frmRequestDetail |cmdPrev_Click ", openLineEntry, "",
-     happens([](auto& m) { m.requestDetail().cmdPrev.onClick(); })},
-    {"frmRequestDetail |cmdNext_Click ", openLineEntry, "",
-     happens([](auto& m) { m.requestDetail().cmdNext.onClick(); })},
-    {"frmRequestDetail |cmdLast_Click ", openLineEntry, "",
-     happens([](auto& m) { m.requestDetail().cmdLast.onClick(); })},
+    {"frmRequestDetail |cmdFirst_Click ", openLineEntry, "", happens([](auto& m) { m.requestDetail().cmdFirst.onClick(); })},
+    {"frmRequestDetail |cmdPrev_Click ", openLineEntry, "", happens([](auto& m) { m.requestDetail().cmdPrev.onClick(); })},
+    {"frmRequestDetail |cmdNext_Click ", openLineEntry, "", happens([](auto& m) { m.requestDetail().cmdNext.onClick(); })},
+    {"frmRequestDetail |cmdLast_Click ", openLineEntry, "", happens([](auto& m) { m.requestDetail().cmdLast.onClick(); })},
     {"frmRequestDetail |cmdOk_Click ", openLineEntry, "", unseen(clicks("cmdOk"))},
     {"frmRequestDetail |cmdOk_Click ", openLineEntry, "clsUserAuditing.DataChanged", entersLine},
     {"frmRequestDetail |Form_KeyDown", openLineEntry, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.requestDetail().lblNotCarried.setText("not carried"); });
-         stuck("lblNotCarried", [](Shop& s) { s.user.presses(forms::kKeyHome); })(shop);
-     }},
+     inTurn({happens([](auto& m) { m.requestDetail().lblNotCarried.setText("not carried"); }),
+             stuck("lblNotCarried", presses(forms::kKeyHome))})},
     {"frmRequestDetail |cmdbarcode_KeyPress", openLineEntry, "", stuck("txtBarcode", happens(pressesSearch))},
     {"frmRequestDetail |fnGetDeptCurrID", openLineEntry, "DepCurrencyID", scans},
     {"basGRtoShop |fnGetSellingPrice", openLineEntry, "spSellingPriceFetch", scans},
     {"basGRtoShop |fnGetUnitCode", openLineEntry, "u.UnitCode", entersLine},
     {"basGRtoShop |FillPackingTypes", openLineEntry, "apackingtype ap", scans},
-    {"basGRtoShop |FillPackingQuantities", openLineEntry, "pk.quantity",
-     [](auto& shop) {
-         scans(shop);
-         shop.user.types("4\r");
-     }},
-    {"frmscanBc |Form_Load ", openBelowScan, "CommonModule.clsCommongen", f11},
+    {"basGRtoShop |FillPackingQuantities", openLineEntry, "pk.quantity", inTurn({scans, types("4\r")})},
+    {"frmscanBc |Form_Load ", openBelow("scan"), "CommonModule.clsCommongen", f11},
     {"frmscanBc |txtBarcode_KeyPress ", openScan, "packingbarcode", types("1\r")},
-    {"FrmFetch|Form_Load ", openBelowFetch, "futurevarchar", f11},
-    {"FrmFetch|Form_Activate ", openBelowFetch, "defaultfetch", f11},
+    {"FrmFetch|Form_Load ", openBelow("fetch"), "clsFormcolor.Applyformcolor", f11},
+    {"FrmFetch|Form_Activate ", openBelow("fetch"), "defaultfetch", f11},
     {"FrmFetch|txtFetch_KeyPress ", openFetch, "like", types("1\r")},
-    {"FrmFetch|txtFetch_KeyUp ", openFetch, "",
-     [](auto& shop) {
-         shop.user.happens([&] { shop.module.fetchItem().cboSearch.addItem("none", -1); });
-         shop.user.picks("cboSearch", "none");
-         shop.user.enters("txtFetch", "a");
-     }},
-    {"FrmFetch|cmdOk_Click ", openFetch, "intersect",
-     [](auto& shop) {
-         shop.user.happens([&] {
-             forms::Grid& grid = shop.module.fetchItem().flexMaster;
-             grid.setCell(1, 0, "2");
-             grid.selectRow(1);
-         });
-         shop.user.clicks("cmdOk");
-     }},
+    {"FrmFetch|txtFetch_KeyUp ", openFetch, "", inTurn({picksOther("cboSearch", -1), enters("txtFetch", "a")})},
+    {"FrmFetch|cmdOk_Click ", openFetch, "intersect", inTurn({happens(choosesSecond), clicks("cmdOk")})},
     // Printing.
     {"frmPrint |Form_Load", openRegister, "clsFormcolor.Applyformcolor", clicks("cmdPrev")},
     {"frmPrint|cmdOK_Click", openPrint, "Crystal.CRPE.Application", clicks("cmdOK")},
     {"FrmMaster|HeaderPrint ", openPrint, "acompanymaster", prints},
     {"FrmMaster|FooterPrint", openPrint, "ashopprintmessages", prints},
-    {"basGoodsPurchase|FileCode ", openRegister, "",
-     [](auto& shop) {
-         shop.system.refused["locked.txt"] = 70;
-         happens([](auto& m) { goodsreq::FileCode(m, "port", "locked.txt"); })(shop);
-     }},
+    {"basGoodsPurchase|FileCode ", openRegister, "", filesAway},
 };
+// clang-format on
 
 TEST(Reports, NameTheRoutineThatFailed) {
     const CompanyFile company;

@@ -14,8 +14,7 @@ inline void openEditor(support::Shop& shop) {
 inline void openLineEntry(support::Shop& shop) {
     openEditor(shop);
     shop.picksShop(2);
-    shop.user.focuses("lvwrequest");
-    shop.user.types("\n");
+    shop.user.focuses("lvwrequest").types("\n");
 }
 inline void openOverLines(support::Shop& shop, const char* dialog) {
     support::openOverLineEntry(shop.module, dialog);
@@ -26,8 +25,7 @@ inline void openScan(support::Shop& shop) { openOverLines(shop, "scan"); }
 inline void openFetch(support::Shop& shop) { openOverLines(shop, "fetch"); }
 inline void openPrint(support::Shop& shop) {
     shop.opens();
-    shop.user.selectsRow("flexMaster", 1);
-    shop.user.clicks("cmdPrev");
+    shop.user.selectsRow("flexMaster", 1).clicks("cmdPrev");
 }
 /// On a request that may be deleted.
 inline void openDeletable(support::Shop& shop) {
@@ -42,8 +40,7 @@ inline void openDeletable(support::Shop& shop) {
 }
 inline void openReason(support::Shop& shop) {
     openDeletable(shop);
-    shop.user.clicks("CmdDelete");
-    shop.user.answers(forms::Answer::yes);
+    shop.user.clicks("CmdDelete").answers(forms::Answer::yes);
 }
 
 } // namespace road

@@ -80,29 +80,23 @@ TEST(Statements, AreSentLetterForLetter) {
     user.clicks("cmdnew");
     shop.picksShop(5);
     after("New");
-    user.focuses("lvwrequest");
-    user.types("\r");
+    user.focuses("lvwrequest").types("\r");
     for (const std::string& code : {items[0].barcode, items[1].code, items[2].shortcut}) {
         user.types(code + "\r4\r\r\r");
         after("Line entry");
     }
-    user.presses(forms::kKeyF3);
-    user.presses(forms::kKeyEscape);
+    user.presses(forms::kKeyF3).presses(forms::kKeyEscape);
     after("Search");
     support::openOverLineEntry(shop.module, "scan");
     for (const std::string& code : {items[0].barcode, items[1].code, items[2].shortcut}) {
-        user.presses(forms::kKeyF11);
-        user.types(code + "\r");
+        user.presses(forms::kKeyF11).types(code + "\r");
         after("Scan");
     }
     support::openOverLineEntry(shop.module, "fetch");
-    user.presses(forms::kKeyF11);
-    user.picks("cboColNames", "ItemCode,ItemDescription");
-    user.enters("txtFetch", "O'Neil\r");
+    user.presses(forms::kKeyF11).picks("cboColNames", "ItemCode,ItemDescription").enters("txtFetch", "O'Neil\r");
     user.presses(forms::kKeyEscape);
     after("Item fetch dialog");
-    user.presses(forms::kKeyEscape);
-    user.happens([&] {
+    user.presses(forms::kKeyEscape).happens([&] {
         shop.module.request().PresentInCurrentShop(std::stoi(items[0].id), false);
         shop.module.request().FillReorderSuggestions();
     });
@@ -113,21 +107,15 @@ TEST(Statements, AreSentLetterForLetter) {
     after("Edit");
     user.clicks("cmdOk");
     after("Save what was changed");
-    user.clicks("cmdPrev");
-    user.clicks("cmdOK");
-    user.clicks("cmdClose");
+    user.clicks("cmdPrev").clicks("cmdOK").clicks("cmdClose");
     after("Report");
     shop.system.files[kSettings] =
         basic::replaceAll(shop.system.readFile(kSettings), "showspintransrep :=0", "showspintransrep :=1");
-    user.clicks("optScreen");
-    user.clicks("cmdOK");
+    user.clicks("optScreen").clicks("cmdOK");
     after("Slip");
-    user.rightClicks("flexMaster");
-    user.choosesMenu("mnurefresh");
+    user.rightClicks("flexMaster").choosesMenu("mnurefresh");
     after("Refresh");
-    user.clicks("CmdDelete");
-    user.answers(forms::Answer::yes);
-    user.types("wrong\r\r");
+    user.clicks("CmdDelete").answers(forms::Answer::yes).types("wrong\r\r");
     after("Delete");
     EXPECT_EQ(user.form(), "frmMaster");
     EXPECT_EQ(shop.errors(), std::vector<std::string>{});
@@ -143,9 +131,7 @@ TEST(Statements, AreSentLetterForLetter) {
     forgetful.opens();
     forgetful.user.clicks("cmdnew");
     forgetful.picksShop(5);
-    forgetful.user.focuses("lvwrequest");
-    forgetful.user.types("\r");
-    forgetful.user.presses(forms::kKeyF3);
+    forgetful.user.focuses("lvwrequest").types("\r").presses(forms::kKeyF3);
     EXPECT_EQ(forgetful.calls("clsFetch.Show").size(), 1u);
     EXPECT_EQ(forgetful.calls("clsFetch.PreserveData").size(), 0u) << "the shop keeps nothing that was searched";
     forgetful.user.presses(forms::kKeyEscape);
