@@ -23,11 +23,7 @@ int highestId(const CompanyFile& company) {
 
 /// From the register to a request of that many lines, ready to be stored.
 void entersRequest(Till& till, const std::vector<SampleItem>& items, std::size_t lines) {
-    till.user.clicks("cmdnew");
-    till.picksShop(kSupplier);
-    till.addsLines();
-    for (std::size_t i = 0; i < lines; ++i) till.line(items[i], std::to_string(i + 1));
-    till.user.clicks("cmdCancel");
+    till.another({items.begin(), items.begin() + static_cast<std::ptrdiff_t>(lines)});
 }
 
 double microseconds(std::chrono::steady_clock::duration time) {
@@ -37,7 +33,7 @@ double microseconds(std::chrono::steady_clock::duration time) {
 void saveUntilKilled(const CompanyFile& company, const std::vector<SampleItem>& items, std::size_t lines,
                      const Say& say) {
     Till till(company);
-    till.opensRegister();
+    till.opens();
     for (;;) {
         entersRequest(till, items, lines);
         say("begins");
@@ -52,7 +48,7 @@ void saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, 
     std::mt19937 random(seed);
     Till till(company, {.userId = user});
     till.system.sleeps = true;
-    till.opensRegister();
+    till.opens();
     std::size_t lines = 0;
     int reports = 0;
     for (int i = 0; i < requests; ++i) {

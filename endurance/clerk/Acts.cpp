@@ -203,7 +203,7 @@ bool onLine(Clerk& c, const Step& step, std::int16_t key) {
     c.user.selectsRow("lvwrequest", step.a % count + 1);
     if (c.desktop.waiting() != Waiting::form) return true;
     c.says("key " + std::to_string(key) + " on line " + std::to_string(step.a % count + 1));
-    key == forms::kKeyReturn ? c.keys("\r") : c.user.presses(key);
+    key == forms::kKeyReturn ? c.keys("\r") : void(c.user.presses(key));
     return true;
 }
 bool date(Clerk& c, const Step& step) {

@@ -63,14 +63,9 @@ TEST_F(Scan, AnItemThatTheSupplierDoesNotCarryIsNotWritten) {
 TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
     const std::string another = " where itemid = " + other.id;
     const std::string shortcut = "update ashopitemdetail set shortcutno = ";
-    struct Case {
-        const char* what;
-        std::string change, typed;
-        bool found;
-    };
     // clang-format off
-    for (const Case& c : {
-             Case{"codes shared says miscsettings", "update miscsettings set AllowItemCodeDuplication = 1", item.code, false},
+    for (const auto& [what, change, typed, found] : Table<Text, std::string, std::string, bool>{
+             {"codes shared says miscsettings", "update miscsettings set AllowItemCodeDuplication = 1", item.code, false},
              {"miscsettings says nothing", "delete miscsettings", item.code, false},
              {"codes shared, by line entry", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.code, true},
              {"of the other shops' kind", "update aitem set itemtype = 'B'" + of, item.barcode, true},
@@ -83,14 +78,14 @@ TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
              {"shortcut before code", "update aitem set itemcode = '" + item.shortcut + "'" + another, item.shortcut, true},
          }) {
         // clang-format on
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         const CompanyFile own;
-        own.change("update miscsettings set AllowItemCodeDuplication = 0;" + c.change);
+        own.change("update miscsettings set AllowItemCodeDuplication = 0;" + change);
         Till till(own);
-        opens(till, "scan").types(c.typed + "\r");
-        if (!c.found) till.user.answers("Scan valid barcode", Answer::ok);
-        EXPECT_EQ(chosenItem(till), c.found ? item.id : "");
-        EXPECT_EQ(till.user.form(), c.found ? "frmRequestDetail" : "frmscanBc");
+        opens(till, "scan").types(typed + "\r");
+        if (!found) till.user.answers("Scan valid barcode", Answer::ok);
+        EXPECT_EQ(chosenItem(till), found ? item.id : "");
+        EXPECT_EQ(till.user.form(), found ? "frmRequestDetail" : "frmscanBc");
     }
 }
 
@@ -151,12 +146,11 @@ protected:
 
 TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
     company.change("update aitem set brand = 'Northwold', modelno = 'NW-77', part_code = 'P/5'" + of);
-    for (const auto& [column, text] :
-         std::initializer_list<std::pair<const char*, std::string>>{{"ItemCode", item.code},
-                                                                    {"ItemDescription", item.description},
-                                                                    {"Brand", "orthwo"},
-                                                                    {"ModelNo", "nw-77"},
-                                                                    {"Part_Code", " P/5 "}}) {
+    for (const auto& [column, text] : Table<Text, std::string>{{"ItemCode", item.code},
+                                                               {"ItemDescription", item.description},
+                                                               {"Brand", "orthwo"},
+                                                               {"ModelNo", "nw-77"},
+                                                               {"Part_Code", " P/5 "}}) {
         SCOPED_TRACE(column);
         Till till(company);
         opens(till, "fetch");
@@ -197,11 +191,10 @@ TEST_F(FetchDialog, HeadsItsColumns) {
 }
 
 TEST_F(FetchDialog, OpensWithTheShopsColumnAndKeepsTheClerksChoice) {
-    for (const auto& [setting, chosen] :
-         std::initializer_list<std::pair<const char*, const char*>>{{"'Brand'", "Brand"},
-                                                                    {"'Part_code'", "Part_Code"},
-                                                                    {"'nothing'", "ItemDescription"},
-                                                                    {"null", "ItemDescription"}}) {
+    for (const auto& [setting, chosen] : Table<Text, Text>{{"'Brand'", "Brand"},
+                                                           {"'Part_code'", "Part_Code"},
+                                                           {"'nothing'", "ItemDescription"},
+                                                           {"null", "ItemDescription"}}) {
         company.change(std::string("update LOsSettings set defaultfetch = ") + setting + " where ShopID = 1");
         Till till(company);
         EXPECT_EQ(opens(till, "fetch").text("cboFetch"), chosen);
@@ -241,7 +234,7 @@ TEST_F(FetchDialog, TakesAnyTextForAPattern) {
     company.change("update aitem set brand = 'half [50%] off_cut'" + of);
     Till till(company);
     opens(till, "fetch");
-    for (const auto& [text, found] : std::initializer_list<std::pair<std::string, bool>>{
+    for (const auto& [text, found] : Table<std::string, bool>{
              {"half%off", true}, {"[x5]0", true}, {std::string(4000, 'x'), false}, {"'; delete aitem --", false}}) {
         searches(till, "Brand", text);
         EXPECT_FALSE(till.user.message());

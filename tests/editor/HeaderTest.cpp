@@ -52,33 +52,29 @@ TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
 }
 
 TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
-    struct Case {
-        const char* what;
-        Names numbers; ///< that the shop's requests have before, for a statement
-        const char *prefix, *next;
-    };
-    for (const Case& c : {Case{"no request yet", {}, "GR/", "GR/1"},
-                          {"by number, not text", {"GR/9", "GR/10"}, "GR/", "GR/11"},
-                          {"a remainder that is no number", {"GR/41", "GR/X1"}, "GR/", "GR/42"},
-                          {"other prefixes", {"GR/7", "IS/90", "GR24/80"}, "GR/", "GR/8"},
-                          {"no row of prefixes", {}, nullptr, "1"},
-                          {"plain numbers go on", {"8", "GR/30"}, nullptr, "9"},
-                          {"an apostrophe in the prefix", {"O''B/3"}, "O''B/", "O'B/4"},
-                          {"the last one that fits", {"GR/32766"}, "GR/", "GR/32767"}}) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, numbers, prefix, next] :
+         Table<Text, Names, Text, Text>{{"no request yet", {}, "GR/", "GR/1"},
+                                        {"by number, not text", {"GR/9", "GR/10"}, "GR/", "GR/11"},
+                                        {"a remainder that is no number", {"GR/41", "GR/X1"}, "GR/", "GR/42"},
+                                        {"other prefixes", {"GR/7", "IS/90", "GR24/80"}, "GR/", "GR/8"},
+                                        {"no row of prefixes", {}, nullptr, "1"},
+                                        {"plain numbers go on", {"8", "GR/30"}, nullptr, "9"},
+                                        {"an apostrophe in the prefix", {"O''B/3"}, "O''B/", "O'B/4"},
+                                        {"the last one that fits", {"GR/32766"}, "GR/", "GR/32767"}}) {
+        SCOPED_TRACE(what);
         std::string script = "delete mesRequesttoShopDetail where srdshopid = 1;"
                              "delete mesRequesttoShopHeader where srhshopid = 1;"
                              "delete aPrefix where shopid = 1 and InterfaceID = 1507";
-        if (c.prefix) script += std::string(";insert into aPrefix values (1507, 2, 1, '") + c.prefix + "')";
+        if (prefix) script += std::string(";insert into aPrefix values (1507, 2, 1, '") + prefix + "')";
         int id = 0;
-        for (const std::string& number : c.numbers)
+        for (const std::string& number : numbers)
             script += ";insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
                       "srhtoShopid,srhtype) values (" +
                       std::to_string(++id) + ",1,'" + number + "','20260301',2,'r')";
         company.change(script);
         Till till(company);
         till.newRequest().enters({item}).saves();
-        EXPECT_EQ(newest(company, "srhrequestno"), c.next);
+        EXPECT_EQ(newest(company, "srhrequestno"), next);
     }
 }
 
@@ -114,28 +110,25 @@ TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
 }
 
 TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
-    struct Case {
-        std::int32_t screen;
-        bool alias;
-        const char *caption, *label, *lineCaption, *refusal;
-    };
     constexpr const char *kGoods = "Goods Request To Shop", *kSales = "Inter Division Sales Request",
                          *kOutlet = "Goods Request To Outlet";
-    for (const Case& c : {Case{1507, false, kGoods, "&Shop :", kGoods, "Select Shop"},
-                          {1611, false, kSales, "&Shop :", kSales, "Select Shop"},
-                          {1507, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"},
-                          {1611, true, kOutlet, "Outlet : ", kSales, "Select Outlet"},
-                          {1700, false, kSales, "&Shop :", kGoods, "Select Shop"},
-                          {1700, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"}}) {
-        company.change(std::string("update aPAckageSettings set alias = ") + (c.alias ? "1" : "0"));
-        Till till(company, {.screenId = c.screen});
-        EXPECT_EQ(till.newRequest(0).user.caption(), c.caption);
-        EXPECT_EQ(till.user.text("Label1"), c.label);
-        EXPECT_EQ(till.lines().columns().at(6).width > 0, c.screen == 1700); // prices
-        EXPECT_EQ(till.oksAndReads(c.refusal).addsLines().user.caption(), c.lineCaption);
+    for (const auto& [screen, alias, caption, label, lineCaption, refusal] :
+         Table<std::int32_t, bool, Text, Text, Text, Text>{
+             {1507, false, kGoods, "&Shop :", kGoods, "Select Shop"},
+             {1611, false, kSales, "&Shop :", kSales, "Select Shop"},
+             {1507, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"},
+             {1611, true, kOutlet, "Outlet : ", kSales, "Select Outlet"},
+             {1700, false, kSales, "&Shop :", kGoods, "Select Shop"},
+             {1700, true, kOutlet, "Outlet : ", kOutlet, "Select Outlet"}}) {
+        company.change(std::string("update aPAckageSettings set alias = ") + (alias ? "1" : "0"));
+        Till till(company, {.screenId = screen});
+        EXPECT_EQ(till.newRequest(0).user.caption(), caption);
+        EXPECT_EQ(till.user.text("Label1"), label);
+        EXPECT_EQ(till.lines().columns().at(6).width > 0, screen == 1700); // prices
+        EXPECT_EQ(till.oksAndReads(refusal).addsLines().user.caption(), lineCaption);
         for (const char* price : {"txtsellingprice", "lblsellingprice"})
-            EXPECT_EQ(till.user.visible(price), c.screen == 1611);
-        if (!c.alias || c.screen != 1507) continue;
+            EXPECT_EQ(till.user.visible(price), screen == 1611);
+        if (!alias || screen != 1507) continue;
         // The next session has no word for a shop when it begins, and one that is not read later.
         till.user.clicks("cmdCancel").clicks("cmdCancel").clicks("CmdClose");
         company.change("update aPAckageSettings set alias = 0");
@@ -149,23 +142,19 @@ TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
 }
 
 TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
-    struct Case {
-        std::string change;
-        bool locked, finished;
-        Names said;
-    };
-    for (const Case& c : {Case{"srhused = 0", false, false, {}},
-                          {"srhused = 1", true, false, {}},
-                          {"srhTransfinished = 1", true, true, {"Request is confirmed, You can't edit"}},
-                          {"SRHcancelled = 1", true, false, {}}}) {
-        SCOPED_TRACE(c.change);
+    for (const auto& [change, locked, finished, said] : Table<std::string, bool, bool, Names>{
+             {"srhused = 0", false, false, {}},
+             {"srhused = 1", true, false, {}},
+             {"srhTransfinished = 1", true, true, {"Request is confirmed, You can't edit"}},
+             {"SRHcancelled = 1", true, false, {}}}) {
+        SCOPED_TRACE(change);
         CompanyFile file;
-        storeRequest(file, items, "update mesRequesttoShopHeader set " + c.change + kOfStored);
+        storeRequest(file, items, "update mesRequesttoShopHeader set " + change + kOfStored);
         Till till(file);
         till.editRequest(kStored);
         if (till.user.message()) till.user.answers(Answer::ok);
         ASSERT_EQ(till.user.form(), "frmRequest");
-        EXPECT_EQ(till.said(), c.said);
+        EXPECT_EQ(till.said(), said);
         EXPECT_EQ(till.texts({"cboShop", "txtRemarks"}), (Names{"Brackenway Station Road", "as agreed"}));
         Rows lines;
         for (const SampleItem& one : items)
@@ -173,15 +162,15 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
                              Names{"4.000", "5.500", "6.000"}[lines.size()], "0.500", one.id, "0.000", one.unit});
         EXPECT_EQ(till.user.list("lvwrequest"), lines);
         EXPECT_EQ(till.lines().selectedIndex(), 1);
-        EXPECT_EQ(till.user.enabled("cmdOk"), !c.locked);
-        EXPECT_EQ(till.user.checked("chkTransFinished"), c.finished);
-        EXPECT_EQ(till.user.enabled("chkTransFinished"), !c.locked);
+        EXPECT_EQ(till.user.enabled("cmdOk"), !locked);
+        EXPECT_EQ(till.user.checked("chkTransFinished"), finished);
+        EXPECT_EQ(till.user.enabled("chkTransFinished"), !locked);
         // A component switches the shop on: a stored request keeps its own.
         till.user.happens([&] { till.module.request().cboShop.setEnabled(true); });
         till.picksShop(3);
         EXPECT_EQ(till.user.text("cboShop"), "Brackenway Station Road");
         EXPECT_EQ(till.module.session.lngOtherShopID, kSupplier);
-        if (!c.locked) continue;
+        if (!locked) continue;
         till.user.selectsRow("lvwrequest", 2).types("\r\n").presses(forms::kKeyF10).presses(forms::kKeyDelete);
         till.user.doubleClicks("lvwrequest").rightClicks("lvwrequest");
         const auto menu = till.user.menu();
@@ -311,32 +300,28 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
 // The site's stored layout of the editor's list, found by three names in any case and with blanks around. A column that
 // the list does not have, or an alignment that is none, is reported, and the columns before it have their layout.
 TEST_F(Header, TheListIsLaidOutAsTheSiteHasStoredIt) {
-    struct Case {
-        std::string header;
-        bool own;
-        const char* wrong;
-    };
-    for (const Case& c : {Case{"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "12,999,0"},
-                          {"' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER '", true, "8,999,3"},
-                          {"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "8,999,-1"},
-                          {"'frmOther','lvwrequest','Shoptoshoptransfer'", false, "12,999,0"},
-                          {"'frmRequest','lvwrequest','Transfer'", false, "12,999,0"}}) {
-        SCOPED_TRACE(c.header);
+    for (const auto& [header, own, wrong] :
+         Table<std::string, bool, Text>{{"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "12,999,0"},
+                                        {"' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER '", true, "8,999,3"},
+                                        {"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "8,999,-1"},
+                                        {"'frmOther','lvwrequest','Shoptoshoptransfer'", false, "12,999,0"},
+                                        {"'frmRequest','lvwrequest','Transfer'", false, "12,999,0"}}) {
+        SCOPED_TRACE(header);
         std::string script = "delete alistviewdetails; delete alistviewheader;"
                              " insert into alistviewheader (lvwid,lvwtransname,lvwname,lvwmodulename) values (7," +
-                             c.header + ")";
-        for (const char* column : {"3,2345,2", "7,2222,1", c.wrong})
+                             header + ")";
+        for (const char* column : {"3,2345,2", "7,2222,1", wrong})
             script += ";insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7," +
                       std::string(column) + ")";
         company.change(script);
         Till till(company);
         till.opens();
         till.user.clicks("cmdnew");
-        if (c.own) till.readsReport();
+        if (own) till.readsReport();
         const auto& columns = till.lines().columns();
-        EXPECT_EQ(columns.at(2).width, c.own ? 2345 : 4700);
-        EXPECT_EQ(columns.at(2).alignment, c.own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
-        EXPECT_EQ(columns.at(6).width, c.own ? 2222 : 0) << "prices, where the site wants to see them";
+        EXPECT_EQ(columns.at(2).width, own ? 2345 : 4700);
+        EXPECT_EQ(columns.at(2).alignment, own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
+        EXPECT_EQ(columns.at(6).width, own ? 2222 : 0) << "prices, where the site wants to see them";
         EXPECT_EQ(till.lines().tag().substr(0, 6), "Loaded");
     }
 }

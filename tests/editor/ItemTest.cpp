@@ -57,14 +57,9 @@ TEST_F(Item, IsFoundByBarcodeShortcutOrCode) {
     const std::string oldPacking = "update aitempackingdetail set Active = 0" + of;
     const auto taken = [&](const std::string& code) { return Names{item.description, "", "txtQuantity", code}; };
     const auto refused = [](const std::string& code) { return Names{"", kScan, "txtBarcode", code}; };
-    struct Case {
-        const char* what;
-        std::string change, code;
-        Names found;
-    };
     // clang-format off
-    for (const Case& c : {
-             Case{"barcode", "", item.barcode, taken(item.barcode)},
+    for (const auto& [what, change, code, result] : Table<Text, std::string, std::string, Names>{
+             {"barcode", "", item.barcode, taken(item.barcode)},
              {"barcode between blanks", "", " " + item.barcode + " ", taken(" " + item.barcode + " ")},
              {"shortcut number", "", item.shortcut, taken(item.shortcut)},
              {"shortcut number, first four digits", shortcut + "1", "87654321", taken("87654321")},
@@ -91,12 +86,12 @@ TEST_F(Item, IsFoundByBarcodeShortcutOrCode) {
              {"trade shop, its goods", trade + ";" + tradeItem, item.barcode, taken(item.barcode)},
          }) {
         // clang-format on
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         CompanyFile file;
-        file.change(c.change);
+        file.change(change);
         Till till(file);
-        EXPECT_EQ(found(till.newRequest().addsLines(), c.code), c.found);
-        EXPECT_EQ(till.user.entries("cboItem").size(), c.found[0].empty() ? 0u : 1u);
+        EXPECT_EQ(found(till.newRequest().addsLines(), code), result);
+        EXPECT_EQ(till.user.entries("cboItem").size(), result[0].empty() ? 0u : 1u);
     }
 }
 
@@ -150,12 +145,11 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
 }
 
 TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
-    for (const auto& [setting, shown] :
-         std::vector<std::pair<std::string, std::string>>{{"'ItemCode'", "Item Code"},
-                                                          {"'Part_Code'", "Part Code"},
-                                                          {"'ItemID'", "Item Description"},
-                                                          {"'Colour'", "Item Description"},
-                                                          {"null", "Item Description"}}) {
+    for (const auto& [setting, shown] : Table<std::string, Text>{{"'ItemCode'", "Item Code"},
+                                                                 {"'Part_Code'", "Part Code"},
+                                                                 {"'ItemID'", "Item Description"},
+                                                                 {"'Colour'", "Item Description"},
+                                                                 {"null", "Item Description"}}) {
         company.change("update LOsSettings set defaultfetch = " + setting + " where ShopID = 1");
         Till till(company);
         EXPECT_EQ(till.newRequest().addsLines().user.clicks("cmdbarcode").text("cboColumn"), shown) << setting;
@@ -193,26 +187,22 @@ TEST_F(Item, PackingsAreListedAndCountedInFractions) {
 }
 
 TEST_F(Item, PricesComeFromTheProcedureAndKeepTwoDecimals) {
-    struct Case {
-        const char* what;
-        std::int32_t screen;
-        std::string rows; ///< of "ItemId, PackingTypeId, ShopId, SellingPrice, WholesalePrice"
-        const char* price;
-    };
     const std::string packing = company.value("select packingtypeid from vwitemretailpacking" + of);
     const std::string row = "insert into losShopItemShipmentDetail values (" + item.id + "," + packing;
-    for (const Case& c : {Case{"selling price", 1507, row + ",1,12.347,9.993)", "12.35"},
-                          {"wholesale price", 1611, row + ",1,12.347,9.993)", "9.99"},
-                          {"head office's", 1611, row + ",null,5,4.125)", "4.13"},
-                          {"the shop's before head office's", 1611, row + ",null,5,4);" + row + ",1,6,3)", "3"},
-                          {"another shop's", 1611, row + ",2,5,4)", "0"},
-                          {"a price that is null", 1611, row + ",1,5,null)", "0"},
-                          {"no row", 1611, "", "0"}}) {
-        SCOPED_TRACE(c.what);
-        company.change("delete losShopItemShipmentDetail" + of + ";" + c.rows);
-        Till till(company, {.screenId = c.screen});
+    // Rows of "ItemId, PackingTypeId, ShopId, SellingPrice, WholesalePrice".
+    for (const auto& [what, screen, rows, price] : Table<Text, std::int32_t, std::string, Text>{
+             {"selling price", 1507, row + ",1,12.347,9.993)", "12.35"},
+             {"wholesale price", 1611, row + ",1,12.347,9.993)", "9.99"},
+             {"head office's", 1611, row + ",null,5,4.125)", "4.13"},
+             {"the shop's before head office's", 1611, row + ",null,5,4);" + row + ",1,6,3)", "3"},
+             {"another shop's", 1611, row + ",2,5,4)", "0"},
+             {"a price that is null", 1611, row + ",1,5,null)", "0"},
+             {"no row", 1611, "", "0"}}) {
+        SCOPED_TRACE(what);
+        company.change("delete losShopItemShipmentDetail" + of + ";" + rows);
+        Till till(company, {.screenId = screen});
         till.newRequest().addsLines().scans(item.barcode);
-        EXPECT_EQ(till.user.control("txtsellingprice")->text(), c.price);
+        EXPECT_EQ(till.user.control("txtsellingprice")->text(), price);
     }
 }
 
@@ -225,29 +215,26 @@ TEST_F(Item, WithoutDepartmentAndRetailPackingThePriceIsAskedForZeroOfBoth) {
 }
 
 TEST_F(Item, LookUpsThatFailAreReportedOnceAndLeaveNothingOfTheItemBefore) {
-    struct Case {
-        std::string statement;
-        bool keepsItem; ///< chosen all the same, it stands with all that could be read of it
-    };
-    for (const Case& c : {Case{"spSellingPriceFetch", true},
-                          {"select a.departmentID", true},
-                          {"select reorderquantity", true},
-                          {"select ad.packingtypeid", true},
-                          {"select a.itemid, v.itemdescription", false},
-                          {"select apd.itemid", false}}) {
-        SCOPED_TRACE(c.statement);
+    // An item that is kept, chosen all the same, stands with all that could be read of it.
+    for (const auto& [statement, keepsItem] : Table<std::string, bool>{{"spSellingPriceFetch", true},
+                                                                       {"select a.departmentID", true},
+                                                                       {"select reorderquantity", true},
+                                                                       {"select ad.packingtypeid", true},
+                                                                       {"select a.itemid, v.itemdescription", false},
+                                                                       {"select apd.itemid", false}}) {
+        SCOPED_TRACE(statement);
         Till till(company, {.screenId = 1611});
         till.newRequest().addsLines().scans(item.barcode).user.enters("txtQuantity", "7");
-        till.breaks(c.statement);
+        till.breaks(statement);
         till.scans(other.barcode).readsReport().breaks("");
-        EXPECT_EQ(till.user.text("cboItem"), c.keepsItem ? other.description : "");
-        EXPECT_EQ(till.module.requestDetail().strItemCode, c.keepsItem ? other.code : "");
+        EXPECT_EQ(till.user.text("cboItem"), keepsItem ? other.description : "");
+        EXPECT_EQ(till.module.requestDetail().strItemCode, keepsItem ? other.code : "");
         EXPECT_NE(till.user.text("txtQuantity"), "7");
         const std::string price = till.user.text("txtsellingprice");
-        EXPECT_EQ(price.empty(), c.statement == "select reorderquantity" || !c.keepsItem);
-        EXPECT_EQ(price == "0", c.statement == "spSellingPriceFetch");
-        EXPECT_EQ(till.user.list("lvwpacktype").empty(), c.statement == "select ad.packingtypeid" || !c.keepsItem);
-        if (c.keepsItem) continue;
+        EXPECT_EQ(price.empty(), statement == "select reorderquantity" || !keepsItem);
+        EXPECT_EQ(price == "0", statement == "spSellingPriceFetch");
+        EXPECT_EQ(till.user.list("lvwpacktype").empty(), statement == "select ad.packingtypeid" || !keepsItem);
+        if (keepsItem) continue;
         till.user.types(item.barcode + "\r"); // takes the failed scan's place
         EXPECT_EQ(till.user.text("cboItem"), item.description);
     }

@@ -25,34 +25,33 @@ protected:
 };
 
 TEST_F(LineEntry, TheNumberBoxesTakeNumbersOnly) {
-    struct Case {
-        const char *box, *keys, *text;
-    };
     Till till(company, {.screenId = 1611});
     till.newRequest().addsLines();
-    for (const Case& c : {Case{"txtQuantity", "1x2.3456", "12.345"},
-                          {"txtQuantity", "-5", "5"},
-                          {"txtQuantity", "1e5,", "15"},
-                          {"txtQuantity", "1..5", "1.5"},
-                          {"txtQuantity", "123456789012345678", "123456789012345678"},
-                          {"txtQuantity", "1234567890123456789", "123456789012345678"},
-                          {"txtBadQuantity", "-2.5", "-2.5"},
-                          {"txtBadQuantity", "2-", "2"},
-                          {"txtsellingprice", "3a.25", "3.25"}})
-        EXPECT_EQ(till.user.enters(c.box, c.keys).text(c.box), c.text) << c.keys;
-    for (const Case& c : {Case{"txtQuantity", "12.5", "12.5"},
-                          {"txtQuantity", "-5", "7"},
-                          {"txtQuantity", "1e5", "7"},
-                          {"txtQuantity", "..", "7"},
-                          {"txtQuantity", "1.2345", "7"},
-                          {"txtQuantity", "123456789012345.678", "123456789012345.678"},
-                          {"txtQuantity", "1234567890123456789", "7"},
-                          {"txtBadQuantity", "-4", "-4"},
-                          {"txtBadQuantity", "4 pcs", "7"},
-                          {"txtBadQuantity", "4-5", "7"},
-                          {"txtsellingprice", "GBP 4", "7"}}) {
-        till.user.enters(c.box, "7").happens([&] { till.user.control<forms::TextBox>(c.box)->selectAll(); });
-        EXPECT_EQ(till.user.pastes(c.keys).text(c.box), c.text) << c.keys;
+    for (const auto& [box, keys, text] :
+         Table<Text, Text, Text>{{"txtQuantity", "1x2.3456", "12.345"},
+                                 {"txtQuantity", "-5", "5"},
+                                 {"txtQuantity", "1e5,", "15"},
+                                 {"txtQuantity", "1..5", "1.5"},
+                                 {"txtQuantity", "123456789012345678", "123456789012345678"},
+                                 {"txtQuantity", "1234567890123456789", "123456789012345678"},
+                                 {"txtBadQuantity", "-2.5", "-2.5"},
+                                 {"txtBadQuantity", "2-", "2"},
+                                 {"txtsellingprice", "3a.25", "3.25"}})
+        EXPECT_EQ(till.user.enters(box, keys).text(box), text) << keys;
+    for (const auto& [box, keys, text] :
+         Table<std::string, Text, Text>{{"txtQuantity", "12.5", "12.5"},
+                                        {"txtQuantity", "-5", "7"},
+                                        {"txtQuantity", "1e5", "7"},
+                                        {"txtQuantity", "..", "7"},
+                                        {"txtQuantity", "1.2345", "7"},
+                                        {"txtQuantity", "123456789012345.678", "123456789012345.678"},
+                                        {"txtQuantity", "1234567890123456789", "7"},
+                                        {"txtBadQuantity", "-4", "-4"},
+                                        {"txtBadQuantity", "4 pcs", "7"},
+                                        {"txtBadQuantity", "4-5", "7"},
+                                        {"txtsellingprice", "GBP 4", "7"}}) {
+        till.user.enters(box, "7").presses(forms::kKeyHome).presses(forms::kKeyEnd, forms::kShift);
+        EXPECT_EQ(till.user.pastes(keys).text(box), text) << keys;
     }
     const auto tip = [&](const char* box) { return till.user.movesOver(box).control(box)->toolTip(); };
     till.user.enters("txtQuantity", "1234.5");
@@ -218,18 +217,13 @@ TEST_F(LineEntry, TheButtonsWalkThroughTheLines) {
     EXPECT_EQ(buttons(till.backToEditor().addsLines()), "----");
     till.line(other, "2").line(items[2], "3").backToEditor();
     EXPECT_EQ(buttons(till.changesLine(2)), "++++");
-    struct Step {
-        const char* button;
-        int row;
-        const char* states;
-    };
-    for (const Step& s :
-         {Step{"cmdNext", 3, "++--"}, {"cmdPrev", 2, "++++"}, {"cmdFirst", 1, "--++"}, {"cmdLast", 3, "++--"}}) {
-        EXPECT_EQ(till.user.clicks(s.button).text("cboItem"), items[static_cast<std::size_t>(s.row) - 1].description);
-        EXPECT_EQ(till.user.text("txtQuantity"), std::to_string(s.row));
-        EXPECT_EQ(till.module.request().CurrentLineIndex, s.row);
-        EXPECT_EQ(till.lines().selectedIndex(), s.row);
-        EXPECT_EQ(buttons(till), s.states) << s.button;
+    for (const auto& [button, row, states] : Table<Text, int, Text>{
+             {"cmdNext", 3, "++--"}, {"cmdPrev", 2, "++++"}, {"cmdFirst", 1, "--++"}, {"cmdLast", 3, "++--"}}) {
+        EXPECT_EQ(till.user.clicks(button).text("cboItem"), items[static_cast<std::size_t>(row) - 1].description);
+        EXPECT_EQ(till.user.text("txtQuantity"), std::to_string(row));
+        EXPECT_EQ(till.module.request().CurrentLineIndex, row);
+        EXPECT_EQ(till.lines().selectedIndex(), row);
+        EXPECT_EQ(buttons(till), states) << button;
     }
 }
 

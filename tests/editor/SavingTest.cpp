@@ -106,12 +106,9 @@ TEST_F(Saving, ACellThatIsNoNumberIsRefusedAndCanBePutRight) {
 }
 
 TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
-    struct Case {
-        std::int32_t screen;
-        const char *type, *price, *prefix;
-    };
-    for (const Case& c : {Case{1507, "r", "0", "GR/"}, {1611, "s", "9.99", "IS/"}}) {
-        Till till(company, {.screenId = c.screen, .userId = 2});
+    for (const auto& [screen, type, price, prefix] :
+         Table<std::int32_t, Text, Text, Text>{{1507, "r", "0", "GR/"}, {1611, "s", "9.99", "IS/"}}) {
+        Till till(company, {.screenId = screen, .userId = 2});
         till.newRequest().addsLines().scans(item.barcode);
         till.user.enters("txtQuantity", "3").enters("txtBadQuantity", "1.5");
         if (till.user.visible("txtsellingprice")) till.user.enters("txtsellingprice", "9.99");
@@ -123,20 +120,20 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
         const std::string id = newest("srhrequestid");
         const Rows stored = details(id);
         ASSERT_EQ(stored.size(), 2u);
-        EXPECT_EQ(stored[0], (Names{item.id, "2", "3", "1.5", c.price}));
+        EXPECT_EQ(stored[0], (Names{item.id, "2", "3", "1.5", price}));
         EXPECT_EQ(stored[1][2], "0");
         EXPECT_EQ(
             company.rows("select srhtype, srhNoofDetails, srhtoShopid, SRHremarks, srhrecaddUser, srhrecmoduser,"
                          " srhTransfinished, srhrequestdate, case when SRHrequestTime > '20200101' then 'timed'"
                          " end from mesRequesttoShopHeader where srhshopid = 1 and srhrequestid = " +
                          id),
-            (Rows{{c.type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "31/03/2026", "timed"}}));
+            (Rows{{type, "2", "2", "d'accord, \xC3\xA9t\xC3\xA9", "Tom Barker", "", "0", "31/03/2026", "timed"}}));
         EXPECT_EQ(company.rows("select ActionType, UserID, InterfaceID from loUserAuditing where ShopID = 1 and"
                                " DocumentID = '" +
                                id + "'"),
-                  (Rows{{"N", "2", std::to_string(c.screen)}}));
+                  (Rows{{"N", "2", std::to_string(screen)}}));
         const auto row = till.user.grid("flexMaster").back();
-        EXPECT_EQ((Names{row[0], row[1].substr(0, 3), row[2]}), (Names{id, c.prefix, "31/03/2026"}));
+        EXPECT_EQ((Names{row[0], row[1].substr(0, 3), row[2]}), (Names{id, prefix, "31/03/2026"}));
     }
 }
 
@@ -332,33 +329,30 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
 
 // Whose the request under the kept number is: its user and its time of storing tell.
 TEST_F(Saving, ARequestIsOnlyTakenForOnesOwnWhereItsUserAndTimeAre) {
-    struct Case {
-        std::string set;
-        double seconds; ///< past the own time, which loses its fraction
-        bool own;
-    };
-    for (const Case& c : {Case{"SRHrequestTime = ", 0, true},
-                          {"SRHrequestTime = ", 3, false},
-                          {"SRHrequestTime = ", -3, false},
-                          {"SRHrequestTime = null --", 0, false},
-                          {"srhrecaddUser = 'Tom Barker', SRHrequestTime = ", 0, false}}) {
-        SCOPED_TRACE(c.set + std::to_string(c.seconds));
+    // The seconds are past the own time, which loses its fraction.
+    for (const auto& [set, seconds, own] :
+         Table<std::string, double, bool>{{"SRHrequestTime = ", 0, true},
+                                          {"SRHrequestTime = ", 3, false},
+                                          {"SRHrequestTime = ", -3, false},
+                                          {"SRHrequestTime = null --", 0, false},
+                                          {"srhrecaddUser = 'Tom Barker', SRHrequestTime = ", 0, false}}) {
+        SCOPED_TRACE(set + std::to_string(seconds));
         const int count = requests();
         Till till(company);
         till.newRequest().enters({item});
         savesUnheard(till, true);
-        const automation::Date time{basic::cDate(newest("SRHrequestTime")).days + c.seconds / 86400};
-        company.change("update mesRequesttoShopHeader set " + c.set + "'" + basic::format(time, "yyyymmdd hh:nn:ss") +
+        const automation::Date time{basic::cDate(newest("SRHrequestTime")).days + seconds / 86400};
+        company.change("update mesRequesttoShopHeader set " + set + "'" + basic::format(time, "yyyymmdd hh:nn:ss") +
                        "'\n where srhshopid = 1 and srhrequestid = " + newest("srhrequestid"));
         till.user.clicks("cmdOk");
-        if (c.own) till.user.answers(kExists, Answer::ok);
+        if (own) till.user.answers(kExists, Answer::ok);
         ASSERT_EQ(till.user.form(), "frmMaster");
-        EXPECT_EQ(requests(), count + (c.own ? 1 : 2));
+        EXPECT_EQ(requests(), count + (own ? 1 : 2));
     }
 }
 
 TEST_F(Saving, ARequestThatSomebodyClosedToChangesMeanwhileStaysAsItIs) {
-    for (const auto& [change, said] : std::initializer_list<std::pair<std::string, const char*>>{
+    for (const auto& [change, said] : Table<std::string, Text>{
              {"srhTransfinished = 1, SRHcancelled = 1, srhused = 1", "Request is confirmed, You can't edit"},
              {"SRHcancelled = 1, srhused = 1", "Record already deleted "},
              {"srhused = 1", "Entry Processed,Cannot Edit"}}) {
@@ -384,34 +378,30 @@ TEST_F(Saving, ARequestThatSomebodyClosedToChangesMeanwhileStaysAsItIs) {
 }
 
 TEST_F(Saving, BadInputIsRefusedInWordsAndCanBePutRight) {
-    struct Case {
-        const char* what;
-        std::string box, bad, good, said;
-    };
     const std::string long_(253, 'x'), trolley = "\xF0\x9F\x9B\x92", today = "31/03/2026";
     const std::string tooLong = "The remarks have 256 characters, 1 more than can be stored. Shorten them to 255.";
     // clang-format off
-    for (const Case& c : {
-             Case{"no date", "txtrequestDate", "soon", today, noDate("soon")},
+    for (const auto& [what, box, bad, good, said] : Table<Text, std::string, std::string, std::string, std::string>{
+             {"no date", "txtrequestDate", "soon", today, noDate("soon")},
              {"a number, which is a day long ago", "txtrequestDate", "31032026", today, noDate("31032026")},
              {"a time", "txtrequestDate", "10:30", today, noDate("10:30")},
              {"an empty date", "txtrequestDate", "", today, noDate("")},
              {"remarks that are too long", "txtRemarks", long_ + "xxx", long_ + "'\"", tooLong},
              {"signs that count twice", "txtRemarks", long_ + trolley + "\xC3\xA9", long_ + trolley, tooLong}}) {
         // clang-format on
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         const Rows before = sizes(company);
         Till till(company);
-        till.newRequest().enters({item}).puts(c.box, c.bad).oksAndReads(c.said);
-        EXPECT_EQ(till.user.form() + till.user.focus(), "frmRequest" + c.box);
+        till.newRequest().enters({item}).puts(box, bad).oksAndReads(said);
+        EXPECT_EQ(till.user.form() + till.user.focus(), "frmRequest" + box);
         EXPECT_EQ(till.user.text("txtRequestNo"), "");
         EXPECT_EQ(till.lines().count(), 1);
         EXPECT_EQ(sizes(company), before);
-        till.puts(c.box, c.good).saves();
-        EXPECT_EQ(newest(c.box == "txtRemarks" ? "SRHremarks" : "srhrequestdate"), c.good);
-        if (c.box != "txtRemarks") continue;
+        till.puts(box, good).saves();
+        EXPECT_EQ(newest(box == "txtRemarks" ? "SRHremarks" : "srhrequestdate"), good);
+        if (box != "txtRemarks") continue;
         till.user.clicks("CmdEdit");
-        till.puts(c.box, c.bad).oksAndReads(c.said);
+        till.puts(box, bad).oksAndReads(said);
     }
     // A column without a limit tells of none.
     const CompanyFile wide(
@@ -433,35 +423,30 @@ TEST_F(Saving, TellsWhereTheRegisterDoesNotShowWhatItSaved) {
     const std::string before = " Its date lies before those that the register shows.";
     const std::string unread = " The register could not show it; it is not to be entered again.";
     const char *today = "31/03/2026", *dayClose = "insert into losShopDayClose values (1, '20260331 18:30')";
-    struct Case {
-        const char *what, *settings, *date, *meanwhile, *breaks;
-        std::string said;
-    };
     // clang-format off
-    for (const Case& c : {
-             Case{"the business day has a time", "update LOsSettings set sNoofBackDays = 0", today, "", "", ""},
+    for (const auto& [what, settings, date, meanwhile, breaks, said] : Table<Text, Text, Text, Text, Text, std::string>{
+             {"the business day has a time", "update LOsSettings set sNoofBackDays = 0", today, "", "", ""},
              {"the day was closed at half past six", dayClose, today, "", "", ""},
              {"the day before", dayClose, "30/03/2026", "", "", before},
              {"years ago", "update LOsSettings set sNoofBackDays = 30", "31/03/2016", "", "", before},
              {"the row cannot be read", "", today, "", " and  srhrequestid =", unread},
              {"the supplier is gone", "", today, "delete aShops where shopid = 2", "", unread}}) {
         // clang-format on
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(what);
         const CompanyFile file;
-        file.change(c.settings);
+        file.change(settings);
         Till till(file);
         till.component.dtProcessDate.days += 0.6;
-        till.newRequest().enters({item}).user.enters("txtrequestDate", c.date);
-        file.change(c.meanwhile);
-        till.breaks(c.breaks);
+        till.newRequest().enters({item}).user.enters("txtrequestDate", date);
+        file.change(meanwhile);
+        till.breaks(breaks);
         till.user.clicks("cmdOk");
-        if (*c.breaks) till.user.answers(Answer::ok); // the report
-        if (!c.said.empty())
-            till.user.answers("The request " + editor::newest(file, "srhrequestno") + " is saved." + c.said,
-                              Answer::ok);
+        if (*breaks) till.user.answers(Answer::ok); // the report
+        if (!said.empty())
+            till.user.answers("The request " + editor::newest(file, "srhrequestno") + " is saved." + said, Answer::ok);
         EXPECT_EQ(till.user.form(), "frmMaster");
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(till.user.grid("flexMaster").back()[0] == editor::newest(file, "srhrequestid"), c.said.empty());
+        EXPECT_EQ(till.user.grid("flexMaster").back()[0] == editor::newest(file, "srhrequestid"), said.empty());
     }
 }
 

@@ -14,6 +14,9 @@ using support::SampleItem;
 using support::User;
 using Items = std::vector<SampleItem>;
 using Names = std::vector<std::string>;
+/// Rows of cases.
+template <class... Fields> using Table = std::vector<std::tuple<Fields...>>;
+using Text = const char*;
 
 /// The shop that most of these requests are sent to. Orders are taken in shop 1.
 inline constexpr int kSupplier = 2;
