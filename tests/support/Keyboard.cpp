@@ -2,8 +2,6 @@
 
 #include "basic/Text.h"
 
-#include <algorithm>
-
 namespace support {
 namespace {
 
@@ -16,8 +14,6 @@ std::int16_t codeOf(char c) {
     case ',': return 188;
     case '-': return 189;
     case '/': return 191;
-    case '=':
-    case '+': return 187;
     default:
         if (c >= 'a' && c <= 'z') return static_cast<std::int16_t>(c - 32);
         if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ') return c;
@@ -36,32 +32,18 @@ Stroke printable(const std::string& text) {
     return {229, 0, static_cast<std::int16_t>(character), text};
 }
 
-void erase(TextBox& box, int start, int length) {
-    if (length <= 0 || start < 0) return;
-    input::edit(box, basic::left(box.text(), start) + basic::mid(box.text(), start + length + 1), start, 0);
-}
-
 void moveCaret(TextBox& box, std::int16_t keyCode, std::int16_t shift) {
     const int end = box.selStart() + box.selLength();
     const int all = basic::len(box.text());
     const bool extends = (shift & kShift) != 0;
-    switch (keyCode) {
-    case kKeyHome: box.selectionMoved(0, extends ? end : 0); break;
-    case kKeyEnd: box.selectionMoved(extends ? box.selStart() : all, extends ? all : 0); break;
-    case kKeyLeft: box.selectionMoved(std::max(box.selStart() - 1, 0), extends ? box.selLength() + 1 : 0); break;
-    case kKeyRight: box.selectionMoved(extends ? box.selStart() : end + 1, extends ? box.selLength() + 1 : 0); break;
-    default: break;
-    }
+    if (keyCode == kKeyHome) box.selectionMoved(0, extends ? end : 0);
+    if (keyCode == kKeyEnd) box.selectionMoved(extends ? box.selStart() : all, extends ? all : 0);
 }
 
 void onTextBox(TextBox& box, const Stroke& stroke, std::int16_t character) {
-    if (stroke.keyCode == kKeyDelete) {
-        erase(box, box.selStart(), std::max(box.selLength(), 1));
-    } else if (character == kKeyBack) {
-        if (box.selLength() > 0)
-            erase(box, box.selStart(), box.selLength());
-        else
-            erase(box, box.selStart() - 1, 1);
+    if (character == kKeyBack) {
+        if (box.selLength() == 0 && box.selStart() > 0) box.selectionMoved(box.selStart() - 1, 1);
+        insert(box, "");
     } else if (character == kKeyReturn) {
         if (box.multiLine()) insert(box, "\r\n");
     } else if (character >= kKeySpace && character != 127) {
@@ -71,52 +53,6 @@ void onTextBox(TextBox& box, const Stroke& stroke, std::int16_t character) {
     } else if (character == 0) {
         moveCaret(box, stroke.keyCode, stroke.shift);
     }
-}
-
-void onComboBox(ComboBox& combo, const Stroke& stroke, std::int16_t character) {
-    if (stroke.keyCode == kKeyDown && combo.listIndex() + 1 < combo.listCount())
-        return input::choose(combo, combo.listIndex() + 1);
-    if (stroke.keyCode == kKeyUp && combo.listIndex() > 0) return input::choose(combo, combo.listIndex() - 1);
-    if (combo.style() == ComboBox::Style::editable) {
-        if (character == kKeyBack)
-            input::edit(combo, basic::left(combo.text(), std::max(basic::len(combo.text()) - 1, 0)));
-        else if (character >= kKeySpace)
-            input::edit(combo, combo.text() + stroke.text);
-        return;
-    }
-    if (character < kKeySpace) return;
-    // A letter goes on to the next entry that begins with it.
-    for (int step = 1; step <= combo.listCount(); ++step) {
-        const int index = (combo.listIndex() + step) % combo.listCount();
-        if (!basic::startsWithNoCase(combo.entries()[static_cast<std::size_t>(index)].text, stroke.text)) continue;
-        input::choose(combo, index);
-        return;
-    }
-}
-
-/// The line that a key moves to, or `current`.
-int moved(std::int16_t keyCode, int current, int first, int last) {
-    switch (keyCode) {
-    case kKeyDown: return std::min(current + 1, last);
-    case kKeyUp: return std::max(current - 1, first);
-    case kKeyPageDown: return std::min(current + 10, last);
-    case kKeyPageUp: return std::max(current - 10, first);
-    case kKeyHome: return first;
-    case kKeyEnd: return last;
-    default: return current;
-    }
-}
-
-void onOption(OptionButton& option, std::int16_t keyCode) {
-    const bool forward = keyCode == kKeyDown || keyCode == kKeyRight;
-    if (!forward && keyCode != kKeyUp && keyCode != kKeyLeft) return;
-    std::vector<OptionButton*> group;
-    for (Control* control : option.form().controls())
-        if (auto* other = dynamic_cast<OptionButton*>(control); other && other->group() == option.group())
-            group.push_back(other);
-    const auto at = static_cast<std::size_t>(std::find(group.begin(), group.end(), &option) - group.begin());
-    OptionButton& next = *group[(at + (forward ? 1 : group.size() - 1)) % group.size()];
-    if (input::focus(next)) input::click(next);
 }
 
 } // namespace
@@ -157,30 +93,22 @@ void press(Form& form, const Stroke& stroke) {
     if (character != 0 && (character = input::keyPress(*control, character)) == 0) return;
     if (!form.visible()) return;
     if (auto* box = dynamic_cast<TextBox*>(control)) return onTextBox(*box, stroke, character);
-    if (auto* combo = dynamic_cast<ComboBox*>(control)) return onComboBox(*combo, stroke, character);
-    if (auto* list = dynamic_cast<ListView*>(control)) {
-        const int to = moved(stroke.keyCode, list->selectedIndex(), 1, list->count());
-        if (to != list->selectedIndex()) input::selectItem(*list, to);
-        return;
+    const bool down = stroke.keyCode == kKeyDown;
+    if (auto* combo = dynamic_cast<ComboBox*>(control)) {
+        if (combo->style() == ComboBox::Style::editable && character >= kKeySpace)
+            input::edit(*combo, combo->text() + stroke.text);
+    } else if (auto* list = dynamic_cast<ListView*>(control)) {
+        if (down && list->selectedIndex() < list->count()) input::selectItem(*list, list->selectedIndex() + 1);
+    } else if (auto* grid = dynamic_cast<Grid*>(control)) {
+        if (down && grid->row() + 1 < grid->rows()) input::selectCell(*grid, grid->row() + 1, 0);
+    } else if (character == kKeySpace) {
+        input::click(*control);
     }
-    if (auto* grid = dynamic_cast<Grid*>(control)) {
-        const int to = moved(stroke.keyCode, grid->row(), grid->fixedRows(), grid->rows() - 1);
-        if (to != grid->row()) input::selectCell(*grid, to, 0);
-        return;
-    }
-    if (character == kKeySpace) return input::click(*control);
-    if (auto* option = dynamic_cast<OptionButton*>(control)) onOption(*option, stroke.keyCode);
 }
 
 std::string afterInsertion(const TextBox& box, const std::string& text) {
     const std::string before = basic::left(box.text(), box.selStart());
-    const std::string after = basic::mid(box.text(), box.selStart() + box.selLength() + 1);
-    std::string taken = text;
-    if (box.maxLength() > 0) {
-        const int room = box.maxLength() - basic::len(before) - basic::len(after);
-        taken = basic::left(text, std::max(room, 0));
-    }
-    return before + taken + after;
+    return before + text + basic::mid(box.text(), box.selStart() + box.selLength() + 1);
 }
 
 void insert(TextBox& box, const std::string& text) {

@@ -1,4 +1,5 @@
-// What keys do to a control once its handlers have seen them: the part that a real window's controls play.
+// What keys do to a control once its handlers have seen them: the part that a real window's controls play, as far as
+// tests press them.
 #pragma once
 
 #include "forms/UserInput.h"
@@ -23,7 +24,7 @@ Stroke strokeOf(std::int16_t keyCode, std::int16_t shift);
 /// Presses a key on the control that has the focus: KeyDown, KeyPress and what the control makes of it, but not KeyUp.
 void press(forms::Form& form, const Stroke& stroke);
 
-/// Puts `text` in the place of the box's selection, as far as the box has room.
+/// Puts `text` in the place of the box's selection.
 void insert(forms::TextBox& box, const std::string& text);
 /// The text that stands in the box when `text` takes the selection's place.
 std::string afterInsertion(const forms::TextBox& box, const std::string& text);
