@@ -1,6 +1,5 @@
 // The database helper's stand-in on the sample company.
 #include "basic/Conversion.h"
-#include "sandbox/data/SampleCompany.h"
 #include "tests/suite/Suite.h"
 
 namespace {
@@ -52,14 +51,6 @@ TEST_F(DatabaseHelper, WithoutAConnectionItSaysSo) {
     EXPECT_EQ(errorOf([&] { fresh->put("adocon", "no connection"); }), 13);
 }
 
-TEST_F(DatabaseHelper, GivesTheNextNumberOfAShop) {
-    for (const int shop : {1, int{sandbox::kGardenShop}}) { // the latter has no requests
-        const std::string of = "mesRequesttoShopHeader where srhshopid=" + std::to_string(shop);
-        EXPECT_EQ(basic::cStr(on(of, "fnGetNextMaxNo", "srhrequestid")),
-                  company.value("select isnull(max(srhrequestid), 0) + 1 from " + of));
-    }
-}
-
 TEST_F(DatabaseHelper, FixedValuesKeepTheirKind) {
     form->lvwLines.add("O'Neil's");
     writes("losShopItemStock", "V", std::int32_t{8}, "v", std::int32_t{1}, "V", 0.125);
@@ -71,12 +62,6 @@ TEST_F(DatabaseHelper, FixedValuesKeepTheirKind) {
     // Pairs that are none.
     EXPECT_EQ(errorOf([&] { writes("aalias", "X", std::int32_t{1}); }), 5);
     EXPECT_EQ(errorOf([&] { writes("aalias", "V", std::int32_t{1}, "V"); }), 450);
-}
-
-TEST_F(DatabaseHelper, ReturnsAnOpenRecordSet) {
-    Value sql = "select itemid,itemcode from aitem where itemid=2";
-    const automation::ObjectPtr records = helper->call("fnReturnRecords", Value::byReference(sql)).objectPtr();
-    EXPECT_EQ(basic::cStr(records->call("Fields", "itemcode").object().get("Value")), "BK1002");
 }
 
 } // namespace
