@@ -55,7 +55,8 @@ User& User::does(const std::string& act, std::function<void(Form&)> body) {
 }
 
 User& User::doesTo(const std::string& act, const std::string& name, std::function<void(Control&)> body) {
-    return does(act, [&](Form& form) {
+    // A message box may come before the act ends, so that it outlives this call.
+    return does(act, [act, name, body = std::move(body)](Form& form) {
         Control* found = form.find(name);
         if (!found) return failed(act + ": " + form.name() + " has no control " + name);
         if (!found->visible()) return failed(act + ": " + name + " is hidden");
