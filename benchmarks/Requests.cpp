@@ -56,7 +56,7 @@ public:
     void selectsStored() {
         const auto* grid = user().control<forms::Grid>("flexMaster");
         for (int row = 1; row < grid->rows(); ++row)
-            if (grid->cell(row, 0) == std::to_string(kStored)) return user().selectsRow("flexMaster", row);
+            if (grid->cell(row, 0) == std::to_string(kStored)) return void(user().selectsRow("flexMaster", row));
         throw std::runtime_error("The register does not show the stored request");
     }
     double opensRequest() {
