@@ -229,8 +229,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
     endforeach()
 
     # What runs them on a real machine, with that machine's ADO.
-    add_executable(goodsreq-check tests/windows/check/main.cpp tests/windows/check/Facts.cpp
-        tests/windows/check/Server.cpp)
+    add_executable(goodsreq-check sandbox/check/main.cpp sandbox/check/Facts.cpp sandbox/check/Server.cpp)
     target_link_options(goodsreq-check PRIVATE -static -municode -Wl,--tsaware)
     target_link_libraries(goodsreq-check PRIVATE host com win32)
 

@@ -21,7 +21,7 @@ readarray -t scripts < <(those '\.(sh|cmake|awk)$|(^|/)(CMakeLists\.txt|run|test
 # Each include of the code: FILE<tab>INCLUDED, without the way to src.
 includes=$(grep -HoE '^\s*#\s*include\s*["<][^">]+' "${code[@]}" | sed -E 's/:\s*#\s*include\s*["<]((\.\.|src)\/)*/\t/')
 # Folders that may know Windows; all others are built natively too, where there are no headers of Windows.
-windowsRooms='^(src/(win32|com)|sandbox/host|(tests|benchmarks|endurance)/windows)/'
+windowsRooms='^(src/(win32|com)|sandbox/(host|check)|(tests|benchmarks|endurance)/windows)/'
 
 # rule NAME: standard input names what breaks it; nothing there means that it is kept.
 rule() {

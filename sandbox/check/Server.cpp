@@ -3,7 +3,7 @@
 #include "basic/Text.h"
 #include "com/ObjectFactory.h"
 #include "common/Connection.h"
-#include "tests/windows/check/Check.h"
+#include "sandbox/check/Check.h"
 
 #include <fstream>
 #include <functional>

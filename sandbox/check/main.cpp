@@ -3,9 +3,9 @@
 //
 //   goodsreq-check [/write] [/keys]    the check; the connection stands in GOODSREQ_CHECK_CONNECTION
 //   goodsreq-check /total              counts what report.txt says
+#include "sandbox/check/Check.h"
 #include "tests/support/Scratch.h"
 #include "tests/windows/TopWindow.h"
-#include "tests/windows/check/Check.h"
 #include "win32/Text.h"
 
 #include <windows.h>

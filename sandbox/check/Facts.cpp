@@ -1,9 +1,9 @@
 #include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "com/ObjectFactory.h"
+#include "sandbox/check/Check.h"
 #include "sandbox/host/SuiteManifest.h"
 #include "tests/support/Scratch.h"
-#include "tests/windows/check/Check.h"
 #include "win32/Text.h"
 
 #include <windows.h>
