@@ -250,8 +250,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
 endif()
 
 # Calls of every wrong kind to the component and the sandbox's objects, made at random.
-add_executable(bridge_fuzz tests/windows/fuzz/bridge_fuzz.cpp
-    tests/windows/fuzz/BridgeInputs.cpp)
+add_executable(bridge_fuzz tests/windows/fuzz/bridge_fuzz.cpp)
 target_link_options(bridge_fuzz PRIVATE -static)
 target_link_libraries(bridge_fuzz PRIVATE com forms database data psapi)
 host_manifest(goodsreq.test bridge_fuzz.exe.manifest goodsreq.component goodsreq.sandbox)

@@ -1,51 +1,23 @@
 // A small company whose requests are printed: one shop, its settings, and a slip printer on them.
 #pragma once
 
-#include "forms/Desktop.h"
+#include "common/Module.h"
 #include "sandbox/database/Company.h"
 #include "tests/support/PortableSystem.h"
-
-#include "common/Module.h"
-
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
+#include "tests/support/UnattendedDesktop.h"
 
 namespace printing {
-
-/// A desktop at which nobody sits: boxes are kept and left by their default answer.
-class UnattendedDesktop : public forms::Desktop {
-public:
-    automation::Date time;
-    basic::Locale userLocale;
-    std::vector<std::string> messages;
-
-    forms::Answer messageBox(const forms::Message& message) override {
-        messages.push_back(message.text);
-        return message.defaultAnswer;
-    }
-    void setPointer(forms::Pointer) override {}
-    void startProgram(const std::string&, const std::string&, forms::WindowStyle) override {}
-    automation::Date now() override { return time; }
-    const basic::Locale& locale() override { return userLocale; }
-
-protected:
-    void runModal(forms::Form&, forms::Form*, const std::function<void()>&) override {}
-    std::optional<std::size_t> chooseFromMenu(forms::Form&, const forms::Menu&) override { return std::nullopt; }
-};
 
 /// The requests of the company.
 enum Request {
     kThreeLines = 1,
-    kTwentyFiveLines = 2,
-    kNoLines = 3,
-    kSeveralPackings = 4,
-    kLongTexts = 5,
-    kForeignLetters = 6,
-    kTenLines = 7,
-    kOneLine = 8,
+    kTwentyFiveLines,
+    kNoLines,
+    kSeveralPackings,
+    kLongTexts,
+    kForeignLetters,
+    kTenLines,
+    kOneLine,
 };
 
 using Settings = std::map<std::string, std::string>;
@@ -68,7 +40,7 @@ public:
     /// What the port is on a real machine.
     static std::string portFile();
 
-    UnattendedDesktop desktop;
+    support::UnattendedDesktop desktop;
     support::PortableSystem system;
     std::shared_ptr<sandbox::Connection> connection;
     std::vector<std::string> statements; ///< each one sent while printing

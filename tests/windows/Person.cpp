@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstring>
 #include <fstream>
 #include <thread>
@@ -53,33 +52,16 @@ bool until(const std::string& what, const std::function<bool()>& seen) {
     return true;
 }
 
-INPUT stroke(WORD key, bool up) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-    return input;
-}
-
-/// Runs `module` here and `script` in a thread beside it; after the script, `close` again and again until `module`
-/// ends.
-void beside(const std::function<void()>& module, const std::function<void()>& script,
-            const std::function<void()>& close) {
-    std::atomic<bool> ended = false;
-    std::thread acting([&] {
-        script();
-        while (!ended) {
-            if (HWND box = messageBox()) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-            close();
-            Sleep(20);
-        }
-    });
-    module();
-    ended = true;
-    // What the other thread sent last is still served.
-    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
-    acting.join();
+/// A key, and one that is held meanwhile or 0.
+void addStroke(std::vector<INPUT>& inputs, int key, int withKey) {
+    for (const auto& [one, up] : {std::pair{withKey, false}, {key, false}, {key, true}, {withKey, true}}) {
+        if (!one) continue;
+        INPUT& input = inputs.emplace_back();
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = static_cast<WORD>(one);
+        input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(input.ki.wVk, MAPVK_VK_TO_VSC));
+        input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+    }
 }
 
 void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)); }
@@ -112,16 +94,30 @@ void Person::sits(forms::Desktop& desktop, const std::function<void()>& module, 
     const std::function<void()> closeForm = [&] {
         if (forms::Form* form = desktop.topForm()) form->unload();
     };
-    beside(
-        module, [&] { script(person); }, [&] { hears(person.ear_, closeForm, 200); });
+    person.sitsBeside(module, script, [&] { hears(person.ear_, closeForm, 200); });
     DestroyWindow(person.ear_);
 }
 
 void Person::sits(const std::function<void()>& module, const Script& script) {
     beginLog();
     Person person(nullptr);
-    beside(
-        module, [&] { script(person); }, [&] { PostMessageW(usableWindow(person.thread_), WM_CLOSE, 0, 0); });
+    person.sitsBeside(module, script, [&] { PostMessageW(usableWindow(person.thread_), WM_CLOSE, 0, 0); });
+}
+
+void Person::sitsBeside(const std::function<void()>& module, const Script& script, const std::function<void()>& close) {
+    std::thread acting([&] {
+        script(*this);
+        while (!ended_) {
+            if (HWND box = messageBox()) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+            close();
+            Sleep(20);
+        }
+    });
+    module();
+    ended_ = true;
+    // What the other thread sent last is still served.
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
+    acting.join();
 }
 
 void Person::look(const std::function<void()>& body) {
@@ -141,42 +137,39 @@ bool Person::seesForm(const std::string& name) {
         const forms::Form* form = desktop_->topForm();
         if (!form || form->name() != name || !form->activeControl()) return false;
         HWND window = windowOf(*form->activeControl());
-        HWND focus = GetFocus();
-        return window && (focus == window || IsChild(window, focus));
+        return window && (GetFocus() == window || IsChild(window, GetFocus()));
     });
+}
+
+bool Person::seesFocus(const forms::Control& control) {
+    return sees(control.name().c_str(), [&] { return GetFocus() == windowOf(control); });
+}
+
+bool Person::seesTheEnd() {
+    return until("the end of the module", [this] { return ended_.load(); });
 }
 
 void Person::types(const std::string& ascii) {
     std::vector<INPUT> inputs;
     for (const char c : ascii) {
         const SHORT place = VkKeyScanW(static_cast<wchar_t>(c));
-        const auto key = static_cast<WORD>(place & 0xFF);
-        const bool shift = (place & 0x100) != 0;
-        if (shift) inputs.push_back(stroke(VK_SHIFT, false));
-        inputs.push_back(stroke(key, false));
-        inputs.push_back(stroke(key, true));
-        if (shift) inputs.push_back(stroke(VK_SHIFT, true));
+        addStroke(inputs, place & 0xFF, place & 0x100 ? VK_SHIFT : 0);
     }
     send(inputs);
 }
 
 void Person::presses(int key, int withKey) {
     std::vector<INPUT> inputs;
-    if (withKey) inputs.push_back(stroke(static_cast<WORD>(withKey), false));
-    inputs.push_back(stroke(static_cast<WORD>(key), false));
-    inputs.push_back(stroke(static_cast<WORD>(key), true));
-    if (withKey) inputs.push_back(stroke(static_cast<WORD>(withKey), true));
+    addStroke(inputs, key, withKey);
     send(inputs);
 }
 
-void Person::clicksAt(forms::Control& control, int x, int y) {
+void Person::clicks(forms::Control& control, int x, int y) {
     HWND window = nullptr;
     look([&] { window = windowOf(control); });
     PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
     PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
-
-void Person::clicks(forms::Control& control) { clicksAt(control, 8, 8); }
 
 void Person::answers(int button) {
     HWND box = nullptr;
@@ -204,23 +197,17 @@ bool Person::answers(const std::string& text, int button) {
     return true;
 }
 
-void Person::sendsKey(int key) const {
-    if (HWND control = focus()) SendNotifyMessageW(control, WM_KEYDOWN, static_cast<WPARAM>(key), 1);
-}
+void Person::sendsKey(int key) const { SendNotifyMessageW(focus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1); }
 
 void Person::sendsText(const std::string& ascii) const {
-    for (const char c : ascii)
-        if (HWND control = focus()) PostMessageW(control, WM_CHAR, static_cast<WPARAM>(c), 1);
+    for (const char c : ascii) PostMessageW(focus(), WM_CHAR, static_cast<WPARAM>(c), 1);
 }
 
 void Person::sendsAlt(char letter) const {
-    if (HWND control = focus()) PostMessageW(control, WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29 | 1);
+    PostMessageW(focus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29 | 1);
 }
 
-HWND Person::window() const {
-    HWND control = focus();
-    return control ? GetAncestor(control, GA_ROOT) : nullptr;
-}
+HWND Person::window() const { return GetAncestor(focus(), GA_ROOT); }
 
 HWND Person::focus() const {
     GUITHREADINFO info{};

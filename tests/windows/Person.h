@@ -5,6 +5,7 @@
 #include "forms/Form.h"
 #include "win32/Platform.h"
 
+#include <atomic>
 #include <functional>
 #include <string>
 
@@ -38,11 +39,13 @@ public:
     void look(const std::function<void()>& body);
     /// Waits until `seen` (looked at on the module's thread) is true; fails the test after ten seconds.
     bool sees(const char* what, const std::function<bool()>& seen);
-    /// Waits until the form of this name has the keyboard.
+    /// Waits until the form of this name, or the control, has the keyboard.
     bool seesForm(const std::string& name);
-    void clicks(forms::Control& control);
-    /// Clicks at a point in pixels of the control's window.
-    void clicksAt(forms::Control& control, int x, int y);
+    bool seesFocus(const forms::Control& control);
+    /// Waits until the module has ended by itself.
+    bool seesTheEnd();
+    /// At a point in pixels of the control's window.
+    void clicks(forms::Control& control, int x = 8, int y = 8);
 
     // With keys through the system's own queue, to the window that has the keyboard.
 
@@ -73,11 +76,14 @@ public:
 private:
     explicit Person(forms::Desktop* desktop) : desktop_(desktop), ear_(desktop ? makeEar() : nullptr) {}
 
+    void sitsBeside(const std::function<void()>& module, const Script& script, const std::function<void()>& close);
+    /// The window that has the keyboard; null, and the test has failed, where none gets it.
     HWND focus() const;
 
     forms::Desktop* desktop_;
     const DWORD thread_ = GetCurrentThreadId(); ///< the module's
     HWND ear_;
+    std::atomic<bool> ended_ = false;
     std::streamoff seen_ = 0; ///< of the log
 };
 

@@ -8,11 +8,6 @@
 #include "tests/windows/Person.h"
 #include "win32/Win32Desktop.h"
 
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace support {
 
 /// A form that a test describes by hand.
@@ -45,28 +40,14 @@ public:
     forms::CommandButton cmdOk{*this, "cmdOk"};
 };
 
-/// An entry of this program's own for a function of the system, exchanged while it lives.
-template <class Function> class Exchanged {
-public:
-    Exchanged(Function& entry, Function with) : entry_(entry) {
-        system = entry;
-        enter(with);
-    }
-    ~Exchanged() { enter(system); }
-    Exchanged(const Exchanged&) = delete;
-    Exchanged& operator=(const Exchanged&) = delete;
-
-    static inline Function system = nullptr; ///< what it stands for
-
-private:
-    void enter(Function function) {
-        DWORD protection = 0;
-        VirtualProtect(&entry_, sizeof function, PAGE_READWRITE, &protection);
-        entry_ = function;
-        VirtualProtect(&entry_, sizeof function, protection, &protection);
-    }
-    Function& entry_;
-};
+/// Puts another function in the place of one that this program calls, and answers what stood there.
+template <class Function> Function exchange(Function& entry, Function with) {
+    DWORD protection = 0;
+    VirtualProtect(&entry, sizeof entry, PAGE_READWRITE, &protection);
+    std::swap(entry, with);
+    VirtualProtect(&entry, sizeof entry, protection, &protection);
+    return with;
+}
 
 /// A grid of four columns, the first of them hidden, and a button.
 class RowsForm : public PlainForm {
@@ -97,6 +78,10 @@ struct OnRealWindows {
             });
     }
     void sits(const std::function<void(Person&)>& script) { sits(*form, script); }
+    /// Runs `body` on the form's thread, once it is there.
+    void looks(forms::Form& shown, const std::function<void()>& body) {
+        sits(shown, [&](Person& person) { person.look(body); });
+    }
 
     const std::unique_ptr<forms::Desktop> desktop = win32::makeDesktop();
     const std::shared_ptr<CounterForm> form = std::make_shared<CounterForm>(*desktop);

@@ -9,13 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <future>
 
 using namespace forms;
 using namespace support;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -59,11 +55,12 @@ extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp__Translate
 
 namespace {
 
+auto translates = ownTranslateMessage;
 /// Where Alt and the keypad make no character, as under Wine: Alt makes an "a" when it is let go.
 BOOL WINAPI translateAlt(const MSG* message) {
     const bool up = message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
     if (up && message->wParam == VK_MENU) return PostMessageW(message->hwnd, WM_CHAR, L'a', 1);
-    return Exchanged<decltype(&TranslateMessage)>::system(message);
+    return translates(message);
 }
 
 } // namespace
@@ -177,7 +174,7 @@ TEST_F(RealWindows, TakeNoCommandWhileACallHasLeftTheModule) {
         waits = goesOn = false;
         keysServed = 0;
         person.clicks(form->txtQuantity);
-        person.sees("the quantity", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
+        person.seesFocus(form->txtQuantity);
         person.types("1\r");
         person.sees("the component at work", [&] { return waits.load(); });
         person.clicks(form->cmdOk);
@@ -213,21 +210,18 @@ TEST_F(RealWindows, GiveTheFocusBackAfterAMessageBox) {
     sits([&](Person& person) {
         person.clicks(form->txtQuantity);
         for (const int button : {IDYES, IDNO, IDCANCEL}) { // The last is what Escape sends.
-            person.sees("the quantity", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
+            person.seesFocus(form->txtQuantity);
             person.types("1\r");
             person.answers(button);
         }
         // A scanner's Enter takes the default, whatever letters come before it; with Alt they answer.
         for (const bool scans : {true, false}) {
-            person.sees("the quantity", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
+            person.seesFocus(form->txtQuantity);
             person.types("1\r");
             person.sees("the box", [] { return GetActiveWindow() == FindWindowW(L"#32770", nullptr); });
-            if (scans)
-                person.types("DY1032\r");
-            else
-                person.presses('Y', VK_MENU);
+            scans ? person.types("DY1032\r") : person.presses('Y', VK_MENU);
         }
-        person.sees("the box again", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
+        person.seesFocus(form->txtQuantity);
         person.types("2");
         person.sees("what was typed", [&] { return form->txtQuantity.text() == "111112"; });
         EXPECT_EQ(answers, (std::vector<Answer>{Answer::yes, Answer::no, Answer::no, Answer::no, Answer::yes}));
@@ -240,62 +234,48 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
     int changes = 0;
     box.onChange = [&] { ++changes; };
     struct Case {
-        const char* pasted;
-        const char* text;
+        const char *pasted, *text;
+        bool byInputMethod = false;
     };
     // The text stands as "ab" with the "b" selected before each of them.
-    const Case cases[] = {{"12", "a12"}, {"1'2", "ab"}, {"'", "ab"}, {"\xC3\xA4", "a\xC3\xA4"}, {"1\r\n'2", "a1"}};
-    sits([&](Person& person) {
-        person.look([&] {
-            HWND window = Person::windowOf(box);
-            const auto prepare = [&] {
-                box.setText("ab");
-                box.select(1, 1);
-                changes = 0;
-            };
-            const auto expect = [&](const Case& c) {
-                EXPECT_EQ(box.text(), c.text);
-                EXPECT_EQ(Person::shownText(box), c.text);
-                EXPECT_EQ(changes, box.text() == "ab" ? 0 : 1);
-            };
-            for (const Case& c : cases) {
-                SCOPED_TRACE(c.pasted);
-                prepare();
-                copyToClipboard(c.pasted);
+    const Case cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},        {"\xC3\xA4", "a\xC3\xA4"},
+                          {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}};
+    looks(*form, [&] {
+        HWND window = Person::windowOf(box);
+        for (const Case& c : cases) {
+            SCOPED_TRACE(c.pasted);
+            box.setText("ab");
+            box.select(1, 1);
+            changes = 0;
+            copyToClipboard(c.pasted);
+            if (c.byInputMethod)
+                SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(win32::wide(c.pasted).c_str()));
+            else
                 SendMessageW(window, WM_PASTE, 0, 0);
-                expect(c);
-            }
-            for (const Case& c : {cases[0], cases[1]}) {
-                SCOPED_TRACE(std::string("set by an input method: ") + c.pasted);
-                prepare();
-                const std::wstring text = win32::wide(c.pasted);
-                SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
-                expect(c);
-            }
-            prepare();
-            SetWindowTextW(window, L"it's");
-            EXPECT_EQ(Person::shownText(box), "ab");
-            SetWindowTextW(window, L"its");
-            EXPECT_EQ(box.text(), "its");
-        });
+            EXPECT_EQ(box.text(), c.text);
+            EXPECT_EQ(Person::shownText(box), c.text);
+            EXPECT_EQ(changes, box.text() == "ab" ? 0 : 1);
+        }
+        SetWindowTextW(window, L"it's");
+        EXPECT_EQ(Person::shownText(box), "ab");
+        SetWindowTextW(window, L"its");
+        EXPECT_EQ(box.text(), "its");
     });
 }
 
 TEST_F(RealWindows, MakeOneChangeOfACharacterOfTwoUnits) {
     std::vector<std::string> texts;
     form->txtBarcode.onChange = [&] { texts.push_back(form->txtBarcode.text()); };
-    sits([&](Person& person) {
-        person.look([&] {
-            for (const wchar_t unit : {L'\xD83D', L'\xDE00', L'x'})
-                SendMessageW(Person::windowOf(form->txtBarcode), WM_CHAR, unit, 1);
-            EXPECT_EQ(texts, (std::vector<std::string>{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80x"}));
-            EXPECT_EQ(form->txtBarcode.selStart(), 2);
-            // The keypad's decimal key is a point in a number, whatever sign is on it.
-            form->txtQuantity.keypadPoint = true;
-            for (const LPARAM key : {0x53, 0x33})
-                SendMessageW(Person::windowOf(form->txtQuantity), WM_CHAR, L',', key << 16 | 1);
-            EXPECT_EQ(form->txtQuantity.text(), ".,");
-        });
+    looks(*form, [&] {
+        for (const wchar_t unit : {L'\xD83D', L'\xDE00', L'x'})
+            SendMessageW(Person::windowOf(form->txtBarcode), WM_CHAR, unit, 1);
+        EXPECT_EQ(texts, (std::vector<std::string>{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80x"}));
+        EXPECT_EQ(form->txtBarcode.selStart(), 2);
+        // The keypad's decimal key is a point in a number, whatever sign is on it.
+        form->txtQuantity.keypadPoint = true;
+        for (const LPARAM key : {0x53, 0x33})
+            SendMessageW(Person::windowOf(form->txtQuantity), WM_CHAR, L',', key << 16 | 1);
+        EXPECT_EQ(form->txtQuantity.text(), ".,");
     });
 }
 
@@ -321,7 +301,7 @@ TEST_F(RealWindows, GiveF10AndMnemonicsToTheForm) {
 }
 
 TEST_F(RealWindows, TakeACharacterKeyedByItsNumber) {
-    const Exchanged keyed(ownTranslateMessage, &translateAlt);
+    exchange(ownTranslateMessage, &translateAlt);
     std::vector<std::string> log;
     form->txtBarcode.onKeyUp = [&](std::int16_t& code, std::int16_t) { log.push_back("up " + std::to_string(code)); };
     form->txtBarcode.onKeyPress = [&](std::int16_t& c) { log.push_back("press " + std::to_string(c)); };
@@ -332,24 +312,28 @@ TEST_F(RealWindows, TakeACharacterKeyedByItsNumber) {
         EXPECT_EQ(log, (std::vector<std::string>{"up 105", "up 18", "press 97", "up 113"}));
         EXPECT_EQ(form->txtBarcode.text(), "a");
     });
+    exchange(ownTranslateMessage, translates);
 }
 
 TEST_F(RealWindows, ScrollManyRows) {
     constexpr int kRows = 1000;
     int rowChanges = 0;
     rows->grid.onRowColChange = [&] { ++rowChanges; };
+    Grid& grid = rows->grid;
     sits(*rows, [&](Person& person) {
-        Grid& grid = rows->grid;
+        HWND list = nullptr;
+        const auto asks = [&](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+            return SendMessageW(list, message, wParam, lParam);
+        };
         person.look([&] {
             std::vector<std::vector<std::string>> texts;
             for (int i = 1; i <= kRows; ++i) texts.push_back({std::to_string(i), "R" + std::to_string(i), "2024"});
-            rows->grid.setDataRows(texts);
+            grid.setDataRows(texts);
             grid.setColWidth(3, 0);
             grid.selectRow(1);
+            list = Person::windowOf(grid);
         });
-        HWND list = nullptr;
-        person.look([&] { list = Person::windowOf(grid); });
-        person.sees("all rows", [&] { return SendMessageW(list, LVM_GETITEMCOUNT, 0, 0) == kRows; });
+        person.sees("all rows", [&] { return asks(LVM_GETITEMCOUNT) == kRows; });
         person.presses(VK_END);
         person.sees("the last row", [&] { return grid.row() == kRows; });
         for (int page = 0; page < 10; ++page) person.presses(VK_PRIOR);
@@ -357,20 +341,19 @@ TEST_F(RealWindows, ScrollManyRows) {
         person.sees("pages up", [&] { return grid.row() < kRows - 100; });
         person.look([&] {
             EXPECT_GT(rowChanges, 3);
-            EXPECT_EQ(SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), grid.row() - 1);
-            EXPECT_EQ(SendMessageW(list, LVM_GETTOPINDEX, 0, 0), grid.topRow() - 1);
+            EXPECT_EQ(asks(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), grid.row() - 1);
+            EXPECT_EQ(asks(LVM_GETTOPINDEX), grid.topRow() - 1);
             // Hidden columns have no header that a person could drag open, nor does the keyboard widen them.
-            SendMessageW(list, LVM_SETCOLUMNWIDTH, 0, 50);
-            HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+            asks(LVM_SETCOLUMNWIDTH, 0, 50);
+            const int columns = Header_GetItemCount(reinterpret_cast<HWND>(asks(LVM_GETHEADER)));
             int shown = 0;
-            for (int i = 0; i < Header_GetItemCount(header); ++i)
-                if (SendMessageW(list, LVM_GETCOLUMNWIDTH, i, 0) > 0) ++shown;
+            for (int i = 0; i < columns; ++i) shown += asks(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i)) > 0;
             EXPECT_EQ(shown, 2);
             grid.selectRow(100);
             grid.setTopRow(95);
         });
-        person.sees("row 95 on top", [&] { return SendMessageW(list, LVM_GETTOPINDEX, 0, 0) == 94; });
-        person.clicksAt(grid, 20, 60);
+        person.sees("row 95 on top", [&] { return asks(LVM_GETTOPINDEX) == 94; });
+        person.clicks(grid, 20, 60);
         person.sees("the row under the pointer", [&] { return grid.row() != 100 && grid.row() >= 95; });
         person.look([&] { EXPECT_LT(grid.row(), 99); });
     });
@@ -388,7 +371,7 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
         desktop->popupMenu(*rows, menu);
     };
     sits(*rows, [&](Person& person) {
-        person.look([&] { rows->grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
+        person.look([&] { grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
         for (const int withKey : {0, VK_SHIFT}) {
             person.presses(VK_DOWN);
             person.presses(withKey ? VK_F10 : VK_APPS, withKey);
@@ -424,9 +407,8 @@ TEST_F(RealWindows, DisableTheFormBelowAndComeBackToItsFocus) {
     };
     sits([&](Person& person) {
         person.clicks(form->txtQuantity);
-        person.sees("the quantity", [&] { return GetFocus() == Person::windowOf(form->txtQuantity); });
-        HWND first = nullptr;
-        person.look([&] { first = GetAncestor(GetFocus(), GA_ROOT); });
+        person.seesFocus(form->txtQuantity);
+        HWND first = GetAncestor(Person::windowOf(form->txtQuantity), GA_ROOT);
         person.types("\r");
         person.seesForm("frmAbove");
         EXPECT_FALSE(IsWindowEnabled(first));
@@ -443,30 +425,22 @@ TEST_F(RealWindows, DisableTheFormBelowAndComeBackToItsFocus) {
 }
 
 TEST_F(RealWindows, LeaveARequestToQuitToTheHost) {
-    const auto above = std::make_shared<PlainForm>(*desktop, "frmAbove");
     form->txtBarcode.onKeyPress = [&](std::int16_t&) {
         PostQuitMessage(3);
-        above->showModal(form.get());
+        rows->showModal(form.get());
     };
     for (const bool fromACharacter : {false, true}) {
         SCOPED_TRACE(fromACharacter ? "beneath a second form, opened by a character" : "beneath one form");
         MSG left{};
-        std::promise<void> end;
-        Person::sits(
-            *desktop,
-            [&] {
-                form->showModal(nullptr);
-                end.set_value();
-                EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
-            },
-            [&](Person& person) {
-                person.seesForm("frmCounter");
-                if (fromACharacter)
-                    person.types("x");
-                else
-                    person.look([] { PostQuitMessage(3); });
-                EXPECT_EQ(end.get_future().wait_for(10s), std::future_status::ready) << "not all forms have ended";
-            });
+        const auto module = [&] {
+            form->showModal(nullptr);
+            EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+        };
+        Person::sits(*desktop, module, [&](Person& person) {
+            person.seesForm("frmCounter");
+            fromACharacter ? person.types("x") : person.look([] { PostQuitMessage(3); });
+            person.seesTheEnd();
+        });
         EXPECT_EQ(left.wParam, 3u);
         EXPECT_FALSE(form->visible());
     }

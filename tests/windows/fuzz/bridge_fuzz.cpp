@@ -3,16 +3,16 @@
 // Ends with status 0 when each call came back with a result or a failure, nothing was left over and the heap is whole.
 #include "com/Bridge.h"
 #include "com/ObjectFactory.h"
-#include "forms/Desktop.h"
 #include "sandbox/data/SchemaText.h"
 #include "sandbox/database/Company.h"
 #include "tests/forms/SampleForm.h"
+#include "tests/support/Scratch.h"
+#include "tests/support/UnattendedDesktop.h"
 #include "tests/windows/fuzz/BridgeInputs.h"
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <sstream>
 
 #include <psapi.h>
@@ -50,23 +50,6 @@ LONG WINAPI crashed(EXCEPTION_POINTERS* exception) {
             com::toUtf8(std::wstring_view(name)) + " at +" +
             std::to_string(reinterpret_cast<const char*>(address) - reinterpret_cast<const char*>(module)));
 }
-
-/// Shows nothing and keeps nobody waiting.
-class NoDesktop final : public forms::Desktop {
-public:
-    forms::Answer messageBox(const forms::Message& message) override { return message.defaultAnswer; }
-    void setPointer(forms::Pointer) override {}
-    void startProgram(const std::string&, const std::string&, forms::WindowStyle) override {}
-    automation::Date now() override { return {45000.5}; }
-    const basic::Locale& locale() override { return locale_; }
-
-protected:
-    void runModal(forms::Form&, forms::Form*, const std::function<void()>&) override {}
-    std::optional<std::size_t> chooseFromMenu(forms::Form&, const forms::Menu&) override { return std::nullopt; }
-
-private:
-    basic::Locale locale_;
-};
 
 /// All but those that wait for a person: Show (of the sandbox), Preview, ErrorTrack.
 constexpr const wchar_t* kNames =
@@ -195,7 +178,7 @@ std::size_t bytesUsed() {
 
 void round(Random& random, const std::string& database) {
     currentCall = "creating the objects";
-    NoDesktop desktop;
+    support::UnattendedDesktop desktop;
     auto form = std::make_shared<SampleForm>(desktop);
     const std::weak_ptr<SampleForm> watch = form;
     Objects objects;
@@ -234,16 +217,13 @@ int main(int count, char** arguments) {
     if (const auto set = GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache"))
         reinterpret_cast<void (*)()>(set)();
     CoInitialize(nullptr);
-    wchar_t file[MAX_PATH];
-    GetTempFileNameW(std::filesystem::temp_directory_path().c_str(), L"fuz", 0, file);
-    const std::filesystem::path path(file);
-    std::filesystem::remove(path);
-    sandbox::createCompany(path.string(), sandbox::schemaText());
+    const std::string database = support::scratch("fuzz.db");
+    sandbox::createCompany(database, sandbox::schemaText());
     Random random(seed);
     const auto end = Clock::now() + std::chrono::seconds(seconds);
     std::size_t memory = 0;
     for (int rounds = 1; Clock::now() < end; ++rounds) {
-        round(random, path.string());
+        round(random, database);
         if (rounds <= kRoundsToSettle) memory = bytesUsed();
     }
     const auto grown = static_cast<long long>(bytesUsed() - memory);
