@@ -2,12 +2,17 @@
 # and tools/screen.sh. The company lies in $folder ($OUT); the host is that of $hostFolder ($DIST).
 #
 # makeCompany           makes the sample company in $folder/company.db
-# startHost NAME OPTION...  starts the host beside us; its statements go to NAME.sql, its windows' log is awaited
+# beginHost OPTION...   starts the host beside us, which reads what we read; its windows' log is awaited
+# startHost NAME OPTION...  the same on the company; its statements go to NAME.sql
 # openRegister OPTION...    the same, until the register is there and has the keyboard; its title is $register
 # germanSettings        a comma parts decimals, points part dates
-# toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's
-# awaitHost             waits until it has ended by itself; its exit status is ours
+# toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's ($register)
+# startScript KEY       starts the host that is written in a script, in the scripting host of $hostFolder
+# awaitHost [STATUS]    waits until it has ended by itself, with that exit status (0)
+# closeRegister [STATUS]  closes the register $register by its button, and awaits the host
+# fail TEXT...          says so and ends the script
 # expect WHAT FOUND EXPECTED    ends the script where both differ
+# expectNoMessage       ends the script where a message was shown
 # stored QUERY          rows of the database, columns parted by "|"
 # items COLUMN [WHERE]  items that shops $requesting and $supplying both carry, with one packing row, so that each
 #                       prints once: id and columns, a line each
@@ -16,15 +21,22 @@ supplying=5
 folder=${OUT:-.}
 register="Goods Request To Shop"
 
-startHost() {
-    local name=$1
-    shift
-    screenLog=$folder/host.log
+beginHost() {
+    screenLog=$folder/host.log logSeen=0
     rm -f "$screenLog"
-    logSeen=0
     timeout --foreground -k 5 900 "$loader" "${hostFolder:-$DIST}/goodsreq-host.exe" \
-        --database "$(wine_path "$folder/company.db")" --trace "$(wine_path "$folder/$name.sql")" \
-        --log "$(wine_path "$screenLog")" "$@" >"$folder/host.out" 2>&1 </dev/null &
+        --log "$(wine_path "$screenLog")" "$@" >"$folder/host.out" 2>&1 <&0 &
+    programPid=$!
+}
+
+startHost() {
+    beginHost --database "$(wine_path "$folder/company.db")" --trace "$(wine_path "$folder/$1.sql")" "${@:2}" </dev/null
+}
+
+startScript() {
+    screenLog=$OUT/windows.log logSeen=0
+    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run -t 60 "$hostFolder/cscript.exe" //nologo \
+        "$(wine_path "$root/tests/windows/host.vbs")" "$(wine_path "$folder/company.db")" "$1" &
     programPid=$!
 }
 
@@ -39,10 +51,17 @@ hostEnded() {
 }
 
 awaitHost() {
-    local process=$programPid
+    local process=$programPid status=0
     awaitThat 30 "the host's end" hostEnded || return 1
     programPid=""
-    wait "$process"
+    wait "$process" || status=$?
+    expect "the host's exit status" "$status" "${1:-0}"
+}
+
+closeRegister() {
+    focus_window "$register"
+    press alt+c
+    awaitHost "$@"
 }
 
 # With a wrong key the host makes the company, shows nothing and ends.
@@ -68,7 +87,7 @@ items() {
 
 toLineEntry() {
     await_log "active frmMaster"
-    focus_window "$1"
+    focus_window "${1:-$register}"
     step ctrl+Return "active frmRequest"
     chooseShop
     step Return "focus frmRequest.lvwrequest"
@@ -80,11 +99,43 @@ chooseShop() {
     step "Down Return" "focus frmRequest.txtRemarks"
 }
 
+fail() {
+    echo "$@"
+    exit 1
+}
+
 expect() {
-    [ "$2" = "$3" ] || {
-        printf '%s: expected\n%s\nfound\n%s\n' "$1" "$3" "$2"
-        exit 1
-    }
+    [ "$2" = "$3" ] || fail "$1: expected"$'\n'"$3"$'\nfound\n'"$2"
+}
+
+expectNoMessage() {
+    expect messages "$(grep '^message' "$screenLog" || true)" ""
+}
+
+# The rest serves the packages, and ADO where there is none.
+
+# unpack NAME FOLDER: makes the packages, and unpacks the one of that name there.
+unpack() {
+    # The other width's test may be at it too.
+    exec 9>"$root/out/package.lock"
+    flock 9
+    "$root/package" >"$OUT/package.log" 2>&1 </dev/null 9>&- || fail "$(tail -n 5 "$OUT/package.log")"
+    mkdir "$2"
+    (cd "$2" && sha256sum --quiet -c <(sed "s|  |  $root/dist/|;q" "$root/dist/$1"-[0-9]*.SHA256SUMS) &&
+        cmake -E tar xf "$root/dist/$1"-[0-9]*.zip && sha256sum --quiet -c <(sed 1d "$root/dist/$1"-[0-9]*.SHA256SUMS) &&
+        cd "$1"-[0-9]* && sha256sum --quiet -c SHA256SUMS)
+    exec 9>&-
+}
+
+# registerAdo DLL BITS: has programs of 64 or 32 bits find the sandbox in that DLL under ADO's names.
+registerAdo() {
+    local id name server
+    grep '|ADODB\.' "$root/sandbox/host/classes.txt" | while IFS='|' read -r id name _; do
+        server="HKLM\\Software\\Classes\\CLSID\\{$id}\\InprocServer32"
+        wine_run reg add "HKLM\\Software\\Classes\\$name\\CLSID" /ve /d "{$id}" /f
+        wine_run reg add "$server" /ve /d "$(wine_path "$1")" /f "/reg:$2"
+        wine_run reg add "$server" /v ThreadingModel /d Apartment /f "/reg:$2"
+    done >/dev/null
 }
 
 germanSettings() {

@@ -4,6 +4,7 @@
 # wine_stop             ends every program in the prefix and the screen, and removes the prefix
 # wine_run [-t S] PROGRAM ARGUMENT...   runs one program, at most S seconds (60), prints what it prints
 # wine_path FILE        the Windows path of a Linux path
+# wine_processes        the folders under /proc of the programs that run in the prefix
 #
 # WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the
 # Windows folder with the system's own programs of that width, and those are the ones that start by their names.
@@ -31,6 +32,13 @@ wine_path() {
     local path
     path=$(realpath -m -- "$1")
     echo "Z:${path//\//\\}"
+}
+
+wine_processes() {
+    local process
+    for process in /proc/[0-9]*; do
+        ! grep -qzxF "WINEPREFIX=$WINEPREFIX" "$process/environ" || echo "$process"
+    done 2>/dev/null
 }
 
 # The output goes through a file: processes that Wine leaves in the background would keep a pipe open.

@@ -1,39 +1,18 @@
 # The check kit of ./package as a person uses it: unpacked into a folder with a blank and an umlaut, on a machine without a screen
 # that has never seen the build, in every width that runs here. A substitute stands under ADO's names.
 unset DISPLAY
-trap wine_stop EXIT
-winePrefix
 wine_run reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
 timeout 10 wineserver -k || true
 wineServe
-
-exec 9>"$root/out/package.lock"
-flock 9
-"$root/package" >"$OUT/package.log" 2>&1 </dev/null 9>&- || {
-    tail -n 5 "$OUT/package.log"
-    exit 1
-}
-mkdir "$OUT/für alle"
-(cd "$OUT/für alle" && cmake -E tar xf "$root"/dist/goodsreq-check-*.zip)
-exec 9>&-
+unpack goodsreq-check "$OUT/für alle"
 kit=$(echo "$OUT/für alle"/goodsreq-check-*)
 [ -x /usr/lib/wine/wine ] || rm -r "$kit/x86"
-if grep -rlF "$root" "$kit"; then
-    echo "these tell where they were built"
-    exit 1
-fi
+! grep -rlF "$root" "$kit" || fail "these tell where they were built"
 
-folder=$OUT
 hostFolder=$kit/x64
-. "$root/tools/host.sh"
 makeCompany
-grep '|ADODB\.' "$root/sandbox/host/classes.txt" | while IFS='|' read -r id name _; do
-    wine_run reg add "HKLM\\Software\\Classes\\$name\\CLSID" /ve /d "{$id}" /f
-    for width in 64:x64 32:x86; do
-        wine_run reg add "HKLM\\Software\\Classes\\CLSID\\{$id}\\InprocServer32" /ve \
-            /d "$(wine_path "$kit/${width#*:}/sandbox.dll")" /f "/reg:${width%:*}"
-    done
-done >/dev/null
+registerAdo "$kit/x64/sandbox.dll" 64
+registerAdo "$kit/x86/sandbox.dll" 32
 
 # What the registry keeps, without the times. It is written when the server ends.
 registry() {
@@ -49,20 +28,13 @@ check() {
     (cd "$kit" && wine_run -t 200 cmd /c check.cmd "$@") >"$OUT/check.out" || status=$?
     tr -d '\r' <"$kit/report.txt" >"$OUT/report.txt"
     if [ "$status" -ne "$expected" ] || [ "$(tr -d '\r' <"$OUT/check.out" | tail -n 1)" != "$(tail -n 1 "$OUT/report.txt")" ]; then
-        echo "check.cmd ended with $status"
         grep -A 5 '^FAILED' "$OUT/report.txt" || tail -n 5 "$OUT/check.out"
-        exit 1
+        fail "check.cmd ended with $status"
     fi
-    if grep -rl mellow "$OUT/check.out" "$kit"; then
-        echo "the password is shown"
-        exit 1
-    fi
+    ! grep -rl mellow "$OUT/check.out" "$kit" || fail "the password is shown"
 }
 expectLine() {
-    grep -qE "$1" "$OUT/report.txt" || {
-        echo "report.txt has no line $1"
-        exit 1
-    }
+    grep -qE "$1" "$OUT/report.txt" || fail "report.txt has no line $1"
 }
 
 database=$(wine_path "$OUT/company.db")

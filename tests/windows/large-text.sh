@@ -8,13 +8,10 @@ stored "update mesRequesttoShopHeader set SRHremarks = replace(hex(zeroblob(1000
 openRegister
 press ctrl+End shift+Tab
 shot large-text
-# The host's process among those of this prefix.
-for process in /proc/[0-9]*; do
-    ! grep -qzx "WINEPREFIX=$WINEPREFIX" "$process/environ" || ! grep -qx 'goodsreq-host.e.*' "$process/comm" ||
-        memory=$(sed -nE 's/^VmHWM:\s*([0-9]+) kB/\1/p' "$process/status")
-done 2>/dev/null
+for process in $(wine_processes); do
+    ! grep -qsx 'goodsreq-host.e.*' "$process/comm" || memory=$(sed -nE 's/^VmHWM:\s*([0-9]+) kB/\1/p' "$process/status")
+done
 echo "it took $memory KiB"
-press alt+c
-awaitHost
-expect "messages" "$(grep '^message' "$screenLog" || true)" ""
+closeRegister
+expectNoMessage
 [ "$memory" -lt "$mostMemory" ]

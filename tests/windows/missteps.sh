@@ -69,7 +69,6 @@ stored "update mesRequesttoShopHeader set srhTransfinished = 1
     where srhshopid = $requesting and srhrequestid = $request + 1"
 step Return "active frmRequest" 36-read-only
 step Escape "unloaded frmRequest"
-press alt+c
-awaitHost
+closeRegister
 expect "the item" "$(stored "select distinct srditemid from mesRequesttoShopDetail where srdshopid = $requesting
     and srdrequestid >= $request")" "$item"

@@ -54,5 +54,4 @@ for stands in "ln $OUT/foreign.txt" mkdir; do
     step alt+c "unloaded frmPrint"
 done
 grep -q "somebody else's" "$OUT/foreign.txt"
-press alt+c
-awaitHost
+closeRegister

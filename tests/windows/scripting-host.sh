@@ -4,25 +4,17 @@
 cp -r "$DIST"/. "$OUT/"
 cp "$WINEPREFIX/drive_c/windows/$SYSTEM/cscript.exe" "$BUILD/cscript.exe.manifest" "$OUT/"
 makeCompany
-screenLog=$OUT/windows.log
-logSeen=0
-host() {
-    local status=0
-    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run -t 60 "$OUT/cscript.exe" //nologo \
-        "$(wine_path "$root/tests/windows/host.vbs")" "$(wine_path "$OUT/company.db")" "$1" || status=$?
-    expect "$1: the script's end" "$status" 42
-}
+hostFolder=$OUT
 
-host "kova/xb/tram/842" # in the wrong letter case
+startScript "kova/xb/tram/842" # in the wrong letter case
+awaitHost 42
 [ ! -e "$screenLog" ]
 
-host "KOVA/XB/TRAM/842" &
-programPid=$!
+startScript "KOVA/XB/TRAM/842"
 await_log "active frmMaster"
 focus_window "$register"
 # What the message says is nobody's business who only waits for it.
 step "ctrl+d Delete" "message "
 step alt+n "answered no"
 expect "texts of messages" "$(grep '^message .' "$screenLog" || true)" ""
-step alt+c "unloaded frmMaster"
-awaitHost
+closeRegister 42

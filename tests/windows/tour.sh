@@ -101,8 +101,7 @@ step Return "unloaded frmcancelreason" 19-deleted
 click_in "$register" 200 200 3
 step "" "menu mnupopup" 20-register-menu
 step Escape chosen
-press alt+c
-awaitHost
+closeRegister
 
 request=$(lastRequest)
 expect "the deleted request" "$(stored "select SRHcancelled, srhcancelledRemarks from mesRequesttoShopHeader
