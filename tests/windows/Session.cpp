@@ -32,9 +32,8 @@ automation::ObjectPtr makeModule(const automation::ObjectPtr& connection, std::i
     module->putRef("adocon", connection);
     module->put("strProjectKey", "KOVA/XB/TRAM/842");
     module->put("strMsgboxCaption", "Retail");
-    module->put("intCompanyID", std::int16_t{1});
+    for (const char* field : {"intCompanyID", "intShopid"}) module->put(field, std::int16_t{1});
     module->put("intUserID", user);
-    module->put("intShopid", std::int16_t{1});
     module->put("interfaceid", interfaceId);
     module->put("dtProcessDate", basic::dateOf(2026, 3, 31));
     return module;

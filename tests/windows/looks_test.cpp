@@ -1,37 +1,37 @@
 // Every screen of the DLL on the screen that the machine has: no text is cut, nothing lies over or outside.
-// It runs at several resolutions.
+// CTest runs this at several resolutions.
 #include "tests/support/Scratch.h"
 #include "tests/windows/Session.h"
+#include "tests/windows/TopWindow.h"
 #include "win32/Dpi.h"
 #include "win32/FormWindow.h"
 #include "win32/Text.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <vector>
-
 namespace {
 
 struct Seen {
-    std::string name; ///< class and text
-    std::wstring windowClass;
     HWND window;
-    RECT area; ///< within the form
+    std::wstring windowClass, text;
+    LONG_PTR kind; ///< of a button
+    RECT area;     ///< within the form
+
+    bool isButton() const { return windowClass == L"Button"; }
+    bool isFrame() const { return isButton() && kind == BS_GROUPBOX; }
+    bool isLabel() const { return windowClass == L"Static"; }
+    std::string name() const { return win32::narrow(windowClass + L" \"" + text + L"\""); }
 };
 
 std::vector<Seen> controlsOf(HWND form) {
     std::vector<Seen> all;
     for (HWND child = GetWindow(form, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         if (!IsWindowVisible(child)) continue;
-        wchar_t name[64] = L"";
-        wchar_t text[200] = L"";
-        GetClassNameW(child, name, 64);
-        SendMessageW(child, WM_GETTEXT, 200, reinterpret_cast<LPARAM>(text));
         RECT area{};
         GetWindowRect(child, &area);
         MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&area), 2);
-        all.push_back({win32::narrow(std::wstring(name) + L" \"" + text + L"\""), name, child, area});
+        all.push_back({child, support::classOf(child), win32::windowText(child),
+                       GetWindowLongPtrW(child, GWL_STYLE) & BS_TYPEMASK, area});
     }
     return all;
 }
@@ -40,30 +40,28 @@ std::vector<Seen> controlsOf(HWND form) {
 SIZE roomFor(const Seen& control, win32::Dpi dpi) {
     RECT inside{};
     GetClientRect(control.window, &inside);
-    SIZE room{inside.right, inside.bottom};
-    if (control.windowClass != L"Button") return room;
-    const LONG_PTR kind = GetWindowLongPtrW(control.window, GWL_STYLE) & BS_TYPEMASK;
+    if (!control.isButton()) return {inside.right, inside.bottom};
+    const LONG_PTR kind = control.kind;
     const bool marked =
         kind == BS_AUTOCHECKBOX || kind == BS_CHECKBOX || kind == BS_AUTORADIOBUTTON || kind == BS_RADIOBUTTON;
-    room.cx -= MulDiv(marked ? 17 : 6, dpi.value(), 96);
-    return room;
+    return {inside.right - MulDiv(marked ? 17 : 6, dpi.value(), 96), inside.bottom};
 }
 
-SIZE sizeOfCaption(HWND window) {
-    HDC dc = GetDC(window);
-    HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
+SIZE sizeOfCaption(const Seen& control) {
+    HDC dc = GetDC(control.window);
+    HGDIOBJ former = SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(control.window, WM_GETFONT, 0, 0)));
     RECT needed{};
-    wchar_t text[200] = L"";
-    SendMessageW(window, WM_GETTEXT, 200, reinterpret_cast<LPARAM>(text));
-    DrawTextW(dc, text, -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+    DrawTextW(dc, control.text.c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
     SelectObject(dc, former);
-    ReleaseDC(window, dc);
+    ReleaseDC(control.window, dc);
     return {needed.right, needed.bottom};
 }
 
-bool isFrame(const Seen& control) {
-    return control.windowClass == L"Button" &&
-           (GetWindowLongPtrW(control.window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+void expectWithin(const RECT& area, const RECT& room) {
+    EXPECT_GE(area.left, room.left);
+    EXPECT_GE(area.top, room.top);
+    EXPECT_LE(area.right, room.right);
+    EXPECT_LE(area.bottom, room.bottom);
 }
 
 void expectWhole(HWND form) {
@@ -81,26 +79,19 @@ void expectWhole(HWND form) {
     EXPECT_LE(whole.bottom - whole.top, work.bottom - work.top);
     const std::vector<Seen> controls = controlsOf(form);
     EXPECT_GT(controls.size(), 1u);
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-        const Seen& one = controls[i];
-        SCOPED_TRACE(one.name);
-        EXPECT_GE(one.area.left, 0);
-        EXPECT_GE(one.area.top, 0);
-        EXPECT_LE(one.area.right, inside.right);
-        EXPECT_LE(one.area.bottom, inside.bottom);
-        if (isFrame(one)) continue;
-        if (one.windowClass == L"Button" || one.windowClass == L"Static") {
-            const SIZE room = roomFor(one, dpi);
-            const SIZE needed = sizeOfCaption(one.window);
+    for (auto one = controls.begin(); one != controls.end(); ++one) {
+        SCOPED_TRACE(one->name());
+        expectWithin(one->area, inside);
+        if (one->isFrame()) continue;
+        if (one->isButton() || one->isLabel()) {
+            const SIZE room = roomFor(*one, dpi), needed = sizeOfCaption(*one);
             EXPECT_LE(needed.cx, room.cx);
             EXPECT_LE(needed.cy, room.cy);
         }
-        for (std::size_t other = i + 1; other < controls.size(); ++other) {
+        for (auto other = one + 1; other != controls.end(); ++other) {
             RECT common{};
-            if (isFrame(controls[other]) || one.windowClass == L"Static" || controls[other].windowClass == L"Static")
-                continue;
-            EXPECT_FALSE(IntersectRect(&common, &one.area, &controls[other].area))
-                << "lies over " << controls[other].name;
+            if (other->isFrame() || one->isLabel() || other->isLabel()) continue;
+            EXPECT_FALSE(IntersectRect(&common, &one->area, &other->area)) << "lies over " << other->name();
         }
     }
 }
