@@ -391,39 +391,6 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
     });
 }
 
-TEST_F(RealWindows, DisableTheFormBelowAndComeBackToItsFocus) {
-    const auto above = std::make_shared<PlainForm>(*desktop, "frmAbove");
-    TextBox box(*above, "txtAbove");
-    above->describe = [&] { box.place({120, 120, 2000, 330}); };
-    // It leaves inside its own handler and is loaded and shown once more from there.
-    int showings = 0;
-    box.onKeyPress = [&](std::int16_t& c) {
-        if (c != kKeyReturn) return;
-        above->unload();
-        if (++showings == 1) above->showModal(form.get());
-    };
-    form->txtQuantity.onKeyPress = [&](std::int16_t& c) {
-        if (c == kKeyReturn) above->showModal(form.get());
-    };
-    sits([&](Person& person) {
-        person.clicks(form->txtQuantity);
-        person.seesFocus(form->txtQuantity);
-        HWND first = GetAncestor(Person::windowOf(form->txtQuantity), GA_ROOT);
-        person.types("\r");
-        person.seesForm("frmAbove");
-        EXPECT_FALSE(IsWindowEnabled(first));
-        person.types("x\r");
-        person.sees("the second showing", [&] { return showings == 1 && box.text().empty() && box.view(); });
-        person.seesForm("frmAbove");
-        EXPECT_FALSE(IsWindowEnabled(first));
-        person.types("\r");
-        person.seesForm("frmCounter");
-        EXPECT_TRUE(IsWindowEnabled(first));
-        person.types("5");
-        person.sees("the box below", [&] { return form->txtQuantity.text() == "5"; });
-    });
-}
-
 TEST_F(RealWindows, LeaveARequestToQuitToTheHost) {
     form->txtBarcode.onKeyPress = [&](std::int16_t&) {
         PostQuitMessage(3);

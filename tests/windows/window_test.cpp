@@ -220,7 +220,11 @@ TEST_F(FormsWindow, EndsWhenItIsDestroyed) {
                 DestroyWindow(topOf(form->txtBarcode));
                 form->txtBarcode.setText("5"); // Handlers that still run find no window.
             });
-            person.seesTheEnd();
+            if (person.seesTheEnd()) return;
+            person.look([&] {
+                for (Form* each : std::initializer_list<Form*>{rows.get(), form.get()}) each->unload();
+                PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+            });
         });
         EXPECT_TRUE(enabled(other));
         EXPECT_FALSE(form->visible() || rows->visible());

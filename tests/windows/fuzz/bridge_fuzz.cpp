@@ -52,28 +52,26 @@ LONG WINAPI crashed(EXCEPTION_POINTERS* exception) {
 }
 
 /// All but those that wait for a person: Show (of the sandbox), Preview, ErrorTrack.
+// clang-format off
 constexpr const wchar_t* kNames =
     L"_NewEnum NoSuch VALUE adocon strProjectKey strMsgboxCaption intCompanyID intUserID intShopid interfaceid "
-    L"dtProcessDate Open Close Execute execute BeginTrans CommitTrans RollbackTrans State "
-    L"EOF RecordCount MoveNext GetString Fields AddNew Update Count Item Value Name Type fnReturnField fnReturnRecords fnGetNextMaxNo "
+    L"dtProcessDate Open Close Execute execute BeginTrans CommitTrans RollbackTrans State EOF RecordCount MoveNext "
+    L"GetString Fields AddNew Update Count Item Value Name Type fnReturnField fnReturnRecords fnGetNextMaxNo "
     L"fnUpdateListViewDetails populateComboorList SelectComboItemByValue SelectComboItemByname TextValidateNum "
-    L"getRecordset getCancelledStatus Applyformcolor fnGridSettings OpenObject SaveUserAuditingInfo "
-    L"SaveInToTag DataChanged SetCurrentValue ParameterFields FormulaFields PrintWindowOptions LogOnServer "
-    L"OpenReport Controls Caption BackColor Width Height Tag Visible ActiveControl Text Enabled AddItem "
-    L"RemoveItem Clear ListCount ListIndex List ItemData NewIndex SelStart SelLength Locked ListItems "
-    L"ColumnHeaders Add Remove SubItems Selected Index Alignment SelectedItem Rows Cols Row Col TextMatrix "
-    L"ColWidth CellForeColor CellBackColor RowHeight Sort FixedRows FixedCols ColAlignment RowData cboShop "
-    L"flexRows lvwLines txtName SetFocus RowSel ColSel TopRow FormatString MaxLength SelText Left Top "
-    L"ForeColor ToolTipText Key MouseRow MouseCol ";
+    L"getRecordset getCancelledStatus Applyformcolor fnGridSettings OpenObject SaveUserAuditingInfo SaveInToTag "
+    L"DataChanged SetCurrentValue ParameterFields FormulaFields PrintWindowOptions LogOnServer OpenReport Controls "
+    L"Caption BackColor Width Height Tag Visible ActiveControl Text Enabled AddItem RemoveItem Clear ListCount "
+    L"ListIndex List ItemData NewIndex SelStart SelLength Locked ListItems ColumnHeaders Add Remove SubItems "
+    L"Selected Index Alignment SelectedItem Rows Cols Row Col TextMatrix ColWidth CellForeColor CellBackColor "
+    L"RowHeight Sort FixedRows FixedCols ColAlignment RowData cboShop flexRows lvwLines txtName SetFocus RowSel "
+    L"ColSel TopRow FormatString MaxLength SelText Left Top ForeColor ToolTipText Key MouseRow MouseCol ";
+// clang-format on
 
-const std::vector<std::wstring>& names() {
-    static const auto& all = *[] {
-        auto* list = new std::vector<std::wstring>{L""};
-        std::wistringstream words(kNames);
-        for (std::wstring word; words >> word;) list->push_back(word);
-        return list;
-    }();
-    return all;
+std::vector<std::wstring> wordsOf(const wchar_t* text) {
+    std::vector<std::wstring> list{L""};
+    std::wistringstream words(text);
+    for (std::wstring word; words >> word;) list.push_back(word);
+    return list;
 }
 
 const char* const kProgIds[] = {
@@ -85,7 +83,8 @@ const char* const kProgIds[] = {
 DISPID someMember(Random& random, IDispatch& object, bool isComponent) {
     currentCall = "any number";
     if (random.oneIn(15)) return static_cast<DISPID>(random.oneIn(2) ? random.pick(12) : random.bits());
-    std::wstring words[] = {random.oneIn(30) ? text(random) : random.of(names()), L"argument"};
+    static const std::vector<std::wstring> names = wordsOf(kNames);
+    std::wstring words[] = {random.oneIn(30) ? text(random) : random.of(names), L"argument"};
     if (isComponent && random.oneIn(20)) words[0] = L"Show";
     LPOLESTR pointers[] = {random.oneIn(500) ? nullptr : words[0].data(), words[1].data()};
     DISPID ids[] = {DISPID_UNKNOWN, DISPID_UNKNOWN};
