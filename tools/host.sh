@@ -112,6 +112,13 @@ expectNoMessage() {
     expect messages "$(grep '^message' "$screenLog" || true)" ""
 }
 
+germanSettings() {
+    local setting
+    for setting in 'sDecimal=,' 'sThousand=.' 'sDate=.' 'sShortDate=dd.MM.yyyy'; do
+        wine_run reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null
+    done
+}
+
 # The rest serves the packages, and ADO where there is none.
 
 # unpack NAME FOLDER: makes the packages, and unpacks the one of that name there.
@@ -136,11 +143,4 @@ registerAdo() {
         wine_run reg add "$server" /ve /d "$(wine_path "$1")" /f "/reg:$2"
         wine_run reg add "$server" /v ThreadingModel /d Apartment /f "/reg:$2"
     done >/dev/null
-}
-
-germanSettings() {
-    local setting
-    for setting in 'sDecimal=,' 'sThousand=.' 'sDate=.' 'sShortDate=dd.MM.yyyy'; do
-        wine_run reg add 'HKCU\Control Panel\International' /v "${setting%%=*}" /d "${setting#*=}" /f >/dev/null
-    done
 }
