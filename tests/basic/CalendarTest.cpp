@@ -42,25 +42,23 @@ TEST(Calendar, RoundsToTheSecond) {
 }
 
 TEST(Calendar, CarriesPartsOutOfRange) {
-    EXPECT_EQ(dateOf(2026, 13, 1), dateOf(2027, 1, 1));
-    EXPECT_EQ(dateOf(2026, 0, 1), dateOf(2025, 12, 1));
-    EXPECT_EQ(dateOf(2026, -11, 1), dateOf(2025, 1, 1));
-    EXPECT_EQ(dateOf(2026, 3, 0), dateOf(2026, 2, 28));
-    EXPECT_EQ(dateOf(2026, 3, 5 - 60), dateOf(2026, 1, 4));
-    EXPECT_EQ(dateOf(2026, 3, 5, 24), dateOf(2026, 3, 6));
-    EXPECT_EQ(dateOf(2026, 3, 5, 0, 0, -1), dateOf(2026, 3, 4, 23, 59, 59));
+    for (const auto& [carried, plain] :
+         std::initializer_list<std::pair<Date, Date>>{{dateOf(2026, 13, 1), dateOf(2027, 1, 1)},
+                                                      {dateOf(2026, 0, 1), dateOf(2025, 12, 1)},
+                                                      {dateOf(2026, -11, 1), dateOf(2025, 1, 1)},
+                                                      {dateOf(2026, 3, 0), dateOf(2026, 2, 28)},
+                                                      {dateOf(2026, 3, 5 - 60), dateOf(2026, 1, 4)},
+                                                      {dateOf(2026, 3, 5, 24), dateOf(2026, 3, 6)},
+                                                      {dateOf(2026, 3, 5, 0, 0, -1), dateOf(2026, 3, 4, 23, 59, 59)}})
+        EXPECT_EQ(carried, plain);
 }
 
 TEST(Calendar, RefusesOtherYears) {
-    EXPECT_EQ(errorOf([] { dateOf(99, 12, 31); }), kInvalidCall);
-    EXPECT_EQ(errorOf([] { dateOf(9999, 12, 32); }), kInvalidCall);
-    EXPECT_EQ(errorOf([] { dateOf(INT_MIN, INT_MIN, INT_MIN, INT_MIN, INT_MIN, INT_MIN); }), kInvalidCall);
-    EXPECT_EQ(errorOf([] { dateOf(INT_MAX, INT_MAX, INT_MAX, INT_MAX, INT_MAX, INT_MAX); }), kInvalidCall);
-    EXPECT_EQ(errorOf([] { civil(Date{2958466}); }), kOverflow);
-    EXPECT_EQ(errorOf([] { civil(Date{2958465.9999999}); }), kOverflow);
-    EXPECT_EQ(errorOf([] { civil(Date{-657435}); }), kOverflow);
-    EXPECT_EQ(errorOf([] { civil(Date{std::nan("")}); }), kOverflow);
-    EXPECT_EQ(errorOf([] { civil(Date{1e300}); }), kOverflow);
+    for (const CivilTime& p : std::initializer_list<CivilTime>{
+             {99, 12, 31}, {9999, 12, 32}, {INT_MIN, INT_MIN, INT_MIN}, {INT_MAX, INT_MAX, INT_MAX}})
+        EXPECT_EQ(errorOf([&] { dateOf(p.year, p.month, p.day, p.month, p.month, p.month); }), kInvalidCall) << p.year;
+    for (const double days : {2958466.0, 2958465.9999999, -657435.0, std::nan(""), 1e300})
+        EXPECT_EQ(errorOf([&] { civil(Date{days}); }), kOverflow) << days;
 }
 
 } // namespace

@@ -13,8 +13,7 @@ namespace {
 TEST(FormatNumber, RoundsWhatPeopleRead) {
     const struct {
         double number;
-        const char* pattern;
-        const char* expected;
+        const char *pattern, *expected;
     } cases[] = {
         // clang-format off
         {12.345, "0.00", "12.35"}, {12.347, "0.00", "12.35"}, {1.005, "0.00", "1.01"}, {-1.005, "0.00", "-1.01"},
@@ -39,8 +38,7 @@ TEST(FormatNumber, RoundsWhatPeopleRead) {
 TEST(FormatNumber, KeepsEveryDigitOfWhatIsNoDouble) {
     const struct {
         Value value;
-        const char* pattern;
-        const char* expected;
+        const char *pattern, *expected;
     } cases[] = {
         // clang-format off
         {Decimal{"123456789012345678.123"}, "#0.000", "123456789012345678.123"},
@@ -56,47 +54,41 @@ TEST(FormatNumber, KeepsEveryDigitOfWhatIsNoDouble) {
         {12.5, "", "12.5"},
         // clang-format on
     };
-    for (const auto& c : cases) EXPECT_EQ(format(c.value, c.pattern), c.expected) << c.expected;
-    EXPECT_EQ(errorOf([] { format(Missing(), "0.00"); }), kTypeMismatch);
-    EXPECT_EQ(errorOf([] { format(Decimal{"rubbish"}, "0.00"); }), kTypeMismatch);
-}
-
-TEST(FormatNumber, TakesAReference) {
-    Value quantity(Decimal{"2.5"});
-    EXPECT_EQ(format(Value::byReference(quantity), "#0.000"), "2.500");
+    for (Value value; const auto& c : cases) {
+        EXPECT_EQ(format(c.value, c.pattern), c.expected);
+        value = c.value;
+        EXPECT_EQ(format(Value::byReference(value), c.pattern), c.expected);
+    }
+    for (const Value& wrong : {Value(Missing()), Value(Decimal{"rubbish"})})
+        EXPECT_EQ(errorOf([&] { format(wrong, "0.00"); }), kTypeMismatch);
 }
 
 TEST(FormatDate, WritesDatesAndTimes) {
     const Date date = dateOf(2026, 3, 5, 7, 8, 9);
-    const struct {
-        const char* pattern;
-        const char* expected;
-    } cases[] = {
-        {"yyyy/mm/dd", "2026/03/05"}, {"yyyymmdd", "20260305"},
-        {"dd/mm/yyyy", "05/03/2026"}, {"HH:MM:SS", "07:08:09"},
-        {"hh:nn:ss", "07:08:09"},     {"h:n:s", "7:8:9"},
-        {"yy-m-d", "26-3-5"},         {"d mmm yyyy", "5 Mar 2026"},
-        {"d mmmm", "5 March"},        {"dd/mm/yyyy hh:mm", "05/03/2026 07:08"},
-        {"hhmm mm", "0708 03"},       {"yyyy\"y\" \\d", "2026y d"},
-        {"\"Nr 0\" dd", "Nr 0 05"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(format(date, c.pattern), c.expected) << c.pattern;
-    EXPECT_EQ(format(dateOf(1850, 1, 2, 18, 30), "yyyy/mm/dd hh:nn"), "1850/01/02 18:30");
-    EXPECT_EQ(format(46086.0, "yyyymmdd"), "20260305");
-}
-
-TEST(FormatDate, ReadsTextInTheUsersOrder) {
     Locale american;
     american.dateOrder = DateOrder::monthDayYear;
-    EXPECT_EQ(format("05/03/2026", "yyyy/mm/dd"), "2026/03/05");
-    EXPECT_EQ(format("05/03/2026", "yyyy/mm/dd", american), "2026/05/03");
+    const struct {
+        Value value;
+        const char *pattern, *expected;
+        Locale locale = {};
+    } cases[] = {
+        // clang-format off
+        {date, "yyyy/mm/dd", "2026/03/05"}, {date, "yyyymmdd", "20260305"}, {date, "dd/mm/yyyy", "05/03/2026"},
+        {date, "HH:MM:SS", "07:08:09"}, {date, "hh:nn:ss", "07:08:09"}, {date, "h:n:s", "7:8:9"},
+        {date, "yy-m-d", "26-3-5"}, {date, "d mmm yyyy", "5 Mar 2026"}, {date, "d mmmm", "5 March"},
+        {date, "dd/mm/yyyy hh:mm", "05/03/2026 07:08"}, {date, "hhmm mm", "0708 03"},
+        {date, "yyyy\"y\" \\d", "2026y d"}, {date, "\"Nr 0\" dd", "Nr 0 05"}, {1.0, "dd\\", "31"},
+        {dateOf(1850, 1, 2, 18, 30), "yyyy/mm/dd hh:nn", "1850/01/02 18:30"}, {46086.0, "yyyymmdd", "20260305"},
+        {"05/03/2026", "yyyy/mm/dd", "2026/03/05"}, {"05/03/2026", "yyyy/mm/dd", "2026/05/03", american},
+        // clang-format on
+    };
+    for (const auto& c : cases) EXPECT_EQ(format(c.value, c.pattern, c.locale), c.expected) << c.pattern;
     EXPECT_EQ(errorOf([] { format("tomorrow", "yyyy/mm/dd"); }), kTypeMismatch);
 }
 
 TEST(Format, RefusesPatternsItDoesNotKnow) {
     for (const char* pattern : {"0.0.0", "0,0.0,0", "0%", "yyy", "mmmmm", "hhh", "AM/PM", "\"open", "Standard"})
         EXPECT_EQ(errorOf([&] { format(1.0, pattern); }), kInvalidCall) << pattern;
-    EXPECT_EQ(format(1.0, "dd\\"), "31");
 }
 
 } // namespace

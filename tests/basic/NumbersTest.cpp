@@ -25,8 +25,7 @@ TEST(Val, ReadsTheNumberAtTheStart) {
         // clang-format on
     };
     for (const auto& c : cases) EXPECT_EQ(val(c.text), c.expected) << c.text;
-    EXPECT_EQ(errorOf([] { val("1e400"); }), kOverflow);
-    EXPECT_EQ(errorOf([] { val("1e99999999999999999999"); }), kOverflow);
+    for (const char* much : {"1e400", "1e99999999999999999999"}) EXPECT_EQ(errorOf([&] { val(much); }), kOverflow);
     EXPECT_EQ(val(std::string(400, '0') + "7"), 7);
     EXPECT_EQ(val(std::string("4\0005", 3)), 4);
 }
@@ -50,7 +49,7 @@ TEST(NumberText, ShowsFifteenDigits) {
     const struct {
         double number;
         const char* text;
-        const char* plain;
+        std::string plain;
     } cases[] = {
         // clang-format off
         {0, "0", "0"}, {-0.0, "0", "0"}, {0.5, "0.5", "0.5"}, {-0.5, "-0.5", "-0.5"}, {100, "100", "100"},
@@ -62,14 +61,12 @@ TEST(NumberText, ShowsFifteenDigits) {
         {-1.5e20, "-1.5E+20", "-150000000000000000000"},
         {123456789012345678.0, "1.23456789012346E+17", "123456789012346000"},
         {0.001, "0.001", "0.001"}, {1e-15, "0.000000000000001", "0.000000000000001"},
-        {1.25e-16, "1.25E-16", "0.000000000000000125"}, {1e100, "1E+100", nullptr},
+        {1.25e-16, "1.25E-16", "0.000000000000000125"}, {1e100, "1E+100", "1" + std::string(100, '0')},
         // clang-format on
     };
     for (const auto& c : cases) {
         EXPECT_EQ(numberText(c.number), c.text);
-        if (c.plain) {
-            EXPECT_EQ(decimalText(c.number), c.plain);
-        }
+        EXPECT_EQ(decimalText(c.number), c.plain);
     }
     EXPECT_EQ(errorOf([] { numberText(std::numeric_limits<double>::infinity()); }), kOverflow);
     EXPECT_EQ(val(decimalText(std::numeric_limits<double>::denorm_min())), std::numeric_limits<double>::denorm_min());
@@ -78,18 +75,14 @@ TEST(NumberText, ShowsFifteenDigits) {
 
 TEST(Digits, AddAndCompareWithoutLosingOne) {
     const struct {
-        const char* a;
-        const char* b;
-        const char* sum;
+        const char *a, *b, *sum;
         int order;
     } cases[] = {
-        {"123456789012345678.125", "0.001", "123456789012345678.126", 1},
-        {"9.5", "10", "19.5", -1},
-        {"999.9", "0.1", "1000", 1},
-        {"-1.5", "1.50", "0", -1},
-        {"2", "-10.25", "-8.25", 1},
-        {"-2", "-10.25", "-12.25", 1},
-        {"0.100", ".1", "0.2", 0},
+        // clang-format off
+        {"123456789012345678.125", "0.001", "123456789012345678.126", 1}, {"9.5", "10", "19.5", -1},
+        {"999.9", "0.1", "1000", 1}, {"-1.5", "1.50", "0", -1}, {"2", "-10.25", "-8.25", 1},
+        {"-2", "-10.25", "-12.25", 1}, {"0.100", ".1", "0.2", 0},
+        // clang-format on
     };
     for (const auto& c : cases) {
         const Digits a = *parseNumber(c.a), b = *parseNumber(c.b);

@@ -1,28 +1,21 @@
 // Who has the focus: tab order, mnemonics, controls that cannot take it, and handlers that send it elsewhere.
-#include "tests/forms/SampleForm.h"
+#include "tests/forms/FormTest.h"
 #include "tests/support/EventLog.h"
-#include "tests/support/User.h"
-
-#include <gtest/gtest.h>
 
 using namespace forms;
-using support::ScriptedDesktop;
-using support::User;
 
 namespace {
 
-class Focus : public testing::Test {
+class Focus : public FormTest {
 protected:
-    ScriptedDesktop desktop;
-    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
-    User user{desktop};
-    std::vector<std::string> log;
+    Texts log;
 
-    void showsForm() {
-        user.starts([this] { form->showModal(nullptr); });
+    void showsLoggedForm() {
+        showsForm();
+        support::logEvents(*form, log);
     }
-    std::vector<std::string> round(bool backwards) {
-        std::vector<std::string> stops;
+    Texts round(bool backwards) {
+        Texts stops;
         do {
             user.tabs(backwards);
             stops.push_back(user.focus());
@@ -41,39 +34,30 @@ TEST_F(Focus, TabVisitsEachStopOnceAndAnOptionGroupAtItsChoice) {
         form->flexRows.setTabStop(false);
     };
     showsForm();
-    EXPECT_EQ(round(false),
-              (std::vector<std::string>{"cboShop", "optDown", "lvwLines", "cmdOk", "cmdCancel", "txtName"}));
-    EXPECT_EQ(round(true),
-              (std::vector<std::string>{"cmdCancel", "cmdOk", "lvwLines", "optDown", "cboShop", "txtName"}));
-}
-
-TEST_F(Focus, AnOptionGroupWithoutAChoiceIsEnteredAtItsFirst) {
-    form->load = [this] { form->optUp.setValue(false); };
+    EXPECT_EQ(round(false), (Texts{"cboShop", "optDown", "lvwLines", "cmdOk", "cmdCancel", "txtName"}));
+    EXPECT_EQ(round(true), (Texts{"cmdCancel", "cmdOk", "lvwLines", "optDown", "cboShop", "txtName"}));
+    form->load = [this] { form->optUp.setValue(false); }; // a group without a choice is entered at its first
+    user.clicks("cmdCancel");
     showsForm();
-    user.focuses("cboFree");
-    user.tabs();
-    EXPECT_EQ(user.focus(), "optUp");
-    user.tabs();
-    EXPECT_EQ(user.focus(), "chkDone");
+    EXPECT_EQ(round(false), (Texts{"cboShop", "cboFree", "optUp", "chkDone", "lvwLines", "flexRows", "cmdOk",
+                                   "cmdCancel", "txtName"}));
 }
 
 TEST_F(Focus, MnemonicsReachWhatTheirLetterMarks) {
-    struct Case {
-        char32_t letter;
+    const struct {
+        char letter;
         const char* focus;
-        bool ticked;
-        bool down;
-    };
-    const Case cases[] = {
-        {U'n', "txtName", false, false}, // a label's letter: the box after it
-        {U'C', "chkDone", true, false},  // the sign before the blank is a literal one
-        {U'd', "optDown", true, true},
-        {U'N', "txtName", true, true},
+        bool ticked, down;
+    } cases[] = {
+        {'n', "txtName", false, false}, // a label's letter: the box after it
+        {'C', "chkDone", true, false},  // the sign before the blank is a literal one
+        {'d', "optDown", true, true},
+        {'N', "txtName", true, true},
     };
     showsForm();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(static_cast<char>(c.letter));
-        user.alt(c.letter);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.letter);
+        user.alt(static_cast<char32_t>(c.letter));
         EXPECT_EQ(user.focus(), c.focus);
         EXPECT_EQ(user.checked("chkDone"), c.ticked);
         EXPECT_EQ(form->optDown.value(), c.down);
@@ -81,33 +65,25 @@ TEST_F(Focus, MnemonicsReachWhatTheirLetterMarks) {
     user.happens([this] {
         form->chkDone.setEnabled(false);
         form->optUp.setVisible(false);
-        EXPECT_FALSE(input::mnemonic(*form, U'u'));
-        EXPECT_FALSE(input::mnemonic(*form, U'&'));
+        for (const char32_t letter : {U'u', U'&'}) EXPECT_FALSE(input::mnemonic(*form, letter));
     });
     user.alt('c'); // The check box is disabled, so the letter is the close button's.
     EXPECT_TRUE(user.ended());
 }
 
 TEST_F(Focus, DisablingOrHidingTheFocusedControlPassesTheFocusOn) {
-    showsForm();
-    support::logEvents(*form, log);
+    showsLoggedForm();
     user.happens([this] { form->txtName.setVisible(false); });
-    EXPECT_EQ(user.focus(), "cboShop");
     user.happens([this] { form->cboShop.setEnabled(false); });
+    EXPECT_EQ(log, (Texts{"txtName_LostFocus", "cboShop_GotFocus", "cboShop_LostFocus", "cboFree_GotFocus"}));
     EXPECT_EQ(user.focus(), "cboFree");
-    EXPECT_EQ(log, (std::vector<std::string>{"txtName_LostFocus", "cboShop_GotFocus", "cboShop_LostFocus",
-                                             "cboFree_GotFocus"}));
-}
-
-TEST_F(Focus, WithNoOtherStopNobodyHasIt) {
-    form->load = [this] {
-        for (Control* control : form->controls()) control->setEnabled(control == &form->txtName);
-    };
-    showsForm();
+    user.happens([this] {
+        for (Control* control : form->controls()) control->setEnabled(control == &form->cboFree);
+    });
     user.tabs();
-    EXPECT_EQ(user.focus(), "txtName");
-    user.happens([this] { form->txtName.setEnabled(false); });
-    EXPECT_EQ(user.focus(), "");
+    EXPECT_EQ(user.focus(), "cboFree");
+    user.happens([this] { form->cboFree.setEnabled(false); });
+    EXPECT_EQ(user.focus(), "") << "with no other stop nobody has it";
 }
 
 TEST_F(Focus, SetFocusDoesNothingWhereTheFocusCannotGo) {
@@ -117,66 +93,59 @@ TEST_F(Focus, SetFocusDoesNothingWhereTheFocusCannotGo) {
     user.happens([this] {
         form->cmdOk.setEnabled(false);
         form->cboShop.setVisible(false);
-        form->cmdOk.setFocus();
-        form->cboShop.setFocus();
-        form->lblName.setFocus();
+        for (Control* control : std::initializer_list<Control*>{&form->cmdOk, &form->cboShop, &form->lblName})
+            control->setFocus();
     });
     EXPECT_EQ(user.focus(), "txtName");
 }
 
 TEST_F(Focus, AHandlerThatSendsTheFocusElsewhereDecides) {
     form->txtName.onLostFocus = [this] { form->cmdOk.setFocus(); };
-    showsForm();
-    support::logEvents(*form, log);
+    showsLoggedForm();
     user.clicks("chkDone");
     EXPECT_EQ(user.focus(), "cmdOk");
     EXPECT_FALSE(user.checked("chkDone"));
-    EXPECT_EQ(log, (std::vector<std::string>{"txtName_Validate", "txtName_LostFocus", "cmdOk_GotFocus"}));
+    EXPECT_EQ(log, (Texts{"txtName_Validate", "txtName_LostFocus", "cmdOk_GotFocus"}));
 }
 
-TEST_F(Focus, KeysSentTogetherActInTheirOrderAfterTheHandler) {
-    std::string during;
-    form->cmdOk.onClick = [&] {
-        desktop.sendKeys("{TAB}{tab}");
-        during = form->activeControl()->name();
-    };
-    form->txtName.setText("kept");
-    showsForm();
-    user.clicks("cmdOk");
-    EXPECT_EQ(during, "cmdOk");
-    EXPECT_EQ(user.focus(), "txtName");
-    EXPECT_THROW(desktop.sendKeys("{F13}"), automation::RunTimeError);
-}
-
-TEST_F(Focus, KeysSentWaitForTheOutermostHandler) {
+TEST_F(Focus, KeysSentActInTheirOrderAfterTheOutermostHandler) {
     std::vector<std::string> during;
     form->txtName.onChange = [&] {
-        desktop.sendKeys("{TAB}");
+        desktop.sendKeys("{TAB}{tab}");
         during.push_back("Change");
     };
     form->cmdOk.onClick = [&] {
-        form->txtName.setText("changed by code");
-        form->txtName.setText("changed by code");
+        for (int i = 0; i < 2; ++i) form->txtName.setText("changed by code");
         during.push_back(form->activeControl()->name());
     };
+    desktop.sendKeys("{Tab}"); // lost while no form is shown
     showsForm();
+    EXPECT_EQ(user.focus(), "txtName");
     user.clicks("cmdOk");
-    EXPECT_EQ(during, (std::vector<std::string>{"Change", "cmdOk"}));
-    EXPECT_EQ(user.focus(), "cmdCancel");
+    EXPECT_EQ(during, (Texts{"Change", "cmdOk"}));
+    EXPECT_EQ(user.focus(), "txtName");
+    EXPECT_EQ(user.text("txtName"), "changed by code");
+    EXPECT_THROW(desktop.sendKeys("{F13}"), automation::RunTimeError);
 }
 
-TEST_F(Focus, KeysSentByAFormThatLeftAreLost) {
-    auto above = std::make_shared<SampleForm>(desktop, "frmAbove");
+TEST_F(Focus, KeysSentBeforeTheFormLeavesAreLostAndBeforeAnErrorAct) {
+    const auto above = std::make_shared<SampleForm>(desktop, "frmAbove");
     form->cmdOk.onClick = [&] { above->showModal(form.get()); };
     above->cmdOk.onClick = [&] {
         desktop.sendKeys("{TAB}");
         above->unload();
     };
+    form->cmdCancel.onClick = [&] {
+        desktop.sendKeys("{tab}");
+        automation::raise(automation::kOverflow);
+    };
     showsForm();
-    user.clicks("cmdOk");
-    user.clicks("cmdOk");
+    for (int i = 0; i < 2; ++i) user.clicks("cmdOk");
     EXPECT_EQ(user.form(), "frmSample");
     EXPECT_EQ(user.focus(), "cmdOk");
+    user.clicks("cmdCancel");
+    user.answers("Overflow", Answer::ok);
+    EXPECT_EQ(user.focus(), "txtName");
 }
 
 TEST_F(Focus, ALockedBoxTakesNothing) {

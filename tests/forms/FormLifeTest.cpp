@@ -1,97 +1,35 @@
 // The life of forms: loading by touch, activation, closing from inside and outside, and errors in handlers.
 #include "tests/basic/ExpectError.h"
-#include "tests/forms/SampleForm.h"
-#include "tests/support/User.h"
-
-#include <gtest/gtest.h>
+#include "tests/forms/FormTest.h"
 
 using namespace forms;
-using support::ScriptedDesktop;
-using support::User;
 
 namespace {
 
-class FormLife : public testing::Test {
+class FormLife : public FormTest {
 protected:
-    ScriptedDesktop desktop;
     std::shared_ptr<SampleForm> below = std::make_shared<SampleForm>(desktop, "frmBelow");
-    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
-    User user{desktop};
 
-    void showsForm() {
-        user.starts([this] { form->showModal(nullptr); });
+    FormLife() {
+        below->cmdOk.onClick = [this] { form->showModal(below.get()); };
     }
-};
-
-/// Counts what a view is told.
-class CountingView : public FormView {
-public:
-    int gone = 0;
-    std::string focused;
-    void captionChanged() override {}
-    void sizeChanged() override {}
-    void coloursChanged() override {}
-    void focusChanged(Control& control) override { focused = control.name(); }
-    void formUnloaded() override { ++gone; }
 };
 
 } // namespace
 
 TEST_F(FormLife, LoadsOnceWhenTouchedAndAgainAfterUnloading) {
-    form->load = [this] { form->txtName.setText("loaded"); };
-    EXPECT_FALSE(form->loaded());
-    EXPECT_EQ(touch(*form).txtName.text(), "loaded");
-    touch(*form).txtName.setText("changed");
-    EXPECT_EQ(form->loads, 1);
-    EXPECT_TRUE(form->unload());
-    EXPECT_EQ(form->txtName.text(), "as designed");
-    EXPECT_EQ(touch(*form).txtName.text(), "loaded");
-    EXPECT_EQ(form->loads, 2);
-}
-
-TEST_F(FormLife, UnloadingResetsEveryControl) {
-    SampleForm& f = touch(*form);
-    f.txtName.setMaxLength(3);
-    f.txtName.setEnabled(false);
-    f.txtName.setLocked(true);
-    f.txtName.setTabStop(false);
-    f.txtName.setReadAs("Item");
-    f.txtName.setToolTip("tip");
-    f.txtName.setBackColor(1);
-    f.txtName.setForeColor(1);
-    f.cboShop.addItem("Riverside", 4);
-    f.cboShop.setListIndex(0);
-    f.optDown.setValue(true);
-    f.chkDone.setValue(1);
-    f.lvwLines.add("1");
-    f.lvwLines.setTag("C");
-    f.flexRows.setRows(40);
-    f.setCaption("Changed");
-    f.unload();
-    EXPECT_EQ(f.txtName.maxLength(), 0);
-    EXPECT_TRUE(f.txtName.enabled());
-    EXPECT_FALSE(f.txtName.locked());
-    EXPECT_TRUE(f.txtName.tabStop());
-    EXPECT_EQ(f.txtName.readAs() + f.txtName.toolTip(), "");
-    EXPECT_EQ(f.txtName.backColor(), kSystemColour);
-    EXPECT_EQ(f.txtName.foreColor(), kSystemColour);
-    EXPECT_EQ(f.cboShop.listCount(), 0);
-    EXPECT_EQ(f.cboShop.text(), "");
-    EXPECT_TRUE(f.optUp.value());
-    EXPECT_FALSE(f.optDown.value());
-    EXPECT_EQ(f.chkDone.value(), 0);
-    EXPECT_EQ(f.lvwLines.count(), 0);
-    EXPECT_EQ(f.lvwLines.tag(), "");
-    EXPECT_EQ(f.lvwLines.columns().size(), 2u);
-    EXPECT_EQ(f.flexRows.rows(), 2);
-    EXPECT_EQ(f.caption(), "Sample");
-}
-
-TEST_F(FormLife, DescribingTheDesignRaisesNoEvents) {
-    int events = 0;
+    int events = 0; // the design raises none
     form->txtName.onChange = form->optUp.onClick = [&] { ++events; };
-    touch(*form).unload();
-    EXPECT_EQ(events, 0);
+    form->load = [this] { form->txtName.setText("loaded"); };
+    for (const int loads : {1, 2}) {
+        EXPECT_FALSE(form->loaded());
+        EXPECT_EQ(touch(*form).txtName.text(), "loaded");
+        touch(*form).txtName.setText("changed");
+        EXPECT_EQ(form->loads, loads);
+        EXPECT_EQ(events, 2 * loads);
+        EXPECT_TRUE(form->unload());
+        EXPECT_EQ(form->txtName.text(), "as designed");
+    }
 }
 
 TEST_F(FormLife, ShowsWithTheFocusOnTheFirstStopUnlessActivateChose) {
@@ -106,10 +44,8 @@ TEST_F(FormLife, ShowsWithTheFocusOnTheFirstStopUnlessActivateChose) {
 }
 
 TEST_F(FormLife, ActivatesWhenShownAndWhenAFormAboveHasClosedButNotAfterAMessage) {
-    below->cmdOk.onClick = [this] { form->showModal(below.get()); };
     below->chkDone.onClick = [this] { desktop.messageBox({"Hello", "Title"}); };
-    user.starts([this] { below->showModal(nullptr); });
-    EXPECT_EQ(below->activations, 1);
+    shows(*below);
     user.clicks("cmdOk");
     EXPECT_EQ(user.form(), "frmSample");
     EXPECT_EQ(below->activations, 1);
@@ -120,61 +56,57 @@ TEST_F(FormLife, ActivatesWhenShownAndWhenAFormAboveHasClosedButNotAfterAMessage
     user.clicks("chkDone");
     user.answers("Hello", Answer::ok);
     EXPECT_EQ(below->activations, 2);
-}
-
-TEST_F(FormLife, AFormBelowThatLeftMeanwhileDoesNotActivate) {
-    below->cmdOk.onClick = [this] { form->showModal(below.get()); };
+    // One that left meanwhile does not activate.
     form->cmdOk.onClick = [this] {
         below->unload();
         form->unload();
     };
-    user.starts([this] { below->showModal(nullptr); });
-    user.clicks("cmdOk");
-    user.clicks("cmdOk");
+    for (int i = 0; i < 2; ++i) user.clicks("cmdOk");
     EXPECT_TRUE(user.ended());
-    EXPECT_EQ(below->activations, 1);
+    EXPECT_EQ(below->activations, 2);
 }
 
-TEST_F(FormLife, AFormThatIsUnloadedWhileItLoadsIsNotShown) {
-    form->load = [this] { form->unload(); };
-    bool returned = false;
-    user.starts([&] {
-        form->showModal(nullptr);
-        returned = true;
-    });
-    EXPECT_TRUE(user.ended());
-    EXPECT_TRUE(returned);
-    EXPECT_EQ(form->activations, 0);
-}
-
-TEST_F(FormLife, AFormThatIsUnloadedWhileItActivatesIsGone) {
-    form->activated = [this] { form->unload(); };
-    showsForm();
-    EXPECT_TRUE(user.ended());
-    EXPECT_FALSE(form->loaded());
+TEST_F(FormLife, AFormThatIsUnloadedWhileItLoadsOrActivatesIsGone) {
+    int activations = 0;
+    for (std::function<void()>* when : {&form->activated, &form->load}) {
+        *when = [this] { form->unload(); };
+        bool returned = false;
+        user.starts([&] {
+            form->showModal(nullptr);
+            returned = true;
+        });
+        EXPECT_TRUE(user.ended() && returned);
+        EXPECT_FALSE(form->loaded());
+        activations += form->activations;
+    }
+    EXPECT_EQ(activations, 2) << "none of the one that left while it loaded";
 }
 
 TEST_F(FormLife, UnloadingInsideAHandlerOfItsOwnIsLogicallyDoneAtOnce) {
-    CountingView view;
-    std::vector<std::string> seen;
+    struct : FormView {
+        int gone = 0;
+        void captionChanged() override {}
+        void sizeChanged() override {}
+        void coloursChanged() override {}
+        void focusChanged(Control&) override {}
+        void formUnloaded() override { ++gone; }
+    } view;
+    bool ran = false;
     form->cmdOk.onClick = [&] {
-        form->unload();
-        seen.push_back(form->loaded() ? "loaded" : "not loaded");
-        seen.push_back(form->visible() ? "visible" : "not visible");
-        seen.push_back(form->view() ? "with view" : "without view");
-        seen.push_back(user.form());
+        ran = form->unload();
+        EXPECT_FALSE(form->loaded() || form->visible() || form->view());
+        EXPECT_EQ(user.form(), "frmSample");
     };
     showsForm();
     form->attach(&view);
     user.clicks("cmdOk");
-    EXPECT_EQ(seen, (std::vector<std::string>{"not loaded", "not visible", "without view", "frmSample"}));
+    EXPECT_TRUE(ran);
     EXPECT_EQ(view.gone, 1);
     EXPECT_TRUE(user.ended());
 }
 
 TEST_F(FormLife, AnsweringTheCloseQuestionByUnloadingAsksOnlyOnce) {
-    int questions = 0;
-    int unloads = 0;
+    int questions = 0, unloads = 0;
     form->queryUnload = [&](bool&, CloseReason) {
         ++questions;
         form->unload();
@@ -208,23 +140,6 @@ TEST_F(FormLife, ADesignThatFailsIsAnErrorAndTheFormCanBeShownAgain) {
         EXPECT_EQ(clicks, 1);
         user.clicks("cmdCancel");
     }
-}
-
-TEST_F(FormLife, KeysSentBeforeAnErrorStillAct) {
-    form->txtName.onKeyPress = [this](std::int16_t&) {
-        desktop.sendKeys("{tab}");
-        automation::raise(automation::kOverflow);
-    };
-    showsForm();
-    user.presses(kKeyReturn);
-    user.answers("Overflow", Answer::ok);
-    EXPECT_EQ(user.focus(), "cboShop");
-}
-
-TEST_F(FormLife, KeysSentWhileNoFormIsShownAreLost) {
-    desktop.sendKeys("{Tab}");
-    showsForm();
-    EXPECT_EQ(user.focus(), "txtName");
 }
 
 TEST_F(FormLife, AnErrorThatAHandlerLetsThroughIsShownAndTheFormStays) {
