@@ -1,6 +1,7 @@
 // Expecting a run-time error.
 #pragma once
 
+#include "automation/Object.h"
 #include "automation/RunTimeError.h"
 
 #include <gtest/gtest.h>
@@ -22,3 +23,7 @@ template <class Action> Failure failureOf(Action action) {
 
 /// The number of the error that `action` ends in, 0 when it ends well.
 template <class Action> long errorOf(Action action) { return failureOf(action).number; }
+
+template <class Pointer, class... A> long errorOfCall(const Pointer& object, const char* member, A... arguments) {
+    return errorOf([&] { object->call(member, arguments...); });
+}

@@ -26,11 +26,6 @@ template <class... A> void assign(const ObjectPtr& object, const char* member, A
     object->invoke(Access::put, member, list);
 }
 
-/// The error of a call.
-template <class... A> long error(const ObjectPtr& object, const char* member, A... arguments) {
-    return errorOf([&] { object->call(member, arguments...); });
-}
-
 } // namespace
 
 TEST_F(FormMembers, WhatIsPutIsWhatIsReadUntilTheFormIsUnloaded) {
@@ -48,12 +43,12 @@ TEST_F(FormMembers, WhatIsPutIsWhatIsReadUntilTheFormIsUnloaded) {
         {"txtName", "Enabled", std::int16_t{0}, false}, {"txtName", "visible", "False", false},
         {"lblName", "Caption", "Shop : ", "Shop : "}, {"cmdOk", "Caption", "Save", "Save"},
         {"chkDone", "Value", std::int16_t{1}, 1}, {"optDown", "Value", true, true}, {"optUp", "Value", false, false},
-        {"cboShop", "ListIndex", 1, 1}, {"cboShop", "Text", "Riverside", "Riverside"}, {"cboFree", "Text", "free", "free"},
-        {"lvwLines", "Tag", "C", "C"}, {"flexRows", "Rows", 5, 5}, {"flexRows", "Cols", 3, 3},
-        {"flexRows", "FixedCols", 0, 0}, {"flexRows", "Row", 2, 2}, {"flexRows", "Col", 1, 1}, {"flexRows", "ColSel", 2, 2},
-        {"flexRows", "RowSel", 4, 4}, {"flexRows", "FixedRows", 2, 2}, {"flexRows", "TopRow", 2, 2},
-        {"flexRows", "Text", "cell", "cell"}, {"flexRows", "CellForeColor", 255, 255},
-        {"flexRows", "BackColor", 0xC0C0C0, 0xC0C0C0},
+        {"cboShop", "ListIndex", 1, 1}, {"cboShop", "Text", "Riverside", "Riverside"},
+        {"cboFree", "Text", "free", "free"}, {"lvwLines", "Tag", "C", "C"}, {"flexRows", "Rows", 5, 5},
+        {"flexRows", "Cols", 3, 3}, {"flexRows", "FixedCols", 0, 0}, {"flexRows", "Row", 2, 2},
+        {"flexRows", "Col", 1, 1}, {"flexRows", "ColSel", 2, 2}, {"flexRows", "RowSel", 4, 4},
+        {"flexRows", "FixedRows", 2, 2}, {"flexRows", "TopRow", 2, 2}, {"flexRows", "Text", "cell", "cell"},
+        {"flexRows", "CellForeColor", 255, 255}, {"flexRows", "BackColor", 0xC0C0C0, 0xC0C0C0},
         // clang-format on
     };
     for (const auto& c : cases) {
@@ -150,7 +145,7 @@ TEST_F(FormMembers, AComponentFillsACombo) {
     EXPECT_EQ(combo->call("List", 0), Value("Airport"));
     EXPECT_EQ(combo->call("ItemData", 2), Value(9));
     EXPECT_EQ(combo->call("List", 3), Value(""));
-    EXPECT_EQ(error(combo, "ItemData", 3), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(combo, "ItemData", 3), kSubscriptOutOfRange);
     combo->call("RemoveItem", 1);
     EXPECT_EQ(combo->call("List", 1), Value("Station"));
 }
@@ -179,8 +174,8 @@ TEST_F(FormMembers, AComponentWorksOnTheLinesOfAList) {
     EXPECT_EQ(texts, "123");
     items->call("Remove", 1);
     EXPECT_EQ(added->get("Index"), Value(2));
-    EXPECT_EQ(error(items, "Item", 3), kSubscriptOutOfRange);
-    EXPECT_EQ(error(items, "Item", "gone"), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(items, "Item", 3), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(items, "Item", "gone"), kSubscriptOutOfRange);
     items->call("Clear");
     EXPECT_EQ(list->get("SelectedItem").objectPtr(), nullptr);
     added->put("Text", "out of its list");
@@ -198,7 +193,7 @@ TEST_F(FormMembers, AComponentSetsTheColumnsOfAList) {
     EXPECT_EQ(form->lvwLines.columns()[1].width, 1200);
     EXPECT_EQ(form->lvwLines.columns()[1].alignment, ColumnAlignment::centre);
     EXPECT_EQ(errorOf([&] { second->put("Alignment", 3); }), 380);
-    EXPECT_EQ(error(headers, "Item", 3), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(headers, "Item", 3), kSubscriptOutOfRange);
     EXPECT_EQ(headers->elements().size(), 2u);
 }
 
@@ -217,7 +212,7 @@ TEST_F(FormMembers, AComponentWorksOnAGrid) {
     grid->call("RemoveItem", 1);
     EXPECT_EQ(grid->call("TextMatrix", 1, 1), Value("another"));
     EXPECT_EQ(errorOf([&] { grid->get("Sort"); }), kNoSuchMember);
-    EXPECT_EQ(error(grid, "TextMatrix", 9, 1), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(grid, "TextMatrix", 9, 1), kSubscriptOutOfRange);
 }
 
 TEST_F(FormMembers, AFormGivesItsControlsByNameNumberAndOneByOne) {
@@ -237,8 +232,8 @@ TEST_F(FormMembers, AFormGivesItsControlsByNameNumberAndOneByOne) {
         EXPECT_EQ(form->get(member), value);
     }
     EXPECT_EQ(errorOf([&] { form->get("txtNothing"); }), kNoSuchMember);
-    EXPECT_EQ(error(controls, "Item", "txtNothing"), 730);
-    EXPECT_EQ(error(controls, "Item", 11), kSubscriptOutOfRange);
+    EXPECT_EQ(errorOfCall(controls, "Item", "txtNothing"), 730);
+    EXPECT_EQ(errorOfCall(controls, "Item", 11), kSubscriptOutOfRange);
 }
 
 TEST_F(FormMembers, AComponentThatComesLateLoadsNothingAndLeavesNothing) {
