@@ -19,10 +19,7 @@ struct Request {
     int id;
     std::string remarks;
     std::string date = "20260320";
-    bool used = false;
-    bool confirmed = false;
-    bool cancelled = false;
-    char type = 'r';
+    std::string state = ""; ///< words of "used", "confirmed", "cancelled" and "sale"
 };
 
 /// A person of the sample company's first shop, with its requests replaced.
@@ -33,19 +30,24 @@ protected:
 
     /// Request n has the number "GR/n", and goes to shop 2.
     void has(const std::vector<Request>& requests) {
-        const auto bit = [](bool value) { return value ? ",1" : ",0"; };
         std::string script = "delete mesRequesttoShopHeader";
-        for (const Request& r : requests)
+        for (const Request& r : requests) {
+            const auto bit = [&r](const char* word) { return r.state.find(word) == r.state.npos ? ",0" : ",1"; };
             script += ";insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
                       "srhtoShopid,SRHremarks,srhtype,srhused,srhTransfinished,SRHcancelled) values (" +
                       std::to_string(r.id) + ",1,'GR/" + std::to_string(r.id) + "','" + r.date + "',2,'" + r.remarks +
-                      "','" + r.type + "'" + bit(r.used) + bit(r.confirmed) + bit(r.cancelled) + ")";
+                      (r.state == "sale" ? "','s'" : "','r'") + bit("used") + bit("confirmed") + bit("cancelled") + ")";
+        }
         company.change(script);
     }
     User& opens(Seat seat = {}) {
         shop.emplace(company, seat);
         shop->opens();
         return shop->user;
+    }
+    User& opensWith(const std::vector<Request>& requests, Seat seat = {}) {
+        has(requests);
+        return opens(seat);
     }
     User& user() { return shop->user; }
     forms::Grid& grid() { return *user().control<forms::Grid>("flexMaster"); }
@@ -56,6 +58,15 @@ protected:
         std::vector<std::string> cells;
         for (const auto& row : user().grid("flexMaster")) cells.push_back(row.at(static_cast<std::size_t>(col)));
         return cells;
+    }
+    /// What stands in one column of the current row.
+    std::string current(int col) { return column(col).at(static_cast<std::size_t>(grid().row()) - 1); }
+    /// A letter for each command whose button is on.
+    std::string commands() {
+        std::string on;
+        for (const char* button : {"cmdnew", "CmdEdit", "CmdDelete", "cmdPrev"})
+            if (user().enabled(button)) on += button[3] == 'n' ? 'N' : button[3];
+        return on;
     }
     /// Takes note of the error boxes and closes them; each as "module, routine", without the
     /// blanks that both end with.

@@ -21,28 +21,21 @@ TEST_F(Starting, AWrongKeyShowsNothing) {
         shop->component.strProjectKey = key;
         shop->opens();
         EXPECT_TRUE(user().ended()) << key;
-        EXPECT_TRUE(shop->desktop.messages.empty());
-        EXPECT_TRUE(shop->statements().empty());
+        EXPECT_EQ(shop->desktop.messages.size() + shop->statements().size(), 0u);
     }
-}
-
-TEST_F(Starting, TheHostsFieldsBecomeTheSession) {
-    shop.emplace(company);
+    // The host's fields become the session all the same.
     Component& host = shop->component;
     host.intCompanyID = -7;
     host.intUserID = -5;
     host.intShopid = -2;
     host.interfaceid = 70000;
     host.strMsgboxCaption = "Caption";
-    host.strProjectKey = "other";
     shop->opens();
-    EXPECT_EQ(session().companyId, -7);
-    EXPECT_EQ(session().userId, -5);
-    EXPECT_EQ(session().shopId, -2);
-    EXPECT_EQ(session().screenId, 70000);
-    EXPECT_EQ(session().messageBoxCaption, "Caption");
-    EXPECT_EQ(session().processDate.days, host.dtProcessDate.days);
-    EXPECT_EQ(session().connection, host.adocon);
+    const Session& s = session();
+    EXPECT_EQ(std::tuple(s.companyId, s.userId, s.shopId, s.screenId), std::tuple(-7, -5, -2, 70000));
+    EXPECT_EQ(s.messageBoxCaption, "Caption");
+    EXPECT_EQ(s.processDate.days, host.dtProcessDate.days);
+    EXPECT_EQ(s.connection, host.adocon);
 }
 
 TEST_F(Starting, IsRefusedWhileTheRegisterLoadsOrIsOpen) {
@@ -119,52 +112,41 @@ TEST_F(Starting, WithoutAConnectionTheRegisterReportsAndCanBeClosed) {
 }
 
 TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
-    const std::string load = "frmMaster, Form_Load";
-    const std::string activate = "frmMaster, Form_Activate";
-    const std::string populate = "frmMaster, GridPopulate";
-    const std::string rights = "frmMaster, USerRights";
-    const std::string setShop = " where ShopID = 1";
-    struct Case {
-        const char* name;
-        std::string change;  ///< of the company
-        std::string failing; ///< what no statement may contain
-        bool dies;           ///< the connection dies of it
+    const std::string load = "frmMaster, Form_Load", activate = "frmMaster, Form_Activate";
+    const std::string populate = "frmMaster, GridPopulate", rights = "frmMaster, USerRights";
+    const struct {
+        const char* change;  ///< of the company, or
+        const char* failing; ///< what no statement may contain
         Texts reports;
-        std::size_t rows; ///< shown all the same; an empty grid keeps one
+        std::size_t rows;  ///< shown all the same; an empty grid keeps one
+        bool dies = false; ///< the connection dies of it
+    } cases[] = {
+        // clang-format off
+        {"", "", {}, 2}, {"delete LOsSettings where ShopID = 1", "", {load}, 1},
+        {"update LOsSettings set sNoofBackDays = null where ShopID = 1", "", {load}, 1},
+        {"update LOsSettings set sNoofBackDays = 32768 where ShopID = 1", "", {load}, 1}, // past 16 bits
+        {"", "vwshopCloseDate", {load}, 1}, {"delete aPAckageSettings", "", {}, 2},
+        {"", "select alias", {load, activate}, 1},
+        {"update aPAckageSettings set alias = 1; delete aalias", "", {}, 2}, {"delete atablecolumns", "", {}, 2},
+        {"delete atablecolumns where columnno > 4", "", {}, 2},
+        {"insert into atablecolumns (tableid,columnno,columnname,ColumnHeader) values (1,10,'more','More')", "",
+         {populate}, 2},
+        {"delete loUsers", "", {}, 2}, {"", "louserrights", {rights}, 2}, {"", " select sRHrequestID", {populate}, 1},
+        {"", " select sRHrequestID", {populate, rights, activate}, 1, true},
+        {"", "atablecolumns", {populate, populate, rights, activate}, 2, true},
+        {"", "aMasterGridSettings", {populate}, 2},
+        // clang-format on
     };
-    for (const Case& c : {
-             Case{"nothing", "", "", false, {}, 2},
-             {"no back days", "delete LOsSettings" + setShop, "", false, {load}, 1},
-             {"back days null", "update LOsSettings set sNoofBackDays = null" + setShop, "", false, {load}, 1},
-             {"back days past 16 bits", "update LOsSettings set sNoofBackDays = 32768" + setShop, "", false, {load}, 1},
-             {"no view of day closes", "", "vwshopCloseDate", false, {load}, 1},
-             {"no package settings", "delete aPAckageSettings", "", false, {}, 2},
-             {"alias not readable", "", "select alias", false, {load, activate}, 1},
-             {"alias set but missing", "update aPAckageSettings set alias = 1; delete aalias", "", false, {}, 2},
-             {"no header catalogue", "delete atablecolumns", "", false, {}, 2},
-             {"too few headers", "delete atablecolumns where columnno > 4", "", false, {}, 2},
-             {"too many headers",
-              "insert into atablecolumns (tableid,columnno,columnname,ColumnHeader) values (1,10,'more','More')",
-              "",
-              false,
-              {populate},
-              2},
-             {"no user", "delete loUsers", "", false, {}, 2},
-             {"rights not readable", "", "louserrights", false, {rights}, 2},
-             {"list not readable", "", " select sRHrequestID", false, {populate}, 1},
-             {"dies at the list", "", " select sRHrequestID", true, {populate, rights, activate}, 1},
-             {"dies at the headers", "", "atablecolumns", true, {populate, populate, rights, activate}, 2},
-             {"saved layout not readable", "", "aMasterGridSettings", false, {populate}, 2},
-         }) {
-        SCOPED_TRACE(c.name);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.change) + c.failing);
         const support::CompanyFile broken;
         broken.change("delete mesRequesttoShopHeader where srhshopid <> 1 or srhtype <> 'r'");
         broken.change("delete mesRequesttoShopHeader where srhrequestid not in (select top 2 srhrequestid from"
                       " mesRequesttoShopHeader where srhrequestdate > '20260301' order by srhrequestid)");
-        if (!c.change.empty()) broken.change(c.change);
+        broken.change(c.change);
         shop.emplace(broken);
         shop->connection->failOn([&c, dead = false](std::string_view s) mutable {
-            const bool met = !c.failing.empty() && s.find(c.failing) != s.npos;
+            const bool met = *c.failing && s.find(c.failing) != s.npos;
             dead = dead || (c.dies && met);
             return met || dead;
         });
@@ -172,9 +154,7 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         EXPECT_EQ(reports(), c.reports);
         EXPECT_EQ(user().form(), "frmMaster");
         EXPECT_EQ(user().grid("flexMaster").size(), c.rows);
-        if (!c.reports.empty() && c.reports.front() == load) {
-            EXPECT_FALSE(user().enabled("cmdnew"));
-        }
+        EXPECT_FALSE(!c.reports.empty() && c.reports.front() == load && user().enabled("cmdnew"));
         EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
         user().clicks("CmdClose");
         EXPECT_TRUE(user().ended());
@@ -216,19 +196,16 @@ TEST(Collisions, AreKnownByTheServersNumbersWhateverTheProvidersIs) {
         std::string className() const override { return "Errors"; }
     };
     constexpr std::int32_t kFailure = -2147467259, kViolation = -2147217873, kErrors = -2147217887;
-    struct Case {
+    const struct {
         std::int32_t number, native;
         Collision collision;
-    };
-    for (const Case& c : {Case{kFailure, 1205, Collision::lock},
-                          {kErrors, 1222, Collision::lock},
-                          {kViolation, 2627, Collision::key},
-                          {kFailure, 2627, Collision::key},
-                          {kErrors, 2601, Collision::key},
-                          {kViolation, 0, Collision::key},
-                          {kViolation, 515, Collision::none}, // no value where there must be one
-                          {kViolation, 547, Collision::none}, // no row that it goes with
-                          {kFailure, 0, Collision::none}}) {
+    } cases[] = {{kFailure, 1205, Collision::lock},  {kErrors, 1222, Collision::lock},
+                 {kViolation, 2627, Collision::key}, {kFailure, 2627, Collision::key},
+                 {kErrors, 2601, Collision::key},    {kViolation, 0, Collision::key},
+                 {kViolation, 515, Collision::none}, // no value where there must be one
+                 {kViolation, 547, Collision::none}, // no row that it goes with
+                 {kFailure, 0, Collision::none}};
+    for (const auto& c : cases) {
         const auto errors = std::make_shared<Errors>(c.number, c.native);
         EXPECT_EQ(Connection(errors).collision(RunTimeError(c.number, "")), c.collision) << c.number << " " << c.native;
         EXPECT_EQ(Connection(errors).collision(RunTimeError(5, "")), Collision::none) << "another's error";
@@ -254,44 +231,38 @@ TEST(RecordsetFaults, OneThatNobodyClosedIsClosedAtItsEnd) {
 }
 
 TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
-    struct Case {
-        const char* name;
+    const support::Request one{1, ""}, two{2, ""};
+    const struct {
         const char* mode;
         std::vector<support::Request> before;
-        int row;
-        std::string condition;
+        int row, sought;
         Texts numbers; ///< of the grid afterwards
         int current;
-    };
-    for (const Case& c :
-         {Case{"E overwrites the current row", "E", {{1, ""}, {2, ""}}, 2, " srhrequestid =7", {"GR/1", "GR/7"}, 2},
-          {"N adds a row", "N", {{1, ""}, {2, ""}}, 1, " srhrequestid =7", {"GR/1", "GR/2", "GR/7"}, 3},
-          {"N adds to one row", "N", {{1, ""}}, 1, " srhrequestid =7", {"GR/1", "GR/7"}, 2},
-          {"N fills an empty register", "N", {}, 1, " srhrequestid =7", {"GR/7"}, 1},
-          {"not found", "E", {{1, ""}, {2, ""}}, 1, " srhrequestid =99", {"GR/1", "GR/2"}, 1},
-          {"not found, new", "N", {{1, ""}}, 1, " srhrequestid =99", {"GR/1"}, 1},
-          {"of the other kind", "N", {{1, ""}}, 1, " srhrequestid =8", {"GR/1"}, 1},
-          {"before the period", "N", {{1, ""}}, 1, " srhrequestid =9", {"GR/1"}, 1}}) {
-        SCOPED_TRACE(c.name);
-        has(c.before);
-        opens();
+    } cases[] = {{"E", {one, two}, 2, 7, {"GR/1", "GR/7"}, 2},
+                 {"N", {one, two}, 1, 7, {"GR/1", "GR/2", "GR/7"}, 3},
+                 {"N", {one}, 1, 7, {"GR/1", "GR/7"}, 2},
+                 {"N", {}, 1, 7, {"GR/7"}, 1},
+                 {"E", {one, two}, 1, 99, {"GR/1", "GR/2"}, 1}, // not found
+                 {"N", {one}, 1, 99, {"GR/1"}, 1},
+                 {"N", {one}, 1, 8, {"GR/1"}, 1},  // of the other kind
+                 {"N", {one}, 1, 9, {"GR/1"}, 1}}; // before the period
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::to_string(&c - cases) + c.mode);
+        opensWith(c.before);
         std::vector<support::Request> after = c.before;
-        after.push_back({7, "new", "20260331"});
-        after.push_back({8, "sale", "20260331", false, false, false, 's'});
-        after.push_back({9, "old", "20240101"});
+        after.insert(after.end(), {{7, "new", "20260331"}, {8, "sale", "20260331", "sale"}, {9, "old", "20240101"}});
         has(after);
         company.change("update mesRequesttoShopHeader set SRHremarks = null where srhrequestid = 7");
         user().selectsRow("flexMaster", c.row);
         user().happens([&] {
             session().editMode = c.mode;
-            UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery, c.condition);
+            UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery,
+                            " srhrequestid =" + std::to_string(c.sought));
         });
         EXPECT_EQ(column(kColNumber), c.numbers);
         expectSelected(c.current);
-        if (c.numbers.at(static_cast<std::size_t>(c.current - 1)) != "GR/7") continue;
-        EXPECT_EQ(column(kColId).at(static_cast<std::size_t>(c.current - 1)), "7");
-        EXPECT_EQ(column(kColRemarks).at(static_cast<std::size_t>(c.current - 1)), "");
-        EXPECT_EQ(column(kColDate).at(static_cast<std::size_t>(c.current - 1)), "31/03/2026");
+        if (current(kColNumber) != "GR/7") continue;
+        EXPECT_EQ(current(kColId) + "|" + current(kColRemarks) + "|" + current(kColDate), "7||31/03/2026");
     }
 }
 
