@@ -11,10 +11,7 @@ using namespace basic;
 namespace {
 
 TEST(Calendar, KnowsTheDaysOfTheEra) {
-    const struct {
-        double days;
-        CivilTime parts;
-    } cases[] = {
+    const std::pair<double, CivilTime> cases[] = {
         // clang-format off
         {0, {1899, 12, 30}}, {1, {1899, 12, 31}}, {2, {1900, 1, 1}},
         {60, {1900, 2, 28}}, // 1900 had no 29 February
@@ -24,10 +21,10 @@ TEST(Calendar, KnowsTheDaysOfTheEra) {
         {-1.75, {1899, 12, 29, 18}}, {-657434, {100, 1, 1}}, {-657434.5, {100, 1, 1, 12}}, {2958465, {9999, 12, 31}},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        const CivilTime& p = c.parts;
-        EXPECT_EQ(civil(Date{c.days}), p) << c.days;
-        EXPECT_EQ(dateOf(p.year, p.month, p.day, p.hour, p.minute, p.second).days, c.days);
+    for (const auto& [days, parts] : cases) {
+        const CivilTime& p = parts;
+        EXPECT_EQ(civil(Date{days}), p) << days;
+        EXPECT_EQ(dateOf(p.year, p.month, p.day, p.hour, p.minute, p.second).days, days);
     }
 }
 

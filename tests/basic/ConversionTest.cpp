@@ -104,10 +104,7 @@ TEST(CBool, TakesItsTwoWordsAndNumbers) {
 }
 
 TEST(CStr, WritesEachKindAsPeopleReadIt) {
-    const struct {
-        Value value;
-        const char* expected;
-    } cases[] = {
+    const std::pair<Value, const char*> cases[] = {
         // clang-format off
         {Empty(), ""}, {true, "True"}, {false, "False"}, {std::int16_t{-32768}, "-32768"},
         {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
@@ -119,9 +116,9 @@ TEST(CStr, WritesEachKindAsPeopleReadIt) {
         {dateOf(1850, 1, 2, 6), "02/01/1850 06:00:00"},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(cStr(c.value), c.expected);
-        EXPECT_EQ(concatText(c.value), c.expected);
+    for (const auto& [value, expected] : cases) {
+        EXPECT_EQ(cStr(value), expected);
+        EXPECT_EQ(concatText(value), expected);
     }
     EXPECT_EQ(errorOf([] { cStr(Null()); }), kInvalidUseOfNull);
     EXPECT_EQ(concatText(Null()), "");

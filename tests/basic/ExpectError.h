@@ -27,3 +27,7 @@ template <class Action> long errorOf(Action action) { return failureOf(action).n
 template <class Pointer, class... A> long errorOfCall(const Pointer& object, const char* member, A... arguments) {
     return errorOf([&] { object->call(member, arguments...); });
 }
+
+template <class Pointer> long errorOfPut(const Pointer& object, const char* member, const automation::Value& value) {
+    return errorOf([&] { object->put(member, value); });
+}

@@ -11,10 +11,7 @@ using namespace basic;
 namespace {
 
 TEST(FormatNumber, RoundsWhatPeopleRead) {
-    const struct {
-        double number;
-        const char *pattern, *expected;
-    } cases[] = {
+    const std::tuple<double, const char*, const char*> cases[] = {
         // clang-format off
         {12.345, "0.00", "12.35"}, {12.347, "0.00", "12.35"}, {1.005, "0.00", "1.01"}, {-1.005, "0.00", "-1.01"},
         {2.5, "0", "3"}, {0.5, "0", "1"},
@@ -31,7 +28,8 @@ TEST(FormatNumber, RoundsWhatPeopleRead) {
         {1e-300, "0.00", "0.00"}, {0.1 + 0.2, "0.000#################", "0.300"}, {1234, "0,000,000", "0,001,234"},
         // clang-format on
     };
-    for (const auto& c : cases) EXPECT_EQ(format(c.number, c.pattern), c.expected) << c.number << " " << c.pattern;
+    for (const auto& [number, pattern, expected] : cases)
+        EXPECT_EQ(format(number, pattern), expected) << number << " " << pattern;
     EXPECT_EQ(errorOf([] { format(std::numeric_limits<double>::infinity(), "0.00"); }), kOverflow);
 }
 

@@ -12,10 +12,7 @@ using namespace basic;
 namespace {
 
 TEST(Val, ReadsTheNumberAtTheStart) {
-    const struct {
-        const char* text;
-        double expected;
-    } cases[] = {
+    const std::pair<const char*, double> cases[] = {
         // clang-format off
         {"", 0}, {"abc", 0}, {"12", 12}, {"  12", 12}, {"1 2 3", 123}, {"12pcs", 12}, {"1,234", 1}, {"1.5.7", 1.5},
         {".5", 0.5}, {"5.", 5}, {".", 0}, {"-", 0}, {"--5", 0}, {"-  5", -5}, {"+7", 7}, {"1e3", 1000}, {"1d3", 1000},
@@ -24,7 +21,7 @@ TEST(Val, ReadsTheNumberAtTheStart) {
         {"1\t2\n3", 123}, {"0.1", 0.1}, {"1e-999999999999", 0}, {"\u00bd", 0}, {"-0.0004", -0.0004},
         // clang-format on
     };
-    for (const auto& c : cases) EXPECT_EQ(val(c.text), c.expected) << c.text;
+    for (const auto& [text, expected] : cases) EXPECT_EQ(val(text), expected) << text;
     for (const char* much : {"1e400", "1e99999999999999999999"}) EXPECT_EQ(errorOf([&] { val(much); }), kOverflow);
     EXPECT_EQ(val(std::string(400, '0') + "7"), 7);
     EXPECT_EQ(val(std::string("4\0005", 3)), 4);
@@ -46,11 +43,7 @@ TEST(IsNumeric, IsWiderThanVal) {
 }
 
 TEST(NumberText, ShowsFifteenDigits) {
-    const struct {
-        double number;
-        const char* text;
-        std::string plain;
-    } cases[] = {
+    const std::tuple<double, const char*, std::string> cases[] = {
         // clang-format off
         {0, "0", "0"}, {-0.0, "0", "0"}, {0.5, "0.5", "0.5"}, {-0.5, "-0.5", "-0.5"}, {100, "100", "100"},
         {0.1 + 0.2, "0.3", "0.3"}, {1.0 / 3, "0.333333333333333", "0.333333333333333"},
@@ -64,9 +57,9 @@ TEST(NumberText, ShowsFifteenDigits) {
         {1.25e-16, "1.25E-16", "0.000000000000000125"}, {1e100, "1E+100", "1" + std::string(100, '0')},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(numberText(c.number), c.text);
-        EXPECT_EQ(decimalText(c.number), c.plain);
+    for (const auto& [number, text, plain] : cases) {
+        EXPECT_EQ(numberText(number), text);
+        EXPECT_EQ(decimalText(number), plain);
     }
     EXPECT_EQ(errorOf([] { numberText(std::numeric_limits<double>::infinity()); }), kOverflow);
     EXPECT_EQ(val(decimalText(std::numeric_limits<double>::denorm_min())), std::numeric_limits<double>::denorm_min());

@@ -59,16 +59,13 @@ TEST(Text, RefusesImpossiblePositions) {
 }
 
 TEST(Text, FindsByPosition) {
-    const struct {
-        const char* text;
-        const char* sought;
-        int start, expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int, int> cases[] = {
         {"abcabc", "c", 1, 3}, {"abcabc", "c", 4, 6}, {"abc", "C", 1, 0},       {"abc", "x", 1, 0},
         {"abc", "", 2, 2},     {"", "", 1, 0},        {"ab", "abc", 1, 0},      {"\u00e9\u20ac:=", ":=", 1, 3},
         {"abc", "a", 99, 0},   {"aab", "ab", 1, 2},   {"\u00e9", "\xc3", 1, 0},
     };
-    for (const auto& c : cases) EXPECT_EQ(instr(c.text, c.sought, c.start), c.expected) << c.text << " " << c.sought;
+    for (const auto& [text, sought, start, expected] : cases)
+        EXPECT_EQ(instr(text, sought, start), expected) << text << " " << sought;
 }
 
 TEST(Text, ChangesAndComparesCaseOfThreeScripts) {

@@ -8,9 +8,7 @@ using namespace sandbox;
 
 TEST(Dialect, ValuesFollowTheServer) {
     const auto connection = smallCompany();
-    const struct {
-        const char *statement, *expected;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         // clang-format off
         {"select len('ab  '), len('  ab'), len(N'\u00e4\u20ac'), len(12345)", "2,4,2,5"},
         {"select right('abc', 2), right('abc', 9), 'it''s', N'fine'", "'bc','abc','it's','fine'"},
@@ -43,11 +41,11 @@ TEST(Dialect, ValuesFollowTheServer) {
         {"select shopid as id from aShops s where s.shopname = 'harbour' -- a remark\n", "1"},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.statement);
+    for (const auto& [statement, expected] : cases) {
+        SCOPED_TRACE(statement);
         std::string given;
-        EXPECT_NO_THROW(given = rows(*connection, c.statement));
-        EXPECT_EQ(given, c.expected);
+        EXPECT_NO_THROW(given = rows(*connection, statement));
+        EXPECT_EQ(given, expected);
     }
     const auto holds = [&](const std::string& condition) {
         return rows(*connection, "select case when " + condition + " then 1 else 0 end");
@@ -134,11 +132,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
     for (const std::string text : {"1.5", "1e3", "$", "-", "+-1"})
         expectRefusal("select convert(int, '" + text + "')", kConversionError,
                       "Syntax error converting the varchar value '" + text + "' to a column of data type int.");
-    const struct {
-        const char* statement;
-        long number;
-        const char* text;
-    } failing[] = {
+    const std::tuple<const char*, long, const char*> failing[] = {
         // clang-format off
         {"select len(getdate())", kConversionError, "A datetime is not converted to text here."},
         {"select itemid from aitem where itemid = (select itemid from aitem)", kServerFailure,
@@ -169,7 +163,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
          "Cannot insert the value NULL into column 'UnitId', table 'aUnit'; column does not allow nulls."},
         // clang-format on
     };
-    for (const auto& c : failing) expectRefusal(c.statement, c.number, c.text);
+    for (const auto& [statement, number, text] : failing) expectRefusal(statement, number, text);
     const auto refused = [&](const std::string& statement) {
         return failureOf([&] { connection->database().execute(statement); }).number;
     };
@@ -189,9 +183,7 @@ TEST(Dialect, WhatTheServerRefusesIsRefusedInItsWords) {
 }
 
 TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
-    const struct {
-        const char *insert, *query, *expected;
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         // clang-format off
         {"insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid) "
          "values ('9', 1, 'N1   ', '2024/3/5', 2.0)",
@@ -211,9 +203,9 @@ TEST(Dialect, InsertedValuesTakeTheColumnsTypeAndDefaults) {
     };
     const auto connection =
         createCompany(":memory:", schemaText() + "\ngo\ncreate table t (padded char(4), amount real, huge bigint)");
-    for (const auto& c : cases) {
-        connection->database().execute(c.insert);
-        EXPECT_EQ(rows(*connection, c.query), c.expected);
+    for (const auto& [insert, query, expected] : cases) {
+        connection->database().execute(insert);
+        EXPECT_EQ(rows(*connection, query), expected);
     }
 }
 

@@ -9,10 +9,7 @@ using namespace database_test;
 using namespace sandbox;
 
 TEST(Shape, IsTheSameWhereOnlyPlainValuesDiffer) {
-    const struct {
-        const char *one, *other;
-        bool same;
-    } cases[] = {
+    const std::tuple<const char*, const char*, bool> cases[] = {
         {"select * from aitem where itemid=100", "select * from aitem  where itemid = 7 -- seven", true},
         {"select * from aitem where itemcode='A-100'", "select * from aitem where itemcode='it''s'", true},
         {"select 'a'", "select N'a'", false},
@@ -26,8 +23,8 @@ TEST(Shape, IsTheSameWhereOnlyPlainValuesDiffer) {
         {"select 1, 2", "select 12", false},
         {"select 'a' 'b'", "select 'ab'", false},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(shapeOf(c.one).key == shapeOf(c.other).key, c.same) << c.one << " / " << c.other;
+    for (const auto& [one, other, same] : cases)
+        EXPECT_EQ(shapeOf(one).key == shapeOf(other).key, same) << one << " / " << other;
 }
 
 TEST(Shape, EachStatementGivesItsOwnRowsWhateverRanBefore) {

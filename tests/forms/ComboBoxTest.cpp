@@ -25,15 +25,13 @@ protected:
 } // namespace
 
 TEST_F(Combo, ClickComesOnlyWithAnotherEntry) {
-    const struct {
-        int index, clicks;
-        const char* text;
-    } steps[] = {{-1, 0, ""}, {0, 1, "Riverside"}, {0, 1, "Riverside"},    {2, 2, "Station"},
-                 {-1, 2, ""}, {2, 3, "Station"},   {1, 4, "Market Square"}};
-    for (const auto& step : steps) {
-        list.setListIndex(step.index);
-        EXPECT_EQ(clicks, step.clicks) << step.index;
-        EXPECT_EQ(list.text(), step.text);
+    const std::tuple<int, int, const char*> steps[] = {
+        {-1, 0, ""}, {0, 1, "Riverside"}, {0, 1, "Riverside"},    {2, 2, "Station"},
+        {-1, 2, ""}, {2, 3, "Station"},   {1, 4, "Market Square"}};
+    for (const auto& [index, clicksUntilThen, text] : steps) {
+        list.setListIndex(index);
+        EXPECT_EQ(clicks, clicksUntilThen) << index;
+        EXPECT_EQ(list.text(), text);
     }
     EXPECT_THROW(list.setListIndex(3), RunTimeError);
     EXPECT_THROW(list.itemData(-1), RunTimeError);

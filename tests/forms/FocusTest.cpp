@@ -44,23 +44,19 @@ TEST_F(Focus, TabVisitsEachStopOnceAndAnOptionGroupAtItsChoice) {
 }
 
 TEST_F(Focus, MnemonicsReachWhatTheirLetterMarks) {
-    const struct {
-        char letter;
-        const char* focus;
-        bool ticked, down;
-    } cases[] = {
+    const std::tuple<char, const char*, bool, bool> cases[] = {
         {'n', "txtName", false, false}, // a label's letter: the box after it
         {'C', "chkDone", true, false},  // the sign before the blank is a literal one
         {'d', "optDown", true, true},
         {'N', "txtName", true, true},
     };
     showsForm();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.letter);
-        user.alt(static_cast<char32_t>(c.letter));
-        EXPECT_EQ(user.focus(), c.focus);
-        EXPECT_EQ(user.checked("chkDone"), c.ticked);
-        EXPECT_EQ(form->optDown.value(), c.down);
+    for (const auto& [letter, focus, ticked, down] : cases) {
+        SCOPED_TRACE(letter);
+        user.alt(static_cast<char32_t>(letter));
+        EXPECT_EQ(user.focus(), focus);
+        EXPECT_EQ(user.checked("chkDone"), ticked);
+        EXPECT_EQ(form->optDown.value(), down);
     }
     user.happens([this] {
         form->chkDone.setEnabled(false);

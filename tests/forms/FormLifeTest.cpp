@@ -143,24 +143,20 @@ TEST_F(FormLife, ADesignThatFailsIsAnErrorAndTheFormCanBeShownAgain) {
 }
 
 TEST_F(FormLife, AnErrorThatAHandlerLetsThroughIsShownAndTheFormStays) {
-    const struct {
-        std::function<void()> handler;
-        const char* title;
-        const char* text;
-    } cases[] = {
+    const std::tuple<std::function<void()>, const char*, const char*> cases[] = {
         {[this] { form->showModal(nullptr); }, "goodsreq", "Form already displayed; can't show modally"},
         {[] { throw automation::RunTimeError(7, "Not there", "server"); }, "server", "Not there"},
         {[] { throw std::runtime_error("broken"); }, "goodsreq", "broken"},
         {[] { throw 7; }, "goodsreq", "Unexpected error"},
     };
     showsForm();
-    for (const auto& c : cases) {
-        form->cmdOk.onClick = c.handler;
+    for (const auto& [handler, source, text] : cases) {
+        form->cmdOk.onClick = handler;
         user.clicks("cmdOk");
         ASSERT_TRUE(user.message());
         EXPECT_EQ(user.message()->icon, MessageIcon::critical);
-        EXPECT_EQ(user.message()->title, c.title);
-        user.answers(c.text, Answer::ok);
+        EXPECT_EQ(user.message()->title, source);
+        user.answers(text, Answer::ok);
         EXPECT_EQ(user.form(), "frmSample");
     }
 }

@@ -28,11 +28,7 @@ protected:
 } // namespace
 
 TEST_F(GridRows, SortIsStableInEachOrder) {
-    const struct {
-        SortOrder order;
-        Texts texts;
-        const char* origins;
-    } cases[] = {
+    const std::tuple<SortOrder, Texts, const char*> cases[] = {
         // clang-format off
         {SortOrder::none, {"b", "a"}, "1|2"},
         {SortOrder::genericAscending, {"10", "9", "x", "-1", "9.0", ""}, "4|2|5|1|6|3"},
@@ -46,12 +42,12 @@ TEST_F(GridRows, SortIsStableInEachOrder) {
         {SortOrder::stringAscending, {}, ""},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        fill(c.texts);
-        grid.sort(0, c.order);
-        EXPECT_EQ(column(1), c.origins);
+    for (const auto& [order, texts, origins] : cases) {
+        fill(texts);
+        grid.sort(0, order);
+        EXPECT_EQ(column(1), origins);
         for (int row = 1; row < grid.rows(); ++row)
-            EXPECT_EQ(grid.cell(row, 0), c.texts.at(std::stoul(std::string(grid.cell(row, 1))) - 1)) << c.origins;
+            EXPECT_EQ(grid.cell(row, 0), texts.at(std::stoul(std::string(grid.cell(row, 1))) - 1)) << origins;
     }
 }
 
@@ -60,11 +56,7 @@ TEST_F(GridRows, RowsThatStandInTheOrderAskedForAreLeftAlone) {
         void changed(Control&, Aspect aspect) override { count += aspect == Aspect::items; }
         int count = 0;
     } layouts;
-    const struct {
-        const char* change;
-        std::function<void()> act;
-        bool sortsAgain;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void()>, bool> cases[] = {
         {"nothing", [] {}, false},
         {"another current row", [&] { grid.selectRow(2); }, false},
         {"another column's text", [&] { grid.setCell(1, 1, "9"); }, false},
@@ -79,19 +71,19 @@ TEST_F(GridRows, RowsThatStandInTheOrderAskedForAreLeftAlone) {
         {"data rows", [&] { grid.setDataRows({}); }, true},
         {"fewer heading rows", [&] { grid.setFixedRows(0); }, true},
     };
-    for (const auto& c : cases) {
+    for (const auto& [change, act, sortsAgain] : cases) {
         grid.reset();
         grid.setFixedCols(0);
         fill({"b", "c", "a"});
         grid.sort(0, SortOrder::stringAscending);
-        c.act();
+        act();
         grid.attach(&layouts);
         layouts.count = 0;
         grid.sort(0, SortOrder::stringAscending);
         grid.attach(nullptr);
-        EXPECT_EQ(layouts.count > 0, c.sortsAgain) << c.change;
+        EXPECT_EQ(layouts.count > 0, sortsAgain) << change;
         for (int row = grid.fixedRows() + 1; row < grid.rows(); ++row)
-            EXPECT_LE(compareText(grid.cell(row - 1, 0), grid.cell(row, 0)), 0) << c.change;
+            EXPECT_LE(compareText(grid.cell(row - 1, 0), grid.cell(row, 0)), 0) << change;
     }
 }
 

@@ -29,11 +29,7 @@ template <class... A> void assign(const ObjectPtr& object, const char* member, A
 } // namespace
 
 TEST_F(FormMembers, WhatIsPutIsWhatIsReadUntilTheFormIsUnloaded) {
-    const struct {
-        const char* control;
-        const char* member;
-        Value in, out;
-    } cases[] = {
+    const std::tuple<const char*, const char*, Value, Value> cases[] = {
         // clang-format off
         {"txtName", "Text", "abc", "abc"}, {"txtName", "TEXT", std::int16_t{12}, "12"},
         {"txtName", "", "by default", "by default"}, {"txtName", "SelStart", 3, 3}, {"txtName", "SelLength", 99, 7},
@@ -51,20 +47,19 @@ TEST_F(FormMembers, WhatIsPutIsWhatIsReadUntilTheFormIsUnloaded) {
         {"flexRows", "CellForeColor", 255, 255}, {"flexRows", "BackColor", 0xC0C0C0, 0xC0C0C0},
         // clang-format on
     };
-    for (const auto& c : cases) {
-        const ObjectPtr object = control(c.control);
-        EXPECT_TRUE(object->has(c.member)) << c.control << "." << c.member;
-        object->put(c.member, c.in);
-        EXPECT_EQ(object->get(c.member), c.out) << c.control << "." << c.member;
+    for (const auto& [name, member, in, out] : cases) {
+        const ObjectPtr object = control(name);
+        EXPECT_TRUE(object->has(member)) << name << "." << member;
+        object->put(member, in);
+        EXPECT_EQ(object->get(member), out) << name << "." << member;
     }
     form->setCaption("Changed");
     form->txtName.setTabStop(false);
     form->txtName.setReadAs("Item");
     form->unload();
     const auto untouched = std::make_shared<SampleForm>(desktop);
-    for (const auto& c : cases)
-        EXPECT_EQ(control(c.control)->get(c.member), untouched->get(c.control).object().get(c.member))
-            << c.control << "." << c.member;
+    for (const auto& [name, member, in, out] : cases)
+        EXPECT_EQ(control(name)->get(member), untouched->get(name).object().get(member)) << name << "." << member;
     EXPECT_EQ(form->caption() + form->txtName.readAs(), "Sample");
     EXPECT_TRUE(form->txtName.tabStop());
     EXPECT_EQ(form->cboShop.listCount() + form->lvwLines.count(), 0);
@@ -87,12 +82,7 @@ TEST_F(FormMembers, WhatIsOnlyReadTellsHowThingsStand) {
 }
 
 TEST_F(FormMembers, WrongMembersAndValuesAreTheirErrors) {
-    const struct {
-        const char* control;
-        const char* member;
-        Value value;
-        long error;
-    } cases[] = {
+    const std::tuple<const char*, const char*, Value, long> cases[] = {
         // clang-format off
         {"txtName", "Caption", "x", kNoSuchMember}, {"txtName", "Name", "x", kNoSuchMember},
         {"lblName", "Text", "x", kNoSuchMember}, {"cmdOk", "Value", true, kNoSuchMember},
@@ -105,9 +95,8 @@ TEST_F(FormMembers, WrongMembersAndValuesAreTheirErrors) {
         {"flexRows", "TextMatrix", "x", kWrongNumberOfArguments},
         // clang-format on
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(errorOf([&] { control(c.control)->put(c.member, c.value); }), c.error)
-            << c.control << "." << c.member;
+    for (const auto& [name, member, value, error] : cases)
+        EXPECT_EQ(errorOfPut(control(name), member, value), error) << name << "." << member;
 }
 
 TEST_F(FormMembers, NoNumberIsTooLargeForTheWindow) {
@@ -192,7 +181,7 @@ TEST_F(FormMembers, AComponentSetsTheColumnsOfAList) {
     EXPECT_EQ(second->get("Index"), Value(2));
     EXPECT_EQ(form->lvwLines.columns()[1].width, 1200);
     EXPECT_EQ(form->lvwLines.columns()[1].alignment, ColumnAlignment::centre);
-    EXPECT_EQ(errorOf([&] { second->put("Alignment", 3); }), 380);
+    EXPECT_EQ(errorOfPut(second, "Alignment", 3), 380);
     EXPECT_EQ(errorOfCall(headers, "Item", 3), kSubscriptOutOfRange);
     EXPECT_EQ(headers->elements().size(), 2u);
 }
@@ -211,7 +200,7 @@ TEST_F(FormMembers, AComponentWorksOnAGrid) {
     EXPECT_EQ(grid->call("TextMatrix", 2, 1), Value("another"));
     grid->call("RemoveItem", 1);
     EXPECT_EQ(grid->call("TextMatrix", 1, 1), Value("another"));
-    EXPECT_EQ(errorOf([&] { grid->get("Sort"); }), kNoSuchMember);
+    EXPECT_EQ(errorOfCall(grid, "Sort"), kNoSuchMember);
     EXPECT_EQ(errorOfCall(grid, "TextMatrix", 9, 1), kSubscriptOutOfRange);
 }
 
@@ -231,7 +220,7 @@ TEST_F(FormMembers, AFormGivesItsControlsByNameNumberAndOneByOne) {
         form->put(member, value);
         EXPECT_EQ(form->get(member), value);
     }
-    EXPECT_EQ(errorOf([&] { form->get("txtNothing"); }), kNoSuchMember);
+    EXPECT_EQ(errorOfCall(form, "txtNothing"), kNoSuchMember);
     EXPECT_EQ(errorOfCall(controls, "Item", "txtNothing"), 730);
     EXPECT_EQ(errorOfCall(controls, "Item", 11), kSubscriptOutOfRange);
 }

@@ -23,10 +23,9 @@ public:
     forms::CommandButton cmdOk{*this, "cmdOk"};
     forms::CommandButton cmdCancel{*this, "cmdCancel"};
 
-    std::function<void()> designs, load, activated, unloaded;
-    std::function<void(bool& cancel, forms::CloseReason)> queryUnload;
-    int loads = 0;
-    int activations = 0;
+    std::function<void()> designs = [] {}, load = designs, activated = designs, unloaded = designs;
+    std::function<void(bool& cancel, forms::CloseReason)> queryUnload = [](bool&, forms::CloseReason) {};
+    int loads = 0, activations = 0;
 
 protected:
     void design() override {
@@ -44,20 +43,16 @@ protected:
         cmdOk.place({120, 5000, 1000, 375}, {true, false, false, true});
         cmdCancel.setText("&Close");
         cmdCancel.setCancel(true);
-        if (designs) designs();
+        designs();
     }
     void onLoad() override {
         ++loads;
-        if (load) load();
+        load();
     }
     void onActivate() override {
         ++activations;
-        if (activated) activated();
+        activated();
     }
-    void onQueryUnload(bool& cancel, forms::CloseReason reason) override {
-        if (queryUnload) queryUnload(cancel, reason);
-    }
-    void onUnload() override {
-        if (unloaded) unloaded();
-    }
+    void onQueryUnload(bool& cancel, forms::CloseReason reason) override { queryUnload(cancel, reason); }
+    void onUnload() override { unloaded(); }
 };

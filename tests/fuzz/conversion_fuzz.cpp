@@ -33,19 +33,15 @@ void hold(bool held, const char* rule) {
 }
 
 /// What the work gives, or nothing and the number of its error, which must be one of those in the headers.
-template <class Work> auto attempt(Work work, long& error) -> std::optional<decltype(work())> {
-    error = 0;
+template <class Work> auto attempt(Work work, long* number = nullptr) -> std::optional<decltype(work())> {
     try {
         return work();
     } catch (const RunTimeError& raised) {
-        error = raised.number();
+        const long error = raised.number();
         hold(error == kInvalidCall || error == kOverflow || error == kTypeMismatch, "an error that no header names");
+        if (number) *number = error;
         return std::nullopt;
     }
-}
-template <class Work> auto attempt(Work work) {
-    long error = 0;
-    return attempt(work, error);
 }
 
 /// Whether two numbers agree in 15 significant digits.
@@ -65,14 +61,14 @@ void checkWritten(double number) {
 
 void checkNumbers(const std::string& text) {
     long error = 0;
-    const auto value = attempt([&] { return basic::val(text); }, error);
+    const auto value = attempt([&] { return basic::val(text); }, &error);
     hold(value ? std::isfinite(*value) : error == kOverflow, "Val of any text is a number or overflows");
     if (value) checkWritten(*value);
 
-    const auto number = attempt([&] { return basic::cDbl(text); }, error);
+    const auto number = attempt([&] { return basic::cDbl(text); });
     hold(basic::isNumeric(text) == number.has_value(), "numeric is what converts");
-    const auto whole = attempt([&] { return basic::cLng(text); }, error);
-    const auto small = attempt([&] { return basic::cInt(text); }, error);
+    const auto whole = attempt([&] { return basic::cLng(text); });
+    const auto small = attempt([&] { return basic::cInt(text); }, &error);
     attempt([&] { return basic::cBool(text); });
     attempt([&] { return basic::cDate(Value(Decimal{"1"})); });
     if (!number) return hold(error != 0 && (!whole || error == kOverflow), "what is no number is no whole number");

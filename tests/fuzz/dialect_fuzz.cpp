@@ -51,16 +51,13 @@ template <class Work> bool attempt(Work work) {
     }
 }
 
-/// Whether the statement can be read in little time.
+/// Whether the statement can be read in little time, or is refused at once.
 bool isSmall(std::string_view statement) {
     int tables = 0;
-    try {
+    return !attempt([&] {
         for (const sandbox::Token& token : sandbox::tokenize(statement))
             if (company().database().schema().table(token.text)) ++tables;
-    } catch (const automation::RunTimeError&) {
-        return true; // refused at once
-    }
-    return tables <= kMostTables;
+    }) || tables <= kMostTables;
 }
 
 /// Reads the rows in each of the ways there are, and writes to the first of them.
@@ -88,20 +85,20 @@ void readAndEdit(std::string_view statement) {
     });
 }
 
+std::vector<std::string> tokensOf(const std::string& text) {
+    std::vector<std::string> tokens;
+    for (const auto& token : sandbox::tokenize(text))
+        tokens.push_back(text.substr(token.begin, token.end - token.begin));
+    return tokens;
+}
+
 const std::vector<std::string>& words() {
-    static const auto& all = *[] {
-        auto* list = new std::vector<std::string>;
-        const std::string statements =
-            sandbox::readTextFile(PROJECT_DIR "/tests/fuzz/seeds/statements.sql") +
-            " union except left outer on having group by top with into intersect "
-            "sum count min max isnumeric replace between not exists smallint "
-            "float bit money nvarchar char unique "
-            "constraint index * - <> >= <= < > = ( ) , . @a '' -1 0 1e308 2147483648 "
-            "9223372036854775808 99999999999999999999.5 '20240230' 0.000000000001 n'\xC3\xA4' distinct ";
-        for (const auto& token : sandbox::tokenize(statements))
-            list->push_back(statements.substr(token.begin, token.end - token.begin));
-        return list;
-    }();
+    static const auto& all = *new std::vector<std::string>(tokensOf(
+        sandbox::readTextFile(PROJECT_DIR "/tests/fuzz/seeds/statements.sql") +
+        " union except left outer on having group by top with into intersect sum count min max isnumeric replace "
+        "between not exists smallint float bit money nvarchar char unique constraint index * - <> >= <= < > = ( ) , . "
+        "@a '' -1 0 1e308 2147483648 9223372036854775808 99999999999999999999.5 '20240230' 0.000000000001 "
+        "n'\xC3\xA4' distinct "));
     return all;
 }
 
@@ -111,23 +108,18 @@ const std::vector<std::string>& words() {
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
     std::mt19937_64 random(seed);
     const auto pick = [&](std::size_t count) { return random() % count; };
-    if (pick(3) == 0) return LLVMFuzzerMutate(data, size, most);
-    const std::string statement(reinterpret_cast<const char*>(data), size);
+    const auto word = [&] { return words()[pick(words().size())]; };
     std::vector<std::string> pieces;
-    try {
-        for (const auto& token : sandbox::tokenize(statement))
-            pieces.push_back(statement.substr(token.begin, token.end - token.begin));
-    } catch (const automation::RunTimeError&) {
-        return LLVMFuzzerMutate(data, size, most);
-    }
+    const bool read = attempt([&] { pieces = tokensOf({reinterpret_cast<const char*>(data), size}); });
+    if (!read || pick(3) == 0) return LLVMFuzzerMutate(data, size, most);
     for (std::size_t changes = 1 + pick(3); changes > 0; --changes) {
-        const std::size_t at = pick(pieces.size());
+        std::string& piece = pieces[pick(pieces.size())];
         switch (pick(5)) {
-        case 0: pieces[at].clear(); break;
-        case 1: pieces[at] = words()[pick(words().size())]; break;
-        case 2: pieces[at] += " " + words()[pick(words().size())]; break;
-        case 3: std::swap(pieces[at], pieces[pick(pieces.size())]); break;
-        default: pieces[at] += " " + pieces[pick(pieces.size())]; break;
+        case 0: piece.clear(); break;
+        case 1: piece = word(); break;
+        case 2: piece += " " + word(); break;
+        case 3: std::swap(piece, pieces[pick(pieces.size())]); break;
+        default: piece += " " + pieces[pick(pieces.size())]; break;
         }
     }
     std::string made;

@@ -15,7 +15,7 @@ namespace {
 using goodsreq::SlipSettings;
 
 /// The setting as a 16-bit number, however the file has it; 0 where it has none.
-int number(std::string_view content, const char* key) {
+int number(std::string_view content, std::string_view key) {
     const auto value = goodsreq::findSetting(content, key);
     if (!value) return 0;
     if (value->data() < content.data() || value->data() + value->size() > content.data() + content.size()) std::abort();
@@ -27,23 +27,14 @@ int number(std::string_view content, const char* key) {
 }
 
 SlipSettings settingsOf(std::string_view content) {
+    using S = SlipSettings;
+    static constexpr int S::*kMembers[] = {
+        &S::pageLines,        &S::pageWidth,       &S::serialWidth,      &S::quantityWidth,
+        &S::unitWidth,        &S::rateWidth,       &S::amountWidth,      &S::showCost,
+        &S::showItemCode,     &S::headerTopLine,   &S::headerBottomLine, &S::detailBottomLine,
+        &S::showSellingPrice, &S::separatorBlanks, &S::footerOnEachPage, &S::showTotalQuantity};
     SlipSettings s;
-    s.pageLines = number(content, "p");
-    s.pageWidth = number(content, "w");
-    s.serialWidth = number(content, "s");
-    s.quantityWidth = number(content, "q");
-    s.unitWidth = number(content, "u");
-    s.rateWidth = number(content, "r");
-    s.amountWidth = number(content, "a");
-    s.showCost = number(content, "c");
-    s.showSellingPrice = number(content, "e");
-    s.showItemCode = number(content, "i");
-    s.headerTopLine = number(content, "t");
-    s.headerBottomLine = number(content, "h");
-    s.detailBottomLine = number(content, "b");
-    s.separatorBlanks = number(content, "k");
-    s.footerOnEachPage = number(content, "f");
-    s.showTotalQuantity = number(content, "g");
+    for (const char* key = "pwsquracithbekfg"; const auto member : kMembers) s.*member = number(content, {key++, 1});
     return s;
 }
 
@@ -64,28 +55,24 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string content(reinterpret_cast<const char*>(data), size);
     const SlipSettings s = settingsOf(content);
     const int headerLines = number(content, "l") & 0x7FFF;
-    int details = 0;
-    int lines = 0;
-    int feeds = 0;
+    int details = 0, lines = 0, feeds = 0;
+    const auto print = [&](const std::string& text) {
+        plain(text);
+        ++lines;
+    };
+    const auto detail = [&](int index) {
+        ++details;
+        goodsreq::SlipLine line;
+        line.number = index + 1;
+        line.code = content.substr(0, 40);
+        line.description = content.substr(content.size() / 2, 100);
+        line.unit = content.substr(0, 12);
+        line.quantity = 1.5;
+        line.sellingPrice = content.substr(0, 30);
+        return line;
+    };
     try {
-        goodsreq::printPages(s, headerLines, kRecords,
-                             {[&](int index) {
-                                  ++details;
-                                  goodsreq::SlipLine line;
-                                  line.number = index + 1;
-                                  line.code = content.substr(0, 40);
-                                  line.description = content.substr(content.size() / 2, 100);
-                                  line.unit = content.substr(0, 12);
-                                  line.quantity = 1.5;
-                                  line.sellingPrice = content.substr(0, 30);
-                                  return line;
-                              },
-                              [&] { ++lines; },
-                              [&](const std::string& text) {
-                                  plain(text);
-                                  ++lines;
-                              },
-                              [&] { ++feeds; }});
+        goodsreq::printPages(s, headerLines, kRecords, {detail, [&] { ++lines; }, print, [&] { ++feeds; }});
         if (details != kRecords || feeds >= kRecords || lines > kRecords * 6 + 2) std::abort();
         goodsreq::totalLine(s, 1, 2);
         goodsreq::HeaderSettings h;

@@ -312,19 +312,18 @@ TEST_F(Deleting, WithAReasonCancelsTheRequest) {
 
 TEST_F(Deleting, KeepsTwentyCharactersOfTheNameAndTwoHundredAndThirtyOfTheReason) {
     const std::string longest(230, 'x');
-    const struct {
-        std::string name, reason, stored;
-    } cases[] = {{"administrator-of-shop-12", "wrong", "administrator-of-sho:wrong"},
-                 {"  Jo  ", "  wrong  ", "Jo:wrong"},
-                 {"Jo", longest + "y", "Jo:" + longest},
-                 {"Jo''s", "it's 'late'", "Jo's:it's 'late'"}};
-    for (const auto& c : cases) {
-        company.change("update loUsers set UserName = '" + c.name + "' where Userid = 1");
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        {"administrator-of-shop-12", "wrong", "administrator-of-sho:wrong"},
+        {"  Jo  ", "  wrong  ", "Jo:wrong"},
+        {"Jo", longest + "y", "Jo:" + longest},
+        {"Jo''s", "it's 'late'", "Jo's:it's 'late'"}};
+    for (const auto& [name, reason, stored] : cases) {
+        company.change("update loUsers set UserName = '" + name + "' where Userid = 1");
         opensWith({{1, "first"}});
         confirms(1);
-        user().pastes(c.reason);
+        user().pastes(reason);
         user().clicks("cmdOk");
-        EXPECT_EQ(remarks(1), c.stored);
+        EXPECT_EQ(remarks(1), stored);
     }
 }
 

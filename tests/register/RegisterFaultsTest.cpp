@@ -196,18 +196,15 @@ TEST(Collisions, AreKnownByTheServersNumbersWhateverTheProvidersIs) {
         std::string className() const override { return "Errors"; }
     };
     constexpr std::int32_t kFailure = -2147467259, kViolation = -2147217873, kErrors = -2147217887;
-    const struct {
-        std::int32_t number, native;
-        Collision collision;
-    } cases[] = {{kFailure, 1205, Collision::lock},  {kErrors, 1222, Collision::lock},
-                 {kViolation, 2627, Collision::key}, {kFailure, 2627, Collision::key},
-                 {kErrors, 2601, Collision::key},    {kViolation, 0, Collision::key},
-                 {kViolation, 515, Collision::none}, // no value where there must be one
-                 {kViolation, 547, Collision::none}, // no row that it goes with
-                 {kFailure, 0, Collision::none}};
-    for (const auto& c : cases) {
-        const auto errors = std::make_shared<Errors>(c.number, c.native);
-        EXPECT_EQ(Connection(errors).collision(RunTimeError(c.number, "")), c.collision) << c.number << " " << c.native;
+    const std::tuple<std::int32_t, std::int32_t, Collision> cases[] = {
+        {kFailure, 1205, Collision::lock},  {kErrors, 1222, Collision::lock}, {kViolation, 2627, Collision::key},
+        {kFailure, 2627, Collision::key},   {kErrors, 2601, Collision::key},  {kViolation, 0, Collision::key},
+        {kViolation, 515, Collision::none}, // no value where there must be one
+        {kViolation, 547, Collision::none}, // no row that it goes with
+        {kFailure, 0, Collision::none}};
+    for (const auto& [number, native, collision] : cases) {
+        const auto errors = std::make_shared<Errors>(number, native);
+        EXPECT_EQ(Connection(errors).collision(RunTimeError(number, "")), collision) << number << " " << native;
         EXPECT_EQ(Connection(errors).collision(RunTimeError(5, "")), Collision::none) << "another's error";
     }
 }

@@ -60,21 +60,19 @@ TEST_F(RegisterList, ShowsARequestAsThePersonReadsIt) {
 TEST_F(RegisterList, CaptionAndHeadersComeFromTheCatalogueWithTheSitesWordForAShop) {
     has({{1, "shop request"}, {2, "sale", "20260320", "sale"}});
     company.change("update atablecolumns set ColumnHeader = 'To godown of shop' where columnno = 7");
-    const struct {
-        int alias, screen;
-        const char *caption, *shown;
-    } cases[] = {{0, 1507, "Goods Request To Shop", "shop request"},
-                 {0, 42, "Goods Request To Shop", "shop request"},
-                 {1, 1507, "Goods Request To Outlet", "shop request"},
-                 {1, 1611, "Inter Division Sales Request", "sale"}};
-    for (const auto& c : cases) {
-        company.change("update aPAckageSettings set alias = " + std::to_string(c.alias));
-        opens({.screenId = c.screen});
-        EXPECT_EQ(user().caption(), c.caption);
-        EXPECT_EQ(column(kColRemarks), Texts{c.shown});
-        const std::string outlet = c.alias ? "Outlet" : "Shop";
+    const std::tuple<int, int, const char*, const char*> cases[] = {
+        {0, 1507, "Goods Request To Shop", "shop request"},
+        {0, 42, "Goods Request To Shop", "shop request"},
+        {1, 1507, "Goods Request To Outlet", "shop request"},
+        {1, 1611, "Inter Division Sales Request", "sale"}};
+    for (const auto& [alias, screen, caption, shown] : cases) {
+        company.change("update aPAckageSettings set alias = " + std::to_string(alias));
+        opens({.screenId = screen});
+        EXPECT_EQ(user().caption(), caption);
+        EXPECT_EQ(column(kColRemarks), Texts{shown});
+        const std::string outlet = alias ? "Outlet" : "Shop";
         const Texts headers{"Request No", "Request Date", outlet + " Name",
-                            "Cancelled",  "Remarks",      c.alias ? "To Outlet of Outlet" : "To godown of shop",
+                            "Cancelled",  "Remarks",      alias ? "To Outlet of Outlet" : "To godown of shop",
                             "Confirmed",  outlet + " Id"};
         EXPECT_EQ(user().entries("cboColNames"), headers);
         EXPECT_EQ(user().entries("cboSearch"), headers);
