@@ -1,5 +1,4 @@
 #include "basic/Conversion.h"
-
 #include "automation/Object.h"
 #include "basic/Calendar.h"
 #include "tests/basic/ExpectError.h"
@@ -25,9 +24,7 @@ struct FieldOf : Object {
     Value value;
 };
 
-Value text(const char* t) { return Value(t); }
-Value decimal(const char* t) { return Value(Decimal{t}); }
-Value money(std::int64_t tenThousandths) { return Value(Currency{tenThousandths}); }
+constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
 
 template <class T> struct Case {
     Value value;
@@ -50,19 +47,16 @@ TEST(CInt, RoundsHalvesToEvenAndRefusesWhatDoesNotFit) {
         {0.5, 0}, {1.5, 2}, {2.5, 2}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2}, {2.5000000000000004, 3},
         {2.4999999999999996, 2}, {0.49999999999999994, 0}, {32767.49, 32767}, {32767.5, 0, kOverflow},
         {-32768.5, -32768}, {-32768.51, 0, kOverflow}, {32768.0, 0, kOverflow}, {1e300, 0, kOverflow},
-        {std::nan(""), 0, kOverflow},
-        {-std::numeric_limits<double>::infinity(), 0, kOverflow},
+        {std::nan(""), 0, kOverflow}, {-std::numeric_limits<double>::infinity(), 0, kOverflow},
         {std::int32_t{40000}, 0, kOverflow}, {std::int32_t{-32768}, -32768}, {true, -1}, {false, 0}, {Empty(), 0},
         {Null(), 0, kInvalidUseOfNull}, {Missing(), 0, kTypeMismatch}, {Array(), 0, kTypeMismatch}, {Date{2.5}, 2},
-        {text("2.5"), 2}, {text("3.5"), 4}, {text(" -3.5 "), -4}, {text("2.50000000000000000000001"), 3},
-        {text("32767.5"), 0, kOverflow}, {text("32767.4999999999999999999"), 32767}, {text("1,234"), 1234},
-        {text("1e3"), 1000}, {text("99999999999999999999"), 0, kOverflow}, {text("1e99999999999"), 0, kOverflow},
-        {text("1e-99999999999"), 0}, {text(""), 0, kTypeMismatch}, {text("NOTFOUND"), 0, kTypeMismatch},
-        {text("12 pcs"), 0, kTypeMismatch}, {text("True"), 0, kTypeMismatch}, {text("&HFFFF"), -1},
-        {decimal("2.5"), 2}, {decimal("2.500000000000000000000000001"), 3}, {decimal("-3.5"), -4},
-        {decimal("0.5"), 0}, {decimal("999999999999999999"), 0, kOverflow}, {money(25000), 2}, {money(25001), 3},
-        {money(-35000), -4}, {money(327675000), 0, kOverflow},
-        {money(std::numeric_limits<std::int64_t>::min()), 0, kOverflow},
+        {"2.5", 2}, {"3.5", 4}, {" -3.5 ", -4}, {"2.50000000000000000000001", 3}, {"32767.5", 0, kOverflow},
+        {"32767.4999999999999999999", 32767}, {"1,234", 1234}, {"1e3", 1000}, {"99999999999999999999", 0, kOverflow},
+        {"1e99999999999", 0, kOverflow}, {"1e-99999999999", 0}, {"", 0, kTypeMismatch}, {"NOTFOUND", 0, kTypeMismatch},
+        {"12 pcs", 0, kTypeMismatch}, {"True", 0, kTypeMismatch}, {"&HFFFF", -1}, {Decimal{"2.5"}, 2},
+        {Decimal{"2.500000000000000000000000001"}, 3}, {Decimal{"-3.5"}, -4}, {Decimal{"0.5"}, 0},
+        {Decimal{"999999999999999999"}, 0, kOverflow}, {Currency{25000}, 2}, {Currency{25001}, 3},
+        {Currency{-35000}, -4}, {Currency{327675000}, 0, kOverflow}, {Currency{kLeast}, 0, kOverflow},
     });
     // clang-format on
 }
@@ -71,9 +65,9 @@ TEST(CLng, HoldsThirtyTwoBits) {
     // clang-format off
     expectConverts(cLng, {
         {2147483647.49, 2147483647}, {2147483647.5, 0, kOverflow}, {-2147483648.5, -2147483647 - 1},
-        {-2147483649.0, 0, kOverflow}, {text("2147483647"), 2147483647}, {text("2147483647.5"), 0, kOverflow},
-        {decimal("-2147483648.5"), -2147483647 - 1}, {money(21474836475000), 0, kOverflow}, {text("40000"), 40000},
-        {text("&HFFFF&"), 65535}, {text("&HFFFFFFFFF"), 0, kOverflow},
+        {-2147483649.0, 0, kOverflow}, {"2147483647", 2147483647}, {"2147483647.5", 0, kOverflow},
+        {Decimal{"-2147483648.5"}, -2147483647 - 1}, {Currency{21474836475000}, 0, kOverflow}, {"40000", 40000},
+        {"&HFFFF&", 65535}, {"&HFFFFFFFFF", 0, kOverflow},
     });
     // clang-format on
 }
@@ -81,22 +75,21 @@ TEST(CLng, HoldsThirtyTwoBits) {
 TEST(CDbl, ReadsTextAsExactlyAsADoubleHolds) {
     // clang-format off
     expectConverts(cDbl, {
-        {text("0.1"), 0.1}, {text("-12.345"), -12.345}, {text("1,234,567.5"), 1234567.5}, {text("(5)"), -5},
-        {text("5-"), -5},
-        {text("1.7976931348623157E308"), 1.7976931348623157e308},
-        {text("1.8E308"), 0, kOverflow}, {text("1E400"), 0, kOverflow}, {text("1E-400"), 0}, {text("0E400"), 0},
-        {text("4.9E-324"), 4.9e-324}, {text("1.2.3"), 0, kTypeMismatch},
-        {decimal("123456789012345678"), 123456789012345678.0},
-        {money(-1), -0.0001}, {true, -1}, {Empty(), 0}, {Null(), 0, kInvalidUseOfNull},
+        {"0.1", 0.1}, {"-12.345", -12.345}, {"1,234,567.5", 1234567.5}, {"(5)", -5}, {"5-", -5},
+        {"1.7976931348623157E308", 1.7976931348623157e308}, {"1.8E308", 0, kOverflow}, {"1E400", 0, kOverflow},
+        {"1E-400", 0}, {"0E400", 0}, {"4.9E-324", 4.9e-324}, {"1.2.3", 0, kTypeMismatch},
+        {Decimal{"123456789012345678"}, 123456789012345678.0}, {Currency{-1}, -0.0001}, {true, -1}, {Empty(), 0},
+        {Null(), 0, kInvalidUseOfNull},
     });
     // clang-format on
 }
 
 TEST(CBool, TakesItsTwoWordsAndNumbers) {
-    for (const Value& yes :
-         {Value("True"), Value("tRUE"), Value("1"), Value("-0.5"), Value(2.0), money(1), decimal("0.001"), Value(true)})
+    for (const Value& yes : {Value("True"), Value("tRUE"), Value("1"), Value("-0.5"), Value(2.0), Value(Currency{1}),
+                             Value(Decimal{"0.001"}), Value(true)})
         EXPECT_TRUE(cBool(yes));
-    for (const Value& no : {Value("False"), Value("0"), Value("0.00"), Value(0.0), Value(), money(0), Value(Date{0})})
+    for (const Value& no :
+         {Value("False"), Value("0"), Value("0.00"), Value(0.0), Value(), Value(Currency{0}), Value(Date{0})})
         EXPECT_FALSE(cBool(no));
     for (const Value& neither : {Value(""), Value("Yes"), Value("Truer"), Value("Tru")})
         EXPECT_EQ(errorOf([&] { cBool(neither); }), kTypeMismatch);
@@ -107,13 +100,11 @@ TEST(CStr, WritesEachKindAsPeopleReadIt) {
     const std::pair<Value, const char*> cases[] = {
         // clang-format off
         {Empty(), ""}, {true, "True"}, {false, "False"}, {std::int16_t{-32768}, "-32768"},
-        {std::numeric_limits<std::int32_t>::min(), "-2147483648"},
-        {0.1 + 0.2, "0.3"}, {-0.0, "0"}, {money(-5), "-0.0005"}, {money(125000), "12.5"},
-        {money(std::numeric_limits<std::int64_t>::min()), "-922337203685477.5808"},
-        {decimal("123456789012345678.123"), "123456789012345678.123"},
-        {text("Caf\u00e9"), "Caf\u00e9"}, {dateOf(2026, 3, 5), "05/03/2026"},
-        {dateOf(2026, 3, 5, 7, 8, 9), "05/03/2026 07:08:09"}, {dateOf(1899, 12, 30, 14, 5), "14:05:00"},
-        {dateOf(1850, 1, 2, 6), "02/01/1850 06:00:00"},
+        {std::numeric_limits<std::int32_t>::min(), "-2147483648"}, {0.1 + 0.2, "0.3"}, {-0.0, "0"},
+        {Currency{-5}, "-0.0005"}, {Currency{125000}, "12.5"}, {Currency{kLeast}, "-922337203685477.5808"},
+        {Decimal{"123456789012345678.123"}, "123456789012345678.123"}, {"Caf\u00e9", "Caf\u00e9"},
+        {dateOf(2026, 3, 5), "05/03/2026"}, {dateOf(2026, 3, 5, 7, 8, 9), "05/03/2026 07:08:09"},
+        {dateOf(1899, 12, 30, 14, 5), "14:05:00"}, {dateOf(1850, 1, 2, 6), "02/01/1850 06:00:00"},
         // clang-format on
     };
     for (const auto& [value, expected] : cases) {
@@ -181,8 +172,8 @@ TEST(CDate, ReadsTheLocalesOrderAndTheYearFirst) {
         {"1/1/99", dmy, dateOf(2099, 1, 1), 2130}, {"1/1/30", dmy, dateOf(2130, 1, 1), 2130},
         {"1/1/00", dmy, dateOf(2000, 1, 1)}, {"29/2/2024", dmy, dateOf(2024, 2, 29)},
         {"31/12/9999", dmy, dateOf(9999, 12, 31)}, {"05/03/2026 14:05", dmy, dateOf(2026, 3, 5, 14, 5)},
-        {"05/03/2026 02:05:09 pm", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
-        {"12:00:00 AM", dmy, Date{0}}, {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
+        {"05/03/2026 02:05:09 pm", dmy, dateOf(2026, 3, 5, 14, 5, 9)}, {"12:00:00 AM", dmy, Date{0}},
+        {"23:59:59", dmy, dateOf(1899, 12, 30, 23, 59, 59)},
         {"2026-03-05 14:05:09.1234567", dmy, dateOf(2026, 3, 5, 14, 5, 9)},
         {"1/2/1850 06:00", dmy, dateOf(1850, 2, 1, 6)},
         // clang-format on

@@ -1,7 +1,5 @@
 #include "basic/Text.h"
-
 #include "basic/Apostrophes.h"
-
 #include "tests/basic/ExpectError.h"
 
 #include <climits>

@@ -126,9 +126,8 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         {"update LOsSettings set sNoofBackDays = null where ShopID = 1", "", {load}, 1},
         {"update LOsSettings set sNoofBackDays = 32768 where ShopID = 1", "", {load}, 1}, // past 16 bits
         {"", "vwshopCloseDate", {load}, 1}, {"delete aPAckageSettings", "", {}, 2},
-        {"", "select alias", {load, activate}, 1},
-        {"update aPAckageSettings set alias = 1; delete aalias", "", {}, 2}, {"delete atablecolumns", "", {}, 2},
-        {"delete atablecolumns where columnno > 4", "", {}, 2},
+        {"", "select alias", {load, activate}, 1}, {"update aPAckageSettings set alias = 1; delete aalias", "", {}, 2},
+        {"delete atablecolumns", "", {}, 2}, {"delete atablecolumns where columnno > 4", "", {}, 2},
         {"insert into atablecolumns (tableid,columnno,columnname,ColumnHeader) values (1,10,'more','More')", "",
          {populate}, 2},
         {"delete loUsers", "", {}, 2}, {"", "louserrights", {rights}, 2}, {"", " select sRHrequestID", {populate}, 1},
