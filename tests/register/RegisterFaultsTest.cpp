@@ -70,22 +70,13 @@ TEST_F(Starting, IsRefusedWhileTheRegisterLoadsOrIsOpen) {
 
 // A host may show the module again when it loses its former connection.
 TEST_F(Starting, AHostThatIsCalledMeanwhileHasASessionOfItsOwn) {
-    struct Last : automation::Object {
-        std::function<void()> shows;
-        ~Last() override { shows(); }
-        automation::Value invoke(automation::Access, std::string_view, automation::Arguments) override { return {}; }
-        bool has(std::string_view) const override { return false; }
-        std::string className() const override { return "Last"; }
-    };
     shop.emplace(company);
     Component other(shop->module);
     other.adocon = sandbox::openConnection(company.path());
     other.strProjectKey = shop->component.strProjectKey;
     other.intShopid = 4;
     other.interfaceid = 1611;
-    auto last = std::make_shared<Last>();
-    last->shows = [&] { other.show(); };
-    session().connection = std::move(last);
+    session().connection = {other.adocon.get(), [&](auto*) { other.show(); }};
     shop->opens();
     for (const Component* host : {&other, &shop->component}) {
         EXPECT_EQ(session().shopId, host->intShopid);
@@ -208,7 +199,7 @@ TEST(Collisions, AreKnownByTheServersNumbersWhateverTheProvidersIs) {
     }
 }
 
-TEST(RecordsetFaults, AResultThatIsNothingIsAnError) {
+TEST(RecordsetFaults, AResultThatIsNothingIsAnErrorAndOneLeftOpenIsClosed) {
     Recordset nothing(nullptr);
     for (const auto& act : std::initializer_list<std::function<void()>>{
              [&] { nothing.eof(); }, [&] { nothing.moveNext(); }, [&] { nothing.value(0); },
@@ -216,9 +207,7 @@ TEST(RecordsetFaults, AResultThatIsNothingIsAnError) {
              [&] { nothing.close(); }})
         EXPECT_EQ(errorOf(act), automation::kObjectNotSet);
     EXPECT_FALSE(nothing.isOpen());
-}
-
-TEST(RecordsetFaults, OneThatNobodyClosedIsClosedAtItsEnd) {
+    // One that nobody closed is closed at its end.
     const support::CompanyFile company;
     const auto connection = sandbox::openConnection(company.path());
     const automation::ObjectPtr rows = connection->call("Execute", "select shopid from aShops").objectPtr();
