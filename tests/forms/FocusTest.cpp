@@ -139,15 +139,13 @@ TEST_F(Focus, KeysSentBeforeTheFormLeavesAreLostAndBeforeAnErrorAct) {
     for (int i = 0; i < 2; ++i) user.clicks("cmdOk");
     EXPECT_EQ(user.form(), "frmSample");
     EXPECT_EQ(user.focus(), "cmdOk");
-    user.clicks("cmdCancel");
-    user.answers("Overflow", Answer::ok);
+    user.clicks("cmdCancel").answers("Overflow", Answer::ok);
     EXPECT_EQ(user.focus(), "txtName");
 }
 
 TEST_F(Focus, ALockedBoxTakesNothing) {
     form->load = [this] { form->txtName.setLocked(true); };
     showsForm();
-    user.types("d\b");
-    user.pastes("all");
+    user.types("d\b").pastes("all");
     EXPECT_EQ(user.text("txtName"), "as designed");
 }

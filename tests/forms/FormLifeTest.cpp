@@ -53,8 +53,7 @@ TEST_F(FormLife, ActivatesWhenShownAndWhenAFormAboveHasClosedButNotAfterAMessage
     EXPECT_EQ(user.form(), "frmBelow");
     EXPECT_EQ(user.focus(), "cmdOk");
     EXPECT_EQ(below->activations, 2);
-    user.clicks("chkDone");
-    user.answers("Hello", Answer::ok);
+    user.clicks("chkDone").answers("Hello", Answer::ok);
     EXPECT_EQ(below->activations, 2);
     // One that left meanwhile does not activate.
     form->cmdOk.onClick = [this] {
@@ -131,8 +130,7 @@ TEST_F(FormLife, ADesignThatFailsIsAnErrorAndTheFormCanBeShownAgain) {
         user.starts([&] { number = errorOf([&] { form->showModal(nullptr); }); });
         EXPECT_EQ(number, failing == 1 ? 13 : 0);
         if (failing == 2) {
-            user.clicks("cmdCancel");
-            user.answers("Type mismatch", Answer::ok);
+            user.clicks("cmdCancel").answers("Type mismatch", Answer::ok);
         }
         EXPECT_TRUE(user.ended());
         showsForm();

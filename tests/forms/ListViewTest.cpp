@@ -55,9 +55,7 @@ TEST_F(List, ThePersonsChoiceIsAnItemClickAndTheCodesIsNone) {
     showsForm();
     user.happens([this] { list.select(3); });
     EXPECT_EQ(clicked, Texts{});
-    user.selectsRow("lvwLines", 2);
-    user.presses(kKeyDown);
-    user.presses(kKeyDown);
+    user.selectsRow("lvwLines", 2).presses(kKeyDown).presses(kKeyDown);
     EXPECT_EQ(clicked, (Texts{"2", "3"}));
     EXPECT_EQ(list.selectedIndex(), 3);
 }

@@ -71,15 +71,12 @@ TEST_F(RegisterRights, OfAnEarlierUserEndWithTheNextLoad) {
 
 TEST_F(RegisterRights, AreAskedByEachCommandWhateverWayItWasReached) {
     opensWith({{1, "a"}}, {.userId = 3}); // whose rights text names none
-    user().focuses("flexMaster");
-    user().types("\r\n");
-    user().presses(forms::kKeyDelete);
+    user().focuses("flexMaster").types("\r\n").presses(forms::kKeyDelete);
     user().doubleClicks("flexMaster");
     EXPECT_FALSE(user().message());
     frmMaster& form = shop->module.master();
     for (forms::CommandButton* button : {&form.cmdnew, &form.CmdEdit, &form.CmdDelete, &form.cmdPrev}) {
-        user().happens([button] { button->put("Enabled", true); });
-        user().clicks(button->name());
+        user().happens([button] { button->put("Enabled", true); }).clicks(button->name());
         user().answers("You have no right to this command.", Answer::ok);
     }
     user().happens([&form] { form.mnurefresh.onClick(); });
@@ -139,8 +136,7 @@ TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {
     company.change("update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 4");
     for (int row = 1; row <= 4; ++row) {
         SCOPED_TRACE(row);
-        user().selectsRow("flexMaster", row);
-        user().clicks("CmdEdit");
+        user().selectsRow("flexMaster", row).clicks("CmdEdit");
         if (row == 3) {
             EXPECT_EQ(user().message()->icon, forms::MessageIcon::information);
             EXPECT_EQ(user().message()->title, "Retail Back Office");
@@ -166,8 +162,7 @@ class Deleting : public Register {
 protected:
     Deleting() { has({{1, "first"}, {2, "second"}, {3, "third"}}); }
     void asks(int row) {
-        user().selectsRow("flexMaster", row);
-        user().clicks("CmdDelete");
+        user().selectsRow("flexMaster", row).clicks("CmdDelete");
     }
     /// As far as the dialog for the reason.
     void confirms(int row) {
@@ -212,8 +207,7 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
     // Without a request there is nothing to edit or delete.
     opensWith({});
     for (forms::CommandButton* button : {&shop->module.master().CmdEdit, &shop->module.master().CmdDelete}) {
-        user().happens([button] { button->onClick(); });
-        user().answers("Request not selected ", Answer::ok);
+        user().happens([button] { button->onClick(); }).answers("Request not selected ", Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
     }
     EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
@@ -303,8 +297,7 @@ TEST_F(Deleting, WithAReasonCancelsTheRequest) {
     // One that is gone from the tables meanwhile takes nothing with it.
     confirms(1);
     company.change("delete mesRequesttoShopHeader where srhrequestid = 1");
-    user().types("gone");
-    user().closesFrame();
+    user().types("gone").closesFrame();
     EXPECT_EQ(user().form(), "frmMaster");
     EXPECT_EQ(audit().size(), 3u);
     EXPECT_EQ(shop->errors(), Texts{});
@@ -321,8 +314,7 @@ TEST_F(Deleting, KeepsTwentyCharactersOfTheNameAndTwoHundredAndThirtyOfTheReason
         company.change("update loUsers set UserName = '" + name + "' where Userid = 1");
         opensWith({{1, "first"}});
         confirms(1);
-        user().pastes(reason);
-        user().clicks("cmdOk");
+        user().pastes(reason).clicks("cmdOk");
         EXPECT_EQ(remarks(1), stored);
     }
 }

@@ -136,8 +136,7 @@ TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
         opens();
         user().selectsRow("flexMaster", c.currentRow);
         shop->desktop.pointers.clear();
-        user().clicks(c.direction);
-        user().picks("cboColNames", c.column);
+        user().clicks(c.direction).picks("cboColNames", c.column);
         EXPECT_EQ(column(kColId), c.ids);
         EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
         // A click on a direction, chosen already or not, only clears the column.
@@ -162,11 +161,9 @@ TEST_F(RegisterList, TheSelectionStaysOnItsRequestWhateverSortsTheList) {
     expectCurrent(1, "1");
     user().picks("cboColNames", "Remarks");
     expectCurrent(2, "1");
-    user().clicks("optDescend");
-    user().picks("cboColNames", "Remarks");
+    user().clicks("optDescend").picks("cboColNames", "Remarks");
     expectCurrent(1, "1");
-    user().picks("cboSearch", "Remarks");
-    user().enters("txtsearch", "nothing");
+    user().picks("cboSearch", "Remarks").enters("txtsearch", "nothing");
     expectCurrent(2, "1");
     EXPECT_EQ(user().text("cboColNames"), "") << "the search has sorted otherwise";
     user().enters("txtsearch", "a");
@@ -193,8 +190,7 @@ TEST_F(RegisterList, SearchGoesToTheFirstRequestThatBeginsSo) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed);
         opensWith(c.requests);
-        user().picks("cboSearch", "Remarks");
-        user().focuses("txtsearch");
+        user().picks("cboSearch", "Remarks").focuses("txtsearch");
         // The text comes at once, so that no search for its beginning moves the row.
         user().pastes(c.typed);
         EXPECT_EQ(grid().row(), 1);
@@ -209,8 +205,7 @@ TEST_F(RegisterList, SearchNeedsAColumnAndAText) {
     opensWith({{1, "b"}, {2, "a"}});
     user().enters("txtsearch", "a");
     EXPECT_EQ(column(kColId), (Texts{"1", "2"}));
-    user().picks("cboSearch", "Remarks");
-    user().enters("txtsearch", "  ");
+    user().picks("cboSearch", "Remarks").enters("txtsearch", "  ");
     EXPECT_EQ(column(kColId), (Texts{"1", "2"}));
     user().enters("txtsearch", "b");
     EXPECT_EQ(column(kColId), (Texts{"2", "1"}));
@@ -250,11 +245,9 @@ TEST_F(RegisterList, KeysAndDoubleClickDoWhatTheButtonsDo) {
         user().types("\r");
         EXPECT_EQ(user().focus(), next);
     }
-    user().clicks("optDescend");
-    user().types("\r");
+    user().clicks("optDescend").types("\r");
     EXPECT_EQ(user().focus(), "cboSearch");
-    user().focuses("txtsearch");
-    user().presses('D', forms::kControl);
+    user().focuses("txtsearch").presses('D', forms::kControl);
     expectSelected(2);
     EXPECT_EQ(grid().topRow(), 2);
     // The tool tip shows the cell under the pointer.
