@@ -57,9 +57,7 @@ TEST_F(Combo, FreeTextEndsTheChoiceUnlessItIsAnEntrys) {
     }
     EXPECT_EQ(changes, 3);
     EXPECT_EQ(clicks, 1);
-}
-
-TEST_F(Combo, TheTextOfAListIsOneOfItsEntries) {
+    // The text of a list is one of its entries'.
     list.setText("Station");
     EXPECT_THROW(list.setText("Nowhere"), RunTimeError);
     EXPECT_EQ(list.listIndex(), 2);

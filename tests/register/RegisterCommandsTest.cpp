@@ -161,9 +161,7 @@ TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {
 class Deleting : public Register {
 protected:
     Deleting() { has({{1, "first"}, {2, "second"}, {3, "third"}}); }
-    void asks(int row) {
-        user().selectsRow("flexMaster", row).clicks("CmdDelete");
-    }
+    void asks(int row) { user().selectsRow("flexMaster", row).clicks("CmdDelete"); }
     /// As far as the dialog for the reason.
     void confirms(int row) {
         asks(row);
@@ -204,10 +202,12 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
         EXPECT_EQ(user().form(), "frmMaster");
         EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
     }
-    // Without a request there is nothing to edit or delete.
+    // Without a request there is nothing to edit, delete, print or refresh.
     opensWith({});
-    for (forms::CommandButton* button : {&shop->module.master().CmdEdit, &shop->module.master().CmdDelete}) {
-        user().happens([button] { button->onClick(); }).answers("Request not selected ", Answer::ok);
+    const frmMaster& form = shop->module.master();
+    for (const auto& act :
+         {form.CmdEdit.onClick, form.CmdDelete.onClick, form.cmdPrev.onClick, form.mnurefresh.onClick}) {
+        user().happens(act).answers("Request not selected ", Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
     }
     EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
@@ -238,8 +238,9 @@ TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
     }
 }
 
-TEST_F(Deleting, AsksOnceMoreAndNoIsTheDefault) {
+TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     opens();
+    user().happens([this] { grid().setCell(2, kColId, " 2"); }); // as a component may write it
     asks(2);
     ASSERT_TRUE(user().message());
     EXPECT_EQ(user().message()->icon, forms::MessageIcon::critical);
@@ -252,11 +253,6 @@ TEST_F(Deleting, AsksOnceMoreAndNoIsTheDefault) {
     EXPECT_EQ(shop->statements("ROLLBACK").size(), 1u);
     EXPECT_EQ(column(kColCancelled), (Texts{"No", "No", "No"}));
     EXPECT_EQ(cancelled(), "0");
-}
-
-TEST_F(Deleting, WithAReasonCancelsTheRequest) {
-    opens();
-    user().happens([this] { grid().setCell(2, kColId, " 2"); }); // as a component may write it
     confirms(2);
     EXPECT_EQ(user().focus(), "txtcanreason");
     for (const auto& [text, ok] : {std::pair("", false), {"  ", false}, {"wrong", true}, {"", false}}) {
@@ -267,9 +263,7 @@ TEST_F(Deleting, WithAReasonCancelsTheRequest) {
         shop->module.cancelReason().cmdOk.onClick();
         shop->module.master().flexMaster.selectRow(1); // what was asked about is deleted all the same
     });
-    user().answers("Enter reason for deletion", Answer::ok);
-    EXPECT_EQ(user().focus(), "txtcanreason");
-    user().types(" entered twice \r");
+    user().answers("Enter reason for deletion", Answer::ok).types(" entered twice \r");
     EXPECT_EQ(user().focus(), "cmdOk");
     user().types("\r");
 
