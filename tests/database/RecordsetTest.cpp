@@ -83,6 +83,8 @@ TEST_F(Records, ANewOneHasTheServersDefaultsAndAnEditWritesWhatWasPut) {
     puts(records, {{"srhrequestid", std::int16_t(1)}, {"srhshopid", 1}, {"srhtoShopid", 2}, {"srhrequestno", "GR/1"}});
     puts(records, {{"srhrequestdate", "2024/03/31"}, {"SRHremarks", "it's \u20ac"}});
     records->call("Update");
+    EXPECT_EQ(sent, "INSERT INTO mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, "
+                    "srhtoShopid, SRHremarks) VALUES (1, 1, 'GR/1', '20240331 00:00:00.000', 2, N'it''s \u20ac')");
     EXPECT_EQ(shown(field(records, "srhused")), "False");
     EXPECT_EQ(stored("srhrequestdate, SRHremarks, srhused, srhrecmoduser"),
               "#2024/03/31 00:00:00#,'it's \u20ac',False,NULL");
