@@ -63,8 +63,7 @@ TEST_F(Focus, MnemonicsReachWhatTheirLetterMarks) {
         form->optUp.setVisible(false);
         for (const char32_t letter : {U'u', U'&'}) EXPECT_FALSE(input::mnemonic(*form, letter));
     });
-    user.alt('c'); // The check box is disabled, so the letter is the close button's.
-    EXPECT_TRUE(user.ended());
+    EXPECT_TRUE(user.alt('c').ended()) << "the check box is disabled, so the letter is the close button's";
 }
 
 TEST_F(Focus, DisablingOrHidingTheFocusedControlPassesTheFocusOn) {

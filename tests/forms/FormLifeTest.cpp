@@ -34,10 +34,8 @@ TEST_F(FormLife, LoadsOnceWhenTouchedAndAgainAfterUnloading) {
 
 TEST_F(FormLife, ShowsWithTheFocusOnTheFirstStopUnlessActivateChose) {
     showsForm();
-    EXPECT_EQ(user.form(), "frmSample");
     EXPECT_EQ(user.focus(), "txtName");
-    user.clicks("cmdCancel");
-    EXPECT_TRUE(user.ended());
+    EXPECT_TRUE(user.clicks("cmdCancel").ended());
     form->activated = [this] { form->cmdOk.setFocus(); };
     showsForm();
     EXPECT_EQ(user.focus(), "cmdOk");
@@ -60,8 +58,7 @@ TEST_F(FormLife, ActivatesWhenShownAndWhenAFormAboveHasClosedButNotAfterAMessage
         below->unload();
         form->unload();
     };
-    for (int i = 0; i < 2; ++i) user.clicks("cmdOk");
-    EXPECT_TRUE(user.ended());
+    EXPECT_TRUE(user.clicks("cmdOk").clicks("cmdOk").ended());
     EXPECT_EQ(below->activations, 2);
 }
 
@@ -112,8 +109,7 @@ TEST_F(FormLife, AnsweringTheCloseQuestionByUnloadingAsksOnlyOnce) {
     };
     form->unloaded = [&] { ++unloads; };
     showsForm();
-    user.presses(kKeyEscape);
-    EXPECT_TRUE(user.ended());
+    EXPECT_TRUE(user.presses(kKeyEscape).ended());
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(unloads, 1);
 }

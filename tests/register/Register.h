@@ -3,13 +3,13 @@
 
 #include "tests/support/Shop.h"
 
-#include "basic/Text.h"
 #include "screens/register/frmMaster.h"
 #include "screens/register/frmcancelreason.h"
 
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -68,21 +68,14 @@ protected:
             if (user().enabled(button)) on += button[3] == 'n' ? 'N' : button[3];
         return on;
     }
-    /// Takes note of the error boxes and closes them; each as "module, routine", without the
-    /// blanks that both end with.
+    /// Takes note of the error boxes and closes them; each as "module, routine", without the blanks that both end with.
     std::vector<std::string> reports() {
+        static const std::regex place("Where: (.*?) *, (.*?) *\r\n");
         std::vector<std::string> places;
-        while (user().message()) {
+        for (std::smatch found; user().message(); user().answers(forms::Answer::ok)) {
             const std::string text = user().message()->text;
-            const std::size_t from = text.find("Where: ");
-            if (from == std::string::npos) {
-                ADD_FAILURE() << "No error box: " << text;
-                break;
-            }
-            const std::size_t comma = text.find(", ", from);
-            places.push_back(basic::trim(text.substr(from + 7, comma - from - 7)) + ", " +
-                             basic::trim(text.substr(comma + 2, text.find("\r\n", from) - comma - 2)));
-            user().answers(forms::Answer::ok);
+            EXPECT_TRUE(std::regex_search(text, found, place)) << "No error box: " << text;
+            places.push_back(found.empty() ? text : found.str(1) + ", " + found.str(2));
         }
         return places;
     }
