@@ -83,6 +83,8 @@ void FillPackingTypes(Module& module, forms::ListView& list, std::int32_t itemId
 }
 
 void FillPackingQuantities(Module& module, forms::ListView& list, std::int32_t itemId, double quantity) {
+    // Where a query fails, no other quantity's packs stay.
+    for (int i = 1; i <= list.count(); ++i) list.item(i).setSubItem(kPackQuantity, "");
     trap(module, kSharedModule, "FillPackingQuantities", [&] {
         for (int i = 1; i <= list.count(); ++i) {
             // clang-format off
