@@ -8,13 +8,11 @@
 #include "screens/lines/frmscanBc.h"
 #include "screens/register/frmMaster.h"
 
-#include <cmath>
-
 namespace endurance::clerk {
-
-using support::Waiting;
-
 namespace {
+
+using Does = std::function<bool(Clerk&, const Step&)>;
+using Texts = std::vector<std::string>;
 
 /// What is typed for a day, by locale, and the day that is meant.
 const std::vector<std::pair<const char*, int>> kDates[] = {
@@ -23,11 +21,9 @@ const std::vector<std::pair<const char*, int>> kDates[] = {
     {{"15/01/30", 20300115}, {"15/02/26", 20260215}, {"1/3/49", 20490301}},
     {{"2026. 02. 15.", 20260215}, {"2026. 12. 01.", 20261201}},
 };
-constexpr const char* kNumbers[] = {"2", "1", "12", "2.5", "2,5", "0.125", "30", "7", "0", "1000"};
-constexpr const char* kRemarks[] = {"", "urgent", "O'Neil's order", "zwölf Stück"};
-constexpr const char* kReasons[] = {"", "entered twice", "  ", "it's wrong"};
-constexpr const char* kSearches[] = {"", "nut", "O'Neil", "8", "no such"};
-constexpr const char* kShortcuts[] = {"11", "12", "4711", "18", "99"};
+const Texts kNumbers{"2", "1", "12", "2.5", "2,5", "0.125", "30", "7", "0", "1000"};
+const Texts kSearches{"", "nut", "O'Neil", "8", "no such"};
+const Texts kShortcuts{"11", "12", "4711", "18", "99"};
 
 /// A comma for the decimals; two digits for the year; the year first.
 basic::Locale localeOf(int number) {
@@ -44,6 +40,103 @@ basic::Locale localeOf(int number) {
     }
     return locale;
 }
+
+// Acts that differ only in what they are done to.
+
+Does clicksOneOf(const Texts& buttons) {
+    return [buttons](Clerk& c, const Step& step) { return c.clicksOn(of(buttons, step.a)); };
+}
+Does clicksFirstOf(const Texts& buttons) {
+    return [buttons](Clerk& c, const Step&) {
+        return std::any_of(buttons.begin(), buttons.end(), [&](const auto& button) { return c.clicksOn(button); });
+    };
+}
+Does fills(const char* box, const Texts& texts) {
+    return [box, texts](Clerk& c, const Step& step) { return c.fills(box, of(texts, step.a)); };
+}
+Does fillsNumber(const char* box) {
+    return [box](Clerk& c, const Step& step) {
+        const std::string& number = of(kNumbers, step.a);
+        if (!c.fills(box, number)) return false;
+        c.memory.typed = {number, box};
+        return true;
+    };
+}
+Does enters(const char* box) {
+    return [box](Clerk& c, const Step&) {
+        if (!c.comesTo(box)) return false;
+        c.keys("\r");
+        return c.says(std::string("Enter in ") + box);
+    };
+}
+Does picks(const char* box) {
+    return [box](Clerk& c, const Step& step) {
+        const Texts entries = c.can(box) ? c.user.entries(box) : Texts{};
+        if (entries.empty()) return false;
+        c.memory.touched.insert(box);
+        c.says("picks " + of(entries, step.a));
+        c.user.picks(box, of(entries, step.a));
+        return true;
+    };
+}
+Does picksRow(const char* list) {
+    return [list](Clerk& c, const Step& step) {
+        const int count = c.can(list) ? static_cast<int>(c.sees().rows.size()) : 0;
+        if (count == 0) return false;
+        c.says("picks row " + std::to_string(step.a % count + 1));
+        c.user.selectsRow(list, step.a % count + 1);
+        return true;
+    };
+}
+/// Enter, or else the key, on one of the editor's lines.
+Does onLine(std::int16_t key, std::int16_t otherKey) {
+    return [=](Clerk& c, const Step& step) {
+        const int count = static_cast<int>(c.sees().rows.size());
+        if (count == 0 || !c.comesTo("lvwrequest")) return false;
+        c.user.selectsRow("lvwrequest", step.a % count + 1);
+        if (!c.atForm()) return true;
+        c.user.presses(step.b % 2 ? key : otherKey);
+        return c.says("key " + std::to_string(step.b % 2 ? key : otherKey) + " on line " +
+                      std::to_string(step.a % count + 1));
+    };
+}
+/// A command of the register on one of its rows. Keys are tried whether or not the button is on.
+Does commands(char letter, const char* button, const char* key) {
+    return [=](Clerk& c, const Step& step) {
+        const std::vector<Row> rows = c.sees().rows;
+        if (rows.empty() || !c.comesTo("flexMaster")) return false;
+        const Row& cells = of(rows, step.a);
+        if (letter != 'N') c.user.selectsRow("flexMaster", step.a % static_cast<int>(rows.size()) + 1);
+        if (!c.atForm()) return false;
+        Command begun;
+        begun.command = letter;
+        begun.minute = minutes(c.desktop.time);
+        if (letter != 'N' && cells.size() > 4) {
+            begun.request = std::atoi(cells[0].c_str());
+            begun.rowCancelled = cells[4] == "Yes";
+            c.says("on request " + cells[0]);
+        }
+        static_cast<Command&>(c.memory) = begun;
+        c.memory.pressed = letter == 'R' ? 'E' : letter;
+        if (letter == 'R') {
+            c.user.rightClicks("flexMaster");
+            if (c.desktop.waiting() != Waiting::menu) return false;
+            c.user.choosesMenu("mnurefresh");
+            return c.says("Refresh");
+        }
+        if (!*key || step.b % 3 == 0) return c.clicksOn(button);
+        c.says(std::string(1, letter) + " by its key");
+        if (letter == 'D')
+            c.user.presses(forms::kKeyDelete);
+        else if (letter == 'E' && step.b % 3 == 1)
+            c.user.doubleClicks("flexMaster");
+        else
+            c.keys(key);
+        return true;
+    };
+}
+
+// Those that are like no other.
 
 bool shows(Clerk& c, const Step& step) {
     Memory& m = c.memory = {};
@@ -68,7 +161,7 @@ bool shows(Clerk& c, const Step& step) {
 
 /// A component that kept a form reads it, or writes into its boxes, long after the form was closed.
 bool actsLate(Clerk& c, const Step& step) {
-    if (c.kept.empty()) return false;
+    if (c.kept.empty() || c.desktop.waiting() == Waiting::nothing) return false;
     const auto& [name, form] = of(c.kept, step.a);
     const bool writes = step.b % 3 == 0 && !basic::cBool(form->get("Visible"));
     const auto act = [object = form, writes] {
@@ -78,36 +171,36 @@ bool actsLate(Clerk& c, const Step& step) {
             if (dynamic_cast<forms::TextBox*>(control.objectPtr().get())) control.object().put("Text", "late");
     };
     c.says("a component " + std::string(writes ? "writes into " : "reads ") + name);
-    c.desktop.waiting() == Waiting::form ? c.desktop.perform(act) : c.desktop.start(act);
+    c.atForm() ? c.desktop.perform(act) : c.desktop.start(act);
     return true;
 }
 
 bool switchesOn(Clerk& c, const Step& step) {
-    if (c.user.grid("flexMaster").front()[0].empty()) return false;
-    const char* button = of({"cmdnew", "CmdEdit", "CmdDelete", "cmdPrev"}, step.a);
+    if (c.sees().rows.front()[0].empty()) return false;
+    const std::string button = of(Texts{"cmdnew", "CmdEdit", "CmdDelete", "cmdPrev"}, step.a);
     c.desktop.perform([&] { c.module.master().find(button)->setEnabled(true); });
     c.memory.switched = true;
-    return c.says(std::string("a component switches ") + button + " on");
+    return c.says("a component switches " + button + " on");
 }
 
 bool answers(Clerk& c, const Step& step) {
     using forms::Answer;
-    Answer answer = Answer::ok;
-    const auto buttons = c.desktop.message().buttons;
-    if (buttons != forms::MessageButtons::ok) answer = step.a % 2 ? Answer::yes : Answer::no;
-    if (buttons == forms::MessageButtons::yesNoCancel && step.a % 5 == 4) answer = Answer::cancel;
-    c.says(std::string("answers ") + of({"OK", "Yes", "No", "Cancel"}, static_cast<int>(answer)) + " to \"" +
-           c.desktop.message().text.substr(0, 90) + "\"");
+    const forms::Message& box = c.desktop.message();
+    Answer answer = box.buttons == forms::MessageButtons::ok ? Answer::ok : step.a % 2 ? Answer::yes : Answer::no;
+    if (box.buttons == forms::MessageButtons::yesNoCancel && step.a % 5 == 4) answer = Answer::cancel;
+    c.says("answers " + of(Texts{"OK", "Yes", "No", "Cancel"}, static_cast<int>(answer)) + " to \"" +
+           box.text.substr(0, 90) + "\"");
     c.memory.answer = answer;
-    if (c.desktop.message().text == "Save Changes?") c.memory.touched.insert("cmdOk"); // its handler comes next
+    if (box.text == "Save Changes?") c.memory.touched.insert("cmdOk"); // its handler comes next
     c.desktop.answer(answer);
     return true;
 }
 
-bool ok(Clerk& c, const Step&) { return c.clicksOn("cmdOk") || c.clicksOn("cmdOK"); }
-bool cancels(Clerk& c, const Step&) {
-    return c.clicksOn("cmdCancel") || c.clicksOn("CmdClose") || c.clicksOn("cmdClose");
+bool leavesMenu(Clerk& c, const Step&) {
+    c.user.dismissesMenu();
+    return c.says("leaves the menu");
 }
+
 bool closes(Clerk& c, const Step&) {
     c.says("closes " + c.user.form() + " by its frame");
     c.user.closesFrame();
@@ -124,8 +217,7 @@ bool hostile(Clerk& c, const Step& step) {
     forms::TextBox* box = of(boxes, step.c);
     if (!c.comesTo(box->name())) return false;
     const std::string& text = of(hostileTexts(), step.a);
-    c.memory.typedPrice = c.memory.typedQuantity = true;
-    const bool seeks = box->name() == "txtFetch";
+    c.memory.typedInto.insert(box->name());
     c.says("hostile text " + std::to_string(step.a % static_cast<int>(hostileTexts().size())) + " into " + box->name());
     if (step.b % 3 == 0) {
         c.desktop.perform([&] { c.desktop.handle([&] { box->setText(text); }); });
@@ -133,60 +225,17 @@ bool hostile(Clerk& c, const Step& step) {
         c.selectsAll();
         c.user.pastes(text.substr(0, 200));
     }
-    if (seeks) c.memory.sought = box->text();
-    return true;
-}
-
-/// A command of the register on one of its rows. Keys are tried whether or not the button is on.
-bool commands(Clerk& c, const Step& step, char letter, const char* button, const char* key) {
-    const auto grid = c.user.grid("flexMaster");
-    if (grid.empty() || !c.comesTo("flexMaster")) return false;
-    const int row = step.a % static_cast<int>(grid.size());
-    if (letter != 'N') c.user.selectsRow("flexMaster", row + 1);
-    if (c.desktop.waiting() != Waiting::form) return false;
-    Command begun;
-    begun.command = letter;
-    begun.minute = std::lround(c.desktop.time.days * 1440);
-    if (const auto& cells = grid[static_cast<std::size_t>(row)]; letter != 'N' && cells.size() > 4) {
-        begun.request = std::atoi(cells[0].c_str());
-        begun.number = cells[1];
-        begun.rowCancelled = cells[4] == "Yes";
-        c.says("on request " + cells[0]);
-    }
-    static_cast<Command&>(c.memory) = begun;
-    c.memory.pressed = letter == 'R' ? 'E' : letter;
-    if (letter == 'R') {
-        c.user.rightClicks("flexMaster");
-        if (c.desktop.waiting() != Waiting::menu) return false;
-        c.user.choosesMenu("mnurefresh");
-        return c.says("Refresh");
-    }
-    if (!*key || step.b % 3 == 0) return c.clicksOn(button);
-    c.says(std::string(1, letter) + " by its key");
-    if (letter == 'D')
-        c.user.presses(forms::kKeyDelete);
-    else if (letter == 'E' && step.b % 3 == 1)
-        c.user.doubleClicks("flexMaster");
-    else
-        c.keys(key);
-    return true;
-}
-
-bool picks(Clerk& c, const std::string& box, int which) {
-    const auto entries = c.can(box) ? c.user.entries(box) : std::vector<std::string>{};
-    if (entries.empty()) return false;
-    c.memory.touched.insert(box);
-    c.says("picks " + of(entries, which));
-    c.user.picks(box, of(entries, which));
+    if (box->name() == "txtFetch") c.memory.sought = box->text();
     return true;
 }
 
 bool sorts(Clerk& c, const Step& step) {
     if (step.b % 4 < 2) c.clicksOn(step.b % 2 ? "optDescend" : "optAscend");
-    return picks(c, "cboColNames", step.a);
+    return picks("cboColNames")(c, step);
 }
+
 bool seeks(Clerk& c, const Step& step) {
-    return picks(c, "cboSearch", step.a) && c.fills("txtsearch", step.b % 2 ? "GR/1" : "South");
+    return picks("cboSearch")(c, step) && c.fills("txtsearch", step.b % 2 ? "GR/1" : "South");
 }
 
 bool addsLines(Clerk& c, const Step& step) {
@@ -197,20 +246,12 @@ bool addsLines(Clerk& c, const Step& step) {
     if (c.desktop.waiting() == Waiting::menu) c.user.choosesMenu(c.user.menu()[0].enabled ? "mnuAdd" : "mnuCancel");
     return true;
 }
-bool onLine(Clerk& c, const Step& step, std::int16_t key) {
-    const int count = static_cast<int>(c.user.list("lvwrequest").size());
-    if (count == 0 || !c.comesTo("lvwrequest")) return false;
-    c.user.selectsRow("lvwrequest", step.a % count + 1);
-    if (c.desktop.waiting() != Waiting::form) return true;
-    c.says("key " + std::to_string(key) + " on line " + std::to_string(step.a % count + 1));
-    key == forms::kKeyReturn ? c.keys("\r") : void(c.user.presses(key));
-    return true;
-}
+
 bool date(Clerk& c, const Step& step) {
     const auto& [text, day] = of(kDates[c.memory.locale], step.a);
     if (!c.fills("txtrequestDate", text)) return false;
     if (c.user.text("txtrequestDate") == text)
-        c.memory.typedDate = std::lround(basic::dateOf(day / 10000, day / 100 % 100, day % 100).days * 1440);
+        c.memory.typedDate = minutes(basic::dateOf(day / 10000, day / 100 % 100, day % 100));
     return true;
 }
 
@@ -218,46 +259,41 @@ bool scans(Clerk& c, const Step& step) {
     const Masters& m = c.company.masters();
     if (!c.comesTo("txtBarcode")) return false;
     std::string code = of(kShortcuts, step.a);
-    const auto shortcut = [&](const std::string& number) {
-        const auto found = m.itemOfShortcut.find({c.memory.shop, number});
-        return found == m.itemOfShortcut.end() ? 0 : found->second;
-    };
-    c.memory.meant = {0, shortcut(code)};
+    c.memory.meant = {""};
     if (step.b % 4 != 3) {
-        const auto& found = of(m.itemOfCode, step.a);
-        code = found.first;
-        c.memory.meant = {0, found.second};
-        // What is no active barcode is a shortcut number by its first four digits.
-        if (m.doubtful.contains(code)) c.memory.meant.push_back(shortcut(code.substr(0, 4)));
+        const auto& [barcode, item] = of(m.itemOfCode, step.a);
+        code = barcode;
+        c.memory.meant.push_back(item);
     }
-    c.memory.typedPrice = c.memory.typedQuantity = false;
+    // What is no active barcode is a shortcut number by its first four digits.
+    if (step.b % 4 == 3 || m.doubtful.contains(code))
+        c.memory.meant.push_back(c.company.itemOfShortcut(c.memory.shop, code.substr(0, 4)));
+    c.memory.typedInto.clear();
     c.says("scans " + code);
     c.keys(code + "\r"); // as a scanner does: over what is selected
     return true;
 }
+
 bool scansInDialog(Clerk& c, const Step& step) {
     return c.fills("txtBarcode", of(c.company.masters().itemOfCode, step.a).first + "\r");
 }
-bool types(Clerk& c, const char* box, const std::string& number) {
-    if (!c.fills(box, number)) return false;
-    c.memory.typed = number;
-    return true;
-}
+
 bool pastes(Clerk& c, const Step& step) {
     if (!c.comesTo("txtQuantity")) return false;
     c.selectsAll();
-    c.memory.typedQuantity = true;
-    c.memory.typed = step.a % 2 == 0 || c.module.session.blnIntegerQuantity ? "3" : c.memory.locale % 2 ? "2,5" : "2.5";
-    c.says("pastes " + c.memory.typed + " with blanks around it");
-    c.user.pastes(" " + c.memory.typed + "\r\n");
+    const bool whole = step.a % 2 == 0 || c.module.session.blnIntegerQuantity;
+    c.memory.typed = {whole ? "3" : c.memory.locale % 2 ? "2,5" : "2.5", "txtQuantity"};
+    c.memory.typedInto.insert("txtQuantity");
+    c.says("pastes " + c.memory.typed.first + " with blanks around it");
+    c.user.pastes(" " + c.memory.typed.first + "\r\n");
     return true;
 }
-bool enters(Clerk& c, const char* box) {
-    if (!c.comesTo(box)) return false;
-    c.says(std::string("Enter in ") + box);
-    c.keys("\r");
-    return true;
+
+bool fetches(Clerk& c, const Step&) {
+    c.user.presses(forms::kKeyF3);
+    return c.says("F3");
 }
+
 bool opensDialog(Clerk& c, const Step& step) {
     if (c.user.focus().empty() || !c.can("cmdbarcode")) return false;
     const bool scan = step.a % 2;
@@ -267,99 +303,72 @@ bool opensDialog(Clerk& c, const Step& step) {
     return true;
 }
 
-bool picksRow(Clerk& c, const Step& step) {
-    const bool suite = c.user.form() == "FetchWindow";
-    const char* list = suite ? "lvwItems" : "flexMaster";
-    const int count = !c.can(list) ? 0 : static_cast<int>(suite ? c.user.list(list).size() : c.user.grid(list).size());
-    if (count == 0) return false;
-    c.says("picks row " + std::to_string(step.a % count + 1));
-    c.user.selectsRow(list, step.a % count + 1);
-    return true;
-}
 bool searches(Clerk& c, const Step& step) {
     if (!c.comesTo("txtFetch")) return false;
     if (step.b % 4 != 0)
         c.fills("txtFetch", of(kSearches, step.a));
     else if (!hostile(c, {0, "", step.a, 1, 0}))
         return false;
-    if (c.desktop.waiting() != Waiting::form || c.user.focus() != "txtFetch") return true;
+    if (!c.atForm() || c.user.focus() != "txtFetch") return true;
     c.memory.sought = c.user.text("txtFetch");
-    return enters(c, "txtFetch");
+    return enters("txtFetch")(c, step);
 }
 
 } // namespace
 
 const std::vector<Act> kActs = {
     {"nobody", "shows", 10, shows},
-    {"nobody", "acts late", 1,
-     [](Clerk& c, const Step& s) { return c.desktop.waiting() == Waiting::ended && actsLate(c, s); }},
+    {"nobody", "acts late", 1, actsLate},
     {"", "acts late", 1, actsLate},
     {"message", "answers", 1, answers},
-    {"menu", "leaves", 1, [](Clerk& c, const Step&) { return c.user.dismissesMenu(), c.says("leaves the menu"); }},
+    {"menu", "leaves", 1, leavesMenu},
     {"", "hostile", 2, hostile},
-    {"", "ok", 4, ok},
-    {"", "cancel", 2, cancels},
+    {"", "ok", 4, clicksFirstOf({"cmdOk", "cmdOK"})},
+    {"", "cancel", 2, clicksFirstOf({"cmdCancel", "CmdClose", "cmdClose"})},
     {"", "frame", 1, closes},
 
-    {"frmMaster", "adds", 20, [](Clerk& c, const Step& s) { return commands(c, s, 'N', "cmdnew", "\n"); }},
-    {"frmMaster", "edits", 20, [](Clerk& c, const Step& s) { return commands(c, s, 'E', "CmdEdit", "\r"); }},
-    {"frmMaster", "deletes", 5, [](Clerk& c, const Step& s) { return commands(c, s, 'D', "CmdDelete", "Del"); }},
-    {"frmMaster", "prints", 2, [](Clerk& c, const Step& s) { return commands(c, s, 'P', "cmdPrev", ""); }},
-    {"frmMaster", "refreshes", 1, [](Clerk& c, const Step& s) { return commands(c, s, 'R', "", ""); }},
+    {"frmMaster", "adds", 20, commands('N', "cmdnew", "\n")},
+    {"frmMaster", "edits", 20, commands('E', "CmdEdit", "\r")},
+    {"frmMaster", "deletes", 5, commands('D', "CmdDelete", "Del")},
+    {"frmMaster", "prints", 2, commands('P', "cmdPrev", "")},
+    {"frmMaster", "refreshes", 1, commands('R', "", "")},
     {"frmMaster", "switches", 1, switchesOn},
     {"frmMaster", "sorts", 2, sorts},
     {"frmMaster", "seeks", 1, seeks},
 
-    {"frmRequest", "shop", 10, [](Clerk& c, const Step& s) { return picks(c, "cboShop", s.a); }},
+    {"frmRequest", "shop", 10, picks("cboShop")},
     {"frmRequest", "adds", 14, addsLines},
-    {"frmRequest", "changes", 6,
-     [](Clerk& c, const Step& s) { return onLine(c, s, s.b % 2 ? forms::kKeyF10 : forms::kKeyReturn); }},
-    {"frmRequest", "removes", 3, [](Clerk& c, const Step& s) { return onLine(c, s, forms::kKeyDelete); }},
-    {"frmRequest", "remarks", 4, [](Clerk& c, const Step& s) { return c.fills("txtRemarks", of(kRemarks, s.a)); }},
+    {"frmRequest", "changes", 6, onLine(forms::kKeyF10, forms::kKeyReturn)},
+    {"frmRequest", "removes", 3, onLine(forms::kKeyDelete, forms::kKeyDelete)},
+    {"frmRequest", "remarks", 4, fills("txtRemarks", {"", "urgent", "O'Neil's order", "zwölf Stück"})},
     {"frmRequest", "date", 3, date},
-    {"frmRequest", "ticks", 2, [](Clerk& c, const Step&) { return c.clicksOn("chkTransFinished"); }},
-    {"frmRequest", "ok", 10, ok},
+    {"frmRequest", "ticks", 2, clicksFirstOf({"chkTransFinished"})},
+    {"frmRequest", "ok", 10, clicksFirstOf({"cmdOk"})},
 
     {"frmRequestDetail", "scans", 18, scans},
-    {"frmRequestDetail", "quantity", 12,
-     [](Clerk& c, const Step& s) { return c.memory.typedQuantity = true, types(c, "txtQuantity", of(kNumbers, s.a)); }},
-    {"frmRequestDetail", "bad", 3,
-     [](Clerk& c, const Step& s) { return types(c, "txtBadQuantity", of(kNumbers, s.a)); }},
-    {"frmRequestDetail", "price", 3,
-     [](Clerk& c, const Step& s) {
-         return c.memory.typedPrice = true, types(c, "txtsellingprice", of(kNumbers, s.a));
-     }},
-    {"frmRequestDetail", "enters", 8, [](Clerk& c, const Step&) { return enters(c, "txtQuantity"); }},
-    {"frmRequestDetail", "walks", 3,
-     [](Clerk& c, const Step& s) {
-         return c.clicksOn(of({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"}, s.a));
-     }},
-    {"frmRequestDetail", "fetches", 4,
-     [](Clerk& c, const Step&) { return c.user.presses(forms::kKeyF3), c.says("F3"); }},
+    {"frmRequestDetail", "quantity", 12, fillsNumber("txtQuantity")},
+    {"frmRequestDetail", "bad", 3, fillsNumber("txtBadQuantity")},
+    {"frmRequestDetail", "price", 3, fillsNumber("txtsellingprice")},
+    {"frmRequestDetail", "enters", 8, enters("txtQuantity")},
+    {"frmRequestDetail", "walks", 3, clicksOneOf({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"})},
+    {"frmRequestDetail", "fetches", 4, fetches},
     {"frmRequestDetail", "dialog", 4, opensDialog},
     {"frmRequestDetail", "pastes", 1, pastes},
-    {"frmRequestDetail", "ok", 14, ok},
-    {"frmRequestDetail", "cancel", 4, cancels},
+    {"frmRequestDetail", "ok", 14, clicksFirstOf({"cmdOk"})},
+    {"frmRequestDetail", "cancel", 4, clicksFirstOf({"cmdCancel"})},
 
-    {"FetchWindow", "searches", 3, [](Clerk& c, const Step& s) { return c.fills("txtSearch", of(kSearches, s.a)); }},
-    {"FetchWindow", "picks", 4, picksRow},
-    {"FetchWindow", "column", 1, [](Clerk& c, const Step& s) { return picks(c, "cboColumn", s.a); }},
+    {"FetchWindow", "searches", 3, fills("txtSearch", kSearches)},
+    {"FetchWindow", "picks", 4, picksRow("lvwItems")},
+    {"FetchWindow", "column", 1, picks("cboColumn")},
 
     {"FrmFetch", "searches", 5, searches},
-    {"FrmFetch", "again", 2, [](Clerk& c, const Step&) { return enters(c, "txtFetch"); }},
-    {"FrmFetch", "picks", 4, picksRow},
-    {"FrmFetch", "column", 1, [](Clerk& c, const Step& s) { return picks(c, "cboFetch", s.a); }},
+    {"FrmFetch", "again", 2, enters("txtFetch")},
+    {"FrmFetch", "picks", 4, picksRow("flexMaster")},
+    {"FrmFetch", "column", 1, picks("cboFetch")},
 
     {"frmscanBc", "scans", 5, scansInDialog},
-
-    {"frmcancelreason", "reason", 3,
-     [](Clerk& c, const Step& s) { return c.fills("txtcanreason", of(kReasons, s.a)); }},
-
-    {"frmPrint", "option", 2,
-     [](Clerk& c, const Step& s) {
-         return c.clicksOn(of({"optScreen", "optPrint", "OptWindowsPrint"}, s.a));
-     }},
-
+    {"frmcancelreason", "reason", 3, fills("txtcanreason", {"", "entered twice", "  ", "it's wrong"})},
+    {"frmPrint", "option", 2, clicksOneOf({"optScreen", "optPrint", "OptWindowsPrint"})},
 };
 
 } // namespace endurance::clerk

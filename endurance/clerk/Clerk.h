@@ -3,13 +3,12 @@
 
 #include "endurance/clerk/Company.h"
 #include "endurance/clerk/Faults.h"
-#include "tests/support/Shop.h"
 
 #include <optional>
-#include <set>
-#include <tuple>
 
 namespace endurance::clerk {
+
+using support::Waiting;
 
 /// What clerks do, as plain data: any part of a list of steps is a list of steps. The verbs stand in Acts.cpp, in
 /// Run.cpp those of the world around the tills. The numbers choose among what is there at that time; a step that is not
@@ -21,84 +20,70 @@ struct Step {
 };
 using Steps = std::vector<Step>;
 
-// What a till shows, read between two steps.
-struct EditorView {
-    bool shown = false;
-    std::string number, date, remarks;
-    int shop = -1; ///< the box's choice; -1 for none
-    bool ticked = false, ok = false, dateLocked = false;
-    std::vector<std::vector<std::string>> lines; ///< text and sub-items 1 to 7
-    std::vector<std::string> tips;               ///< of each line's quantity
-    int selected = 0;
-
-    /// What a person has made of it.
-    auto content() const { return std::tie(lines, remarks, date, shop, ticked); }
-};
-struct EntryView {
-    bool shown = false;
-    int item = 0; ///< the box's choice; 0 for none
-    std::string text, quantity, bad, price;
-    bool priceShown = false, newLine = false;
-    std::vector<std::pair<std::string, std::string>> packs; ///< id and quantity
-};
-struct RegisterView {
+/// What a form shows, by the names of its controls; nothing while it is not shown.
+struct FormView {
     bool shown = false;
     std::string caption;
-    std::vector<std::vector<std::string>> rows;
-    int row = 0;
-    std::string on; ///< letters of the commands that are
-    bool descends = false;
+    std::map<std::string, std::string, std::less<>> texts;  ///< of visible controls; of ticks and options "0" or "1"
+    std::map<std::string, std::string, std::less<>> chosen; ///< the number of the entry that a box has chosen
+    std::set<std::string, std::less<>> on;                  ///< controls that can be changed or clicked on
+    std::vector<Row> rows;                                  ///< of the list or grid
+    std::vector<std::string> tips;                          ///< of each row's quantity
+    int row = 0;                                            ///< the chosen one, from 1
+
+    std::string operator[](std::string_view control) const;
+    std::string choice(std::string_view box) const; ///< "" for none
+    bool can(std::string_view control) const { return on.contains(control); }
 };
+/// What a till shows, read between two steps.
 struct View {
-    support::Waiting waiting = support::Waiting::nothing;
+    Waiting waiting = Waiting::nothing;
     std::string form; ///< the top one
     std::string box;  ///< text of the box that is up
-    RegisterView master;
-    EditorView editor;
-    EntryView entry;
-    std::string reason, searchText; ///< what stands in the boxes of those dialogs
-    int shopInForce = -1;
+    FormView master, editor, entry, dialog;
+    std::string shopInForce;
 
-    bool atForm(const char* name) const { return waiting == support::Waiting::form && form == name; }
+    bool atForm(std::string_view name) const { return waiting == Waiting::form && form == name; }
 };
-
+FormView lookAt(const forms::Form& form);
 View look(support::Shop& till);
 
 /// The register's last command, and what the person did since.
 struct Command {
-    char command = 0;                   ///< 'N', 'E', 'D', 'P', or 'R' for Refresh
-    int request = 0;                    ///< whose
-    std::string number;                 ///< of that request, as the register showed it
-    bool rowCancelled = false;          ///< the register shows it so
-    long minute = 0;                    ///< when it began
-    bool rivalSince = false;            ///< somebody else changed a request since
-    bool typedLines = false;            ///< lines were entered or changed since the editor opened
-    std::optional<long> typedDate;      ///< the day meant by what was typed into the date box, in minutes
-    std::optional<EditorView> opening;  ///< the editor when it first stood there, ready
-    std::optional<EditorView> storedAs; ///< the editor at the save that went through, though it stayed open
-    std::optional<Key> storedKey;       ///< of a new request that was stored so
-    bool unknown = false;               ///< whether a commit happened is not known
-    std::string reason;                 ///< typed for the deletion
-    int boxes = 0;                      ///< that came up
+    char command = 0;                 ///< 'N', 'E', 'D', 'P', or 'R' for Refresh
+    int request = 0;                  ///< whose
+    bool rowCancelled = false;        ///< the register shows it so
+    std::string minute;               ///< when it began
+    bool rivalSince = false;          ///< somebody else changed a request since
+    bool typedLines = false;          ///< lines were entered or changed since the editor opened
+    std::string typedDate;            ///< the day meant by what was typed into the date box
+    std::optional<FormView> opening;  ///< the editor when it first stood there, ready
+    std::optional<FormView> storedAs; ///< the editor at the save that went through, though it stayed open
+    std::optional<Key> storedKey;     ///< of a new request that was stored so
+    bool unknown = false;             ///< whether a commit happened is not known
+    std::string reason;               ///< typed for the deletion
+    int boxes = 0;                    ///< that came up
+};
+
+/// What belongs to one step.
+struct Now {
+    char pressed = 0;                          ///< the right that the register's command needs
+    std::pair<std::string, std::string> typed; ///< a number, and the box that it went into
+    std::vector<std::string> meant; ///< items that the scanned code may name, "" for none; empty where nobody can tell
+    std::optional<forms::Answer> answer;
+    std::string said; ///< what happened, in words
 };
 
 /// What the person at the till has done and not yet seen the end of.
-struct Memory : Command {
+struct Memory : Command, Now {
     int user = 0, shop = 0, screen = 0, locale = 0;
-    bool badDate = false;                           ///< the processing date cannot be written
-    bool rightsRead = false;                        ///< nothing kept the register from reading them
-    bool switched = false;                          ///< a component switched a command on
-    bool typedPrice = false, typedQuantity = false; ///< since the item was chosen
-    std::string sought;                             ///< what the person typed into the search of the module
+    bool badDate = false;                         ///< the processing date cannot be written
+    bool rightsRead = false;                      ///< nothing kept the register from reading them
+    bool switched = false;                        ///< a component switched a command on
+    std::set<std::string> typedInto;              ///< boxes, since the item was chosen
+    std::string sought;                           ///< what the person typed into the search of the module
     std::pair<std::string, double> packs{"", -1}; ///< what stood in the quantity box, and how many the packs made of it
     std::set<std::string> touched;                ///< controls, in the last step that was no answer
-
-    // Of this step.
-    char pressed = 0;       ///< the right that the register's command needs
-    std::string typed;      ///< into a number box
-    std::vector<int> meant; ///< items that the scanned code may name; empty where nobody can tell
-    std::optional<forms::Answer> answer;
-    std::string said; ///< what happened, in words
 };
 
 struct Clerk : Faults, support::Shop {
@@ -106,7 +91,7 @@ struct Clerk : Faults, support::Shop {
     ~Clerk();
 
     /// False where it is not possible now.
-    bool play(const Step& step, long minute);
+    bool play(const Step& step, automation::Date time);
     /// What is possible now, each as often as it is likely.
     std::vector<std::string_view> possible() const;
     /// After a step: brings the dead connection back when its time has come.
@@ -115,6 +100,8 @@ struct Clerk : Faults, support::Shop {
     void ownerRollsBack();
 
     // A person's hands.
+    bool atForm() const { return desktop.waiting() == Waiting::form; }
+    FormView sees() const { return lookAt(*desktop.topForm()); }
     /// Whether the person can reach the control now.
     bool can(const std::string& control) const;
     bool clicksOn(const std::string& control);
@@ -139,7 +126,7 @@ private:
 struct Act {
     std::string_view place, verb;
     int weight; ///< 0: only where a list of steps has it
-    bool (*does)(Clerk&, const Step&);
+    std::function<bool(Clerk&, const Step&)> does;
 };
 extern const std::vector<Act> kActs;
 

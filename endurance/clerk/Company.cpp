@@ -91,29 +91,24 @@ const std::string& original() {
     struct Made {
         support::TestFolder folder;
         std::string path = folder.file("clerk.db");
-        Made() {
-            const auto connection = sandbox::createCompany(path, sandbox::schemaText());
-            sandbox::runScript(*connection, content());
-            connection->call("Close");
-        }
+        Made() { sandbox::runScript(*sandbox::createCompany(path, sandbox::schemaText()), content()); }
     };
     static const Made made;
     return made.path;
 }
 
-using Values = std::span<const automation::Value>;
-
-template <class Take> void each(sandbox::Connection& connection, const std::string& query, const Take& take) {
-    const sandbox::Outcome outcome = connection.database().executeSilently(query);
-    for (std::size_t i = 0; i < outcome.rows.size(); ++i) take(outcome.rows[i]);
-}
-
 std::string textOf(const automation::Value& value) {
     if (const auto* flag = value.as<bool>()) return *flag ? "1" : "0";
-    if (const auto* date = value.as<automation::Date>()) return std::to_string(std::lround(date->days * 1440));
+    if (const auto* date = value.as<automation::Date>()) return minutes(*date);
     return basic::concatText(value);
 }
-int number(const automation::Value& value) { return basic::cLng(value); }
+
+std::string equals(const char* column, int number) { return std::string(column) + "=" + std::to_string(number); }
+
+constexpr const char* kHeaderColumns[] = {"srhrequestno",  "srhrequestdate", "srhtoShopid",      "SRHremarks",
+                                          "srhrecaddUser", "srhrecmoduser",  "srhTransfinished", "srhNoofDetails",
+                                          "srhtype",       "srhused",        "SRHcancelled",     "srhcancelledRemarks",
+                                          "updatetime"};
 
 } // namespace
 
@@ -125,16 +120,36 @@ std::int64_t thousandths(const std::string& text) {
     return std::fabs(exactly - std::round(exactly)) > 0.001 ? -1 : std::llround(exactly);
 }
 
-std::string finality(const Header& header) {
-    for (const char* flag : {"confirmed", "used", "cancelled"})
-        if (header.at(flag) == "1") return flag;
+Row storedLine(const std::string& item, const std::string& toShop, const std::string& good, const std::string& bad,
+               const std::string& price) {
+    Row line{item, toShop};
+    for (const std::string& number : {good, bad, price}) line.push_back(std::to_string(thousandths(number)));
+    return line;
+}
+
+std::string minutes(automation::Date date) { return std::to_string(std::lround(date.days * 1440)); }
+
+std::string finality(const Request& request) {
+    for (const char* flag : {"srhTransfinished", "srhused", "SRHcancelled"})
+        if (request.header.at(flag) == "1") return flag;
     return {};
+}
+
+const Request& Snapshot::at(const Key& key) const {
+    static const Request none;
+    const auto found = requests.find(key);
+    return found == requests.end() ? none : found->second;
+}
+
+int Snapshot::highestId(int shop) const {
+    const auto next = requests.lower_bound({shop + 1, 0});
+    return next == requests.begin() || std::prev(next)->first.first != shop ? 0 : std::prev(next)->first.second;
 }
 
 std::string nextNumber(const Snapshot& stored, int shop, const std::string& prefix) {
     long highest = 0;
-    for (const auto& [key, header] : stored.headers) {
-        const std::string& number = header.at("number");
+    for (const auto& [key, request] : stored.requests) {
+        const std::string& number = request.header.at("srhrequestno");
         if (key.first != shop || !number.starts_with(prefix)) continue;
         const std::string rest = number.substr(prefix.size());
         if (!rest.empty() && rest.find_first_not_of("0123456789") == std::string::npos)
@@ -148,77 +163,57 @@ Company::Company(const std::string& script)
     if (!script.empty()) connection_->call("Execute", script);
 }
 
+std::vector<Row> Company::rows(const std::string& query) const {
+    std::vector<Row> all;
+    const sandbox::Outcome outcome = connection_->database().executeSilently(query);
+    for (const auto& values : outcome.rows)
+        std::transform(values.begin(), values.end(), std::back_inserter(all.emplace_back()), textOf);
+    return all;
+}
+
+std::string Company::value(const std::string& query, const std::string& otherwise) const {
+    const std::vector<Row> found = rows(query);
+    return found.empty() ? otherwise : found[0][0];
+}
+
 const Masters& Company::masters() const {
     static const Masters read = [this] {
         Masters m;
-        sandbox::Connection& c = *connection_;
-        each(c, "select a.itemid,a.itemcode,a.ItemDescription,u.UnitCode from aitem a,aUnit u where u.UnitId=a.UnitsId",
-             [&](Values r) {
-                 m.items[number(r[0])] = {textOf(r[1]), textOf(r[2]), textOf(r[3]), {}};
-                 m.itemOfCode[textOf(r[1])] = number(r[0]);
-             });
-        each(c, "select itemid,packingbarcode from aitempackingdetail",
-             [&](Values r) { m.itemOfCode[textOf(r[1])] = number(r[0]); });
-        each(c,
-             "select d.packingbarcode from aitempackingdetail d,aitem a where a.itemid=d.itemid and (d.Active=0 or "
-             "a.Active=0 or"
-             " a.itemtype='B')",
-             [&](Values r) { m.doubtful.insert(textOf(r[0])); });
-        each(c,
-             "select d.itemid,d.packingtypeid,c.quantity from aitempackingdetail d,apackingtypecapacitydetail c,aitem "
-             "a where"
-             " d.active=1 and a.itemid=d.itemid and c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId",
-             [&](Values r) { m.items[number(r[0])].packs[textOf(r[1])] = basic::cDbl(r[2]); });
-        each(c, "select shopid,Userid,UserName from loUsers", [&](Values r) {
-            m.users[{number(r[0]), number(r[1])}] = textOf(r[2]);
-        });
-        each(c, "select shopid,shortcutno,itemid from ashopitemdetail", [&](Values r) {
-            m.itemOfShortcut[{number(r[0]), textOf(r[1])}] = number(r[2]);
-        });
+        for (const Row& r : rows("select a.itemid,a.itemcode,a.ItemDescription,u.UnitCode from aitem a,aUnit u"
+                                 " where u.UnitId=a.UnitsId")) {
+            m.items[r[0]] = {r[1], r[2], r[3], {}};
+            m.itemOfCode[r[1]] = r[0];
+        }
+        for (const Row& r : rows("select packingbarcode,itemid from aitempackingdetail")) m.itemOfCode[r[0]] = r[1];
+        for (const Row& r : rows("select d.packingbarcode from aitempackingdetail d,aitem a where a.itemid=d.itemid and"
+                                 " (d.Active=0 or a.Active=0 or a.itemtype='B')"))
+            m.doubtful.insert(r[0]);
+        for (const Row& r : rows("select d.itemid,d.packingtypeid,c.quantity from aitempackingdetail d,aitem a,"
+                                 "apackingtypecapacitydetail c where d.active=1 and a.itemid=d.itemid and"
+                                 " c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId"))
+            m.items[r[0]].packs[r[1]] = std::atof(r[2].c_str());
         return m;
     }();
     return read;
 }
 
-Snapshot Company::snapshot() {
-    static const std::pair<const char*, const char*> columns[] = {{"number", "srhrequestno"},
-                                                                  {"date", "srhrequestdate"},
-                                                                  {"supplying shop", "srhtoShopid"},
-                                                                  {"remarks", "SRHremarks"},
-                                                                  {"user", "srhrecaddUser"},
-                                                                  {"changing user", "srhrecmoduser"},
-                                                                  {"confirmed", "srhTransfinished"},
-                                                                  {"count", "srhNoofDetails"},
-                                                                  {"type", "srhtype"},
-                                                                  {"used", "srhused"},
-                                                                  {"cancelled", "SRHcancelled"},
-                                                                  {"reason", "srhcancelledRemarks"},
-                                                                  {"changed at", "updatetime"}};
-    std::string names = "srhshopid,srhrequestid";
-    for (const auto& [word, column] : columns) names += std::string(",") + column;
+Snapshot Company::snapshot() const {
+    std::string columns;
+    for (const char* column : kHeaderColumns) columns += std::string(",") + column;
+    const auto keyOf = [](const Row& r) { return Key{std::stoi(r[0]), std::stoi(r[1])}; };
     Snapshot now;
-    each(*connection_, "select " + names + " from mesRequesttoShopHeader", [&](Values r) {
-        Header& header = now.headers[{number(r[0]), number(r[1])}];
-        for (std::size_t i = 0; i < std::size(columns); ++i) header[columns[i].first] = textOf(r[i + 2]);
-    });
-    each(*connection_,
-         "select srdshopid,srdrequestid,srditemid,srdtoshopid,srdgoodqty,srdbadQty,srdSellingprice from"
-         " mesRequesttoShopDetail order by srditemid",
-         [&](Values r) {
-             now.lines[{number(r[0]), number(r[1])}].push_back({number(r[2]), number(r[3]), thousandths(textOf(r[4])),
-                                                                thousandths(textOf(r[5])), thousandths(textOf(r[6]))});
-         });
-    each(*connection_,
-         "select CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime from loUserAuditing"
-         " order by AuditID",
-         [&](Values r) {
-             Row& record = now.audit.emplace_back();
-             for (const automation::Value& one : r) record.push_back(textOf(one));
-         });
+    for (const Row& r : rows("select srhshopid,srhrequestid" + columns + " from mesRequesttoShopHeader"))
+        for (std::size_t i = 0; i < std::size(kHeaderColumns); ++i)
+            now.requests[keyOf(r)].header[kHeaderColumns[i]] = r[i + 2];
+    for (const Row& r : rows("select srdshopid,srdrequestid,srditemid,srdtoshopid,srdgoodqty,srdbadQty,srdSellingprice"
+                             " from mesRequesttoShopDetail order by srditemid"))
+        now.requests[keyOf(r)].lines.push_back(storedLine(r[2], r[3], r[4], r[5], r[6]));
+    now.audit = rows("select CompanyID,ShopID,UserID,InterfaceID,DocumentID,DocumentNo,ActionType,LoggedTime"
+                     " from loUserAuditing order by AuditID");
     return now;
 }
 
-std::string Company::rest() {
+std::string Company::rest() const {
     static const std::regex table("create table (\\w+)");
     static const std::set<std::string> changing = {"mesRequesttoShopHeader", "mesRequesttoShopDetail", "loUserAuditing",
                                                    "aPAckageSettings", "miscsettings"};
@@ -227,37 +222,37 @@ std::string Company::rest() {
     for (std::sregex_iterator found(schema.begin(), schema.end(), table), end; found != end; ++found) {
         if (changing.contains((*found)[1])) continue;
         all += (*found)[1];
-        each(*connection_, "select * from " + (*found)[1].str(), [&](Values r) {
-            for (const automation::Value& one : r) all += "|" + textOf(one);
-            all += "\n";
-        });
+        for (const Row& row : rows("select * from " + (*found)[1].str()))
+            for (const std::string& cell : row) all += "|" + cell;
     }
     return all;
 }
 
-std::string Company::value(const std::string& query, const std::string& otherwise) {
-    const sandbox::Outcome outcome = connection_->database().executeSilently(query);
-    return outcome.rows.empty() ? otherwise : textOf(outcome.rows[0][0]);
-}
-
-std::string Company::price(int item, int shop, int screen) {
+std::string Company::price(const std::string& item, int shop, int screen) const {
     // The shop's own price before head office's; the retail packing is always the single one.
     const std::string query = std::string("select ") + (screen == 1611 ? "WholesalePrice" : "SellingPrice") +
-                              " from losShopItemShipmentDetail where ItemId=" + std::to_string(item) +
-                              " and PackingTypeId=51 and ShopId";
-    return basic::format(value(query + "=" + std::to_string(shop), value(query + " is null", "0")), "0.00");
+                              " from losShopItemShipmentDetail where ItemId=" + item + " and PackingTypeId=51 and ";
+    return basic::format(value(query + equals("ShopId", shop), value(query + "ShopId is null", "0")), "0.00");
 }
 
-bool Company::may(int user, int screen, char right) {
+bool Company::may(int user, int screen, char right) const {
     const std::string rights =
-        basic::trim(basic::ucase(value("select FunctionRights from louserrights where companyid=7 and userid=" +
-                                       std::to_string(user) + " and interfaceid=" + std::to_string(screen))));
+        basic::trim(basic::ucase(value("select FunctionRights from louserrights where companyid=7 and " +
+                                       equals("userid", user) + " and " + equals("interfaceid", screen))));
     return rights.empty() || (rights != "ADMIN" && rights.find(right) != std::string::npos); // no row: every right
 }
 
-std::string Company::prefix(int shop, int screen) {
-    return value("select Prefix from aPrefix where FinancialId=72 and shopid=" + std::to_string(shop) +
-                 " and InterfaceID=" + std::to_string(screen));
+std::string Company::prefix(int shop, int screen) const {
+    return value("select Prefix from aPrefix where FinancialId=72 and " + equals("shopid", shop) + " and " +
+                 equals("InterfaceID", screen));
+}
+
+std::string Company::userName(int user, int shop) const {
+    return value("select UserName from loUsers where " + equals("Userid", user) + " and " + equals("shopid", shop));
+}
+
+std::string Company::itemOfShortcut(int shop, const std::string& number) const {
+    return value("select itemid from ashopitemdetail where " + equals("shopid", shop) + " and shortcutno=" + number);
 }
 
 } // namespace endurance::clerk

@@ -3,6 +3,7 @@
 #include "automation/Members.h"
 #include "basic/Conversion.h"
 #include "basic/Text.h"
+#include "tests/support/Shop.h"
 
 #include <algorithm>
 #include <sstream>
@@ -34,10 +35,29 @@ const std::pair<std::string_view, const char*> kSuite[] = {
 /// A component that does what the one inside does, unless it is to fail.
 class Wrapped : public automation::Object {
 public:
-    Wrapped(std::string progId, ObjectPtr inner, Faults& faults, bool quiet)
-        : progId_(std::move(progId)), inner_(std::move(inner)), faults_(faults), quiet_(quiet) {}
+    Wrapped(std::string_view progId, ObjectPtr inner, Faults& faults, bool quiet)
+        : progId_(progId), inner_(std::move(inner)), faults_(faults), quiet_(quiet) {}
 
-    Value invoke(Access access, std::string_view member, Arguments arguments) override;
+    Value invoke(Access access, std::string_view member, Arguments arguments) override {
+        const auto is = [&](std::string_view name) { return sameName(member, name); };
+        const auto text = [&](std::size_t i) { return basic::concatText(arguments[i]); };
+        is("Close") ? faults_.closes(inner_) : faults_.called(progId_, member, quiet_);
+        if (is("ErrorTrack"))
+            faults_.reports.push_back({text(0), text(1), text(2), text(5), basic::cLng(arguments[3])});
+        if (is("Applyformcolor"))
+            faults_.kept[basic::cStr(arguments[0].object().get("Name"))] = arguments[0].objectPtr();
+        if (faults_.commaIsTyped && is("TextValidateNum")) {
+            const std::int16_t key = basic::cInt(arguments[1]);
+            if (key == ',' || (key >= '0' && key <= '9')) return {};
+        }
+        if (faults_.fetchHasProperties && sameName(progId_, "Fetch.clsFetch") && access == Access::get &&
+            arguments.size() == 1)
+            automation::raise(automation::kNoSuchMember);
+        Value result = inner_->invoke(access, member, arguments);
+        if (is("Close")) faults_.called(progId_, member, true); // what fails is the answer
+        if (faults_.noneIsNull && is("fnReturnField") && result.isEmpty()) result = automation::Null();
+        return result;
+    }
     bool has(std::string_view member) const override { return inner_->has(member); }
     std::string className() const override { return inner_->className(); }
     automation::Array elements() override { return inner_->elements(); }
@@ -49,36 +69,14 @@ private:
     bool quiet_; ///< of a helper that only makes a report better
 };
 
-Value Wrapped::invoke(Access access, std::string_view member, Arguments arguments) {
-    const bool closes = sameName(member, "Close");
-    closes ? faults_.closes(inner_) : faults_.called(progId_, member, quiet_);
-    if (sameName(member, "ErrorTrack"))
-        faults_.reports.push_back({basic::concatText(arguments[0]), basic::concatText(arguments[1]),
-                                   basic::concatText(arguments[2]), basic::concatText(arguments[5]),
-                                   basic::cLng(arguments[3])});
-    if (sameName(member, "Applyformcolor"))
-        faults_.kept[basic::cStr(arguments[0].object().get("Name"))] = arguments[0].objectPtr();
-    if (faults_.commaIsTyped && sameName(member, "TextValidateNum")) {
-        const std::int16_t key = basic::cInt(arguments[1]);
-        if (key == ',' || (key >= '0' && key <= '9')) return {};
-    }
-    if (faults_.fetchHasProperties && sameName(progId_, "Fetch.clsFetch") && access == Access::get &&
-        arguments.size() == 1)
-        automation::raise(automation::kNoSuchMember);
-    Value result = inner_->invoke(access, member, arguments);
-    if (closes) faults_.called(progId_, member, true); // what fails is the answer
-    if (faults_.noneIsNull && sameName(member, "fnReturnField") && result.isEmpty()) result = automation::Null();
-    return result;
-}
-
 } // namespace
 
-const std::vector<Member>& members() {
-    static const std::vector<Member> all = [] {
-        std::vector<Member> made;
+const std::vector<std::pair<std::string, std::string>>& members() {
+    static const auto all = [] {
+        std::vector<std::pair<std::string, std::string>> made;
         for (const auto& [progId, names] : kSuite) {
             std::istringstream words(names);
-            for (std::string name; words >> name;) made.push_back({progId, name});
+            for (std::string name; words >> name;) made.emplace_back(progId, name);
         }
         return made;
     }();
@@ -93,14 +91,16 @@ void Faults::nextStep() {
     boxesLost = 0;
 }
 
+bool Faults::inTransaction() const {
+    return till->connection->isOpen() && till->connection->database().inTransaction();
+}
+
 bool Faults::due(Fault fault) {
     const auto found = armed_.find(fault);
     if (found == armed_.end() || --found->second.first > 0) return false;
     armed_.erase(found);
     return true;
 }
-
-void Faults::arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
 
 void Faults::strike(const std::string& what, bool quiet) {
     const std::string text = what + " (struck " + std::to_string(++struck_) + ")";
@@ -113,7 +113,7 @@ void Faults::statement(std::string_view text) {
     const auto starts = [&](std::string_view word) { return basic::startsWithNoCase(text, word); };
     if (starts("BEGIN")) {
         if (!inTransaction()) written_ = false;
-        for (const auto& one : recordsets)
+        for (const auto& one : recordsets_)
             if (const ObjectPtr recordset = one.lock())
                 openAtBegin = openAtBegin || basic::cLng(recordset->get("State")) != 0;
     }
@@ -121,10 +121,10 @@ void Faults::statement(std::string_view text) {
     for (const char* word : {"insert", "update", "delete", "COMMIT", "ROLLBACK"})
         if (starts(word)) written_ = true;
     if (starts("COMMIT")) {
-        if (armed_.erase(Fault::commitRefused) || armed_.contains(Fault::commitStuck)) strike("commit refused", false);
+        if (armed_.erase(Fault::commitRefused) || armed_.contains(Fault::commitStuck)) strike("commit refused");
         if (armed_.erase(Fault::commitUnheard)) {
-            commit();
-            strike("commit unheard", false);
+            till->connection->database().commit();
+            strike("commit unheard");
         }
     }
     if (starts("ROLLBACK")) {
@@ -136,10 +136,10 @@ void Faults::statement(std::string_view text) {
     const bool committed = std::find(sent.begin(), sent.end(), "COMMIT TRANSACTION") != sent.end();
     if (armed_.contains(Fault::rival) && !committed && !(inTransaction() && written_) && due(Fault::rival)) rival();
     if (due(Fault::statement)) strike("statement refused", quiet);
-    if (due(Fault::dies)) {
-        die();
-        strike("connection lost", quiet);
-    }
+    if (!due(Fault::dies)) return;
+    till->connection->kill();
+    dead = diedNow = true;
+    strike("connection lost", quiet);
 }
 
 void Faults::created(std::string_view progId, bool quiet) {
@@ -151,7 +151,7 @@ void Faults::created(std::string_view progId, bool quiet) {
 
 void Faults::closes(const ObjectPtr& recordset) {
     if (!due(Fault::closeStays)) return;
-    std::erase_if(recordsets, [&](const auto& one) { return one.lock() == recordset; });
+    std::erase_if(recordsets_, [&](const auto& one) { return one.lock() == recordset; });
     strike("Close failed, still open", true);
 }
 
@@ -160,14 +160,15 @@ void Faults::called(std::string_view progId, std::string_view member, bool quiet
     for (const Fault fault : {Fault::member, Fault::memberStays, Fault::report}) {
         const auto found = armed_.find(fault);
         if (found == armed_.end()) continue;
-        const Member& wanted = of(members(), found->second.second);
-        if (!sameName(progId, wanted.progId) || !sameName(member, wanted.name) || --found->second.first > 0) continue;
-        if (fault != Fault::memberStays || found->second.first < -kStays) armed_.erase(found);
+        auto& [count, which] = found->second;
+        const auto& [component, name] = of(members(), which);
+        if (!sameName(progId, component) || !sameName(member, name) || --count > 0) continue;
+        if (fault != Fault::memberStays || count < -kStays) armed_.erase(found);
         reportFails_ = reportFails_ || fault == Fault::report;
-        strike(wanted.name + " failed", quiet);
+        strike(name + " failed", quiet);
     }
     if (!sameName(member, "ErrorTrack") || !std::exchange(reportFails_, false)) return;
-    failBoxes(1);
+    ++till->desktop.refusals;
     ++boxesLost;
     strike("ErrorTrack failed", true);
 }
@@ -180,10 +181,10 @@ automation::ObjectFactory Faults::around(automation::ObjectFactory inner) {
         reporting_ = sameName(progId, kErrors);
         ObjectPtr made = inner(progId);
         if (sameName(progId, kRecordset)) {
-            std::erase_if(recordsets, [](const auto& one) { return one.expired(); });
-            recordsets.push_back(made);
+            std::erase_if(recordsets_, [](const auto& one) { return one.expired(); });
+            recordsets_.push_back(made);
         }
-        return std::make_shared<Wrapped>(std::string(progId), std::move(made), *this, quiet);
+        return std::make_shared<Wrapped>(progId, std::move(made), *this, quiet);
     };
 }
 

@@ -2,14 +2,18 @@
 #pragma once
 
 #include "automation/Object.h"
-#include "automation/RunTimeError.h"
 
 #include <functional>
 #include <iterator>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
+
+namespace support {
+class Shop;
+}
 
 namespace endurance::clerk {
 
@@ -30,19 +34,12 @@ enum class Fault {
 inline constexpr int kFaults = 12;
 
 /// The one of a list that a number chooses.
-template <class T, std::size_t n> const T& of(const T (&list)[n], int number) {
-    return list[static_cast<std::size_t>(number) % n];
-}
 template <class List> const auto& of(const List& list, int number) {
     return *std::next(std::begin(list), number % static_cast<long>(std::size(list)));
 }
 
-struct Member {
-    std::string_view progId;
-    std::string name;
-};
-/// Those that may fail, by their number in a step.
-const std::vector<Member>& members();
+/// Members of components that may fail, by their number in a step: ProgID and name.
+const std::vector<std::pair<std::string, std::string>>& members();
 
 struct Strike {
     std::string text;   ///< the error's description; no other error has it
@@ -56,11 +53,12 @@ struct Report {
 class Faults {
 public:
     /// Arms one; `count` is from 1. Another of the same kind takes the earlier one's place.
-    void arm(Fault fault, int count, int which);
+    void arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
     void disarm() { armed_.clear(); }
     void nextStep(); ///< what is kept of a step goes
     /// Whether others wait for what the open transaction wrote.
     bool holdsRows() const { return written_; }
+    bool inTransaction() const;
 
     /// Throws, or changes something, where one is due.
     void statement(std::string_view text);
@@ -72,10 +70,7 @@ public:
     /// A factory whose components may fail.
     automation::ObjectFactory around(automation::ObjectFactory inner);
 
-    // What the till lends.
-    std::function<void()> die, commit, rival;
-    std::function<void(int)> failBoxes;
-    std::function<bool()> inTransaction;
+    std::function<void()> rival; ///< what somebody else does
     /// Habits of the site's components, kinds of which the contracts leave open.
     bool commaIsTyped = false;       ///< the numeric key filter lets "," pass
     bool fetchHasProperties = false; ///< members of Fetch.clsFetch that are set are properties only
@@ -85,20 +80,22 @@ public:
     std::vector<Strike> strikes;
     std::vector<Report> reports;
     std::vector<std::string> sent; ///< statements
-    bool dead = false;
-    bool diedNow = false;
+    bool dead = false, diedNow = false;
     bool openAtBegin = false; ///< a record set was open while a transaction began
     int boxesLost = 0;        ///< message boxes that could not be shown
 
     std::map<std::string, automation::ObjectPtr> kept; ///< forms that a component keeps, by name
-    std::vector<std::weak_ptr<automation::Object>> recordsets;
+
+protected:
+    support::Shop* till = nullptr; ///< whose connection and boxes fail
 
 private:
     /// Takes one away whose time has come.
     bool due(Fault fault);
-    [[noreturn]] void strike(const std::string& what, bool quiet);
+    [[noreturn]] void strike(const std::string& what, bool quiet = false);
 
     std::map<Fault, std::pair<int, int>> armed_; ///< how often until it strikes, and the member
+    std::vector<std::weak_ptr<automation::Object>> recordsets_;
     bool written_ = false;
     bool reportFails_ = false;
     bool reporting_ = false; ///< the next helper is to name the user of a report

@@ -5,110 +5,107 @@
 #include "sandbox/data/Random.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 
 namespace endurance::clerk {
 namespace {
 
-using support::Waiting;
-
-struct Change {
-    const char* told;
-    const char* script;
-};
-/// What somebody else does to a request: nobody changes what is final, and "adds" stores a new one.
-constexpr Change kRivals[] = {{"confirms", "Header set srhTransfinished=1 where srh"},
-                              {"uses", "Header set srhused=1 where srh"},
-                              {"cancels", "Header set SRHcancelled=1,srhcancelledRemarks='a rival' where srh"},
-                              {"remarks on", "Header set SRHremarks='by a rival' where srh"},
-                              {"asks more in", "Detail set srdgoodqty=77 where srd"},
-                              {"adds", ""},
-                              {"adds", ""}};
-constexpr Change kSettings[] = {
-    {"aliases", "update aPAckageSettings set alias=1"},
-    {"no aliases", "update aPAckageSettings set alias=0"},
-    {"whole quantities", "update aPAckageSettings set IntegerQuantity=1"},
-    {"parts of quantities", "update aPAckageSettings set IntegerQuantity=0"},
-    {"codes that repeat", "update aPAckageSettings set AllowItemCodeDuplication=1"},
-    {"no settings", "delete aPAckageSettings"},
-    {"plain settings", "delete aPAckageSettings;insert into aPAckageSettings values (0,0,0)"},
-    {"codes that repeat in dialogs", "update miscsettings set AllowItemCodeDuplication=1"}};
+/// What somebody else does to a request: nobody changes what is final, and "" stores a new one.
+const std::string kRivals[] = {"Header set srhTransfinished=1 where srh",
+                               "Header set srhused=1 where srh",
+                               "Header set SRHcancelled=1,srhcancelledRemarks='a rival' where srh",
+                               "Header set SRHremarks='by a rival' where srh",
+                               "Detail set srdgoodqty=77 where srd",
+                               "",
+                               ""};
+const std::string kSettings[] = {"update aPAckageSettings set alias=1",
+                                 "update aPAckageSettings set alias=0",
+                                 "update aPAckageSettings set IntegerQuantity=1",
+                                 "update aPAckageSettings set IntegerQuantity=0",
+                                 "update aPAckageSettings set AllowItemCodeDuplication=1",
+                                 "delete aPAckageSettings",
+                                 "delete aPAckageSettings;insert into aPAckageSettings values (0,0,0)",
+                                 "update miscsettings set AllowItemCodeDuplication=1"};
 
 class Round {
 public:
     /// With a script, on a company that it changed, where rules on what is stored and shown need not hold.
     explicit Round(const std::string& script)
-        : company_(script), judged_(script.empty()), rest_(company_.rest()), last_(company_.snapshot()) {
-        for (int i = 0; i < kTills; ++i) {
-            Clerk& clerk = *clerks_.emplace_back(std::make_unique<Clerk>(company_));
-            clerk.rival = [this, &clerk] {
-                rival(clerk.memory, rivalNumber_, rivalNumber_ / 2);
+        : judged(script.empty()), company_(script), rest_(company_.rest()), last_(company_.snapshot()) {
+        for (auto& till : tills_) {
+            till.clerk = std::make_unique<Clerk>(company_);
+            till.clerk->rival = [this, &till] {
+                rival(till.clerk->memory, rivalNumber_, rivalNumber_ / 2);
                 rivalCame_ = true;
             };
         }
-        crippled_.resize(kTills);
     }
 
     /// What the step breaks; in words it goes to `told`.
     Broken play(const Step& step, std::string& told);
     /// Everybody goes home.
     Broken leave();
-    const Clerk& clerk(int till) const { return *clerks_[static_cast<std::size_t>(till)]; }
-    bool judged() const { return judged_; }
+    const Clerk& clerk(int till) const { return *tills_[static_cast<std::size_t>(till)].clerk; }
     int saves() const { return static_cast<int>(last_.audit.size()); }
 
+    const bool judged;
+
 private:
+    struct Till {
+        std::unique_ptr<Clerk> clerk;
+        std::set<std::string> crippled; ///< forms of which a load failed
+    };
     std::string rival(const Memory& m, int which, int how);
-    void remember(Happening& h, Memory& memory, std::set<std::string>& crippled);
+    static void remember(Happening& h, Till& till);
+    void othersSee(const Clerk* but = nullptr) {
+        for (auto& till : tills_)
+            if (till.clerk.get() != but) till.clerk->memory.rivalSince = true;
+    }
 
     Company company_;
-    bool judged_;
     std::string rest_;
     Snapshot last_;
-    std::vector<std::unique_ptr<Clerk>> clerks_;
-    std::vector<std::set<std::string>> crippled_; ///< forms of which a load failed, by till
+    std::array<Till, kTills> tills_;
     int rivalNumber_ = 0;
     bool rivalCame_ = false;
-    long minute_ = std::lround(basic::dateOf(2026, 3, 31, 10, 30).days * 1440);
+    double minute_ = 630; ///< since midnight
 };
 
 std::string Round::rival(const Memory& m, int which, int how) {
-    for (auto& clerk : clerks_) clerk->memory.rivalSince = true;
+    othersSee();
     std::vector<int> ids;
-    for (const auto& [key, header] : last_.headers)
+    for (const auto& [key, request] : last_.requests)
         if (key.first == m.shop) ids.push_back(key.second);
     if (ids.empty()) return "";
-    const Key key{m.shop,
-                  which % 4 != 0 && last_.headers.contains({m.shop, m.request}) ? m.request : of(ids, which / 2)};
-    const Change& change = of(kRivals, how);
-    const std::string script = change.script;
-    if (!script.empty()) {
-        const std::string column = script.substr(script.size() - 3);
-        if (finality(last_.headers.at(key)).empty())
-            company_.change("update mesRequesttoShop" + script + "shopid=" + std::to_string(key.first) + " and " +
-                            column + "requestid=" + std::to_string(key.second));
-    } else {
+    const bool same = which % 4 != 0 && last_.requests.contains({m.shop, m.request});
+    const Key key{m.shop, same ? m.request : of(ids, which / 2)};
+    const std::string& change = of(kRivals, how);
+    if (change.empty()) {
         const std::string values = std::to_string(ids.back() + 1) + "," + std::to_string(m.shop);
         company_.change("insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
                         "srhtoShopid,SRHremarks,srhrecaddUser,srhNoofDetails,srhtype) values (" +
                         values + ",'" + nextNumber(last_, m.shop, company_.prefix(m.shop, m.screen)) +
                         "','20260331',5,'a rival''s','Ann',1,'r');insert into mesRequesttoShopDetail values (" +
                         values + ",101,5,1,0,0)");
+    } else if (finality(last_.at(key)).empty()) {
+        company_.change("update mesRequesttoShop" + change + "shopid=" + std::to_string(key.first) + " and " +
+                        change.substr(change.size() - 3) + "requestid=" + std::to_string(key.second));
     }
     last_ = company_.snapshot();
-    return std::string("a rival ") + change.told + " a request, " + std::to_string(key.second);
+    return "a rival at request " + std::to_string(key.second) + ": " + (change.empty() ? "adds one" : change);
 }
 
 Broken Round::play(const Step& step, std::string& told) {
-    Clerk& clerk = *clerks_[static_cast<std::size_t>(step.till)];
+    Till& till = tills_[static_cast<std::size_t>(step.till)];
+    Clerk& clerk = *till.clerk;
     const bool byOthers = step.verb == "rival" || step.verb == "setting";
     ++minute_;
-    for (auto& other : clerks_)
-        if (other.get() != &clerk || byOthers) other->ownerRollsBack();
+    for (auto& other : tills_)
+        if (&other != &till || byOthers) other.clerk->ownerRollsBack();
     if (step.verb == "rival") return told = rival(clerk.memory, step.a, step.b), "";
     if (step.verb == "setting") {
-        told = std::string("a setting: ") + of(kSettings, step.a).told;
-        company_.change(of(kSettings, step.a).script);
+        told = of(kSettings, step.a);
+        company_.change(told);
         return {};
     }
     clerk.nextStep();
@@ -117,7 +114,7 @@ Broken Round::play(const Step& step, std::string& told) {
     const bool wasDead = clerk.dead, wasInTransaction = clerk.inTransaction();
     View before = look(clerk);
     rivalCame_ = false;
-    const bool done = clerk.play(step, minute_);
+    const bool done = clerk.play(step, {basic::dateOf(2026, 3, 31).days + minute_ / 1440});
     told = "till " + std::to_string(step.till) + " " + clerk.memory.said;
     Happening h{done ? step.verb : "", clerk, clerk.memory, std::move(before), look(clerk), std::move(last_),
                 company_.snapshot()};
@@ -126,40 +123,40 @@ Broken Round::play(const Step& step, std::string& told) {
     h.wasInTransaction = wasInTransaction;
     h.rivalCame = rivalCame_;
     last_ = h.storedAfter;
-    if (h.storedBefore.headers != h.storedAfter.headers)
-        for (auto& other : clerks_)
-            if (other.get() != &clerk) other->memory.rivalSince = true;
-    remember(h, clerk.memory, crippled_[static_cast<std::size_t>(step.till)]);
-    Broken broken = judged_ ? judge(h) : "";
+    if (h.storedBefore.requests != h.storedAfter.requests) othersSee(&clerk);
+    remember(h, till);
+    Broken broken = judged ? judge(h) : "";
     if (const std::string failed = Cases::takeFailure(); broken.empty() && !failed.empty())
         broken = "desktop: " + failed;
     // What the person has seen now is not new at the next step.
     Memory& m = clerk.memory;
     if (h.after.atForm("frmRequest") && !m.opening) m.opening = h.after.editor;
     if (m.command == 'N' && m.storedAs && !m.storedKey)
-        for (const auto& [key, header] : h.storedAfter.headers)
-            if (!h.storedBefore.headers.contains(key)) m.storedKey = key;
+        for (const auto& [key, request] : h.storedAfter.requests)
+            if (!h.storedBefore.requests.contains(key)) m.storedKey = key;
     clerk.recover();
     return broken;
 }
 
-void Round::remember(Happening& h, Memory& memory, std::set<std::string>& crippled) {
+void Round::remember(Happening& h, Till& till) {
+    Memory& memory = till.clerk->memory;
     if (h.verb == "shows") {
-        crippled.clear();
+        till.crippled.clear();
         memory.rightsRead = true;
     }
-    h.crippled = crippled;
+    h.crippled = till.crippled;
     for (const Report& report : h.clerk.reports)
         if (report.routine.starts_with("Form_Load") && (!h.clerk.strikes.empty() || h.dead || memory.badDate))
             h.crippled.insert(report.module);
     if (h.lostBox() || h.struck("cannot create ErrorHandler")) h.crippled.insert("unheard");
-    crippled = h.crippled;
-    if (h.after.waiting == Waiting::form) {
-        if (!h.after.editor.shown) crippled.erase("frmRequest ");
-        if (!h.after.entry.shown) crippled.erase("frmRequestDetail ");
-        for (const char* form : {"FrmFetch", "frmscanBc ", "frmcancelreason ", "frmPrint "})
-            if (!std::string(form).starts_with(h.after.form)) crippled.erase(form);
-    }
+    till.crippled = h.crippled;
+    if (h.after.waiting == Waiting::form)
+        std::erase_if(till.crippled, [&](const std::string& form) {
+            if (form == "frmRequest ") return !h.after.editor.shown;
+            if (form == "frmRequestDetail ") return !h.after.entry.shown;
+            return form != "frmMaster " && form != "unheard" && form != "basGRtoShop " &&
+                   !form.starts_with(h.after.form);
+        });
     if (h.struck("commit unheard") || h.struck("rollback refused") || (h.struck("commit") && h.dead))
         memory.unknown = true;
     if (h.storedAfter.audit.size() > h.storedBefore.audit.size()) memory.storedAs = h.before.editor;
@@ -169,35 +166,36 @@ void Round::remember(Happening& h, Memory& memory, std::set<std::string>& crippl
             if (!strike.quiet && strike.text.find("GridSetting") == std::string::npos) memory.rightsRead = false;
         if (h.dead || memory.badDate) memory.rightsRead = false;
     }
-    if (h.before.form == "frmcancelreason") memory.reason = h.before.reason;
-    const EntryView &was = h.before.entry, &is = h.after.entry;
-    if (was.shown && h.before.editor.lines != h.after.editor.lines) memory.typedLines = true;
-    if (was.item != is.item || !is.shown) memory.typedPrice = memory.typedQuantity = false;
-    if (was.item != is.item || !is.shown || was.quantity != is.quantity) memory.packs = {"", -1};
+    if (h.before.form == "frmcancelreason") memory.reason = h.before.dialog["txtcanreason"];
+    const FormView &was = h.before.entry, &is = h.after.entry;
+    const std::string quantity = is["txtQuantity"];
+    const bool otherItem = was.choice("cboItem") != is.choice("cboItem") || !is.shown;
+    if (was.shown && h.before.editor.rows != h.after.editor.rows) memory.typedLines = true;
+    if (otherItem) memory.typedInto.clear();
+    if (otherItem || was["txtQuantity"] != quantity) memory.packs = {"", -1};
     if (h.verb == "enters" && is.shown)
-        for (const auto& [id, quantity] : is.packs)
-            if (id == "51" && !quantity.empty()) memory.packs = {is.quantity, std::atof(quantity.c_str())};
+        for (const Row& pack : is.rows)
+            if (pack[0] == "51" && !pack[2].empty()) memory.packs = {quantity, std::atof(pack[2].c_str())};
 }
 
 Broken Round::leave() {
     constexpr int kPatience = 25;
-    for (auto& one : clerks_) {
-        support::ScriptedDesktop& desktop = one->desktop;
+    for (auto& till : tills_) {
+        support::ScriptedDesktop& desktop = till.clerk->desktop;
         for (int act = 0; desktop.waiting() != Waiting::ended && desktop.waiting() != Waiting::nothing; ++act) {
-            if (act == kPatience) return "leave: " + one->user.form() + " cannot be left";
-            switch (desktop.waiting()) {
-            case Waiting::message:
+            if (act == kPatience) return "leave: " + till.clerk->user.form() + " cannot be left";
+            if (desktop.waiting() == Waiting::message)
                 desktop.answer(desktop.message().buttons == forms::MessageButtons::ok ? forms::Answer::ok
                                                                                       : forms::Answer::no);
-                break;
-            case Waiting::menu: desktop.choose(std::nullopt); break;
-            default: one->user.closesFrame(); break;
-            }
+            else if (desktop.waiting() == Waiting::menu)
+                desktop.choose(std::nullopt);
+            else
+                till.clerk->user.closesFrame();
         }
     }
     if (company_.rest() != rest_) return "company: more than requests changed";
-    if (const std::string failed = Cases::takeFailure(); !failed.empty()) return "desktop: " + failed;
-    return {};
+    const std::string failed = Cases::takeFailure();
+    return failed.empty() ? "" : "desktop: " + failed;
 }
 
 /// Plays what `next` gives until it gives nothing more. Each step is kept, as one that is not possible may move the
@@ -224,7 +222,7 @@ Step madeUp(sandbox::Random& random, const Round& round, int& till) {
     if (!random.percent(80)) till = random.below(kTills);
     const Clerk& clerk = round.clerk(till);
     Step step{till, "fault", random.below(1000), random.below(1000), random.below(10000)};
-    if (round.judged() && random.percent(9)) {
+    if (round.judged && random.percent(9)) {
         using enum Fault;
         static constexpr Fault kinds[] = {statement,   statement,     statement,  dies,        commitRefused,
                                           commitStuck, commitUnheard, create,     create,      member,
