@@ -1,7 +1,6 @@
 #include "endurance/Endurance.h"
 
 #include "basic/Conversion.h"
-#include "common/Recordset.h"
 #include "sandbox/database/Company.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +9,7 @@
 namespace endurance {
 namespace {
 
-class Failures : public testing::EmptyTestEventListener {
-public:
+struct Failures : testing::EmptyTestEventListener {
     static Failures& instance() {
         static auto* listener = [] {
             auto* made = new Failures; // GoogleTest owns it
@@ -50,32 +48,24 @@ bench::Result Cases::row(const std::string& name, const std::string& kind) const
 }
 
 std::string brokenRequests(const std::string& companyPath, int oldId) {
+    const std::string newer =
+        "mesRequesttoShopHeader h where h.srhshopid = 1 and h.srhrequestid > " + std::to_string(oldId) + " and ";
     const std::string lines = "(select count(*) from mesRequesttoShopDetail d where d.srdshopid = h.srhshopid and"
                               " d.srdrequestid = h.srhrequestid";
-    const std::string newer = " and h.srhrequestid > " + std::to_string(oldId);
-    const struct {
-        const char* rule;
-        std::string breaking; ///< counts what breaks it
-    } rules[] = {
-        {"the header counts its lines", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and"
-                                        " h.srhNoofDetails <> " +
-                                            lines + ")" + newer},
-        {"a line asks for something", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1 and " +
-                                          lines + " and (d.srdgoodqty > 0 or d.srdbadQty > 0)) = 0" + newer},
-        {"no line without a header",
-         "select count(*) from mesRequesttoShopDetail d where d.srdshopid = 1 and d.srdrequestid not in (select"
-         " h.srhrequestid from mesRequesttoShopHeader h where h.srhshopid = 1)"},
-        {"a new request has one audit record", "select count(*) from mesRequesttoShopHeader h where h.srhshopid = 1" +
-                                                   newer +
-                                                   " and 1 <> (select count(*) from loUserAuditing a where a.ShopID = "
-                                                   "1 and a.ActionType = 'N' and a.DocumentID = h.srhrequestid)"},
+    const std::pair<const char*, std::string> rules[] = {
+        {"the header counts its lines", newer + "h.srhNoofDetails <> " + lines + ")"},
+        {"a line asks for something", newer + lines + " and (d.srdgoodqty > 0 or d.srdbadQty > 0)) = 0"},
+        {"no line without a header", "mesRequesttoShopDetail d where d.srdshopid = 1 and d.srdrequestid not in"
+                                     " (select srhrequestid from mesRequesttoShopHeader where srhshopid = 1)"},
+        {"a new request has one audit record", newer + "1 <> (select count(*) from loUserAuditing a where a.ShopID = 1"
+                                                       " and a.ActionType = 'N' and a.DocumentID = h.srhrequestid)"},
     };
     const auto connection = sandbox::openConnection(companyPath);
     std::string broken;
-    for (const auto& rule : rules) {
-        const goodsreq::Recordset records(connection->call("Execute", rule.breaking).objectPtr());
-        const std::string count = basic::concatText(records.fields().front().value());
-        if (count != "0") broken += std::string(broken.empty() ? "" : "; ") + rule.rule + ": " + count + " break it";
+    for (const auto& [rule, breaking] : rules) {
+        const sandbox::Outcome outcome = connection->database().executeSilently("select count(*) from " + breaking);
+        if (const std::string count = basic::concatText(outcome.rows[0][0]); count != "0")
+            broken += std::string(broken.empty() ? "" : "; ") + rule + ": " + count + " break it";
     }
     return broken;
 }

@@ -26,20 +26,10 @@ const Texts kSearches{"", "nut", "O'Neil", "8", "no such"};
 const Texts kShortcuts{"11", "12", "4711", "18", "99"};
 
 /// A comma for the decimals; two digits for the year; the year first.
-basic::Locale localeOf(int number) {
-    basic::Locale locale;
-    if (number % 2 == 1) {
-        locale.decimalSeparator = ',';
-        locale.groupSeparator = '.';
-    }
-    if (number == 2) locale.shortDate = "dd/MM/yy";
-    if (number == 3) {
-        locale.dateOrder = basic::DateOrder::yearMonthDay;
-        locale.dateSeparator = '.';
-        locale.shortDate = "yyyy. MM. dd.";
-    }
-    return locale;
-}
+const basic::Locale kLocales[] = {{},
+                                  {.decimalSeparator = ',', .groupSeparator = '.'},
+                                  {.shortDate = "dd/MM/yy"},
+                                  {basic::DateOrder::yearMonthDay, '.', "yyyy. MM. dd.", ',', '.'}};
 
 // Acts that differ only in what they are done to.
 
@@ -148,7 +138,7 @@ bool shows(Clerk& c, const Step& step) {
     c.commaIsTyped = step.c / 48 % 3 == 1;
     c.fetchHasProperties = step.c / 144 % 6 == 1;
     c.noneIsNull = step.c / 864 % 4 == 1;
-    c.desktop.userLocale = localeOf(m.locale);
+    c.desktop.userLocale = kLocales[m.locale];
     c.component.intUserID = static_cast<std::int16_t>(m.user);
     c.component.intShopid = static_cast<std::int16_t>(m.shop);
     c.component.interfaceid = m.screen;
@@ -194,11 +184,6 @@ bool answers(Clerk& c, const Step& step) {
     if (box.text == "Save Changes?") c.memory.touched.insert("cmdOk"); // its handler comes next
     c.desktop.answer(answer);
     return true;
-}
-
-bool leavesMenu(Clerk& c, const Step&) {
-    c.user.dismissesMenu();
-    return c.says("leaves the menu");
 }
 
 bool closes(Clerk& c, const Step&) {
@@ -289,11 +274,6 @@ bool pastes(Clerk& c, const Step& step) {
     return true;
 }
 
-bool fetches(Clerk& c, const Step&) {
-    c.user.presses(forms::kKeyF3);
-    return c.says("F3");
-}
-
 bool opensDialog(Clerk& c, const Step& step) {
     if (c.user.focus().empty() || !c.can("cmdbarcode")) return false;
     const bool scan = step.a % 2;
@@ -321,7 +301,7 @@ const std::vector<Act> kActs = {
     {"nobody", "acts late", 1, actsLate},
     {"", "acts late", 1, actsLate},
     {"message", "answers", 1, answers},
-    {"menu", "leaves", 1, leavesMenu},
+    {"menu", "leaves", 1, [](Clerk& c, const Step&) { return c.user.dismissesMenu(), c.says("leaves the menu"); }},
     {"", "hostile", 2, hostile},
     {"", "ok", 4, clicksFirstOf({"cmdOk", "cmdOK"})},
     {"", "cancel", 2, clicksFirstOf({"cmdCancel", "CmdClose", "cmdClose"})},
@@ -351,7 +331,8 @@ const std::vector<Act> kActs = {
     {"frmRequestDetail", "price", 3, fillsNumber("txtsellingprice")},
     {"frmRequestDetail", "enters", 8, enters("txtQuantity")},
     {"frmRequestDetail", "walks", 3, clicksOneOf({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"})},
-    {"frmRequestDetail", "fetches", 4, fetches},
+    {"frmRequestDetail", "fetches", 4,
+     [](Clerk& c, const Step&) { return c.user.presses(forms::kKeyF3), c.says("F3"); }},
     {"frmRequestDetail", "dialog", 4, opensDialog},
     {"frmRequestDetail", "pastes", 1, pastes},
     {"frmRequestDetail", "ok", 14, clicksFirstOf({"cmdOk"})},

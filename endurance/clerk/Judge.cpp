@@ -1,9 +1,10 @@
 // What must hold after each step, by the rules of the screens and not by how they are made.
-#include "endurance/clerk/Judge.h"
+#include "endurance/clerk/Run.h"
 
 #include "basic/Calendar.h"
 #include "basic/Text.h"
 #include "sandbox/database/Errors.h"
+#include "screens/register/frmMaster.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,8 +16,13 @@ using Lines = std::vector<Row>;
 /// Columns of the editor's lines.
 enum Column { kNumber, kCode, kDescription, kGood, kBad, kItem, kPrice, kUnit };
 
-std::string keyText(const Key& key) { return std::to_string(key.second) + " of shop " + std::to_string(key.first); }
-std::string text(std::size_t number) { return std::to_string(number); }
+template <class Number> std::string text(Number number) { return std::to_string(number); }
+
+Broken unlike(const std::string& rule, const Row& is, const Row& wanted) {
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        if (is[i] != wanted[i]) return rule + ": \"" + is[i] + "\" in the place of \"" + wanted[i] + "\"";
+    return {};
+}
 
 /// What the editor's lines are in the tables.
 Lines asStored(const FormView& editor, const std::string& toShop, bool priced) {
@@ -46,24 +52,23 @@ Broken judgeStored(const Happening& h) {
     const bool saves = m.command == 'N' || m.command == 'E';
     const FormView& editor = h.before.editor;
     const Request &old = was.at(key), &now = is.at(key);
-    if (key.first != m.shop) return "stored: a request of another shop changed, " + keyText(key);
-    if (now.header.empty()) return "stored: the header of " + keyText(key) + " is gone";
-    if (m.command != 'D' && !(saves && editor.shown)) return "stored: nobody saved " + keyText(key);
+    if (key.first != m.shop) return "stored: a request of another shop changed";
+    if (now.header.empty()) return "stored: a header is gone";
+    if (m.command != 'D' && !(saves && editor.shown)) return "stored: nobody saved that";
     if (!company.may(m.user, m.screen, m.command)) return std::string("rights: stored without ") + m.command;
     if (saves && m.screen == 1700) return "stored: by a screen that stores nothing";
 
     const std::string user = company.userName(m.user, m.shop);
     auto wanted = old.header;
     if (adds) {
-        if (!old.header.empty()) return "stored: a new request took the place of " + keyText(key);
-        if (key.second != was.highestId(m.shop) + 1) return "numbers: the id is not the next one, " + keyText(key);
+        if (key.second != was.highestId(m.shop) + 1) return "numbers: the id is not the next one";
         wanted = {{"srhrequestno", nextNumber(was, m.shop, company.prefix(m.shop, m.screen))},
                   {"srhrecaddUser", user},
                   {"srhtype", m.screen == 1611 ? "s" : "r"},
                   {"srhused", "0"},
                   {"SRHcancelled", "0"}};
     } else {
-        if (old.header.empty() || key != mine) return "stored: " + keyText(key) + " changed, not " + keyText(mine);
+        if (old.header.empty() || key != mine) return "stored: another request changed than the one in hand";
         if (const std::string final = finality(old); !final.empty())
             return std::string("final: ") + m.command + " changed a request with " + final;
         if (m.command == 'D') {
@@ -72,8 +77,8 @@ Broken judgeStored(const Happening& h) {
                 basic::left(basic::trim(user), 20) + ":" + basic::left(basic::trim(m.reason), 230);
         } else {
             wanted["srhrecmoduser"] = user;
-            const std::string& time = now.header.at("updatetime");
-            wanted["updatetime"] = time.empty() ? "some time" : time;
+            if (wanted["updatetime"] = now.header.at("updatetime"); wanted["updatetime"].empty())
+                return "stored: without the time of the change";
         }
     }
     if (m.command == 'N') {
@@ -93,17 +98,9 @@ Broken judgeStored(const Happening& h) {
     if (records != 1) return "audit: " + text(records) + " records of one save";
     const Row& record = is.audit.back();
     const std::string action = m.storedKey && record[6] == "E" ? "E" : std::string(1, m.command);
-    const Row due{std::to_string(kCompanyId),
-                  std::to_string(m.shop),
-                  std::to_string(m.user),
-                  std::to_string(m.screen),
-                  std::to_string(key.second),
-                  now.header.at("srhrequestno"),
-                  action,
-                  m.minute};
-    for (std::size_t i = 0; i < due.size(); ++i)
-        if (record[i] != due[i]) return "audit: the record has " + record[i] + " for " + due[i];
-    return {};
+    return unlike("audit", record,
+                  {text(kCompanyId), text(m.shop), text(m.user), text(m.screen), text(key.second),
+                   now.header.at("srhrequestno"), action, m.minute});
 }
 
 /// Without the right nothing opens and nothing is sent, whatever is pressed.
@@ -162,7 +159,7 @@ Broken judgeReports(const Happening& h) {
         const auto times = std::count_if(h.boxes.begin(), h.boxes.end(), [&](const auto& box) {
             return box.text.find(strike.text) != std::string::npos;
         });
-        if (times > 1) return "reports: a failure is reported " + std::to_string(times) + " times, " + strike.text;
+        if (times > 1) return "reports: a failure is reported " + text(times) + " times, " + strike.text;
         // Where it cannot be told whether something changed, the question says enough.
         const bool asked =
             strike.text.starts_with("DataChanged") && !h.boxes.empty() && h.boxes.back().text == "Save Changes?";
@@ -175,8 +172,8 @@ Broken judgeReports(const Happening& h) {
         if (!reportsAs(report, h))
             return "reports: \"" + report.module + "\", \"" + report.routine + "\" after " + m.said;
         if (!explained(report, h))
-            return "reports: without a failure, " + report.module + report.routine + ": " +
-                   std::to_string(report.number) + " " + report.description;
+            return "reports: without a failure, " + report.module + report.routine + ": " + text(report.number) + " " +
+                   report.description;
     }
     for (const forms::Message& box : h.boxes)
         if (box.text.empty()) return "reports: a box without a text";
@@ -270,20 +267,21 @@ Broken judgeOpening(const Happening& h) {
     if (m.opening || !h.after.atForm("frmRequest")) return {};
     if (m.command == 'N') {
         static const char* const dates[] = {"31/03/2026", "31/03/2026", "31/03/26", "2026. 03. 31."};
-        if (!editor.rows.empty()) return "opening: a new request has lines";
-        if (!(editor["txtRemarks"] + editor["txtRequestNo"] + editor.choice("cboShop")).empty() ||
-            editor["chkTransFinished"] != "0")
-            return "opening: a new request is not empty";
-        if (!m.badDate && editor["txtrequestDate"] != dates[m.locale])
-            return "opening: the date is " + editor["txtrequestDate"];
-        return editor.can("cmdOk") || !h.calm() ? "" : "opening: a new request cannot be saved";
+        const std::string date = editor["txtrequestDate"];
+        const Row shown{text(editor.rows.size()),
+                        editor["txtRemarks"],
+                        editor["txtRequestNo"],
+                        editor.choice("cboShop"),
+                        editor["chkTransFinished"],
+                        date,
+                        h.calm() && !editor.can("cmdOk") ? "no OK" : ""};
+        return unlike("opening: a new request", shown, {"0", "", "", "", "0", m.badDate ? date : dates[m.locale], ""});
     }
     if (m.command != 'E') return "opening: the editor came by itself";
     if (h.wasInTransaction) return {}; // a till reads what it could neither commit nor take back
     const Request& stored = h.storedAfter.at({m.shop, m.request});
-    if (stored.header.empty()) return "opening: there is no request " + std::to_string(m.request);
-    if (editor["txtRequestNo"] != stored.header.at("srhrequestno"))
-        return "opening: the number is " + editor["txtRequestNo"] + ", not " + stored.header.at("srhrequestno");
+    if (stored.header.empty()) return "opening: there is no such request";
+    if (editor["txtRequestNo"] != stored.header.at("srhrequestno")) return "opening: the number is another one's";
     if (!editor.can("cmdOk")) {
         if (finality(stored).empty() && !m.rowCancelled && m.boxes == 0 && !h.lostBox())
             return "opening: OK is off, and nobody says why";
@@ -324,7 +322,7 @@ Broken judgeRegister(const Happening& h) {
         Row wanted, shown;
         for (const auto& [key, request] : h.storedAfter.requests)
             if (key.first == m.shop && request.header.at("srhtype") == (m.screen == 1611 ? "s" : "r"))
-                wanted.push_back(std::to_string(key.second));
+                wanted.push_back(text(key.second));
         if (wanted.empty()) wanted.push_back("");
         for (const Row& one : is.rows) shown.push_back(one.empty() ? "" : one[0]);
         // A company that was closed later than the request hides it; new ones are of the processing date.
@@ -335,15 +333,17 @@ Broken judgeRegister(const Happening& h) {
     for (const auto& [key, request] : h.storedAfter.requests) {
         const auto& header = request.header;
         if (key.first != m.shop || h.storedBefore.at(key).header == header) continue;
-        const auto found = std::find_if(is.rows.begin(), is.rows.end(),
-                                        [&](const Row& one) { return one[0] == std::to_string(key.second); });
+        const auto found =
+            std::find_if(is.rows.begin(), is.rows.end(), [&](const Row& one) { return one[0] == text(key.second); });
         if (found == is.rows.end())
             return m.command == 'N' && header.at("srhrequestdate") < "66400000"
                        ? ""
                        : "register: the saved request is not in it";
         const auto yes = [&](const char* flag) { return header.at(flag) == "1" ? "Yes" : "No"; };
-        if ((*found)[1] != header.at("srhrequestno") || (*found)[5] != basic::trim(header.at("SRHremarks")) ||
-            (*found)[4] != yes("SRHcancelled") || (*found)[7] != yes("srhTransfinished"))
+        using namespace goodsreq;
+        const Row shown{(*found)[kColNumber], (*found)[kColRemarks], (*found)[kColCancelled], (*found)[kColConfirmed]};
+        if (shown != Row{header.at("srhrequestno"), basic::trim(header.at("SRHremarks")), yes("SRHcancelled"),
+                         yes("srhTransfinished")})
             return "register: the row of the saved request is not up to date";
     }
     if (h.acts("frmMaster", "sorts") && m.said.ends_with("picks Request Date")) {
@@ -377,7 +377,7 @@ Broken judgeWritten(const Happening& h) {
         if (const auto typed = thousandths(plain(entry[box], m)); typed >= 0 && typed != thousandths(line[column]))
             return "quantity: " + entry[box] + " became " + line[column];
     if (m.packs.first == entry["txtQuantity"] && differ(m.packs.second, number(line[kGood]), 0.006))
-        return "quantity: packs read " + std::to_string(m.packs.second) + ", the line has " + line[kGood];
+        return "quantity: packs read " + text(m.packs.second) + ", the line has " + line[kGood];
     if (m.screen == 1507 && added && !line[kPrice].empty()) return "price: a line without prices got " + line[kPrice];
     return {};
 }
@@ -387,11 +387,11 @@ Broken judgeSearch(const Happening& h) {
     const bool again = h.acts("FrmFetch", "again");
     if (!again && !h.acts("FrmFetch", "searches")) return {};
     const std::string sought = again && h.before.dialog["txtFetch"].empty() ? "" : basic::trim(h.memory.sought);
-    std::string text = sought;
-    for (const char* apostrophe : {"'", "\xCA\xBC", "\xEF\xBC\x87"}) text = basic::replaceAll(text, apostrophe, "''");
+    std::string doubled = sought;
+    for (const char* one : {"'", "\xCA\xBC", "\xEF\xBC\x87"}) doubled = basic::replaceAll(doubled, one, "''");
     for (const std::string& statement : h.clerk.sent)
         if (const auto at = statement.find(" like '%");
-            at != std::string::npos && !statement.substr(at).starts_with(" like '%" + text + "%'"))
+            at != std::string::npos && !statement.substr(at).starts_with(" like '%" + doubled + "%'"))
             return "search: " + sought + " is sought as " + statement.substr(at);
     return {};
 }

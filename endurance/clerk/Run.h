@@ -1,9 +1,34 @@
-// A run of steps on a fresh company, and what it comes to.
+// A run of steps on a fresh company, and what must hold after each of them.
 #pragma once
 
-#include "endurance/clerk/Judge.h"
+#include "endurance/clerk/Clerk.h"
 
 namespace endurance::clerk {
+
+/// One step as the judge sees it.
+struct Happening {
+    std::string_view verb; ///< "" where the step was not possible
+    const Clerk& clerk;
+    const Memory& memory;
+    View before, after;
+    Snapshot storedBefore, storedAfter; ///< the first after what rivals did meanwhile
+    std::vector<forms::Message> boxes;  ///< that came up
+    bool dead = false;                  ///< the connection was, or became so
+    std::set<std::string> crippled;     ///< forms whose load failed, so that what it should have made is missing
+    bool wasInTransaction = false;      ///< one that an earlier failure left open
+    bool rivalCame = false;             ///< somebody else changed a row while the module was at work
+
+    bool acts(const char* form, std::string_view what) const { return verb == what && before.atForm(form); }
+    bool calm() const { return clerk.strikes.empty() && !dead && crippled.empty(); }
+    bool lostBox() const { return clerk.boxesLost > 0; }
+    /// Whether one of the failures is called so.
+    bool struck(std::string_view what) const;
+};
+
+/// The rule that was broken, first its short name; empty where all is well.
+using Broken = std::string;
+
+Broken judge(const Happening& happening);
 
 inline constexpr int kTills = 3;
 
