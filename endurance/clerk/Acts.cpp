@@ -252,7 +252,8 @@ bool scans(Clerk& c, const Step& step) {
     }
     // What is no active barcode is a shortcut number by its first four digits.
     if (step.b % 4 == 3 || m.doubtful.contains(code))
-        c.memory.meant.push_back(c.company.itemOfShortcut(c.memory.shop, code.substr(0, 4)));
+        c.memory.meant.push_back(c.company.value("select itemid from ashopitemdetail where shopid=? and shortcutno=?",
+                                                 {c.memory.shop, std::stoi(code.substr(0, 4))}));
     c.memory.typedInto.clear();
     c.says("scans " + code);
     c.keys(code + "\r"); // as a scanner does: over what is selected

@@ -7,17 +7,10 @@
 #include "screens/request/frmRequest.h"
 
 namespace endurance::clerk {
-namespace {
-
-std::string found(const std::map<std::string, std::string, std::less<>>& texts, std::string_view name) {
-    const auto at = texts.find(name);
-    return at == texts.end() ? std::string() : at->second;
+std::string FormView::operator[](std::string_view control) const {
+    const auto found = texts.find(control);
+    return found == texts.end() ? std::string() : found->second;
 }
-
-} // namespace
-
-std::string FormView::operator[](std::string_view control) const { return found(texts, control); }
-std::string FormView::choice(std::string_view box) const { return found(chosen, box); }
 
 FormView lookAt(const forms::Form& form) {
     FormView view;
@@ -33,7 +26,7 @@ FormView lookAt(const forms::Form& form) {
         if (const auto* tick = dynamic_cast<forms::CheckBox*>(control)) text = std::to_string(tick->value());
         if (const auto* option = dynamic_cast<forms::OptionButton*>(control)) text = option->value() ? "1" : "0";
         if (const auto* combo = dynamic_cast<forms::ComboBox*>(control); combo && combo->hasSelection())
-            view.chosen[name] = std::to_string(combo->selectedData());
+            view.texts[name + ".id"] = std::to_string(combo->selectedData());
         if (const auto* grid = dynamic_cast<forms::Grid*>(control)) {
             for (int row = grid->fixedRows(); row < grid->rows(); ++row) {
                 view.rows.emplace_back();
@@ -63,7 +56,7 @@ View look(support::Shop& till) {
     view.master = lookAt(till.module.master());
     view.editor = lookAt(till.module.request());
     view.entry = lookAt(till.module.requestDetail());
-    if (view.form == "frmcancelreason" || view.form == "FrmFetch") view.dialog = lookAt(*till.desktop.topForm());
+    if (till.desktop.topForm()) view.top = lookAt(*till.desktop.topForm());
     view.shopInForce = std::to_string(till.module.session.lngOtherShopID);
     return view;
 }

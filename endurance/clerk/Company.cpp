@@ -103,8 +103,6 @@ std::string textOf(const automation::Value& value) {
     return basic::concatText(value);
 }
 
-std::string equals(const char* column, int number) { return std::string(column) + "=" + std::to_string(number); }
-
 constexpr const char* kHeaderColumns[] = {"srhrequestno",  "srhrequestdate", "srhtoShopid",      "SRHremarks",
                                           "srhrecaddUser", "srhrecmoduser",  "srhTransfinished", "srhNoofDetails",
                                           "srhtype",       "srhused",        "SRHcancelled",     "srhcancelledRemarks",
@@ -171,9 +169,10 @@ std::vector<Row> Company::rows(const std::string& query) const {
     return all;
 }
 
-std::string Company::value(const std::string& query, const std::string& otherwise) const {
+std::string Company::value(std::string query, const std::vector<int>& numbers) const {
+    for (const int number : numbers) query.replace(query.find('?'), 1, std::to_string(number));
     const std::vector<Row> found = rows(query);
-    return found.empty() ? otherwise : found[0][0];
+    return found.empty() ? "" : found[0][0];
 }
 
 const Masters& Company::masters() const {
@@ -231,28 +230,19 @@ std::string Company::rest() const {
 std::string Company::price(const std::string& item, int shop, int screen) const {
     // The shop's own price before head office's; the retail packing is always the single one.
     const std::string query = std::string("select ") + (screen == 1611 ? "WholesalePrice" : "SellingPrice") +
-                              " from losShopItemShipmentDetail where ItemId=" + item + " and PackingTypeId=51 and ";
-    return basic::format(value(query + equals("ShopId", shop), value(query + "ShopId is null", "0")), "0.00");
+                              " from losShopItemShipmentDetail where PackingTypeId=51 and ItemId=" + item + " and ";
+    const std::string own = value(query + "ShopId=?", {shop});
+    return basic::format(own.empty() ? value(query + "ShopId is null", {}) : own, "0.00");
 }
 
 bool Company::may(int user, int screen, char right) const {
-    const std::string rights =
-        basic::trim(basic::ucase(value("select FunctionRights from louserrights where companyid=7 and " +
-                                       equals("userid", user) + " and " + equals("interfaceid", screen))));
+    const std::string rights = basic::trim(basic::ucase(value(
+        "select FunctionRights from louserrights where companyid=7 and userid=? and interfaceid=?", {user, screen})));
     return rights.empty() || (rights != "ADMIN" && rights.find(right) != std::string::npos); // no row: every right
 }
 
 std::string Company::prefix(int shop, int screen) const {
-    return value("select Prefix from aPrefix where FinancialId=72 and " + equals("shopid", shop) + " and " +
-                 equals("InterfaceID", screen));
-}
-
-std::string Company::userName(int user, int shop) const {
-    return value("select UserName from loUsers where " + equals("Userid", user) + " and " + equals("shopid", shop));
-}
-
-std::string Company::itemOfShortcut(int shop, const std::string& number) const {
-    return value("select itemid from ashopitemdetail where " + equals("shopid", shop) + " and shortcutno=" + number);
+    return value("select Prefix from aPrefix where FinancialId=72 and shopid=? and InterfaceID=?", {shop, screen});
 }
 
 } // namespace endurance::clerk

@@ -69,19 +69,20 @@ public:
     void change(const std::string& script) { sandbox::runScript(*connection_, script); }
     /// The rows of all tables that the clerks must leave alone, as one text.
     std::string rest() const;
-    /// The price of an item for a shop as a screen asks for it; "0" where there is none.
+    /// What the query answers first, with the numbers in the places of its "?"; "" where it answers nothing.
+    std::string value(std::string query, const std::vector<int>& numbers) const;
+    /// The price of an item for a shop as a screen asks for it; "" where there is none.
     std::string price(const std::string& item, int shop, int screen) const;
     /// Whether the user has the right to a command, by its letter.
     bool may(int user, int screen, char right) const;
     std::string prefix(int shop, int screen) const;
-    std::string userName(int user, int shop) const;
-    /// The id of the item with that shortcut number; "" for none.
-    std::string itemOfShortcut(int shop, const std::string& number) const;
+    std::string userName(int user, int shop) const {
+        return value("select UserName from loUsers where Userid=? and shopid=?", {user, shop});
+    }
 
 private:
     /// What the query answers, as texts: a flag is "0" or "1", a date its minutes.
     std::vector<Row> rows(const std::string& query) const;
-    std::string value(const std::string& query, const std::string& otherwise = "") const;
 
     support::CompanyFile file_;
     std::shared_ptr<sandbox::Connection> connection_;

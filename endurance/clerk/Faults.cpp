@@ -1,9 +1,9 @@
-#include "endurance/clerk/Faults.h"
+// What goes wrong at one till.
+#include "endurance/clerk/Clerk.h"
 
 #include "automation/Members.h"
 #include "basic/Conversion.h"
 #include "basic/Text.h"
-#include "tests/support/Shop.h"
 
 #include <algorithm>
 #include <sstream>

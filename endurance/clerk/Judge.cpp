@@ -33,9 +33,8 @@ Lines asStored(const FormView& editor, const std::string& toShop, bool priced) {
     return lines;
 }
 
-Broken judgeStored(const Happening& h) {
+Broken judgeStored(const Happening& h, const Memory& m) {
     const Snapshot &was = h.storedBefore, &is = h.storedAfter;
-    const Memory& m = h.memory;
     const Company& company = h.clerk.company;
     std::set<Key> changed;
     for (const Snapshot* side : {&was, &is})
@@ -83,7 +82,7 @@ Broken judgeStored(const Happening& h) {
     }
     if (m.command == 'N') {
         wanted["srhrequestdate"] = m.typedDate.empty() ? minutes(basic::dateOf(2026, 3, 31)) : m.typedDate;
-        wanted["srhtoShopid"] = editor.choice("cboShop");
+        wanted["srhtoShopid"] = editor["cboShop.id"];
     }
     if (saves) {
         wanted["SRHremarks"] = editor["txtRemarks"];
@@ -104,8 +103,7 @@ Broken judgeStored(const Happening& h) {
 }
 
 /// Without the right nothing opens and nothing is sent, whatever is pressed.
-Broken judgeRights(const Happening& h) {
-    const Memory& m = h.memory;
+Broken judgeRights(const Happening& h, const Memory& m) {
     if (m.pressed == 0 || h.clerk.company.may(m.user, m.screen, m.pressed)) return {};
     const std::string without = std::string("rights: without ") + m.pressed;
     for (const std::string& sent : h.clerk.sent)
@@ -116,12 +114,11 @@ Broken judgeRights(const Happening& h) {
 
 /// Whether the routine is of a control that the act touched, or of one whose handler waits below. Each letter of the
 /// names is another proof's.
-bool reportsAs(const Report& report, const Happening& h) {
+bool reportsAs(const Report& report, const Happening& h, const Memory& m) {
     static const std::set<std::string> always{"Form", "GridPopulate", "USerRights", "QuickFetch", "fnGetDeptCurrID"};
     static const std::map<char, const char*> commands{{'N', "cmdnew"},  {'E', "CmdEdit"},    {'D', "CmdDelete"},
                                                       {'P', "cmdPrev"}, {'R', "mnurefresh"}, {0, ""}};
     const std::string control = report.routine.substr(0, report.routine.find_first_of("_ "));
-    const Memory& m = h.memory;
     const bool ofList = control == "lvwrequest" || control.starts_with("mnu");
     const bool ofEntry = control == "cboItem" || control == "cmdbarcode";
     return control == commands.at(m.command) || control == "flexMaster" || (ofList && h.before.editor.shown) ||
@@ -131,7 +128,7 @@ bool reportsAs(const Report& report, const Happening& h) {
 }
 
 /// Whether there is a reason for the report.
-bool explained(const Report& report, const Happening& h) {
+bool explained(const Report& report, const Happening& h, const Memory& m) {
     using namespace sandbox;
     constexpr std::size_t kTooLong = 300; // digits, which a program alone can put there
     const auto& strikes = h.clerk.strikes;
@@ -149,12 +146,11 @@ bool explained(const Report& report, const Happening& h) {
     bool tooBig = false;
     for (const char* box : {"txtQuantity", "txtBadQuantity", "txtsellingprice"})
         tooBig = tooBig || (report.number == 6 && entry[box].size() > kTooLong);
-    const bool badDate = h.memory.badDate && (report.number == 5 || report.number == 6);
+    const bool badDate = m.badDate && (report.number == 5 || report.number == 6);
     return ofStrike || consequence || tooBig || stillOpen || tookOver || h.dead || badDate;
 }
 
-Broken judgeReports(const Happening& h) {
-    const Memory& m = h.memory;
+Broken judgeReports(const Happening& h, const Memory& m) {
     for (const Strike& strike : h.clerk.strikes) {
         const auto times = std::count_if(h.boxes.begin(), h.boxes.end(), [&](const auto& box) {
             return box.text.find(strike.text) != std::string::npos;
@@ -169,9 +165,9 @@ Broken judgeReports(const Happening& h) {
     for (const Report& report : h.clerk.reports) {
         if (!report.user.empty() && report.user != h.clerk.company.userName(m.user, m.shop))
             return "reports: by " + report.user;
-        if (!reportsAs(report, h))
+        if (!reportsAs(report, h, m))
             return "reports: \"" + report.module + "\", \"" + report.routine + "\" after " + m.said;
-        if (!explained(report, h))
+        if (!explained(report, h, m))
             return "reports: without a failure, " + report.module + report.routine + ": " + text(report.number) + " " +
                    report.description;
     }
@@ -203,12 +199,11 @@ const Masters::Item* itemOf(const Happening& h, const std::string& id) {
 
 bool sameBoxes(const FormView& a, const FormView& b) {
     return a["txtRemarks"] == b["txtRemarks"] && a["txtrequestDate"] == b["txtrequestDate"] &&
-           a["chkTransFinished"] == b["chkTransFinished"] && a.choice("cboShop") == b.choice("cboShop");
+           a["chkTransFinished"] == b["chkTransFinished"] && a["cboShop.id"] == b["cboShop.id"];
 }
 
-Broken judgeClosing(const Happening& h) {
+Broken judgeClosing(const Happening& h, const Memory& m) {
     const FormView& editor = h.before.editor;
-    const Memory& m = h.memory;
     if (!m.typedLines && sameBoxes(editor, *m.opening))
         return {}; // a line that was only removed is asked about by nobody
     if (h.storedBefore.audit.size() != h.storedAfter.audit.size()) return {};
@@ -221,12 +216,12 @@ Broken judgeClosing(const Happening& h) {
            (h.before.box.empty() ? "without a question" : "said \"" + h.before.box + "\"");
 }
 
-Broken judgeLines(const Happening& h) {
+Broken judgeLines(const Happening& h, const Memory& m) {
     const FormView &was = h.before.editor, &is = h.after.editor;
-    if (!was.shown || !h.memory.opening) return {};
-    if (!is.shown) return judgeClosing(h);
+    if (!was.shown || !m.opening) return {};
+    if (!is.shown) return judgeClosing(h, m);
     const auto said = [&](std::string_view question) {
-        return h.memory.answer == forms::Answer::yes && h.before.box.starts_with(question);
+        return m.answer == forms::Answer::yes && h.before.box.starts_with(question);
     };
     const std::string counts = text(was.rows.size()) + " to " + text(is.rows.size());
     // A line that is far too much is asked about before it is written.
@@ -246,7 +241,7 @@ Broken judgeLines(const Happening& h) {
     } else if (is.rows != was.rows) {
         return "lines: they changed by themselves, " + counts;
     }
-    const std::string shop = is.choice("cboShop");
+    const std::string shop = is["cboShop.id"];
     if (h.after.waiting == Waiting::form && !shop.empty() && shop != h.after.shopInForce)
         return "shop: the box shows " + shop + ", in force is " + h.after.shopInForce;
     for (std::size_t i = 0; i < is.rows.size(); ++i) {
@@ -261,9 +256,8 @@ Broken judgeLines(const Happening& h) {
     return {};
 }
 
-Broken judgeOpening(const Happening& h) {
+Broken judgeOpening(const Happening& h, const Memory& m) {
     const FormView& editor = h.after.editor;
-    const Memory& m = h.memory;
     if (m.opening || !h.after.atForm("frmRequest")) return {};
     if (m.command == 'N') {
         static const char* const dates[] = {"31/03/2026", "31/03/2026", "31/03/26", "2026. 03. 31."};
@@ -271,7 +265,7 @@ Broken judgeOpening(const Happening& h) {
         const Row shown{text(editor.rows.size()),
                         editor["txtRemarks"],
                         editor["txtRequestNo"],
-                        editor.choice("cboShop"),
+                        editor["cboShop.id"],
                         editor["chkTransFinished"],
                         date,
                         h.calm() && !editor.can("cmdOk") ? "no OK" : ""};
@@ -302,9 +296,8 @@ Broken judgeOpening(const Happening& h) {
     return editor.can("txtrequestDate") ? "opening: the date of a stored request can be typed over" : "";
 }
 
-Broken judgeRegister(const Happening& h) {
+Broken judgeRegister(const Happening& h, const Memory& m) {
     const FormView& is = h.after.master;
-    const Memory& m = h.memory;
     if (!h.after.atForm("frmMaster")) return {};
     const bool any = is.row >= 1 && is.row <= static_cast<int>(is.rows.size());
     const Row row = any ? is.rows[static_cast<std::size_t>(is.row) - 1] : Row(9);
@@ -357,8 +350,7 @@ Broken judgeRegister(const Happening& h) {
 }
 
 /// The line that OK wrote from what line entry showed.
-Broken judgeWritten(const Happening& h) {
-    const Memory& m = h.memory;
+Broken judgeWritten(const Happening& h, const Memory& m) {
     const FormView& entry = h.before.entry;
     const Lines &was = h.before.editor.rows, &is = h.after.editor.rows;
     const bool added = is.size() > was.size();
@@ -366,8 +358,8 @@ Broken judgeWritten(const Happening& h) {
     while (!added && at < is.size() && is[at] == was[at]) ++at;
     if (at >= is.size()) return {};
     const Row& line = is[at];
-    const auto* item = itemOf(h, entry.choice("cboItem"));
-    if (!item || line[kItem] != entry.choice("cboItem")) return "line: its item is not the one shown";
+    const auto* item = itemOf(h, entry["cboItem.id"]);
+    if (!item || line[kItem] != entry["cboItem.id"]) return "line: its item is not the one shown";
     if (line[kCode] != item->code || line[kDescription] != item->description)
         return "line: code " + line[kCode] + " beside " + line[kDescription];
     // Where the unit could not be read, the line stands without it.
@@ -383,10 +375,10 @@ Broken judgeWritten(const Happening& h) {
 }
 
 /// Texts that are sought go to the server with their apostrophes doubled; it takes two other characters for some.
-Broken judgeSearch(const Happening& h) {
+Broken judgeSearch(const Happening& h, const Memory& m) {
     const bool again = h.acts("FrmFetch", "again");
     if (!again && !h.acts("FrmFetch", "searches")) return {};
-    const std::string sought = again && h.before.dialog["txtFetch"].empty() ? "" : basic::trim(h.memory.sought);
+    const std::string sought = again && h.before.top["txtFetch"].empty() ? "" : basic::trim(m.sought);
     std::string doubled = sought;
     for (const char* one : {"'", "\xCA\xBC", "\xEF\xBC\x87"}) doubled = basic::replaceAll(doubled, one, "''");
     for (const std::string& statement : h.clerk.sent)
@@ -396,15 +388,14 @@ Broken judgeSearch(const Happening& h) {
     return {};
 }
 
-Broken judgeEntry(const Happening& h) {
+Broken judgeEntry(const Happening& h, const Memory& m) {
     const FormView &was = h.before.entry, &is = h.after.entry;
-    const Memory& m = h.memory;
-    const std::string id = is.choice("cboItem"), shown = is["cboItem"], quantity = is["txtQuantity"];
+    const std::string id = is["cboItem.id"], shown = is["cboItem"], quantity = is["txtQuantity"];
     if (h.acts("frmRequestDetail", "ok") && h.after.editor.shown) {
-        if (const Broken broken = judgeWritten(h); !broken.empty()) return broken;
+        if (const Broken broken = judgeWritten(h, m); !broken.empty()) return broken;
         const bool nothing = h.after.atForm("frmRequestDetail") && h.boxes.empty() && !h.lostBox() &&
                              h.before.editor.rows == h.after.editor.rows && was["txtQuantity"] == quantity &&
-                             was.choice("cboItem") == id && h.before.editor.row == h.after.editor.row;
+                             was["cboItem.id"] == id && h.before.editor.row == h.after.editor.row;
         if (nothing) return "ok: line entry's does nothing";
     }
     if (!h.after.atForm("frmRequestDetail")) return {};
@@ -450,7 +441,7 @@ bool Happening::struck(std::string_view what) const {
 Broken judge(const Happening& h) {
     for (const auto& rule :
          {judgeStored, judgeRights, judgeLines, judgeOpening, judgeRegister, judgeSearch, judgeEntry, judgeReports})
-        if (const Broken broken = rule(h); !broken.empty()) return broken;
+        if (const Broken broken = rule(h, h.clerk.memory); !broken.empty()) return broken;
     return {};
 }
 

@@ -116,8 +116,7 @@ Broken Round::play(const Step& step, std::string& told) {
     rivalCame_ = false;
     const bool done = clerk.play(step, {basic::dateOf(2026, 3, 31).days + minute_ / 1440});
     told = "till " + std::to_string(step.till) + " " + clerk.memory.said;
-    Happening h{done ? step.verb : "", clerk, clerk.memory, std::move(before), look(clerk), std::move(last_),
-                company_.snapshot()};
+    Happening h{done ? step.verb : "", clerk, std::move(before), look(clerk), std::move(last_), company_.snapshot()};
     h.boxes.assign(clerk.desktop.messages.begin() + static_cast<long>(boxes), clerk.desktop.messages.end());
     h.dead = wasDead || clerk.dead;
     h.wasInTransaction = wasInTransaction;
@@ -166,10 +165,10 @@ void Round::remember(Happening& h, Till& till) {
             if (!strike.quiet && strike.text.find("GridSetting") == std::string::npos) memory.rightsRead = false;
         if (h.dead || memory.badDate) memory.rightsRead = false;
     }
-    if (h.before.form == "frmcancelreason") memory.reason = h.before.dialog["txtcanreason"];
+    if (h.before.form == "frmcancelreason") memory.reason = h.before.top["txtcanreason"];
     const FormView &was = h.before.entry, &is = h.after.entry;
     const std::string quantity = is["txtQuantity"];
-    const bool otherItem = was.choice("cboItem") != is.choice("cboItem") || !is.shown;
+    const bool otherItem = was["cboItem.id"] != is["cboItem.id"] || !is.shown;
     if (was.shown && h.before.editor.rows != h.after.editor.rows) memory.typedLines = true;
     if (otherItem) memory.typedInto.clear();
     if (otherItem || was["txtQuantity"] != quantity) memory.packs = {"", -1};

@@ -9,7 +9,6 @@ namespace endurance::clerk {
 struct Happening {
     std::string_view verb; ///< "" where the step was not possible
     const Clerk& clerk;
-    const Memory& memory;
     View before, after;
     Snapshot storedBefore, storedAfter; ///< the first after what rivals did meanwhile
     std::vector<forms::Message> boxes;  ///< that came up
