@@ -141,6 +141,7 @@ bool Clerk::fills(const std::string& box, const std::string& text) {
 bool Clerk::play(const Step& step, automation::Date time) {
     desktop.time = time;
     static_cast<Now&>(memory) = {};
+    static_cast<Troubles&>(*this) = {};
     if (step.verb == "fault") {
         arm(static_cast<Fault>(step.a % kFaults), step.b, step.c);
         return says("fault " + std::to_string(step.a % kFaults) + " in " + std::to_string(step.b) + " of " +

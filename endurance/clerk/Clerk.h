@@ -43,12 +43,20 @@ struct Report {
     long number = 0;
 };
 
-class Faults {
+/// What went wrong and was heard in one step.
+struct Troubles {
+    std::vector<Strike> strikes;
+    std::vector<Report> reports;
+    std::vector<std::string> sent; ///< statements
+    bool openAtBegin = false;      ///< a record set was open while a transaction began
+    int boxesLost = 0;             ///< message boxes that could not be shown
+};
+
+class Faults : public Troubles {
 public:
     /// Arms one; `count` is from 1. Another of the same kind takes the earlier one's place.
     void arm(Fault fault, int count, int which) { armed_[fault] = {count, which}; }
     void disarm() { armed_.clear(); }
-    void nextStep(); ///< what is kept of a step goes
     /// Whether others wait for what the open transaction wrote.
     bool holdsRows() const { return written_; }
     bool inTransaction() const;
@@ -69,14 +77,7 @@ public:
     bool fetchHasProperties = false; ///< members of Fetch.clsFetch that are set are properties only
     bool noneIsNull = false;         ///< a look-up without a row answers Null
 
-    // Of the step that is played.
-    std::vector<Strike> strikes;
-    std::vector<Report> reports;
-    std::vector<std::string> sent; ///< statements
     bool dead = false, diedNow = false;
-    bool openAtBegin = false; ///< a record set was open while a transaction began
-    int boxesLost = 0;        ///< message boxes that could not be shown
-
     std::map<std::string, automation::ObjectPtr> kept; ///< forms that a component keeps, by name
 
 protected:

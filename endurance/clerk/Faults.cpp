@@ -83,14 +83,6 @@ const std::vector<std::pair<std::string, std::string>>& members() {
     return all;
 }
 
-void Faults::nextStep() {
-    strikes.clear();
-    reports.clear();
-    sent.clear();
-    openAtBegin = false;
-    boxesLost = 0;
-}
-
 bool Faults::inTransaction() const {
     return till->connection->isOpen() && till->connection->database().inTransaction();
 }

@@ -108,7 +108,6 @@ Broken Round::play(const Step& step, std::string& told) {
         company_.change(told);
         return {};
     }
-    clerk.nextStep();
     if (step.verb == "fault" && static_cast<Fault>(step.a % kFaults) == Fault::rival) rivalNumber_ = step.c;
     const std::size_t boxes = clerk.desktop.messages.size();
     const bool wasDead = clerk.dead, wasInTransaction = clerk.inTransaction();
