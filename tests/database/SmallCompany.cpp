@@ -11,60 +11,32 @@ namespace database_test {
 namespace {
 
 constexpr const char* kRows = R"(
-insert into acompanymaster values (1, 'Meadow Retail', 'Quay 3', 'Old Town', '', '0123')
-insert into acountrymaster values (1, 'Norland')
-insert into acity values (1, 'Harbour', 1)
-insert into acurrencymaster values (1, 'Crown', 'kr')
-insert into aDepartmentMaster values (1, 1, 'Groceries', 1)
+insert into acity values (1, 'Harbour', 1);
 insert into aShops (shopid, shopname, ActiveShop, futurevarchar, address, cityid, countryid, departmentid,
   CompanyID) values
   (1, 'Harbour', 1, 'A1', 'Quay 3', 1, 1, 1, 1), (2, 'Station', 1, 'bX', 'Rail 9', 1, 1, 1, 1),
-  (3, 'Airport', 1, NULL, NULL, 1, 1, 1, 1), (4, 'Closed', 0, 'A', NULL, 1, 1, 1, 1)
-insert into ashopitemcategory values (1, 10), (1, 11), (2, 10), (3, 12), (4, 10)
-insert into ashopitemdetail values (1, 100, 5, 12, 77), (1, 101, 0, 0, NULL), (2, 100, 0, 0, 77)
-insert into losShopItemStock values (1, 100, 1.5), (1, 101, 2)
-insert into aUnit values (1, 'PCS', 'Pieces')
-insert into aitemcategory values (10, 'Dry goods'), (11, 'Drinks'), (12, 'Toys')
+  (3, 'Airport', 1, NULL, NULL, 1, 1, 1, 1), (4, 'Closed', 0, 'A', NULL, 1, 1, 1, 1);
+insert into ashopitemcategory values (1, 10), (1, 11), (2, 10), (3, 12), (4, 10);
+insert into ashopitemdetail values (1, 100, 5, 12, 77), (1, 101, 0, 0, NULL), (2, 100, 0, 0, 77);
+insert into aUnit values (1, 'PCS', 'Pieces');
 insert into aitem (itemid, itemcode, ItemDescription, UnitsId, itemcategoryid, itemtype, brand, part_code,
   itemrate, PriceFixedAtHq) values
   (100, 'A-100', 'Oat flakes 500 g', 1, 10, 'G', 'Mill', NULL, 1.2345, 0),
-  (101, 'A-101', 'Tea', 1, 11, 'B', NULL, 'T1', 2, 1)
-insert into apackingtype values (1, 'Single'), (2, 'Carton')
-insert into apackingtypecapacitydetail values (1, 1, 1), (2, 1, 12)
-insert into aitempackingdetail values (100, 1, '4001234567890', 1, 1), (100, 2, '4001234567906', 0, 1),
-  (101, 1, '4009', 1, 0)
+  (101, 'A-101', 'Tea', 1, 11, 'B', NULL, 'T1', 2, 1);
 insert into losShopItemShipmentDetail values (100, 1, 1, 2.5, 2.25), (100, 1, NULL, 3, 2.75),
-  (101, 1, NULL, 4.125, NULL)
-insert into losShopDayClose values (1, '20240201'), (1, '20240320')
-insert into loUsers values (7, 1, 'Ada Field')
-insert into louserrights values (7, 1507, 1, 'NEP')
-insert into aFinancialYear values (1, '2023', '20230401', '20240331', 0), (2, '2024', '20240401', '20250331', 1)
-insert into aPrefix values (1507, 2, 1, 'GR/'), (1507, 1, 1, 'OLD/')
-insert into aPAckageSettings values (0, 1, 0)
-insert into miscsettings values (1)
-insert into aalias values (1, 'Branch')
-insert into LOsSettings values (1, 30, 'ItemCode')
-insert into atables values (1, 'mesRequesttoShopHeader,ashops')
-insert into atablecolumns values (1, 1, 'srhrequestid', 'Id'), (1, 2, 'srhrequestno', 'Request No'),
-  (1, 3, 'shopname', 'To Shop')
-insert into alistviewheader values (1, 'Shoptoshoptransfer', 'lvwrequest', 'frmRequest')
-insert into alistviewdetails values (1, 1, 800.5, 0), (1, 2, 1500, 1)
-insert into ashopprintmessages values (1, 1, 'POSPO', 'Thank you', 'M')
+  (101, 1, NULL, 4.125, NULL);
 insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid, SRHremarks,
   srhtype) values
   (1, 1, 'GR/9', '20240310', 2, 'for Easter', 'r'), (2, 1, 'GR/10', '20240325', 2, NULL, 'r'),
-  (3, 1, 'S1', '20240325', 3, '', 's')
-insert into mesRequesttoShopDetail values (1, 1, 100, 2, 123456789012345678.125, 0, 0), (1, 1, 101, 2, 2, 0.5, 1.25)
+  (3, 1, 'S1', '20240325', 3, '', 's');
+insert into mesRequesttoShopDetail values (1, 1, 100, 2, 123456789012345678.125, 0, 0), (1, 1, 101, 2, 2, 0.5, 1.25);
 )";
 
 } // namespace
 
 ConnectionPtr smallCompany(const std::string& path) {
     auto connection = sandbox::createCompany(path, schemaText());
-    std::string script = kRows;
-    for (std::size_t at = 0; (at = script.find("\ninsert", at)) != std::string::npos; at += 4)
-        script.replace(at, 1, "\nGO\n");
-    sandbox::runScript(*connection, script);
+    sandbox::runScript(*connection, kRows);
     return connection;
 }
 

@@ -28,81 +28,62 @@ const Settings& plainSettings() {
     return settings;
 }
 
-std::string number(int n) { return std::to_string(n); }
-
-std::string item(int id, const std::string& code, const std::string& description, int unit, const std::string& rate) {
-    return "insert into aitem (itemid, itemcode, ItemDescription, UnitsId, itemcategoryid, itemrate, PriceFixedAtHq) values (" +
-           number(id) + ", '" + code + "', N'" + description + "', " + number(unit) + ", 1, " + rate + ", 0);";
-}
-
-std::string packing(int itemId, int type, bool retail) {
-    return "insert into aitempackingdetail (itemid, packingtypeid, RetailPacking) values (" + number(itemId) + ", " +
-           number(type) + ", " + (retail ? "1" : "0") + ");";
-}
-
-std::string price(int itemId, const std::string& shop, const std::string& amount) {
-    return "insert into losShopItemShipmentDetail (ItemId, PackingTypeId, ShopId, SellingPrice) values (" +
-           number(itemId) + ", 1, " + shop + ", " + amount + ");";
-}
-
-std::string header(int id, const std::string& remarks) {
-    return "insert into mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid, "
-           "srhtype, SRHremarks) values (" +
-           number(id) + ", 1, 'RQ/26/" + number(1000 + id) + "', '20260330', 2, 'r', N'" + remarks + "');";
-}
-
-std::string line(int request, int itemId, const std::string& quantity) {
-    return "insert into mesRequesttoShopDetail (srdrequestid, srdshopid, srditemid, srdtoshopid, srdgoodqty) values (" +
-           number(request) + ", 1, " + number(itemId) + ", 2, " + quantity + ");";
-}
+/// Shop 1 asks shop 2. The register finds what it asks for; its nine columns have no other names here.
+constexpr const char* kRows = R"(
+insert into aPAckageSettings values (0, 0, 0); insert into LOsSettings (ShopID, sNoofBackDays) values (1, 60);
+insert into acompanymaster values (1, 'Harbour Retail Limited', '12 Quay Street', 'Second Floor', 'Portmouth PM1 4QS', '');
+insert into acountrymaster values (44, 'England'); insert into acity values (9, 'Portmouth', 44);
+insert into aShops (shopid, shopname, address, cityid, countryid, telephoneno, faxno, departmentid, CompanyID,
+  revisedcostpricepercent) values
+  (1, 'Quay Street', '3 Quay Street', 9, 44, '01555 200100', '01555 200101', 1, 1, 10),
+  (2, 'Market Hall', null, 9, 44, null, null, 1, 1, 0);
+insert into loUsers values (5, 1, 'Ann Porter');
+insert into aUnit values (1, 'PCS', 'Piece'), (2, 'KG', 'Kilogram'), (3, 'CARTONS-24', 'Carton of 24');
+insert into ashopprintmessages values (1, 1, 'POSPO', 'Goods travel at the risk of the sender.', 'L'),
+  (2, 1, 'POSPO', 'Received by: ..............', 'R'), (3, 1, 'POSPO', 'Thank you', 'M'),
+  (4, 1, 'SALES', 'Not for requests', 'L'), (5, 2, 'POSPO', 'Another shop', 'L');
+insert into aitem (itemid, itemcode, ItemDescription, printdescription, UnitsId, itemcategoryid, itemrate, PriceFixedAtHq) values
+  (201, 'MIX', 'Assorted nails', null, 1, 1, 0.5, 0),
+  (301, 'A-VERY-LONG-ITEM-CODE-INDEED',
+   'Outdoor masonry paint, smooth finish, ten litres, brilliant white, low odour', null, 3, 1, 123456.78, 0),
+  (401, 'FR1', 'not printed', N'Crème brûlée 5€ Жук 😀 end', 1, 1, 2, 1);
+insert into aitempackingdetail (itemid, packingtypeid, RetailPacking) values (201, 1, 1), (201, 2, 0), (201, 3, 0),
+  (301, 1, 1), (401, 1, 1);
+insert into losShopItemShipmentDetail (ItemId, PackingTypeId, ShopId, SellingPrice) values (301, 1, 1, 999999.99),
+  (401, 1, null, 7.5), (401, 1, 1, 1);
+insert into mesRequesttoShopDetail values (1, 1, 103, 2, 2, 0, 0), (1, 1, 101, 2, 10.5, 0, 0), (1, 1, 102, 2, 0.125, 0, 0),
+  (4, 1, 101, 2, 1, 0, 0), (4, 1, 201, 2, 4, 0, 0), (5, 1, 101, 2, 1, 0, 0), (5, 1, 301, 2, 123456789012.345, 0, 0),
+  (6, 1, 401, 2, 3, 0, 0), (8, 1, 101, 2, 1, 0, 0);
+)";
 
 } // namespace
 
 std::string SlipWorld::companyScript() {
-    std::string s =
-        // What the register asks for; its nine columns have no other names here.
-        "insert into aPAckageSettings (IntegerQuantity, alias, AllowItemCodeDuplication) values (0, 0, 0);"
-        "insert into LOsSettings (ShopID, sNoofBackDays) values (1, 60);"
-        "insert into acompanymaster values (1, 'Harbour Retail Limited', '12 Quay Street', 'Second Floor', 'Portmouth PM1 4QS', '');"
-        "insert into acountrymaster values (44, 'England'); insert into acity values (9, 'Portmouth', 44);"
-        "insert into aShops (shopid, shopname, address, cityid, countryid, telephoneno, faxno, departmentid, CompanyID, "
-        "revisedcostpricepercent) values (1, N'Quay Street', N'3 Quay Street', 9, 44, '01555 200100', '01555 200101', 1, 1, 10);"
-        "insert into aShops (shopid, shopname, cityid, countryid, departmentid, CompanyID) values (2, N'Market Hall', 9, 44, 1, 1);"
-        "insert into loUsers values (5, 1, N'Ann Porter');"
-        "insert into aUnit values (1, 'PCS', 'Piece'); insert into aUnit values (2, 'KG', 'Kilogram');"
-        "insert into aUnit values (3, 'CARTONS-24', 'Carton of 24');"
-        "insert into ashopprintmessages values (1, 1, 'POSPO', N'Goods travel at the risk of the sender.', 'L');"
-        "insert into ashopprintmessages values (2, 1, 'POSPO', N'Received by: ..............', 'R');"
-        "insert into ashopprintmessages values (3, 1, 'POSPO', N'Thank you', 'M');"
-        "insert into ashopprintmessages values (4, 1, 'SALES', N'Not for requests', 'L');"
-        "insert into ashopprintmessages values (5, 2, 'POSPO', N'Another shop', 'L');";
+    std::string script = kRows;
+    const auto insert = [&](const std::string& row) { script += "insert into " + row + ");"; };
+    const char* const remarks[] = {
+        "For the weekend", "", "nothing yet", "", "first line\r\nsecond line", "Überführung – Łódź", "", ""};
+    for (int id = kThreeLines; id <= kOneLine; ++id)
+        insert("mesRequesttoShopHeader (srhrequestid, srhshopid, srhrequestno, srhrequestdate, srhtoShopid, srhtype, "
+               "SRHremarks) values (" +
+               std::to_string(id) + ", 1, 'RQ/26/" + std::to_string(1000 + id) + "', '20260330', 2, 'r', N'" +
+               remarks[id - 1] + "'");
     for (int i = 1; i <= 25; ++i) {
-        const std::string two = (i < 10 ? "0" : "") + number(i);
+        const std::string id = std::to_string(100 + i), count = std::to_string(i), two = (i < 10 ? "0" : "") + count;
         // The descriptions run against the ids, so that the two orders differ.
-        s += item(100 + i, "AB" + two, std::string(1, static_cast<char>('Z' - i)) + " tin of paint " + two, i % 2 + 1,
-                  number(i) + ".25");
-        s += packing(100 + i, 1, true) + price(100 + i, "1", number(2 * i) + ".495");
+        insert("aitem (itemid, itemcode, ItemDescription, UnitsId, itemcategoryid, itemrate) values (" + id + ", 'AB" +
+               two + "', '" + static_cast<char>('Z' - i) + " tin of paint " + two + "', " + std::to_string(i % 2 + 1) +
+               ", 1, " + count + ".25");
+        insert("aitempackingdetail (itemid, packingtypeid, RetailPacking) values (" + id + ", 1, 1");
+        insert("losShopItemShipmentDetail (ItemId, PackingTypeId, ShopId, SellingPrice) values (" + id + ", 1, 1, " +
+               std::to_string(2 * i) + ".495");
+        for (const Request request : {kTwentyFiveLines, kTenLines})
+            if (request == kTwentyFiveLines || i <= 10)
+                insert("mesRequesttoShopDetail values (" + std::to_string(request) + ", 1, " + id + ", 2, " + count +
+                       ", 0, 0");
     }
-    s += item(201, "MIX", "Assorted nails", 1, "0.5") + packing(201, 1, true) + packing(201, 2, false) +
-         packing(201, 3, false);
-    s += item(301, "A-VERY-LONG-ITEM-CODE-INDEED",
-              "Outdoor masonry paint, smooth finish, ten litres, brilliant white, low odour", 3, "123456.78");
-    s += packing(301, 1, true) + price(301, "1", "999999.99");
-    s += "insert into aitem (itemid, itemcode, ItemDescription, printdescription, UnitsId, itemcategoryid, itemrate, "
-         "PriceFixedAtHq) values (401, 'FR1', N'not printed', N'Crème brûlée 5€ Жук 😀 end', 1, 1, 2, 1);";
-    s += packing(401, 1, true) + price(401, "null", "7.5") + price(401, "1", "1");
-    s += "update aitem set PriceFixedAtHq = null where itemid = 101;"; // is no flag set
-    s += header(kThreeLines, "For the weekend") + line(1, 103, "2") + line(1, 101, "10.5") + line(1, 102, "0.125");
-    s += header(kTwentyFiveLines, "");
-    for (int i = 1; i <= 25; ++i) s += line(2, 100 + i, number(i));
-    s += header(kNoLines, "nothing yet");
-    s += header(kSeveralPackings, "") + line(4, 101, "1") + line(4, 201, "4");
-    s += header(kLongTexts, "first line\r\nsecond line") + line(5, 101, "1") + line(5, 301, "123456789012.345");
-    s += header(kForeignLetters, "Überführung – Łódź") + line(6, 401, "3");
-    s += header(kTenLines, "");
-    for (int i = 1; i <= 10; ++i) s += line(7, 100 + i, number(i));
-    s += header(kOneLine, "") + line(8, 101, "1");
-    return s;
+    script += "update aitem set PriceFixedAtHq = null where itemid = 101;"; // is no flag set
+    return script;
 }
 
 SlipWorld::SlipWorld(const Settings& changes)
