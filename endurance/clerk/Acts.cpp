@@ -44,14 +44,6 @@ Does clicksFirstOf(const Texts& buttons) {
 Does fills(const char* box, const Texts& texts) {
     return [box, texts](Clerk& c, const Step& step) { return c.fills(box, of(texts, step.a)); };
 }
-Does fillsNumber(const char* box) {
-    return [box](Clerk& c, const Step& step) {
-        const std::string& number = of(kNumbers, step.a);
-        if (!c.fills(box, number)) return false;
-        c.memory.typed = {number, box};
-        return true;
-    };
-}
 Does enters(const char* box) {
     return [box](Clerk& c, const Step&) {
         if (!c.comesTo(box)) return false;
@@ -70,34 +62,23 @@ Does picks(const char* box) {
     };
 }
 Does picksRow(const char* list) {
-    return [list](Clerk& c, const Step& step) {
-        const int count = c.can(list) ? static_cast<int>(c.sees().rows.size()) : 0;
-        if (count == 0) return false;
-        c.says("picks row " + std::to_string(step.a % count + 1));
-        c.user.selectsRow(list, step.a % count + 1);
-        return true;
-    };
+    return [list](Clerk& c, const Step& step) { return c.picksRow(list, step.a); };
 }
-/// Enter, or else the key, on one of the editor's lines.
+/// One of two keys on one of the editor's lines.
 Does onLine(std::int16_t key, std::int16_t otherKey) {
     return [=](Clerk& c, const Step& step) {
-        const int count = static_cast<int>(c.sees().rows.size());
-        if (count == 0 || !c.comesTo("lvwrequest")) return false;
-        c.user.selectsRow("lvwrequest", step.a % count + 1);
-        if (!c.atForm()) return true;
-        c.user.presses(step.b % 2 ? key : otherKey);
-        return c.says("key " + std::to_string(step.b % 2 ? key : otherKey) + " on line " +
-                      std::to_string(step.a % count + 1));
+        if (!c.picksRow("lvwrequest", step.a)) return false;
+        if (c.atForm()) c.user.presses(step.b % 2 ? key : otherKey);
+        return c.says("key " + std::to_string(step.b % 2 ? key : otherKey));
     };
 }
 /// A command of the register on one of its rows. Keys are tried whether or not the button is on.
 Does commands(char letter, const char* button, const char* key) {
     return [=](Clerk& c, const Step& step) {
         const std::vector<Row> rows = c.sees().rows;
-        if (rows.empty() || !c.comesTo("flexMaster")) return false;
+        if (letter == 'N' ? !c.comesTo("flexMaster") : !c.picksRow("flexMaster", step.a)) return false;
+        if (rows.empty() || !c.atForm()) return false;
         const Row& cells = of(rows, step.a);
-        if (letter != 'N') c.user.selectsRow("flexMaster", step.a % static_cast<int>(rows.size()) + 1);
-        if (!c.atForm()) return false;
         Command begun;
         begun.command = letter;
         begun.minute = minutes(c.desktop.time);
@@ -261,7 +242,10 @@ bool scans(Clerk& c, const Step& step) {
 }
 
 bool scansInDialog(Clerk& c, const Step& step) {
-    return c.fills("txtBarcode", of(c.company.masters().itemOfCode, step.a).first + "\r");
+    if (!c.comesTo("txtBarcode")) return false;
+    c.selectsAll();
+    c.keys(of(c.company.masters().itemOfCode, step.a).first + "\r");
+    return c.says("scans");
 }
 
 bool pastes(Clerk& c, const Step& step) {
@@ -327,9 +311,9 @@ const std::vector<Act> kActs = {
     {"frmRequest", "ok", 10, clicksFirstOf({"cmdOk"})},
 
     {"frmRequestDetail", "scans", 18, scans},
-    {"frmRequestDetail", "quantity", 12, fillsNumber("txtQuantity")},
-    {"frmRequestDetail", "bad", 3, fillsNumber("txtBadQuantity")},
-    {"frmRequestDetail", "price", 3, fillsNumber("txtsellingprice")},
+    {"frmRequestDetail", "quantity", 12, fills("txtQuantity", kNumbers)},
+    {"frmRequestDetail", "bad", 3, fills("txtBadQuantity", kNumbers)},
+    {"frmRequestDetail", "price", 3, fills("txtsellingprice", kNumbers)},
     {"frmRequestDetail", "enters", 8, enters("txtQuantity")},
     {"frmRequestDetail", "walks", 3, clicksOneOf({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"})},
     {"frmRequestDetail", "fetches", 4,

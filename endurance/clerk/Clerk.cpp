@@ -134,8 +134,16 @@ bool Clerk::fills(const std::string& box, const std::string& text) {
     selectsAll();
     says("types \"" + text + "\" into " + box);
     memory.typedInto.insert(box);
+    memory.typed = {text, box};
     keys(text.empty() ? "\b" : text);
     return true;
+}
+
+bool Clerk::picksRow(const std::string& list, int which) {
+    const int count = static_cast<int>(can(list) ? sees().rows.size() : 0);
+    if (count == 0 || !comesTo(list)) return false;
+    user.selectsRow(list, which % count + 1);
+    return says("picks row " + std::to_string(which % count + 1));
 }
 
 bool Clerk::play(const Step& step, automation::Date time) {

@@ -153,7 +153,7 @@ struct Command {
 /// What belongs to one step.
 struct Now {
     char pressed = 0;                          ///< the right that the register's command needs
-    std::pair<std::string, std::string> typed; ///< a number, and the box that it went into
+    std::pair<std::string, std::string> typed; ///< a text, and the box that it went into
     std::vector<std::string> meant; ///< items that the scanned code may name, "" for none; empty where nobody can tell
     std::optional<forms::Answer> answer;
     std::string said; ///< what happened, in words
@@ -195,6 +195,7 @@ struct Clerk : Faults, support::Shop {
     /// Key by key, until something else takes the screen.
     void keys(const std::string& text);
     bool fills(const std::string& box, const std::string& text);
+    bool picksRow(const std::string& list, int which);
     bool says(const std::string& what);
 
     Company& company;
