@@ -9,39 +9,28 @@
 namespace endurance {
 namespace {
 
-struct Failures : testing::EmptyTestEventListener {
-    static Failures& instance() {
-        static auto* listener = [] {
-            auto* made = new Failures; // GoogleTest owns it
-            testing::UnitTest::GetInstance()->listeners().Append(made);
-            return made;
-        }();
-        return *listener;
-    }
-    void OnTestPartResult(const testing::TestPartResult& result) override {
-        if (!result.failed()) return;
-        ++count;
-        if (first.empty()) first = result.message();
-    }
-    int count = 0;
-    std::string first; ///< since it was last taken
-};
+/// What has failed so far, each expectation once.
+const testing::TestResult& failures() { return testing::UnitTest::GetInstance()->ad_hoc_test_result(); }
 
 } // namespace
 
 void Cases::run(const std::string& name, const std::function<void()>& act) {
     const testing::ScopedTrace trace(__FILE__, __LINE__, name);
-    const int before = Failures::instance().count;
+    const int before = failures().total_part_count();
     try {
         act();
     } catch (const std::exception& error) {
         ADD_FAILURE() << error.what();
     }
     ++count_;
-    if (Failures::instance().count != before) ++wrong_;
+    if (failures().total_part_count() != before) ++wrong_;
 }
 
-std::string Cases::takeFailure() { return std::exchange(Failures::instance().first, {}); }
+std::string Cases::takeFailure() {
+    static int taken = 0;
+    const int first = std::exchange(taken, failures().total_part_count());
+    return first == taken ? "" : failures().GetTestPartResult(first).message();
+}
 
 bench::Result Cases::row(const std::string& name, const std::string& kind) const {
     return {name, static_cast<double>(wrong_), 0, "wrong of " + std::to_string(count_) + " " + kind};

@@ -16,6 +16,10 @@ using Lines = std::vector<Row>;
 /// Columns of the editor's lines.
 enum Column { kNumber, kCode, kDescription, kGood, kBad, kItem, kPrice, kUnit };
 
+/// The controls that begin them.
+const std::map<char, std::string> kCommands{{'N', "cmdnew"},  {'E', "CmdEdit"},    {'D', "CmdDelete"},
+                                            {'P', "cmdPrev"}, {'R', "mnurefresh"}, {0, ""}};
+
 template <class Number> std::string text(Number number) { return std::to_string(number); }
 
 Broken unlike(const std::string& rule, const Row& is, const Row& wanted) {
@@ -116,12 +120,10 @@ Broken judgeRights(const Happening& h, const Memory& m) {
 /// names is another proof's.
 bool reportsAs(const Report& report, const Happening& h, const Memory& m) {
     static const std::set<std::string> always{"Form", "GridPopulate", "USerRights", "QuickFetch", "fnGetDeptCurrID"};
-    static const std::map<char, const char*> commands{{'N', "cmdnew"},  {'E', "CmdEdit"},    {'D', "CmdDelete"},
-                                                      {'P', "cmdPrev"}, {'R', "mnurefresh"}, {0, ""}};
     const std::string control = report.routine.substr(0, report.routine.find_first_of("_ "));
     const bool ofList = control == "lvwrequest" || control.starts_with("mnu");
     const bool ofEntry = control == "cboItem" || control == "cmdbarcode";
-    return control == commands.at(m.command) || control == "flexMaster" || (ofList && h.before.editor.shown) ||
+    return control == kCommands.at(m.command) || control == "flexMaster" || (ofList && h.before.editor.shown) ||
            (ofEntry && h.before.entry.shown) || (control == "cboItem" && h.after.entry.shown) ||
            always.contains(control) || m.touched.contains(control) || report.module == "basGRtoShop " ||
            m.command == 'P'; // printing has routines of its own
@@ -261,15 +263,12 @@ Broken judgeOpening(const Happening& h, const Memory& m) {
     if (m.opening || !h.after.atForm("frmRequest")) return {};
     if (m.command == 'N') {
         static const char* const dates[] = {"31/03/2026", "31/03/2026", "31/03/26", "2026. 03. 31."};
-        const std::string date = editor["txtrequestDate"];
-        const Row shown{text(editor.rows.size()),
-                        editor["txtRemarks"],
-                        editor["txtRequestNo"],
-                        editor["cboShop.id"],
-                        editor["chkTransFinished"],
-                        date,
-                        h.calm() && !editor.can("cmdOk") ? "no OK" : ""};
-        return unlike("opening: a new request", shown, {"0", "", "", "", "0", m.badDate ? date : dates[m.locale], ""});
+        const std::string date = editor["txtrequestDate"], texts = editor["txtRemarks"] + editor["txtRequestNo"];
+        if (!editor.rows.empty() || !texts.empty() || !editor["cboShop.id"].empty() ||
+            editor["chkTransFinished"] != "0")
+            return "opening: a new request is not empty";
+        if (!m.badDate && date != dates[m.locale]) return "opening: the date is " + date;
+        return editor.can("cmdOk") || !h.calm() ? "" : "opening: a new request cannot be saved";
     }
     if (m.command != 'E') return "opening: the editor came by itself";
     if (h.wasInTransaction) return {}; // a till reads what it could neither commit nor take back
@@ -302,12 +301,12 @@ Broken judgeRegister(const Happening& h, const Memory& m) {
     const bool any = is.row >= 1 && is.row <= static_cast<int>(is.rows.size());
     const Row row = any ? is.rows[static_cast<std::size_t>(is.row) - 1] : Row(9);
     const bool has = !row.empty() && !row[0].empty();
-    for (const auto& [letter, button] : {std::pair('N', "cmdnew"), std::pair('E', "CmdEdit"),
-                                         std::pair('D', "CmdDelete"), std::pair('P', "cmdPrev")}) {
+    for (const char letter : {'N', 'E', 'D', 'P'}) {
         const bool wanted = h.clerk.company.may(m.user, m.screen, letter) && (letter == 'N' || has) &&
                             (letter != 'D' || (row.size() > 4 && row[4] == "No"));
-        if (is.can(button) && !wanted && !m.switched) return std::string("rights: on is ") + letter;
-        if (!is.can(button) && wanted && m.rightsRead) return std::string("rights: off is ") + letter;
+        const bool on = is.can(kCommands.at(letter));
+        if (on && !wanted && !m.switched) return std::string("rights: on is ") + letter;
+        if (!on && wanted && m.rightsRead) return std::string("rights: off is ") + letter;
     }
     if (!h.calm()) return {};
     // A till lists what it could neither commit nor take back.
