@@ -167,12 +167,6 @@ bool answers(Clerk& c, const Step& step) {
     return true;
 }
 
-bool closes(Clerk& c, const Step&) {
-    c.says("closes " + c.user.form() + " by its frame");
-    c.user.closesFrame();
-    return true;
-}
-
 /// Text that means something to a database or a program, into a box of the form; past the box's limits by a program.
 bool hostile(Clerk& c, const Step& step) {
     std::vector<forms::TextBox*> boxes;
@@ -290,7 +284,7 @@ const std::vector<Act> kActs = {
     {"", "hostile", 2, hostile},
     {"", "ok", 4, clicksFirstOf({"cmdOk", "cmdOK"})},
     {"", "cancel", 2, clicksFirstOf({"cmdCancel", "CmdClose", "cmdClose"})},
-    {"", "frame", 1, closes},
+    {"", "frame", 1, [](Clerk& c, const Step&) { return c.user.closesFrame(), c.says("closes by the frame"); }},
 
     {"frmMaster", "adds", 20, commands('N', "cmdnew", "\n")},
     {"frmMaster", "edits", 20, commands('E', "CmdEdit", "\r")},

@@ -178,19 +178,13 @@ void Round::remember(Happening& h, Till& till) {
 
 Broken Round::leave() {
     constexpr int kPatience = 25;
-    for (auto& till : tills_) {
-        support::ScriptedDesktop& desktop = till.clerk->desktop;
-        for (int act = 0; desktop.waiting() != Waiting::ended && desktop.waiting() != Waiting::nothing; ++act) {
-            if (act == kPatience) return "leave: " + till.clerk->user.form() + " cannot be left";
-            if (desktop.waiting() == Waiting::message)
-                desktop.answer(desktop.message().buttons == forms::MessageButtons::ok ? forms::Answer::ok
-                                                                                      : forms::Answer::no);
-            else if (desktop.waiting() == Waiting::menu)
-                desktop.choose(std::nullopt);
-            else
-                till.clerk->user.closesFrame();
+    for (auto& [clerk, crippled] : tills_)
+        for (int act = 0; clerk->desktop.waiting() != Waiting::ended && clerk->desktop.waiting() != Waiting::nothing;
+             ++act) {
+            if (act == kPatience) return "leave: " + clerk->user.form() + " cannot be left";
+            for (const char* verb : {"answers", "leaves", "frame"})
+                if (clerk->play({0, verb}, clerk->desktop.time)) break;
         }
-    }
     if (company_.rest() != rest_) return "company: more than requests changed";
     const std::string failed = Cases::takeFailure();
     return failed.empty() ? "" : "desktop: " + failed;
