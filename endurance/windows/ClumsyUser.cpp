@@ -36,6 +36,19 @@ struct Front {
     bool box = false; ///< a message box
 };
 
+// clang-format off
+/// What is pressed how often out of a hundred: one of the keys, with one of the others held down.
+const struct { unsigned often; std::vector<int> keys, with; } kKeys[] = {
+    {10, {VK_RETURN}, {0}}, {6, {VK_TAB}, {0, 0, 0, VK_SHIFT}}, {4, {VK_ESCAPE}, {0}},
+    {7, {VK_DOWN, VK_UP, VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}, {0}},
+    {4, {VK_DELETE, VK_BACK, VK_INSERT, VK_SPACE}, {0}}, {4, {VK_F1, VK_F3, VK_F4, VK_F5, VK_F10, VK_F11, VK_F12}, {0}},
+    {7, {'A', 'B', 'C', 'D', 'E', 'F', 'L', 'N', 'O', 'P', 'R', 'S', 'T', VK_F4, VK_SPACE}, {VK_MENU}},
+    {3, {VK_RETURN, 'A', 'C', 'D', 'V', 'X', 'Z'}, {VK_CONTROL}}};
+const std::vector<std::string> kPasted{
+    "12", "-5", "1e9", "99999999999999999999", "two\r\nlines", "'; delete aitem --", std::string(5000, 'p'),
+    "\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80", "31/02/2026", "0.0005", ""};
+// clang-format on
+
 class Clumsy {
 public:
     Clumsy(unsigned seed, DWORD thread, HWND ear, std::vector<std::string> barcodes)
@@ -53,32 +66,17 @@ public:
         if (at.menu)
             press(any({VK_DOWN, VK_UP, VK_RETURN, VK_ESCAPE}));
         else if (at.box)
-            press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}), random_() % 2 ? 0 : VK_MENU);
+            press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}), any({0, VK_MENU}));
         else if (dice < 34)
-            Person::types(
-                std::string(1, any({'0', '1', '2', '3', '5', '9', '.', '-', 'a', 'E', 'x', '\'', '%', ' ', '/'})));
+            Person::types(std::string(1, any(std::string("012359.-aEx'% /"))));
         else if (dice < 40)
-            Person::types(barcodes_[random_() % barcodes_.size()] + "\r");
-        else if (dice < 50)
-            press(VK_RETURN);
-        else if (dice < 56)
-            press(VK_TAB, random_() % 4 ? 0 : VK_SHIFT);
-        else if (dice < 60)
-            press(VK_ESCAPE);
-        else if (dice < 67)
-            press(any({VK_DOWN, VK_UP, VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_PRIOR, VK_NEXT}));
-        else if (dice < 71)
-            press(any({VK_DELETE, VK_BACK, VK_INSERT, VK_SPACE}));
-        else if (dice < 75)
-            press(any({VK_F1, VK_F3, VK_F4, VK_F5, VK_F10, VK_F11, VK_F12}));
-        else if (dice < 82)
-            press(any({'A', 'B', 'C', 'D', 'E', 'F', 'L', 'N', 'O', 'P', 'R', 'S', 'T', VK_F4, VK_SPACE}), VK_MENU);
-        else if (dice < 85)
-            press(any({VK_RETURN, 'A', 'C', 'D', 'V', 'X', 'Z'}), VK_CONTROL);
-        else if (dice < 88)
+            Person::types(any(barcodes_) + "\r");
+        else if (dice < 52)
+            click(at.window, dice < 44, dice >= 44 && dice < 46);
+        else if (dice < 55)
             paste();
         else
-            click(at.window, dice >= 96, dice >= 94 && dice < 96);
+            pressAny(dice - 55);
         return catchesUp(ear_);
     }
 
@@ -138,23 +136,21 @@ private:
         return found;
     }
 
-    int any(std::initializer_list<int> choices) { return *(choices.begin() + random_() % choices.size()); }
+    template <class List = std::vector<int>> typename List::value_type any(const List& choices) {
+        return choices[random_() % choices.size()];
+    }
 
     static void press(int key, int withKey = 0) { Person::presses(key, withKey); }
 
+    void pressAny(unsigned dice) {
+        for (const auto& [often, keys, with] : kKeys) {
+            if (dice < often) return press(any(keys), any(with));
+            dice -= often;
+        }
+    }
+
     void paste() {
-        static const std::string texts[] = {"12",
-                                            "-5",
-                                            "1e9",
-                                            "99999999999999999999",
-                                            "two\r\nlines",
-                                            "'; delete aitem --",
-                                            std::string(5000, 'p'),
-                                            "\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80",
-                                            "31/02/2026",
-                                            "0.0005",
-                                            ""};
-        support::copyToClipboard(texts[random_() % std::size(texts)]);
+        support::copyToClipboard(any(kPasted));
         press('V', VK_CONTROL);
     }
 

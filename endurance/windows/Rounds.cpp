@@ -86,15 +86,10 @@ long keptByTheModule() {
 }
 
 Holdings holdings(const automation::ObjectPtr& connection) {
-    Holdings now;
-    now.handles = countHandles();
-    now.windows = countWindows();
-    now.kept = keptByTheModule();
     const com::ComPtr<IDispatch> dispatch = com::toDispatch(connection);
     dispatch->AddRef();
-    now.references = static_cast<long>(dispatch->Release());
-    now.bytes = heapBytes();
-    return now;
+    const auto references = static_cast<long>(dispatch->Release());
+    return {countHandles(), countWindows(), keptByTheModule(), references, heapBytes()};
 }
 
 /// Labels on the thread's windows now.
