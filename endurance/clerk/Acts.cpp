@@ -27,7 +27,7 @@ const Texts kShortcuts{"11", "12", "4711", "18", "99"};
 
 /// A comma for the decimals; two digits for the year; the year first.
 const basic::Locale kLocales[] = {{},
-                                  {.decimalSeparator = ',', .groupSeparator = '.'},
+                                  {.decimalSeparator = ','},
                                   {.shortDate = "dd/MM/yy"},
                                   {basic::DateOrder::yearMonthDay, '.', "yyyy. MM. dd.", ',', '.'}};
 

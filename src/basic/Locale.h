@@ -13,7 +13,6 @@ struct Locale {
     /// Windows notation: d dd ddd dddd M MM MMM MMMM yy yyyy, 'quoted text', all else literal.
     std::string shortDate = "dd/MM/yyyy";
     char decimalSeparator = '.';
-    char groupSeparator = ',';
     /// The code page of plain (not Unicode) text files and printers.
     int codePage = 1252;
     /// The last year that two digits stand for; the first is 99 years before.

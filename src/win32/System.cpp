@@ -75,7 +75,6 @@ basic::Locale readLocale() {
         lastYear >= 99 && lastYear <= 9999)
         locale.lastTwoDigitYear = static_cast<int>(lastYear);
     locale.decimalSeparator = signOf(LOCALE_SDECIMAL, '.');
-    locale.groupSeparator = signOf(LOCALE_STHOUSAND, ',');
     locale.codePage = static_cast<int>(GetACP());
     return locale;
 }
