@@ -97,17 +97,32 @@ void expectWhole(HWND form) {
 }
 
 /// From the register to every screen that opens from it.
-void lookAround(support::Person& clerk) {
+void lookAround(support::Person& clerk, bool deletes) {
     const auto look = [&] { expectWhole(clerk.window()); };
     if (!clerk.awaits("active frmMaster")) return;
     look();
     ShowWindow(clerk.window(), SW_MAXIMIZE);
+    EXPECT_TRUE(IsZoomed(clerk.window()));
     look();
     ShowWindow(clerk.window(), SW_RESTORE);
+    if (deletes) {
+        clerk.sendsKey(VK_DELETE);
+        if (!clerk.answers("Are you sure you want to Delete  - GR/1 ?", IDYES)) return;
+        if (!clerk.awaits("active frmcancelreason")) return;
+        look();
+        clerk.sendsText("twice");
+        clerk.sendsAlt('o');
+        clerk.awaits("unloaded frmcancelreason");
+    }
     if (!support::beginsRequest(clerk)) return;
     look();
     if (!support::beginsLines(clerk)) return;
     look();
+    clerk.sendsKey(VK_F3);
+    if (!clerk.awaits("active FetchWindow")) return;
+    look();
+    clerk.sendsKey(VK_ESCAPE);
+    clerk.awaits("unloaded FetchWindow");
     clerk.sendsAlt('l');
     clerk.awaits("unloaded frmRequestDetail");
     clerk.sendsKey(VK_ESCAPE);
@@ -127,7 +142,8 @@ TEST(Looks, NothingIsCutOrLiesOver) {
         SCOPED_TRACE(interfaceId);
         const automation::ObjectPtr module = support::makeModule(connection, 1, interfaceId);
         support::writeAll(support::printSettings(), "printtoscreen :=1\r\nwindowsprint :=1\r\n");
-        support::Person::sits([&] { module->call("Show"); }, lookAround);
+        support::Person::sits([&] { module->call("Show"); },
+                              [&](support::Person& clerk) { lookAround(clerk, interfaceId == 1507); });
         std::filesystem::remove(support::printSettings());
     }
 }
