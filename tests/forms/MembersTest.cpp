@@ -111,7 +111,10 @@ TEST_F(FormMembers, NoNumberIsTooLargeForTheWindow) {
                 control(name)->put(member, far);
                 EXPECT_EQ(control(name)->get(member), Value(kept)) << name << "." << member;
             }
-        for (const char* member : {"Width", "Height"}) form->put(member, far);
+        for (const char* member : {"Width", "Height"}) {
+            form->put(member, far);
+            EXPECT_EQ(form->get(member), Value(kept)) << member;
+        }
         form->resized(30000, 20000);
         column->put("Width", far);
         EXPECT_EQ(column->get("Width"), Value(std::max(kept, 0)));
