@@ -260,3 +260,17 @@ TEST_F(RegisterList, KeysAndDoubleClickDoWhatTheButtonsDo) {
 }
 
 } // namespace
+
+// A site's columns may be open to null where the sample's are not.
+TEST(Flags, WithoutAValueAreNeitherTrueNorFalse) {
+    struct Flag : goodsreq::ModuleForm {
+        using ModuleForm::isFalse;
+        using ModuleForm::isTrue;
+    };
+    using automation::Value;
+    for (const auto& [flag, isTrue, isFalse] : std::initializer_list<std::tuple<Value, bool, bool>>{
+             {true, true, false}, {0, false, true}, {automation::Null(), false, false}, {Value(), false, false}}) {
+        EXPECT_EQ(Flag::isTrue(flag), isTrue);
+        EXPECT_EQ(Flag::isFalse(flag), isFalse);
+    }
+}
