@@ -7,8 +7,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstring>
-#include <list>
 #include <random>
 #include <sys/wait.h>
 #include <thread>
@@ -18,64 +16,31 @@ namespace endurance {
 namespace {
 
 using namespace editor;
-using Say = std::function<void(const std::string&)>;
 using Microseconds = std::chrono::duration<double, std::micro>;
+constexpr int kFailed = 255; ///< status of a program that an exception ended
 
-/// A program beside this one: it goes on after a fork, and its words come through a pipe.
-class Child {
-public:
-    /// Starts `act` in a process of its own; what it says reaches hears(). No thread may run at that time.
-    explicit Child(const std::function<void(const Say&)>& act) {
-        int ends[2];
-        std::fflush(nullptr);
-        if (pipe(ends) != 0 || (process_ = fork()) < 0) throw std::runtime_error("No program could be started");
-        if (process_ > 0) {
-            close(ends[1]);
-            words_ = fdopen(ends[0], "r");
-            return;
-        }
-        close(ends[0]);
-        int status = 1;
-        try {
-            act([out = ends[1]](const std::string& line) { dprintf(out, "%s\n", line.c_str()); });
-            status = 0;
-        } catch (const std::exception& error) {
-            std::fprintf(stderr, "%s\n", error.what());
-        }
-        std::fflush(nullptr);
-        _exit(status); // The files and objects of the program that forked are not this one's to clear away.
+/// Runs `act` in a program beside this one, whose status it gives. No thread may run at that time.
+pid_t forked(const std::function<int()>& act) {
+    std::fflush(nullptr);
+    const pid_t program = fork();
+    if (program < 0) throw std::runtime_error("No program could be started");
+    if (program > 0) return program;
+    int status = kFailed;
+    try {
+        status = act();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
     }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() {
-        kill();
-        std::fclose(words_);
-    }
+    std::fflush(nullptr);
+    _exit(status); // The files and objects of the program that forked are not this one's to clear away.
+}
 
-    /// The next line that it says, without its end; empty once it has ended.
-    std::string hears() {
-        char line[100] = "";
-        if (std::fgets(line, sizeof line, words_)) line[std::strcspn(line, "\n")] = '\0';
-        return line;
-    }
-    /// Ends it as a power cut does: nothing of it runs any more.
-    void kill() {
-        if (process_ <= 0) return;
-        ::kill(process_, SIGKILL);
-        ends();
-    }
-    /// Waits for its end. Whether it ended by itself, and well.
-    bool ends() {
-        int status = 0;
-        const bool ended = waitpid(process_, &status, 0) == process_;
-        process_ = -1;
-        return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
-
-private:
-    pid_t process_ = -1;
-    std::FILE* words_ = nullptr;
-};
+/// Waits for its end.
+int statusOf(pid_t program) {
+    int status = 0;
+    const bool ended = waitpid(program, &status, 0) == program && WIFEXITED(status);
+    return ended ? WEXITSTATUS(status) : kFailed;
+}
 
 int highestId(const CompanyFile& company) {
     return std::stoi(company.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1"));
@@ -86,18 +51,17 @@ void entersRequest(Till& till, const std::vector<SampleItem>& items, std::size_t
     till.another({items.begin(), items.begin() + static_cast<std::ptrdiff_t>(lines)});
 }
 
-/// What one of several programs did: "REQUESTS LINES REPORTS".
-void saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, int requests, unsigned seed,
-              std::int16_t user, const Say& say) {
-    std::mt19937 random(seed);
+/// How many lines the n-th request of each of several programs has.
+std::size_t linesOf(int request) { return static_cast<std::size_t>(request) % 5 + 1; }
+
+/// Stores so many requests. How often a second OK was needed.
+int saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, int requests, std::int16_t user) {
     Till till(company, {.userId = user});
     till.system.sleeps = true;
     till.opens();
-    std::size_t lines = 0;
     int reports = 0;
     for (int i = 0; i < requests; ++i) {
-        const std::size_t count = random() % 5 + 1;
-        entersRequest(till, items, count);
+        entersRequest(till, items, linesOf(i));
         till.user.clicks("cmdOk");
         for (int again = 0; till.user.message() && again < 200; ++again) {
             till.readsReport();
@@ -105,9 +69,8 @@ void saveMany(const CompanyFile& company, const std::vector<SampleItem>& items, 
             till.user.clicks("cmdOk");
         }
         if (till.user.form() != "frmMaster") throw std::runtime_error("A request could not be stored");
-        lines += count;
     }
-    say(std::to_string(requests) + " " + std::to_string(lines) + " " + std::to_string(reports));
+    return std::min(reports, kFailed - 1);
 }
 
 } // namespace
@@ -126,25 +89,35 @@ void killSaves(const Options& options, Report& report) {
         const int fullSaves = static_cast<int>(random() % 2);
         const double moment = std::uniform_real_distribution(0.0, 1.1)(random);
         cases.run("kill " + std::to_string(i + 1), [&] {
-            Child child([&](const Say& say) {
+            int words[2] = {};
+            if (pipe(words) != 0) throw std::runtime_error("No pipe could be made");
+            const pid_t program = forked([&] {
                 Till till(company);
                 for (till.opens();;) {
                     entersRequest(till, items, lines);
-                    say("begins");
+                    dprintf(words[1], "b");
                     till.user.clicks("cmdOk");
-                    say("ends");
+                    dprintf(words[1], "e");
                 }
+                return 0;
             });
+            close(words[1]);
+            const auto hears = [&](char wanted) {
+                char word = 0;
+                return read(words[0], &word, 1) == 1 && word == wanted;
+            };
             for (int save = 0; save < fullSaves; ++save) {
-                EXPECT_EQ(child.hears(), "begins");
+                EXPECT_TRUE(hears('b'));
                 const auto begin = std::chrono::steady_clock::now();
-                EXPECT_EQ(child.hears(), "ends");
+                EXPECT_TRUE(hears('e'));
                 usual = (usual + (std::chrono::steady_clock::now() - begin)) / 2;
             }
-            EXPECT_EQ(child.hears(), "begins");
+            EXPECT_TRUE(hears('b'));
             std::this_thread::sleep_for(usual * moment);
-            child.kill();
-            if (child.hears().empty()) ++inside;
+            kill(program, SIGKILL); // as a power cut does: nothing of it runs any more
+            statusOf(program);
+            if (!hears('e')) ++inside;
+            close(words[0]);
             EXPECT_EQ(brokenRequests(company.path(), oldId), "");
         });
     }
@@ -166,27 +139,23 @@ void saveAtOnce(const Options& options, Report& report) {
     const std::string newer = "mesRequesttoShopHeader where srhshopid = 1 and srhrequestid > " + std::to_string(oldId);
     const std::string allLines = "mesRequesttoShopDetail where srdshopid = 1";
     const long oldLines = count(allLines);
-    std::list<Child> programs;
+    std::vector<pid_t> programs;
     for (int i = 0; i < kPrograms; ++i)
-        programs.emplace_back([&, i](const Say& say) {
-            saveMany(company, items, each, options.seed + static_cast<unsigned>(i),
-                     static_cast<std::int16_t>(i % 2 + 1), say);
-        });
-    long requests = 0, lines = 0, reports = 0, ended = 0;
-    for (Child& program : programs) {
-        long stored[3] = {};
-        std::sscanf(program.hears().c_str(), "%ld %ld %ld", &stored[0], &stored[1], &stored[2]);
-        ended += program.ends();
-        requests += stored[0];
-        lines += stored[1];
-        reports += stored[2];
-    }
+        programs.push_back(
+            forked([&] { return saveMany(company, items, each, static_cast<std::int16_t>(i % 2 + 1)); }));
     const long wanted = kPrograms * each;
+    long lines = 0, reports = 0, ended = 0;
+    for (int i = 0; i < each; ++i) lines += kPrograms * static_cast<long>(linesOf(i));
+    for (const pid_t program : programs) {
+        const int status = statusOf(program);
+        if (status == kFailed) continue;
+        ++ended;
+        reports += status;
+    }
     const struct {
         const char* name;
         long wanted, found;
     } rows[] = {{"programs that ended well", kPrograms, ended},
-                {"requests said to be stored", wanted, requests},
                 {"requests stored", wanted, count(newer)},
                 {"numbers", wanted, std::ssize(company.rows("select distinct srhrequestno from " + newer))},
                 {"ids without a gap", wanted, highestId(company) - oldId},
