@@ -1,6 +1,7 @@
 #include "tests/support/PortableSystem.h"
 
 #include "automation/RunTimeError.h"
+#include "basic/Letters.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,45 +18,12 @@ constexpr char32_t kUpperControls[] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0
                                        0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                        0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-char byteOf(char32_t letter) {
-    if (letter < 0x80 || (letter >= 0xA0 && letter <= 0xFF)) return static_cast<char>(letter);
-    const auto* found = std::find(std::begin(kUpperControls), std::end(kUpperControls), letter);
-    if (letter == 0 || found == std::end(kUpperControls)) return '?';
-    return static_cast<char>(0x80 + (found - std::begin(kUpperControls)));
-}
-
-/// Takes the first character off `text`, which is not empty; 0xFFFD for a byte that begins none.
-char32_t takeLetter(std::string_view& text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char first = byte(0);
-    const std::size_t size = first < 0x80   ? 1
-                             : first < 0xC2 ? 0
-                             : first < 0xE0 ? 2
-                             : first < 0xF0 ? 3
-                             : first < 0xF5 ? 4
-                                            : 0;
-    char32_t letter = size < 2 ? first : first & (0xFF >> (size + 1));
-    bool valid = size > 0 && size <= text.size();
-    for (std::size_t i = 1; valid && i < size; ++i) {
-        valid = (byte(i) & 0xC0) == 0x80;
-        letter = letter << 6 | (byte(i) & 0x3F);
-    }
-    text.remove_prefix(valid ? size : 1);
-    return valid ? letter : 0xFFFD;
-}
-
-void append(std::string& text, char32_t letter) {
-    if (letter < 0x80) {
-        text += static_cast<char>(letter);
-    } else {
-        if (letter < 0x800) {
-            text += static_cast<char>(0xC0 | letter >> 6);
-        } else {
-            text += static_cast<char>(0xE0 | letter >> 12);
-            text += static_cast<char>(0x80 | (letter >> 6 & 0x3F));
-        }
-        text += static_cast<char>(0x80 | (letter & 0x3F));
-    }
+/// A character of the code page as UTF-8.
+std::string letterOf(char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    std::string letter;
+    basic::appendUtf8(letter, byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80] : byte);
+    return letter;
 }
 
 using Refused = std::map<std::string, long>;
@@ -104,22 +72,27 @@ std::unique_ptr<goodsreq::Output> PortableSystem::openForOutput(const std::strin
 
 std::string PortableSystem::encode(std::string_view text) {
     if (real) return real->encode(text);
-    // Most texts are plain, and stand in every code page as they are.
-    const auto plain =
-        std::find_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-    std::string bytes(text.begin(), plain);
-    text.remove_prefix(bytes.size());
-    while (!text.empty()) bytes += byteOf(takeLetter(text));
+    static const auto characters = [] {
+        std::map<std::string, char, std::less<>> made;
+        for (int byte = 0x80; byte <= 0xFF; ++byte) made[letterOf(static_cast<char>(byte))] = static_cast<char>(byte);
+        return made;
+    }();
+    std::string bytes;
+    while (!text.empty()) {
+        const bool plain = static_cast<unsigned char>(text[0]) < 0x80;
+        std::size_t size = 1;
+        while (!plain && size < text.size() && (text[size] & 0xC0) == 0x80) ++size;
+        const auto found = plain ? characters.end() : characters.find(text.substr(0, size));
+        bytes += plain ? text[0] : found == characters.end() ? '?' : found->second;
+        text.remove_prefix(size);
+    }
     return bytes;
 }
 
 std::string PortableSystem::decode(std::string_view bytes) {
     if (real) return real->decode(bytes);
     std::string text;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        append(text, byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80] : byte);
-    }
+    for (const char character : bytes) text += letterOf(character);
     return text;
 }
 
