@@ -2,9 +2,7 @@
 
 #include "basic/Format.h"
 #include "basic/Numbers.h"
-#include "tests/support/TestFolder.h"
-
-#include <filesystem>
+#include "tests/support/Scratch.h"
 
 namespace database_test {
 
@@ -65,9 +63,7 @@ std::string rows(sandbox::Connection& connection, const std::string& statement) 
 }
 
 std::string freshPath(const std::string& name) {
-    static const support::TestFolder folder;
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    std::string path = folder.file(std::string(test->test_suite_name()) + "_" + test->name() + "_" + name);
+    std::string path = support::scratch(name);
     std::filesystem::remove(path);
     return path;
 }
