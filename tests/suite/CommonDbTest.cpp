@@ -42,9 +42,6 @@ TEST_F(DatabaseHelper, LooksUpTheFirstRowThatMeetsTheCriterion) {
         EXPECT_EQ(value.isNull() || value.isEmpty() ? "none" : basic::cStr(value), c.found) << c.table << c.criterion;
     }
     EXPECT_NE(errorOf([&] { on("nosuchtable", "fnReturnField", "x"); }), 0);
-}
-
-TEST_F(DatabaseHelper, WithoutAConnectionItSaysSo) {
     const auto fresh = standIn("CommonModule.clsCommonDB");
     fresh->put("strTableName", "ashops");
     EXPECT_EQ(errorOf([&] { fresh->call("fnReturnField", "shopname"); }), 91);
