@@ -42,10 +42,6 @@ int statusOf(pid_t program) {
     return ended ? WEXITSTATUS(status) : kFailed;
 }
 
-int highestId(const CompanyFile& company) {
-    return std::stoi(company.value("select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = 1"));
-}
-
 /// From the register to a request of that many lines, ready to be stored.
 void entersRequest(Till& till, const std::vector<SampleItem>& items, std::size_t lines) {
     till.another({items.begin(), items.begin() + static_cast<std::ptrdiff_t>(lines)});
@@ -80,7 +76,7 @@ void killSaves(const Options& options, Report& report) {
     std::mt19937 random(options.seed);
     const CompanyFile company;
     const std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 12);
-    const int oldId = highestId(company);
+    const int oldId = std::stoi(newest(company, "srhrequestid"));
     Cases cases;
     int inside = 0;
     Microseconds usual(20'000); // that a save takes
@@ -132,7 +128,7 @@ void saveAtOnce(const Options& options, Report& report) {
     const int each = options.quick ? 15 : 250;
     const CompanyFile company;
     const std::vector<SampleItem> items = support::requestableItems(company, 1, kSupplier, 5);
-    const int oldId = highestId(company);
+    const int oldId = std::stoi(newest(company, "srhrequestid"));
     const auto count = [&](const std::string& what) {
         return std::stol(company.value("select count(*) from " + what));
     };
@@ -158,7 +154,7 @@ void saveAtOnce(const Options& options, Report& report) {
     } rows[] = {{"programs that ended well", kPrograms, ended},
                 {"requests stored", wanted, count(newer)},
                 {"numbers", wanted, std::ssize(company.rows("select distinct srhrequestno from " + newer))},
-                {"ids without a gap", wanted, highestId(company) - oldId},
+                {"ids without a gap", wanted, std::stoi(newest(company, "srhrequestid")) - oldId},
                 {"lines", lines, count(allLines) - oldLines}};
     const std::string programsAt = "four programs at once: ";
     for (const auto& row : rows)

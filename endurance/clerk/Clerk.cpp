@@ -28,19 +28,12 @@ FormView lookAt(const forms::Form& form) {
         if (const auto* combo = dynamic_cast<forms::ComboBox*>(control); combo && combo->hasSelection())
             view.texts[name + ".id"] = std::to_string(combo->selectedData());
         if (const auto* grid = dynamic_cast<forms::Grid*>(control)) {
-            for (int row = grid->fixedRows(); row < grid->rows(); ++row) {
-                view.rows.emplace_back();
-                for (int col = 0; col < grid->cols(); ++col) view.rows.back().emplace_back(grid->cell(row, col));
-            }
+            view.rows = support::rowsOf(*grid);
             view.row = grid->row();
         }
         if (const auto* list = dynamic_cast<forms::ListView*>(control)) {
-            for (int i = 1; i <= list->count(); ++i) {
-                view.rows.push_back({list->item(i).text()});
-                for (int sub = 1; sub < static_cast<int>(list->columns().size()); ++sub)
-                    view.rows.back().push_back(list->item(i).subItem(sub));
-                view.tips.push_back(list->item(i).toolTip(goodsreq::kLineGoodQty));
-            }
+            view.rows = support::rowsOf(*list);
+            for (int i = 1; i <= list->count(); ++i) view.tips.push_back(list->item(i).toolTip(goodsreq::kLineGoodQty));
             view.row = list->selectedIndex();
         }
     }

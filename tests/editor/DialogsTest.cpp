@@ -30,7 +30,7 @@ protected:
         EXPECT_EQ(chosenItem(till), item.id);
         EXPECT_EQ(till.user.entries("cboItem"), Names{item.description});
         EXPECT_EQ(till.module.requestDetail().strItemCode, item.code);
-        EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+        EXPECT_FALSE(till.user.rows("lvwpacktype").empty());
         EXPECT_EQ(till.user.focus(), "txtQuantity");
     }
 };
@@ -129,11 +129,6 @@ protected:
     static User& searches(Till& till, const std::string& column, const std::string& text) {
         return till.user.picks("cboFetch", column).enters("txtFetch", "").pastes(text).types("\r");
     }
-    static Names column(Till& till, std::size_t index) {
-        Names cells;
-        for (const auto& row : till.user.grid("flexMaster")) cells.push_back(row[index]);
-        return cells;
-    }
     static forms::Grid& grid(Till& till) { return till.module.fetchItem().flexMaster; }
     /// Each column's heading and width.
     static Names headings(Till& till) {
@@ -154,7 +149,7 @@ TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
         SCOPED_TRACE(column);
         Till till(company);
         opens(till, "fetch");
-        ASSERT_EQ(searches(till, column, text).grid("flexMaster"),
+        ASSERT_EQ(searches(till, column, text).rows("flexMaster"),
                   (Rows{{item.id, item.code, item.description, "Northwold", "NW-77", "P/5"}}));
         EXPECT_EQ(till.user.text("txtFetch"), "");
         till.user.focuses("flexMaster").types("\r");
@@ -187,7 +182,7 @@ TEST_F(FetchDialog, HeadsItsColumns) {
     searches(till, "ItemCode", "no such code");
     EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2580", " Item Description|4218", "Brand|2730", " Model No|1272",
                                      " Part Code|984"}));
-    EXPECT_EQ(till.user.grid("flexMaster"), (Rows{{"", "", "", "", "", ""}}));
+    EXPECT_EQ(till.user.rows("flexMaster"), (Rows{{"", "", "", "", "", ""}}));
 }
 
 TEST_F(FetchDialog, OpensWithTheShopsColumnAndKeepsTheClerksChoice) {
@@ -238,7 +233,7 @@ TEST_F(FetchDialog, TakesAnyTextForAPattern) {
              {"half%off", true}, {"[x5]0", true}, {std::string(4000, 'x'), false}, {"'; delete aitem --", false}}) {
         searches(till, "Brand", text);
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(column(till, 0), Names{found ? item.id : ""}) << text;
+        EXPECT_EQ(till.user.column("flexMaster", 0), Names{found ? item.id : ""}) << text;
     }
     std::int16_t enter = forms::kKeyReturn;
     till.user.happens([&] { till.module.fetchItem().txtFetch.onKeyPress(enter); });
@@ -252,7 +247,7 @@ TEST_F(FetchDialog, ShowsTheLastMatchAndMovesToWhatIsTyped) {
     till.desktop.pointers.clear();
     searches(till, "ItemDescription", "");
     EXPECT_EQ(till.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
-    const Names found = column(till, 2);
+    const Names found = till.user.column("flexMaster", 2);
     ASSERT_GT(found.size(), 10u);
     EXPECT_EQ(grid(till).row(), static_cast<int>(found.size()));
     EXPECT_EQ(grid(till).topRow(), grid(till).row());
@@ -284,7 +279,7 @@ TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
         Till till(company);
         opens(till, "fetch");
         searches(till, "ItemCode", item.code);
-        ASSERT_EQ(column(till, 0), Names{item.id});
+        ASSERT_EQ(till.user.column("flexMaster", 0), Names{item.id});
         if (!asked) till.breaks("intersect"); // whether it is carried cannot be asked
         till.user.clicks("cmdOk");
         if (!asked) till.readsReport().user.presses(forms::kKeyEscape);
@@ -292,7 +287,7 @@ TEST_F(FetchDialog, AnItemThatLineEntryRefusesLeavesItEmpty) {
         EXPECT_EQ(till.user.entries("cboItem"), Names{});
         EXPECT_EQ(till.user.text("txtBarcode"), "");
         EXPECT_EQ(till.module.requestDetail().strItemCode, "");
-        EXPECT_TRUE(till.user.list("lvwpacktype").empty());
+        EXPECT_TRUE(till.user.rows("lvwpacktype").empty());
     }
 }
 

@@ -160,7 +160,7 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         for (const SampleItem& one : items)
             lines.push_back({std::to_string(lines.size() + 1), one.code, one.description,
                              Names{"4.000", "5.500", "6.000"}[lines.size()], "0.500", one.id, "0.000", one.unit});
-        EXPECT_EQ(till.user.list("lvwrequest"), lines);
+        EXPECT_EQ(till.user.rows("lvwrequest"), lines);
         EXPECT_EQ(till.lines().selectedIndex(), 1);
         EXPECT_EQ(till.user.enabled("cmdOk"), !locked);
         EXPECT_EQ(till.user.checked("chkTransFinished"), finished);

@@ -130,14 +130,14 @@ TEST_F(Item, TheShopsReorderQuantityIsProposed) {
 TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
     Till till(company);
     till.newRequest().addsLines().user.presses(forms::kKeyF3).types(other.description);
-    const auto listed = till.user.list("lvwItems");
+    const auto listed = till.user.rows("lvwItems");
     ASSERT_FALSE(listed.empty());
     EXPECT_EQ(till.user.types("\r").form(), "FetchWindow") << "a scanner's Enter chooses nothing";
     till.user.presses(forms::kKeyDown).types("\r");
     ASSERT_EQ(till.user.form(), "frmRequestDetail");
     EXPECT_EQ(till.user.text("cboItem"), listed[0][2]);
     EXPECT_EQ(till.user.focus(), "txtQuantity");
-    EXPECT_FALSE(till.user.list("lvwpacktype").empty());
+    EXPECT_FALSE(till.user.rows("lvwpacktype").empty());
     till.user.enters("txtQuantity", "3").clicks("cmdOk");
     till.user.focuses("cmdbarcode").types(" ").presses(forms::kKeyEscape); // no code begins with a blank
     EXPECT_EQ(till.user.text("cboItem"), "");
@@ -171,8 +171,8 @@ TEST_F(Item, PackingsAreListedAndCountedInFractions) {
                    ", 93, '2993', 0, 1)");
     Till till(company);
     till.newRequest().addsLines().scans("2991");
-    EXPECT_EQ(till.user.list("lvwpacktype"), (Rows{{"91", "Dozen", ""}})); // 92 is inactive, 93 has no capacity
-    EXPECT_EQ(till.user.types("30\r").list("lvwpacktype"), (Rows{{"91", "Dozen", "2.50"}}));
+    EXPECT_EQ(till.user.rows("lvwpacktype"), (Rows{{"91", "Dozen", ""}})); // 92 is inactive, 93 has no capacity
+    EXPECT_EQ(till.user.types("30\r").rows("lvwpacktype"), (Rows{{"91", "Dozen", "2.50"}}));
     EXPECT_EQ(till.user.focus(), "txtBadQuantity");
     till.user.focuses("cboItem");
     for (const char* next : {"lvwpacktype", "txtBarcode"}) EXPECT_EQ(till.user.types("\r").focus(), next);
@@ -233,7 +233,7 @@ TEST_F(Item, LookUpsThatFailAreReportedOnceAndLeaveNothingOfTheItemBefore) {
         const std::string price = till.user.text("txtsellingprice");
         EXPECT_EQ(price.empty(), statement == "select reorderquantity" || !keepsItem);
         EXPECT_EQ(price == "0", statement == "spSellingPriceFetch");
-        EXPECT_EQ(till.user.list("lvwpacktype").empty(), statement == "select ad.packingtypeid" || !keepsItem);
+        EXPECT_EQ(till.user.rows("lvwpacktype").empty(), statement == "select ad.packingtypeid" || !keepsItem);
         if (keepsItem) continue;
         till.user.types(item.barcode + "\r"); // takes the failed scan's place
         EXPECT_EQ(till.user.text("cboItem"), item.description);

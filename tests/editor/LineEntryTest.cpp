@@ -69,14 +69,14 @@ TEST_F(LineEntry, ADecimalCommaIsReadTheSameEverywhere) {
     for (const std::string sign : {",", "."}) {
         Till till(company, {.screenId = 1611});
         till.desktop.userLocale.decimalSeparator = sign[0];
-        const auto packs = [&] { return basic::val(till.user.list("lvwpacktype").at(0).at(2)); };
+        const auto packs = [&] { return basic::val(till.user.rows("lvwpacktype").at(0).at(2)); };
         till.newRequest().addsLines().scans(item.barcode).user.enters("txtQuantity", "2" + sign + "5\r");
         EXPECT_EQ(till.user.text("txtQuantity"), "2.5");
         const double entered = packs();
         till.user.focuses("txtBadQuantity").pastes("\t0" + sign + "5 \r\n");
         EXPECT_EQ(till.user.text("txtBadQuantity"), "0.5");
         till.user.enters("txtsellingprice", "4" + sign + "25").clicks("cmdOk");
-        const auto line = till.backToEditor().user.list("lvwrequest").at(0);
+        const auto line = till.backToEditor().user.rows("lvwrequest").at(0);
         EXPECT_EQ(line[3] + " " + line[4] + " " + line[6], "2.500 0.500 4.250");
         till.changesLine(1);
         EXPECT_EQ(packs(), entered);
@@ -144,7 +144,7 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
         till.breaks("");
         EXPECT_EQ(till.lines().takeRevealed(), 1);
         EXPECT_EQ(till.user.focus(), "txtBarcode");
-        EXPECT_TRUE(till.user.list("lvwpacktype").empty());
+        EXPECT_TRUE(till.user.rows("lvwpacktype").empty());
         EXPECT_EQ(till.texts({"txtBarcode", "cboItem", "txtQuantity", "txtBadQuantity"}), Names(4));
 
         // The same item again, found by its description in any letters.
@@ -154,7 +154,7 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
         EXPECT_EQ(till.user.focus(), "txtBarcode");
         till.backToEditor();
         EXPECT_FALSE(till.holds("Fetch.clsFetch")); // nor the session's connection with it
-        EXPECT_EQ(till.user.list("lvwrequest"), (Rows{{"1", item.code, stands, "1234567.500", "0.000", item.id,
+        EXPECT_EQ(till.user.rows("lvwrequest"), (Rows{{"1", item.code, stands, "1234567.500", "0.000", item.id,
                                                        screen == 1611 ? "4.500" : "", item.unit}}));
     }
 }
@@ -165,7 +165,7 @@ TEST_F(LineEntry, EditingWalksDownTheLinesAndClosesAfterTheLast) {
         const Names prices = till.newRequest().enters(three).column(6);
         till.changesLine(2);
         EXPECT_EQ(till.user.entries("cboItem"), Names{other.description});
-        EXPECT_NE(till.user.list("lvwpacktype").at(0)[2], "");
+        EXPECT_NE(till.user.rows("lvwpacktype").at(0)[2], "");
         EXPECT_EQ(till.texts({"txtQuantity", "txtBadQuantity"}), (Names{"2", "0"}));
         for (const char* fixed : {"cboItem", "cmdbarcode", "txtBarcode", "txtsellingprice"})
             EXPECT_FALSE(till.user.enabled(fixed)) << fixed;

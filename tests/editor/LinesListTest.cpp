@@ -132,7 +132,7 @@ TEST_F(LinesList, SuggestsWhatIsOrderedAboveTheShopsWholeStock) {
                    "update ashopitemdetail set ItemReorderLevel = 20.001 where shopid = 1 and itemid = " +
                    other.id);
     till.newRequest().user.happens([&] { till.module.request().FillReorderSuggestions(); });
-    EXPECT_EQ(till.user.list("lvwrequest"), (Rows{{"1", "", other.description, "7", "0", other.id, "", other.unit}}));
+    EXPECT_EQ(till.user.rows("lvwrequest"), (Rows{{"1", "", other.description, "7", "0", other.id, "", other.unit}}));
     EXPECT_EQ(till.errors(), Names{});
 }
 

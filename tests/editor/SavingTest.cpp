@@ -132,7 +132,7 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
                                " DocumentID = '" +
                                id + "'"),
                   (Rows{{"N", "2", std::to_string(screen)}}));
-        const auto row = till.user.grid("flexMaster").back();
+        const auto row = till.user.rows("flexMaster").back();
         EXPECT_EQ((Names{row[0], row[1].substr(0, 3), row[2]}), (Names{id, prefix, "31/03/2026"}));
     }
 }
@@ -322,7 +322,7 @@ TEST_F(Saving, ACommitOfWhichNobodyHeardLosesNothingAndStoresNothingTwice) {
              company.rows("select ActionType from loUserAuditing where ShopID = 1 and DocumentID = '" + id + "'"))
             audit += row[0];
         EXPECT_EQ(audit, c.audit);
-        const auto row = till.user.grid("flexMaster").back();
+        const auto row = till.user.rows("flexMaster").back();
         EXPECT_EQ((Names{row[0], row[1], row[5]}), (Names{id, newest("srhrequestno"), remarks}));
     }
 }
@@ -446,7 +446,7 @@ TEST_F(Saving, TellsWhereTheRegisterDoesNotShowWhatItSaved) {
             till.user.answers("The request " + editor::newest(file, "srhrequestno") + " is saved." + said, Answer::ok);
         EXPECT_EQ(till.user.form(), "frmMaster");
         EXPECT_FALSE(till.user.message());
-        EXPECT_EQ(till.user.grid("flexMaster").back()[0] == editor::newest(file, "srhrequestid"), said.empty());
+        EXPECT_EQ(till.user.rows("flexMaster").back()[0] == editor::newest(file, "srhrequestid"), said.empty());
     }
 }
 

@@ -14,7 +14,7 @@ Till& Till::newRequest(int supplier) {
 
 Till& Till::editRequest(const std::string& id) {
     opens();
-    const auto rows = user.grid("flexMaster");
+    const auto rows = user.rows("flexMaster");
     const auto found = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return row[0] == id; });
     EXPECT_NE(found, rows.end()) << "The register does not show request " << id;
     user.selectsRow("flexMaster", static_cast<int>(found - rows.begin()) + 1).clicks("CmdEdit");
@@ -113,12 +113,6 @@ forms::ListView& Till::lines() { return module.request().lvwrequest; }
 Names Till::texts(std::initializer_list<const char*> controls) const {
     Names texts;
     for (const char* control : controls) texts.push_back(user.text(control));
-    return texts;
-}
-
-Names Till::column(int index) const {
-    Names texts;
-    for (const auto& line : user.list("lvwrequest")) texts.push_back(line[static_cast<std::size_t>(index)]);
     return texts;
 }
 

@@ -62,7 +62,7 @@ public:
     /// What stands in several controls.
     Names texts(std::initializer_list<const char*> controls) const;
     /// The texts in a column of the editor's list.
-    Names column(int index) const;
+    Names column(int index) const { return user.column("lvwrequest", index); }
     /// Texts of the boxes shown so far, oldest first.
     Names said() const;
 };

@@ -98,7 +98,7 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
     EXPECT_EQ(shop.user.form(), "frmMaster");
     const std::string& slip = shop.system.files["\\\\SERVER\\SLIPS"];
     EXPECT_EQ(slip, shop.system.files["C:\\ShopReq.txt"]);
-    EXPECT_NE(slip.find("Request No     : " + shop.user.grid("flexMaster").at(0).at(1) + "\r\n"), std::string::npos);
+    EXPECT_NE(slip.find("Request No     : " + shop.user.rows("flexMaster").at(0).at(1) + "\r\n"), std::string::npos);
     EXPECT_EQ(shop.desktop.programs.size(), 1u);
     EXPECT_TRUE(shop.errors().empty());
 }
@@ -214,7 +214,7 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
         auto& user = shop.user;
         shop.opens();
         user.selectsRow("flexMaster", 1);
-        const auto row = user.grid("flexMaster").at(0);
+        const auto row = user.rows("flexMaster").at(0);
         user.clicks("cmdPrev");
         user.clicks("cmdOK");
         ASSERT_EQ(user.form(), "ReportWindow") << (user.message() ? user.message()->text : "");

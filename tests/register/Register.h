@@ -54,11 +54,7 @@ protected:
     goodsreq::Session& session() { return shop->module.session; }
 
     /// What stands in one column, from the first data row on.
-    std::vector<std::string> column(int col) {
-        std::vector<std::string> cells;
-        for (const auto& row : user().grid("flexMaster")) cells.push_back(row.at(static_cast<std::size_t>(col)));
-        return cells;
-    }
+    std::vector<std::string> column(int col) { return user().column("flexMaster", col); }
     /// What stands in one column of the current row.
     std::string current(int col) { return column(col).at(static_cast<std::size_t>(grid().row()) - 1); }
     /// A letter for each command whose button is on.

@@ -139,7 +139,7 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         });
         shop->opens();
         EXPECT_EQ(reports(), c.reports);
-        EXPECT_EQ(user().grid("flexMaster").size(), c.rows);
+        EXPECT_EQ(user().rows("flexMaster").size(), c.rows);
         EXPECT_FALSE(!c.reports.empty() && c.reports.front() == load && user().enabled("cmdnew"));
         EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
         EXPECT_TRUE(user().clicks("CmdClose").ended());

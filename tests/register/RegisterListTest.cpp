@@ -44,7 +44,7 @@ TEST_F(RegisterList, ShowsARequestAsThePersonReadsIt) {
     company.change("update mesRequesttoShopHeader set SRHremarks = null where srhrequestid = 9");
     const std::string supplier = company.value("select shopname from aShops where shopid = 2");
     opens();
-    EXPECT_EQ(user().grid("flexMaster"),
+    EXPECT_EQ(user().rows("flexMaster"),
               (support::Rows{{"9", "GR/9", "06/03/2026", supplier, "No", "", "True", "Yes", "2"},
                              {"10", "GR/10", "05/03/2026", supplier, "No", "for the weekend", "False", "No", "2"},
                              {"11", "GR/11", "07/03/2026", supplier, "Yes", "x", "False", "No", "2"}}));

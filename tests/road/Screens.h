@@ -30,7 +30,7 @@ inline void openPrint(support::Shop& shop) {
 /// On a request that may be deleted.
 inline void openDeletable(support::Shop& shop) {
     shop.opens();
-    const auto rows = shop.user.grid("flexMaster");
+    const auto rows = shop.user.rows("flexMaster");
     for (std::size_t row = 0; row < rows.size(); ++row) {
         shop.user.selectsRow("flexMaster", static_cast<int>(row) + 1);
         if (shop.user.enabled("CmdDelete") && rows[row][goodsreq::kColUsed] != "True" &&

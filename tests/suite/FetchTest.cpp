@@ -34,10 +34,10 @@ protected:
 };
 
 TEST_F(ItemFetch, EachSearchColumnFindsItsOwn) {
-    EXPECT_TRUE(shows().types("BK1002").list("lvwItems").empty()) << "no description holds a code";
+    EXPECT_TRUE(shows().types("BK1002").rows("lvwItems").empty()) << "no description holds a code";
     EXPECT_FALSE(user.enabled("cmdOk"));
     EXPECT_FALSE(user.types("\r").ended()) << "there is nothing to pick";
-    EXPECT_EQ(user.picks("cboColumn", "Item Code").list("lvwItems").size(), 1u);
+    EXPECT_EQ(user.picks("cboColumn", "Item Code").rows("lvwItems").size(), 1u);
     EXPECT_TRUE(user.selectsRow("lvwItems", 1).clicks("cmdOk").ended());
     EXPECT_FALSE(cancelled());
     EXPECT_EQ(field(fetch->get("getRecordset").object(), "itemcode"), "BK1002")

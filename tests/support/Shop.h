@@ -18,8 +18,6 @@
 
 namespace support {
 
-using Rows = std::vector<std::vector<std::string>>;
-
 /// A company's file of its own, made as a copy of the sample company and removed at the end.
 class CompanyFile {
 public:

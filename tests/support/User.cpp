@@ -242,25 +242,26 @@ std::vector<std::string> User::entries(const std::string& combo) const {
     return texts;
 }
 
-std::vector<std::vector<std::string>> User::grid(const std::string& name) const {
-    std::vector<std::vector<std::string>> rows;
-    const auto* found = control<Grid>(name);
-    for (int row = found ? found->fixedRows() : 0; found && row < found->rows(); ++row) {
-        rows.emplace_back();
-        for (int col = 0; col < found->cols(); ++col) rows.back().emplace_back(found->cell(row, col));
-    }
-    return rows;
+std::vector<std::string> User::column(const std::string& name, int index) const {
+    std::vector<std::string> cells;
+    for (const auto& row : rows(name)) cells.push_back(row.at(static_cast<std::size_t>(index)));
+    return cells;
 }
 
-std::vector<std::vector<std::string>> User::list(const std::string& name) const {
-    std::vector<std::vector<std::string>> lines;
-    const auto* found = control<ListView>(name);
-    for (int i = 1; found && i <= found->count(); ++i) {
-        lines.push_back({found->item(i).text()});
-        for (std::size_t column = 1; column < found->columns().size(); ++column)
-            lines.back().push_back(found->item(i).subItem(static_cast<int>(column)));
-    }
-    return lines;
+Rows rowsOf(const Control& control) {
+    Rows rows;
+    if (const auto* grid = dynamic_cast<const Grid*>(&control))
+        for (int row = grid->fixedRows(); row < grid->rows(); ++row) {
+            rows.emplace_back();
+            for (int col = 0; col < grid->cols(); ++col) rows.back().emplace_back(grid->cell(row, col));
+        }
+    if (const auto* list = dynamic_cast<const ListView*>(&control))
+        for (int i = 1; i <= list->count(); ++i) {
+            rows.push_back({list->item(i).text()});
+            for (int column = 1; column < static_cast<int>(list->columns().size()); ++column)
+                rows.back().push_back(list->item(i).subItem(column));
+        }
+    return rows;
 }
 
 } // namespace support

@@ -12,6 +12,10 @@
 
 namespace support {
 
+using Rows = std::vector<std::vector<std::string>>;
+/// A grid's data rows, hidden columns too, or the text and the sub-items of each line of a list.
+Rows rowsOf(const forms::Control& control);
+
 /// Each act goes the way of a real key or click through the form that has the screen, and returns, to be gone on with,
 /// when the module waits for the next one. What a person could not do (click a disabled button, type while a message
 /// box is up) fails the test; an unexpected box is then left by its default answer, so that the test comes to its end.
@@ -65,10 +69,12 @@ public:
         return of(control<forms::CheckBox>(box), &forms::CheckBox::value) != 0;
     }
     std::vector<std::string> entries(const std::string& combo) const;
-    /// The data rows, hidden columns too.
-    std::vector<std::vector<std::string>> grid(const std::string& control) const;
-    /// Each line's text and sub-items.
-    std::vector<std::vector<std::string>> list(const std::string& control) const;
+    /// Of a grid or a list.
+    Rows rows(const std::string& name) const {
+        const auto* found = control(name);
+        return found ? rowsOf(*found) : Rows();
+    }
+    std::vector<std::string> column(const std::string& name, int index) const;
     /// A control of the top form; null, with the test failed, when it has none of that name and kind.
     template <class T = forms::Control> T* control(const std::string& name) const {
         auto* found = dynamic_cast<T*>(find(name));
