@@ -153,18 +153,7 @@ TEST_F(SettingsReader, NothingIsOpenedOrLookedUpOrSortedForWhatIsNotPrinted) {
     }
 }
 
-TEST(SlipSettingsFile, LineEndsAndByteOrderMarkChangeNothing) {
-    const Settings changes{{"showcostintrans", "1"}};
-    SlipWorld world(changes);
-    const std::string printed = world.print(kThreeLines);
-    std::string withoutLastEnd = SlipWorld::settingsText(changes);
-    withoutLastEnd.erase(withoutLastEnd.size() - 2);
-    for (const std::string& content : {SlipWorld::settingsText(changes, "\n"), SlipWorld::settingsText(changes, "\r"),
-                                       "\xEF\xBB\xBF" + SlipWorld::settingsText(changes), withoutLastEnd}) {
-        world.setSettings(content);
-        EXPECT_EQ(world.print(kThreeLines), printed);
-    }
-    EXPECT_TRUE(world.desktop.messages.empty());
+TEST_F(SettingsReader, LeavesTheWayOfADateToTheUser) {
     world.desktop.userLocale.shortDate = "yyyy-MM-dd";
     EXPECT_NE(world.print(kThreeLines).find("Request Date   : 2026-03-30"), std::string::npos);
 }

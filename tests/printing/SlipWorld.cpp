@@ -104,12 +104,12 @@ SlipWorld::SlipWorld(const Settings& changes)
     setSettings(settingsText(settings));
 }
 
-std::string SlipWorld::settingsText(const Settings& changes, const std::string& lineEnd) {
+std::string SlipWorld::settingsText(const Settings& changes) {
     Settings settings = plainSettings();
     for (const auto& [key, value] : changes) settings[key] = value;
     std::string text;
     for (const auto& [key, value] : settings)
-        if (value != "-") text += key + " :=" + value + lineEnd;
+        if (value != "-") text += key + " :=" + value + "\r\n";
     return text;
 }
 

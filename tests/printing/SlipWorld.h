@@ -27,7 +27,7 @@ public:
     /// `changes` to the plain settings; the value "-" takes a key out.
     explicit SlipWorld(const Settings& changes = {});
 
-    static std::string settingsText(const Settings& changes, const std::string& lineEnd = "\r\n");
+    static std::string settingsText(const Settings& changes);
     /// What fills an empty company, in the server's own statements.
     static std::string companyScript();
     void setSettings(const std::string& content);
