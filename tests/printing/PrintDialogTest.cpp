@@ -48,19 +48,16 @@ protected:
 };
 
 TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
-    struct Case {
-        const char *toScreen, *reports, *chosen;
-    };
-    for (const Case& c : {Case{"1", "0", "optScreen"},
-                          {"0", "0", "optPrint"},
-                          {"2", "0", "optPrint"},
-                          {"1", "1", "OptWindowsPrint"},
-                          {"0", "1", "OptWindowsPrint"}}) {
-        sets({{"printtoscreen", c.toScreen}, {"windowsprint", c.reports}});
+    for (const auto& [toScreen, reports, chosen] : {std::tuple("1", "0", "optScreen"),
+                                                    {"0", "0", "optPrint"},
+                                                    {"2", "0", "optPrint"},
+                                                    {"1", "1", "OptWindowsPrint"},
+                                                    {"0", "1", "OptWindowsPrint"}}) {
+        sets({{"printtoscreen", toScreen}, {"windowsprint", reports}});
         opensDialog();
-        EXPECT_TRUE(shop.user.control<forms::OptionButton>(c.chosen)->value()) << c.toScreen << c.reports;
-        EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *c.reports == '1');
-        if (*c.reports == '0') { // and where a component shows it
+        EXPECT_TRUE(shop.user.control<forms::OptionButton>(chosen)->value()) << toScreen << reports;
+        EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *reports == '1');
+        if (*reports == '0') { // and where a component shows it
             shop.user.happens([&] { shop.user.control("OptWindowsPrint")->setVisible(true); });
             leaves("OptWindowsPrint");
             shop.user.answers("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.",
@@ -74,23 +71,21 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
 
 TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
     sets({{"windowsprint", "0"}, {"port", "\\\\server\\slips"}});
-    struct Case {
-        const char *folder, *missing, *started;
-    };
     // The name of Windows says where its editor lies; another takes its place.
-    for (const Case& c : {Case{"C:\\Windows", "", "C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"},
-                          {"C:\\WINDOWS", "", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
-                          {"C:\\WINNT", "", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"},
-                          {"C:\\WINDOWS", "edit.com", "D:\\Windows\\notepad.exe c:\\ShopReq.txt"}}) {
-        shop.system.windows = c.folder;
-        shop.desktop.missingProgram = c.missing;
+    for (const auto& [folder, missing, started] :
+         {std::tuple("C:\\Windows", "", "C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"),
+          {"C:\\WINDOWS", "", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
+          {"C:\\WINNT", "", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"},
+          {"C:\\WINDOWS", "edit.com", "D:\\Windows\\notepad.exe c:\\ShopReq.txt"}}) {
+        shop.system.windows = folder;
+        shop.desktop.missingProgram = missing;
         shop.desktop.programs.clear();
         opensDialog();
         shop.desktop.pointers.clear();
         shop.user.clicks("cmdOK");
         EXPECT_EQ(shop.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
         EXPECT_EQ(shop.user.form(), "frmMaster");
-        EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{c.started});
+        EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{started});
         shop.user.clicks("CmdClose");
     }
     opensDialog();
@@ -167,25 +162,23 @@ TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
 }
 
 TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
-    struct Case {
-        long refused;
-        const char* content;
-        std::string said; ///< before the button's own report
-    };
-    for (const Case& c : {Case{0, "port :=LPT1\r\n", "printtoscreen  invalid parameter in Settings.ini file"},
-                          {0, "printtoscreen :=yes", ""},
-                          {53, "", " Settings.ini file not found"},
-                          {70, "", std::string("Error 70: Cannot read: ") + kSettings}}) {
-        shop.system.files[kSettings] = c.content;
-        shop.system.refused = {{c.refused == 0 ? "" : kSettings, c.refused}};
+    // What is said before the button's own report.
+    for (const auto& [refused, content, said] :
+         {std::tuple<long, const char*, std::string>{0, "port :=LPT1\r\n",
+                                                     "printtoscreen  invalid parameter in Settings.ini file"},
+          {0, "printtoscreen :=yes", ""},
+          {53, "", " Settings.ini file not found"},
+          {70, "", std::string("Error 70: Cannot read: ") + kSettings}}) {
+        shop.system.files[kSettings] = content;
+        shop.system.refused = {{refused == 0 ? "" : kSettings, refused}};
         clicksPrint();
         ASSERT_TRUE(shop.user.message());
         EXPECT_EQ(shop.user.message()->icon, forms::MessageIcon::critical);
-        if (!c.said.empty() && c.refused != 70) {
+        if (!said.empty() && refused != 70) {
             EXPECT_EQ(shop.user.message()->title, shop.module.session.messageBoxCaption);
         }
         const std::string told = reads();
-        EXPECT_TRUE(told.starts_with(c.said)) << told;
+        EXPECT_TRUE(told.starts_with(said)) << told;
         for (const char* part : {"Error 13: Type mismatch. \"printtoscreen\" in ShopSetting.txt is no whole number",
                                  "Where: frmMaster , cmdPrev_Click\r\n"})
             EXPECT_NE(told.find(part), std::string::npos) << told;

@@ -11,13 +11,7 @@ namespace printing {
 namespace {
 
 TEST(SettingsFile, FindsTheFirstLineWithTheName) {
-    struct Case {
-        const char* what;
-        std::string content;
-        const char* key;
-        std::optional<std::string> value;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::string, const char*, std::optional<std::string>> cases[] = {
         {"any letter case", "PageWidth :=80\r\n", "pagewidth", "80"},
         {"the first of two", "a :=1\nA :=2\n", "a", "1"},
         {"no blank before the sign: the last letter is lost", "printtoscreen:=1\n", "printtoscreen", std::nullopt},
@@ -32,9 +26,7 @@ TEST(SettingsFile, FindsTheFirstLineWithTheName) {
         {"the sign in the first column makes no name", ":=5\na :=1", "a", "1"},
         {"nothing at all", "", "a", std::nullopt},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(goodsreq::findSetting(c.content, c.key), c.value) << c.what;
-    }
+    for (const auto& [what, content, key, value] : cases) EXPECT_EQ(goodsreq::findSetting(content, key), value) << what;
 }
 
 class SettingsReader : public testing::Test {
@@ -57,13 +49,8 @@ TEST_F(SettingsReader, ReadsTheCodePageAndUtf8AndSaysNothingOfAValueThatIsEmptyO
 }
 
 TEST_F(SettingsReader, TurnsValuesIntoNumbers) {
-    struct Case {
-        const char* value;
-        int strict; ///< or the error's number, negative
-        int lenient;
-    };
-    constexpr int kMismatch = -13, kOverflow = -6;
-    const Case cases[] = {
+    constexpr int kMismatch = -13, kOverflow = -6; // for the error's number
+    const std::tuple<const char*, int, int> cases[] = {
         // clang-format off
         {"80", 80, 80},       {" 80 ", 80, 80},          {"-3", -3, -3},
         {"2.5", 2, 2},        {"3.5", 4, 4},             {"", kMismatch, 0},
@@ -75,10 +62,10 @@ TEST_F(SettingsReader, TurnsValuesIntoNumbers) {
     const goodsreq::PrintSettings settings(world.module);
     int number = 0;
     const auto outcome = [&](const auto& read) { return errorOf(read) ? -errorOf(read) : number; };
-    for (const Case& c : cases) {
-        world.setSettings(c.value ? std::string("k :=") + c.value + "\r\n" : "");
-        EXPECT_EQ(outcome([&] { number = settings.strict("k"); }), c.strict) << c.value;
-        EXPECT_EQ(outcome([&] { number = settings.lenient("k"); }), c.lenient) << c.value;
+    for (const auto& [value, strict, lenient] : cases) {
+        world.setSettings(value ? std::string("k :=") + value + "\r\n" : "");
+        EXPECT_EQ(outcome([&] { number = settings.strict("k"); }), strict) << value;
+        EXPECT_EQ(outcome([&] { number = settings.lenient("k"); }), lenient) << value;
     }
 }
 
@@ -138,18 +125,15 @@ TEST_F(SettingsReader, NothingIsOpenedOrLookedUpOrSortedForWhatIsNotPrinted) {
         return std::count_if(world.statements.begin(), world.statements.end(),
                              [&](const std::string& s) { return s.find(table) != s.npos; });
     };
-    struct Case {
-        const char* height;
-        int company, sender; ///< look-ups
-    };
-    for (const Case& c : {Case{"2", 0, 0}, {"3", 0, 0}, {"4", 1, 0}, {"5", 2, 0}, {"8", 4, 1}, {"0", 4, 1}}) {
-        SCOPED_TRACE(c.height);
+    for (const auto& [height, company, sender] :
+         {std::tuple("2", 0, 0), {"3", 0, 0}, {"4", 1, 0}, {"5", 2, 0}, {"8", 4, 1}, {"0", 4, 1}}) {
+        SCOPED_TRACE(height);
         world.setSettings(
-            SlipWorld::settingsText({{"totalheadcount", c.height}, {"linetoskipfirst", "2"}, {"printadd2", "1"}}));
+            SlipWorld::settingsText({{"totalheadcount", height}, {"linetoskipfirst", "2"}, {"printadd2", "1"}}));
         world.statements.clear();
         world.print(kThreeLines);
-        EXPECT_EQ(lookedUp("acompanymaster"), c.company);
-        EXPECT_EQ(lookedUp("acountrymaster"), c.sender);
+        EXPECT_EQ(lookedUp("acompanymaster"), company);
+        EXPECT_EQ(lookedUp("acountrymaster"), sender);
     }
 }
 

@@ -20,11 +20,7 @@ SlipSettings plain() {
 }
 
 TEST(SlipLayout, Separators) {
-    struct Case {
-        int width, blanks;
-        std::string line;
-    };
-    const Case cases[] = {
+    const std::tuple<int, int, std::string> cases[] = {
         {5, 1, "- -"},     // 2.5 dashes: halves to the even
         {7, 1, "- - - -"}, // 3.5 dashes
         {10, 3, "-   -"},  // 2.5
@@ -33,8 +29,8 @@ TEST(SlipLayout, Separators) {
         {40, -2, ""}, // a negative number of dashes
         {-40, -3, std::string(20, '-')},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(goodsreq::separatorLine(c.width, c.blanks), c.line) << c.width << "/" << c.blanks;
+    for (const auto& [width, blanks, line] : cases)
+        EXPECT_EQ(goodsreq::separatorLine(width, blanks), line) << width << "/" << blanks;
     EXPECT_NE(errorOf([] { goodsreq::separatorLine(40, -1); }), 0);
 }
 
