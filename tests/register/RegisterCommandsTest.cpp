@@ -214,25 +214,23 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
 }
 
 TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
-    const struct {
-        const char *change, *refusal;
-        const char* shown; ///< cancelled, used, confirmed
-    } cases[] = {{"srhused = 1, srhTransfinished = 1", "Entry Processed,Cannot Delete", "No True Yes"},
-                 {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", "No False Yes"},
-                 {"SRHcancelled = 1, srhused = 1, srhTransfinished = 1", "Record already deleted ", "Yes True Yes"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.refusal);
+    // Shown is then whether it is cancelled, used, confirmed.
+    for (const auto& [change, refusal, shown] :
+         {std::tuple("srhused = 1, srhTransfinished = 1", "Entry Processed,Cannot Delete", "No True Yes"),
+          {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", "No False Yes"},
+          {"SRHcancelled = 1, srhused = 1, srhTransfinished = 1", "Record already deleted ", "Yes True Yes"}}) {
+        SCOPED_TRACE(refusal);
         opensWith({{1, "first"}, {2, "second"}});
         confirms(2);
-        company.change(std::string("update mesRequesttoShopHeader set ") + c.change + " where srhrequestid = 2");
+        company.change(std::string("update mesRequesttoShopHeader set ") + change + " where srhrequestid = 2");
         user().types("not needed\r\r");
         EXPECT_FALSE(shop->connection->database().inTransaction()) << "others wait while the box is up";
-        user().answers(c.refusal, Answer::ok);
+        user().answers(refusal, Answer::ok);
         EXPECT_EQ(company.value("select srhcancelledRemarks from mesRequesttoShopHeader where srhrequestid = 2"), "");
         EXPECT_EQ(audit(), Rows{});
         expectSelected(2);
-        EXPECT_EQ(current(kColCancelled) + " " + current(kColUsed) + " " + current(kColConfirmed), c.shown);
-        EXPECT_EQ(user().enabled("CmdDelete"), c.shown[0] == 'N');
+        EXPECT_EQ(current(kColCancelled) + " " + current(kColUsed) + " " + current(kColConfirmed), shown);
+        EXPECT_EQ(user().enabled("CmdDelete"), shown[0] == 'N');
         shop.reset();
     }
 }

@@ -14,25 +14,21 @@ using support::Texts;
 using RegisterList = Register;
 
 TEST_F(RegisterList, ShowsThePeriodSinceTheLaterOfBackDaysAndDayClose) {
-    const struct {
-        const char *backDays, *closed; ///< the close date, if any, as a statement has it
-        const char *from, *dayBefore;
-    } cases[] = {{"30", "'20240320'", "20240320", "20240319"},
-                 {"30", "'20240201'", "20240301", "20240229"},
-                 {"30", "", "20240301", "20240229"},
-                 {"0", "", "20240331", "20240330"},
-                 {"0", "'20240402'", "20240402", "20240401"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.from);
-        has({{1, "outside", c.dayBefore}, {2, "inside", c.from}});
-        company.change("update LOsSettings set sNoofBackDays = " + std::string(c.backDays) +
+    for (const auto& [backDays, closed, from, dayBefore] : {std::tuple("30", "'20240320'", "20240320", "20240319"),
+                                                            {"30", "'20240201'", "20240301", "20240229"},
+                                                            {"30", "", "20240301", "20240229"},
+                                                            {"0", "", "20240331", "20240330"},
+                                                            {"0", "'20240402'", "20240402", "20240401"}}) {
+        SCOPED_TRACE(from);
+        has({{1, "outside", dayBefore}, {2, "inside", from}});
+        company.change("update LOsSettings set sNoofBackDays = " + std::string(backDays) +
                        " where ShopID = 1; delete losShopDayClose where shopid = 1");
-        if (*c.closed)
-            company.change("insert into losShopDayClose (shopid,closedate) values (1," + std::string(c.closed) + ")");
+        if (*closed)
+            company.change("insert into losShopDayClose (shopid,closedate) values (1," + std::string(closed) + ")");
         shop.emplace(company);
         shop->component.dtProcessDate = basic::dateOf(2024, 3, 31);
         shop->opens();
-        EXPECT_EQ(basic::format(session().fromDate, "yyyymmdd"), c.from);
+        EXPECT_EQ(basic::format(session().fromDate, "yyyymmdd"), from);
         EXPECT_EQ(column(kColRemarks), Texts{"inside"});
     }
 }
@@ -120,32 +116,29 @@ TEST_F(RegisterList, AnEmptyRegisterKeepsOneEmptyRowAndOffersNew) {
 TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
     // By date goes by id, which follows it.
     has({{9, "beans", "20260303"}, {10, "10", "20260301"}, {11, "9", "20260302"}, {12, "Apples", "20260302"}});
-    const struct {
-        const char *direction, *column;
-        int currentRow;
-        Texts ids;
-    } cases[] = {{"optAscend", "Remarks", 2, {"11", "10", "12", "9"}},
-                 {"optDescend", "Remarks", 2, {"9", "12", "10", "11"}},
-                 {"optAscend", "Remarks", 1, {"10", "11", "12", "9"}},
-                 {"optDescend", "Remarks", 1, {"9", "12", "11", "10"}},
-                 {"optAscend", "Request No", 1, {"10", "11", "12", "9"}},
-                 {"optDescend", "Request Date", 1, {"12", "11", "10", "9"}},
-                 {"optAscend", "Request Date", 1, {"9", "10", "11", "12"}}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(std::string(c.direction) + " " + c.column);
+    const std::tuple<const char*, const char*, int, Texts> cases[] = {
+        {"optAscend", "Remarks", 2, {"11", "10", "12", "9"}},
+        {"optDescend", "Remarks", 2, {"9", "12", "10", "11"}},
+        {"optAscend", "Remarks", 1, {"10", "11", "12", "9"}},
+        {"optDescend", "Remarks", 1, {"9", "12", "11", "10"}},
+        {"optAscend", "Request No", 1, {"10", "11", "12", "9"}},
+        {"optDescend", "Request Date", 1, {"12", "11", "10", "9"}},
+        {"optAscend", "Request Date", 1, {"9", "10", "11", "12"}}};
+    for (const auto& [direction, by, currentRow, ids] : cases) {
+        SCOPED_TRACE(std::string(direction) + " " + by);
         opens();
-        user().selectsRow("flexMaster", c.currentRow);
+        user().selectsRow("flexMaster", currentRow);
         shop->desktop.pointers.clear();
-        user().clicks(c.direction).picks("cboColNames", c.column);
-        EXPECT_EQ(column(kColId), c.ids);
+        user().clicks(direction).picks("cboColNames", by);
+        EXPECT_EQ(column(kColId), ids);
         EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
         // A click on a direction, chosen already or not, only clears the column.
-        for (const char* direction : {c.direction, "optAscend", "optDescend"}) {
-            user().picks("cboColNames", c.column);
-            const Texts ids = column(kColId);
-            user().clicks(direction);
+        for (const char* button : {direction, "optAscend", "optDescend"}) {
+            user().picks("cboColNames", by);
+            const Texts before = column(kColId);
+            user().clicks(button);
             EXPECT_EQ(user().control<forms::ComboBox>("cboColNames")->listIndex(), -1);
-            EXPECT_EQ(column(kColId), ids);
+            EXPECT_EQ(column(kColId), before);
         }
     }
 }

@@ -22,12 +22,9 @@ protected:
 };
 
 TEST_F(DatabaseHelper, LooksUpTheFirstRowThatMeetsTheCriterion) {
-    struct Case {
-        const char *table, *field, *criterion, *found;
-    };
     // clang-format off
-    for (const Case& c : {
-             Case{"ashops", "shopname", "shopid=1", "Brackenway High Street"},
+    for (const auto& [table, field, criterion, found] : {
+             std::tuple("ashops", "shopname", "shopid=1", "Brackenway High Street"),
              {"ashops", "substring(futurevarchar,1,1)", "ShopID=6", "B"},
              {"LOUSERS where userid=1 and shopid = 1", "username", "", "Margaret Ellis"},
              {"lousers where userid=1", "username", "shopid = 3", "Margaret Ellis"}, // joins the condition there is
@@ -38,8 +35,8 @@ TEST_F(DatabaseHelper, LooksUpTheFirstRowThatMeetsTheCriterion) {
              {"ashops", "shopname", "shopname='where'", "none"}}) { // in quotes the word is no condition
         // clang-format on
         const Value value =
-            *c.criterion ? on(c.table, "fnReturnField", c.field, c.criterion) : on(c.table, "fnReturnField", c.field);
-        EXPECT_EQ(value.isNull() || value.isEmpty() ? "none" : basic::cStr(value), c.found) << c.table << c.criterion;
+            *criterion ? on(table, "fnReturnField", field, criterion) : on(table, "fnReturnField", field);
+        EXPECT_EQ(value.isNull() || value.isEmpty() ? "none" : basic::cStr(value), found) << table << criterion;
     }
     EXPECT_NE(errorOf([&] { on("nosuchtable", "fnReturnField", "x"); }), 0);
     const auto fresh = standIn("CommonModule.clsCommonDB");
