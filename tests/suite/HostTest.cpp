@@ -49,19 +49,17 @@ TEST(HostProgram, ReadsAConnectionStringWhereNobodyElseSeesIt) {
         EXPECT_EQ(sandbox::withoutSecrets("cannot open \"" + secret + "\": mellow is wrong", options),
                   "cannot open \"...\": ... is wrong");
     }
-    const struct {
-        const char *connection, *text, *shown;
-    } hidden[] = {
+    const std::tuple<const char*, const char*, const char*> hidden[] = {
         {"Jet OLEDB:Database Password = mellow ;Data Source=x", "mellow is wrong", "... is wrong"},
         {"UID=sa;User Password=\"mel;low\"\"s\"", "'mel;low\"s' or \"mel;low\"\"s\"", "'...' or ..."},
         {"Extended Properties='PWD=mellow';PWD='it''s'", "mellow: it's", "...: ..."},
         {"Password=;Data Source=x", "Data Source=x", "Data Source=x"},
         {"Data Source=mellow;Password", "mellow Password", "mellow Password"},
     };
-    for (const auto& one : hidden) {
+    for (const auto& [connection, text, shown] : hidden) {
         HostOptions options;
-        options.connect = one.connection;
-        EXPECT_EQ(sandbox::withoutSecrets(one.text, options), one.shown) << one.connection;
+        options.connect = connection;
+        EXPECT_EQ(sandbox::withoutSecrets(text, options), shown) << connection;
     }
     HostOptions nothing = read({"--connect", "env:NONE"});
     EXPECT_THROW(sandbox::readConnection(nothing, environment, typed), std::runtime_error);

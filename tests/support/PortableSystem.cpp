@@ -52,7 +52,6 @@ private:
 } // namespace
 
 std::string PortableSystem::readFile(const std::string& path) {
-    read.push_back(path);
     refuse(refused, path, "Cannot read");
     if (const auto found = files.find(path); found != files.end()) return found->second;
     std::string name = path;

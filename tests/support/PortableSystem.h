@@ -17,7 +17,6 @@ public:
     std::map<std::string, long> refused;
     std::string windows = "C:\\Windows";
     std::string sharedWindows = "D:\\Windows"; ///< as on a terminal server
-    std::vector<std::string> read;             ///< each path read, in order
     std::vector<int> pauses;                   ///< each that was asked for, in milliseconds, in order
     bool sleeps = false;                       ///< whether they are made
     /// Where there is one, it opens the outputs and knows the code page in place of this one.
