@@ -223,7 +223,6 @@ if(BUILD_TESTING AND GTEST_SOURCE)
     target_compile_definitions(slip_test PRIVATE PROJECT_DIR=".")
     add_custom_command(TARGET slip_test POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_directory
         ${CMAKE_SOURCE_DIR}/tests/printing/golden ${CMAKE_BINARY_DIR}/tests/printing/golden VERBATIM)
-    target_sources(desktop_test PRIVATE tests/support/EventLog.cpp)
     foreach(name looks_test context_test desktop_test window_test dll_slip_test)
         target_link_libraries(${name} PRIVATE windows_person)
     endforeach()
