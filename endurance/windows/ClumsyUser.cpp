@@ -1,6 +1,7 @@
 // Someone who hits every key and every spot, and pastes what happens to be on the clipboard.
 #include "endurance/Endurance.h"
 #include "tests/windows/Session.h"
+#include "tests/windows/TopWindow.h"
 #include "win32/ControlWindow.h"
 #include "win32/Text.h"
 
@@ -17,6 +18,7 @@ namespace {
 using support::Person;
 
 constexpr ULONGLONG kPatience = 20000; ///< milliseconds until the windows count as hanging
+constexpr ULONGLONG kAway = 300;       ///< milliseconds without the keyboard until the user clicks into the module
 
 /// Waits until the windows of the ear's thread have taken all input. False when that does not come about.
 bool catchesUp(HWND ear) {
@@ -102,11 +104,14 @@ public:
         return shows != before;
     }
 
+    /// How often the keyboard was away.
+    int returns() const { return returns_; }
+
     /// The captions of all windows that were in front.
     const std::set<std::string>& screens() const { return screens_; }
 
     /// The window in front, with what a message box says.
-    std::string where() const {
+    std::string where() {
         const Front at = front();
         std::string text = caption(at.window);
         if (at.box)
@@ -116,24 +121,32 @@ public:
     }
 
 private:
-    Front front() const {
+    Front front() {
         GUITHREADINFO info{};
         info.cbSize = sizeof info;
         Front found;
         if (!GetGUIThreadInfo(thread_, &info)) return found;
         found.menu = (info.flags & GUI_INMENUMODE) != 0;
         HWND window = info.hwndActive;
-        if (!window || !IsWindowVisible(window) || !IsWindowEnabled(window)) return found;
-        if (GetForegroundWindow() != window) {
-            // The viewer of a slip; nobody would type on behind it.
-            if (HWND viewer = FindWindowW(L"Notepad", nullptr)) PostMessageW(viewer, WM_CLOSE, 0, 0);
-            SetForegroundWindow(window);
+        if (!window || GetForegroundWindow() != window) {
+            if (GetTickCount64() - present_ > kAway) comesBack();
+            return found;
         }
+        present_ = GetTickCount64();
+        if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return found;
         found.window = window;
         wchar_t name[16] = L"";
         GetClassNameW(window, name, 16);
         found.box = lstrcmpW(name, L"#32770") == 0;
         return found;
+    }
+
+    /// The viewer of a slip has come in front; nobody would type on behind it. Under Wine, a box that is answered
+    /// before it has the keyboard can leave it to the desktop.
+    void comesBack() {
+        if (HWND viewer = FindWindowW(L"Notepad", nullptr)) PostMessageW(viewer, WM_CLOSE, 0, 0);
+        HWND window = support::usableWindow(thread_);
+        if (window && SetForegroundWindow(window)) ++returns_;
     }
 
     template <class List = std::vector<int>> typename List::value_type any(const List& choices) {
@@ -174,6 +187,8 @@ private:
     HWND ear_;
     std::vector<std::string> barcodes_;
     std::set<std::string> screens_;
+    ULONGLONG present_ = GetTickCount64(); ///< when a window of the module last had the keyboard
+    int returns_ = 0;
 };
 
 } // namespace
@@ -192,7 +207,9 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
     Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, support::requestableBarcodes(*connection));
     const auto reportInputs = [&] {
         report.add({"a clumsy user, " + dialog + ": inputs that could not be made", static_cast<double>(inputs - acted),
-                    0, "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown"});
+                    0,
+                    "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown, " +
+                        std::to_string(clumsy.returns()) + " times clicked into again"});
     };
     // The thread of the windows cannot be ended in any other way.
     const auto gives = [&](const char* what) {

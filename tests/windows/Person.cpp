@@ -32,14 +32,6 @@ HWND messageBox() {
         [](HWND window) { return processOf(window) == GetCurrentProcessId() && classOf(window) == L"#32770"; });
 }
 
-/// The thread's window that takes input, or null.
-HWND usableWindow(DWORD thread) {
-    return topWindow([thread](HWND window) {
-        return GetWindowThreadProcessId(window, nullptr) == thread && IsWindowVisible(window) &&
-               IsWindowEnabled(window);
-    });
-}
-
 bool until(const std::string& what, const std::function<bool()>& seen) {
     const ULONGLONG end = GetTickCount64() + kPatience;
     while (!seen()) {

@@ -31,4 +31,12 @@ inline std::wstring classOf(HWND window) {
     return {name, static_cast<std::size_t>(GetClassNameW(window, name, 64))};
 }
 
+/// The thread's window that a person can work in, or null. Tips, menus and dropped lists have no title.
+inline HWND usableWindow(DWORD thread) {
+    return topWindow([thread](HWND window) {
+        return GetWindowThreadProcessId(window, nullptr) == thread && IsWindowVisible(window) &&
+               IsWindowEnabled(window) && (GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
+    });
+}
+
 } // namespace support
