@@ -13,6 +13,10 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"GoodsreqForm";
 
+/// Has the modal loop look again. A loop of the system's that moves the window by keys, from the window's menu, ends
+/// with this too; once the window has gone, nothing else would reach it.
+constexpr UINT kLookAgain = WM_LBUTTONUP;
+
 ATOM registerClass(WNDPROC procedure) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
@@ -243,14 +247,14 @@ void FormWindow::formUnloaded() {
     leaveModel();
     modality_.reset();
     ShowWindow(window_, SW_HIDE);
-    PostMessageW(window_, WM_NULL, 0, 0); // The modal loop looks again.
+    PostMessageW(window_, kLookAgain, 0, 0);
     logWindow("unloaded", form_.name());
 }
 
 void FormWindow::destroyed() {
     leaveModel();
     modality_.reset();
-    PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0); // The modal loop looks again.
+    PostThreadMessageW(GetCurrentThreadId(), kLookAgain, 0, 0);
     logWindow("unloaded", form_.name());
 }
 

@@ -205,28 +205,44 @@ TEST_F(FormsWindow, OutlivesTheWindowsOfItsHostAndComesBeforeThem) {
     EXPECT_EQ(GetActiveWindow(), other.get());
 }
 
-TEST_F(FormsWindow, EndsWhenItIsDestroyed) {
+TEST_F(FormsWindow, EndsHoweverItsWindowGoes) {
     form->txtBarcode.onKeyPress = [&](std::int16_t&) { rows->showModal(form.get()); };
-    const win32::OwnedWindow other = hostWindow(WS_OVERLAPPEDWINDOW | WS_VISIBLE);
-    for (const int forms : {1, 2, 1}) { // The same forms can be shown again.
-        SCOPED_TRACE(forms);
+    const win32::OwnedWindow other = hostWindow(WS_OVERLAPPEDWINDOW | WS_VISIBLE),
+                             above = hostWindow(WS_OVERLAPPEDWINDOW | WS_VISIBLE);
+    const struct {
+        int forms;
+        bool destroyed, moved;
+    } ends[] = {{1, true, false}, {2, true, false}, {1, true, true}, {1, false, true}};
+    for (const auto& [forms, destroyed, moved] : ends) { // The same forms can be shown again.
+        SCOPED_TRACE(testing::Message() << forms << (destroyed ? " destroyed" : " unloaded")
+                                        << (moved ? ", moved" : ""));
+        SetActiveWindow(other.get());
+        SetWindowPos(above.get(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         sits([&](Person& person) {
             if (forms == 2) {
                 person.types("x");
                 person.seesForm("frmRows");
             }
             EXPECT_FALSE(enabled(other));
+            if (moved) {
+                PostMessageW(topOf(form->txtBarcode), WM_SYSCOMMAND, SC_MOVE, 0);
+                person.sees("the move", [] { return GetCapture() != nullptr; });
+            }
             person.look([&] {
+                if (!destroyed) return void(form->unload());
                 DestroyWindow(topOf(form->txtBarcode));
                 form->txtBarcode.setText("5"); // Handlers that still run find no window.
             });
             if (person.seesTheEnd()) return;
             person.look([&] {
                 for (Form* each : std::initializer_list<Form*>{rows.get(), form.get()}) each->unload();
-                PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+                PostThreadMessageW(GetCurrentThreadId(), WM_LBUTTONUP, 0, 0);
             });
         });
         EXPECT_TRUE(enabled(other));
+        if (!destroyed) {
+            EXPECT_EQ(GetActiveWindow(), other.get());
+        }
         EXPECT_FALSE(form->visible() || rows->visible());
         EXPECT_EQ(form->txtBarcode.text(), "");
     }
