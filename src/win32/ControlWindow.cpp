@@ -3,7 +3,7 @@
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
 #include "win32/InputGate.h"
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 #include "win32/Text.h"
 
 #include <uxtheme.h>

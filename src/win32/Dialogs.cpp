@@ -1,7 +1,7 @@
 #include "win32/Dialogs.h"
 
 #include "win32/Guard.h"
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 #include "win32/Owned.h"
 #include "win32/Text.h"
 #include "win32/WindowLog.h"

@@ -1,10 +1,10 @@
 // What the window of a form does with its messages.
 #include "automation/OutsideCall.h"
 #include "forms/UserInput.h"
+#include "win32/Environment.h"
 #include "win32/FormWindow.h"
 #include "win32/Guard.h"
 #include "win32/InputGate.h"
-#include "win32/System.h"
 #include "win32/WindowLog.h"
 
 namespace win32 {

@@ -2,7 +2,7 @@
 
 #include "forms/UserInput.h"
 #include "win32/Guard.h"
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 #include "win32/Text.h"
 #include "win32/WindowLog.h"
 

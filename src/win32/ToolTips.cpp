@@ -1,6 +1,6 @@
 #include "win32/ToolTips.h"
 
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 #include "win32/Text.h"
 
 namespace win32 {

@@ -3,12 +3,12 @@
 #include "basic/Calendar.h"
 #include "forms/Form.h"
 #include "win32/Dialogs.h"
+#include "win32/Environment.h"
 #include "win32/FormWindow.h"
 #include "win32/InputGate.h"
 #include "win32/MessageLoop.h"
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 #include "win32/Owned.h"
-#include "win32/System.h"
 #include "win32/WindowLog.h"
 
 #include <algorithm>

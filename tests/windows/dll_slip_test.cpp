@@ -7,7 +7,7 @@
 #include "tests/printing/SlipWorld.h"
 #include "tests/support/Scratch.h"
 #include "tests/windows/Session.h"
-#include "win32/System.h"
+#include "win32/Environment.h"
 #include "win32/Win32System.h"
 
 #include <gtest/gtest.h>

@@ -4,8 +4,8 @@
 #include "tests/basic/ExpectError.h"
 #include "tests/printing/SlipWorld.h"
 #include "tests/support/Scratch.h"
+#include "win32/Environment.h"
 #include "win32/Platform.h"
-#include "win32/System.h"
 #include "win32/Text.h"
 #include "win32/Win32System.h"
 

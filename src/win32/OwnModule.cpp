@@ -1,4 +1,4 @@
-#include "win32/Module.h"
+#include "win32/OwnModule.h"
 
 #include "win32/Text.h"
 #include "win32/Win32Desktop.h"

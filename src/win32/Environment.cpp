@@ -1,4 +1,4 @@
-#include "win32/System.h"
+#include "win32/Environment.h"
 
 #include "automation/RunTimeError.h"
 #include "win32/Platform.h"
