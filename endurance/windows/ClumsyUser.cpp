@@ -56,6 +56,8 @@ public:
     Clumsy(unsigned seed, DWORD thread, HWND ear, std::vector<std::string> barcodes)
         : random_(seed), thread_(thread), ear_(ear), barcodes_(std::move(barcodes)) {}
 
+    int returns = 0; ///< how often the keyboard was away
+
     /// One random input. False when the windows hang.
     bool acts() {
         Front at = front();
@@ -104,9 +106,6 @@ public:
         return shows != before;
     }
 
-    /// How often the keyboard was away.
-    int returns() const { return returns_; }
-
     /// The captions of all windows that were in front.
     const std::set<std::string>& screens() const { return screens_; }
 
@@ -146,7 +145,7 @@ private:
     void comesBack() {
         if (HWND viewer = FindWindowW(L"Notepad", nullptr)) PostMessageW(viewer, WM_CLOSE, 0, 0);
         HWND window = support::usableWindow(thread_);
-        if (window && SetForegroundWindow(window)) ++returns_;
+        if (window && SetForegroundWindow(window)) ++returns;
     }
 
     template <class List = std::vector<int>> typename List::value_type any(const List& choices) {
@@ -188,7 +187,6 @@ private:
     std::vector<std::string> barcodes_;
     std::set<std::string> screens_;
     ULONGLONG present_ = GetTickCount64(); ///< when a window of the module last had the keyboard
-    int returns_ = 0;
 };
 
 } // namespace
@@ -209,7 +207,7 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
         report.add({"a clumsy user, " + dialog + ": inputs that could not be made", static_cast<double>(inputs - acted),
                     0,
                     "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown, " +
-                        std::to_string(clumsy.returns()) + " times clicked into again"});
+                        std::to_string(clumsy.returns) + " times clicked into again"});
     };
     // The thread of the windows cannot be ended in any other way.
     const auto gives = [&](const char* what) {
