@@ -15,16 +15,19 @@ constexpr const char* kNotHere = "Given item does not exist in this shop.   ";
 constexpr const char* kNotCarried = "Not carried by\r\nthe other shop";
 
 /// A dialog of another make: it takes lists by reference only, and puts a record set of its own in the given one's
-/// place.
+/// place. Where calls are refused its members are properties.
 class OtherFetch : public automation::Object {
 public:
     automation::ObjectPtr chosen;
-    automation::Value invoke(automation::Access, std::string_view member, automation::Arguments arguments) override {
+    std::optional<automation::ErrorNumber> refused;
+    automation::Value invoke(automation::Access access, std::string_view member,
+                             automation::Arguments arguments) override {
         if (member == "getCancelledStatus") return false;
         if (arguments.empty()) return {};
+        if (access == automation::Access::get && refused) automation::raise(*refused);
         const automation::Value& given = arguments.back();
         if (given.is<automation::Array>() && !given.isReference()) automation::raise(automation::kTypeMismatch);
-        if (member == "setRecordset") const_cast<automation::Value&>(given.resolved()) = chosen;
+        if (member == "setRecordset" && given.isReference()) const_cast<automation::Value&>(given.resolved()) = chosen;
         return {};
     }
     bool has(std::string_view) const override { return true; }
@@ -244,7 +247,14 @@ TEST_F(Item, FetchMayTakeListsByReferenceAndAnswerWithItsOwnRecordSet) {
     const auto dialog = std::make_shared<OtherFetch>();
     dialog->chosen = sandbox::createStandIn("ADODB.Recordset", {});
     const auto given = sandbox::createStandIn("ADODB.Recordset", {});
-    EXPECT_EQ(goodsreq::Fetch(dialog).show({}, given).object(), dialog->chosen);
+    const goodsreq::Fetch fetch(dialog);
+    EXPECT_EQ(fetch.show({}, given).object(), dialog->chosen);
+    for (const auto asProperties : {automation::kNoSuchMember, automation::kWrongNumberOfArguments}) {
+        dialog->refused = asProperties;
+        EXPECT_EQ(fetch.show({}, given).object(), given);
+    }
+    dialog->refused = automation::kPathAccess;
+    EXPECT_THROW(fetch.show({}, given), automation::RunTimeError);
 }
 
 } // namespace
