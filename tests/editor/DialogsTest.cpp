@@ -149,9 +149,11 @@ TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
         SCOPED_TRACE(column);
         Till till(company);
         opens(till, "fetch");
+        till.desktop.pointers.clear();
         ASSERT_EQ(searches(till, column, text).rows("flexMaster"),
                   (Rows{{item.id, item.code, item.description, "Northwold", "NW-77", "P/5"}}));
         EXPECT_EQ(till.user.text("txtFetch"), "");
+        EXPECT_EQ(till.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
         till.user.focuses("flexMaster").types("\r");
         expectItem(till);
     }

@@ -302,7 +302,8 @@ TEST_F(Deleting, KeepsTwentyCharactersOfTheNameAndTwoHundredAndThirtyOfTheReason
         company.change("update loUsers set UserName = '" + name + "' where Userid = 1");
         opensWith({{1, "first"}});
         confirms(1);
-        user().pastes(reason).clicks("cmdOk");
+        EXPECT_EQ(user().pastes(reason).text("txtcanreason"), reason.substr(0, 230));
+        user().clicks("cmdOk");
         EXPECT_EQ(remarks(1), stored);
     }
 }

@@ -108,7 +108,9 @@ void press(Form& form, const Stroke& stroke) {
 
 std::string afterInsertion(const TextBox& box, const std::string& text) {
     const std::string before = basic::left(box.text(), box.selStart());
-    return before + text + basic::mid(box.text(), box.selStart() + box.selLength() + 1);
+    const std::string after = basic::mid(box.text(), box.selStart() + box.selLength() + 1);
+    if (box.maxLength() == 0) return before + text + after;
+    return before + basic::left(text, std::max(box.maxLength() - basic::len(before + after), 0)) + after;
 }
 
 void insert(TextBox& box, const std::string& text) {
