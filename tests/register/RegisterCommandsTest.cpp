@@ -296,14 +296,13 @@ TEST_F(Deleting, KeepsTwentyCharactersOfTheNameAndTwoHundredAndThirtyOfTheReason
     const std::tuple<std::string, std::string, std::string> cases[] = {
         {"administrator-of-shop-12", "wrong", "administrator-of-sho:wrong"},
         {"  Jo  ", "  wrong  ", "Jo:wrong"},
-        {"Jo", longest + "y", "Jo:" + longest},
+        {"Jo", " " + longest + "y", "Jo:" + longest},
         {"Jo''s", "it's 'late'", "Jo's:it's 'late'"}};
     for (const auto& [name, reason, stored] : cases) {
         company.change("update loUsers set UserName = '" + name + "' where Userid = 1");
         opensWith({{1, "first"}});
         confirms(1);
-        EXPECT_EQ(user().pastes(reason).text("txtcanreason"), reason.substr(0, 230));
-        user().clicks("cmdOk");
+        user().pastes(reason).clicks("cmdOk");
         EXPECT_EQ(remarks(1), stored);
     }
 }

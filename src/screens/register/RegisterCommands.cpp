@@ -11,7 +11,8 @@ namespace goodsreq {
 
 namespace {
 
-constexpr int kLongestName = 20; ///< characters of the user's name kept with a cancellation
+constexpr int kLongestName = 20;    ///< characters of the user's name kept with a cancellation
+constexpr int kLongestReason = 230; ///< characters of the reason, without the blanks around it
 
 } // namespace
 
@@ -145,9 +146,8 @@ void frmMaster::deleteRequest() {
             return updateDeletedRow(row);
         }
         header.set("SRHcancelled", std::int16_t{1});
-        header.set("srhcancelledRemarks",
-                   basic::left(userName, kLongestName) + ":" +
-                       basic::left(basic::trim(s.cancelReason), frmcancelreason::kLongestReason));
+        header.set("srhcancelledRemarks", basic::left(userName, kLongestName) + ":" +
+                                              basic::left(basic::trim(s.cancelReason), kLongestReason));
         header.update();
     }
     header.close();

@@ -21,7 +21,6 @@ void frmcancelreason::design() {
     setSize(kWidth, kHeight);
     txtcanreason.place({150, 285, 4950, 345});
     txtcanreason.setReadAs("Reason for deletion");
-    txtcanreason.setMaxLength(kLongestReason);
     cmdOk.place({5230, 270, 1100, 375});
     cmdOk.setText("&Ok");
     cmdOk.setEnabled(false);

@@ -9,8 +9,6 @@ namespace goodsreq {
 
 class frmcancelreason : public ModuleForm {
 public:
-    static constexpr int kLongestReason = 230; ///< characters that are kept with a request
-
     explicit frmcancelreason(Module& module);
 
     forms::TextBox txtcanreason{*this, "txtcanreason"};
