@@ -5,13 +5,10 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <functional>
 #include <limits>
 #include <map>
 #include <stdexcept>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace sandbox {
 
@@ -22,17 +19,18 @@ struct OptionError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-template <class Integer> Integer number(const std::string& option, std::string_view text) {
-    Integer value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size())
+void take(std::string& field, const std::string&, const std::string& text) { field = text; }
+void take(std::optional<std::string>& field, const std::string&, const std::string& text) { field = text; }
+
+template <class Integer> void take(Integer& field, const std::string& option, const std::string& text) {
+    const char* const end = text.data() + text.size();
+    const auto [read, error] = std::from_chars(text.data(), end, field);
+    if (error != std::errc() || read != end)
         throw OptionError(option + " wants a whole number from " + std::to_string(std::numeric_limits<Integer>::min()) +
-                          " to " + std::to_string(std::numeric_limits<Integer>::max()) + ", not \"" +
-                          std::string(text) + "\"");
-    return value;
+                          " to " + std::to_string(std::numeric_limits<Integer>::max()) + ", not \"" + text + "\"");
 }
 
-Day day(const std::string& option, const std::string& text) {
+void take(Day& field, const std::string& option, const std::string& text) {
     const OptionError wrong(option + " wants a day as yyyy-mm-dd, not \"" + text + "\"");
     if (text.size() != 10 || text[4] != '-' || text[7] != '-') throw wrong;
     const auto part = [&](std::size_t from, std::size_t count) {
@@ -43,36 +41,21 @@ Day day(const std::string& option, const std::string& text) {
         }
         return value;
     };
-    const Day result{part(0, 4), part(5, 2), part(8, 2)};
-    const std::chrono::year_month_day date{std::chrono::year(result.year),
-                                           std::chrono::month(static_cast<unsigned>(result.month)),
-                                           std::chrono::day(static_cast<unsigned>(result.day))};
-    if (!date.ok() || result.year < 1900) throw wrong;
-    return result;
+    field = {part(0, 4), part(5, 2), part(8, 2)};
+    const std::chrono::year_month_day date{std::chrono::year(field.year),
+                                           std::chrono::month(static_cast<unsigned>(field.month)),
+                                           std::chrono::day(static_cast<unsigned>(field.day))};
+    if (!date.ok() || field.year < 1900) throw wrong;
 }
 
-using Take = std::function<void(HostOptions&, const std::string& option, const std::string& value)>;
-
-const std::map<std::string, Take>& takers() {
-    static const std::map<std::string, Take> all = {
-        {"--database", [](HostOptions& o, const std::string&, const std::string& v) { o.database = v; }},
-        {"--connect", [](HostOptions& o, const std::string&, const std::string& v) { o.connect = v; }},
-        {"--trace", [](HostOptions& o, const std::string&, const std::string& v) { o.trace = v; }},
-        {"--log", [](HostOptions& o, const std::string&, const std::string& v) { o.log = v; }},
-        {"--key", [](HostOptions& o, const std::string&, const std::string& v) { o.key = v; }},
-        {"--caption", [](HostOptions& o, const std::string&, const std::string& v) { o.caption = v; }},
-        {"--date", [](HostOptions& o, const std::string& n, const std::string& v) { o.date = day(n, v); }},
-        {"--interface", [](HostOptions& o, const std::string& n,
-                           const std::string& v) { o.interfaceId = number<std::int32_t>(n, v); }},
-        {"--company",
-         [](HostOptions& o, const std::string& n, const std::string& v) { o.company = number<std::int16_t>(n, v); }},
-        {"--user",
-         [](HostOptions& o, const std::string& n, const std::string& v) { o.user = number<std::int16_t>(n, v); }},
-        {"--shop",
-         [](HostOptions& o, const std::string& n, const std::string& v) { o.shop = number<std::int16_t>(n, v); }},
-    };
-    return all;
-}
+using O = HostOptions;
+using Member =
+    std::variant<std::string O::*, std::optional<std::string> O::*, std::int16_t O::*, std::int32_t O::*, Day O::*>;
+const std::map<std::string, Member> kMembers = {
+    {"--database", &O::database}, {"--connect", &O::connect},       {"--trace", &O::trace},     {"--log", &O::log},
+    {"--key", &O::key},           {"--caption", &O::caption},       {"--date", &O::date},       {"--user", &O::user},
+    {"--shop", &O::shop},         {"--interface", &O::interfaceId}, {"--company", &O::company},
+};
 
 /// What may be part of a connection string is not said again.
 std::string unknownOption(const std::vector<std::string>& arguments, const std::string& option) {
@@ -92,12 +75,12 @@ HostOptions parse(const std::vector<std::string>& arguments) {
             options.help = true;
             continue;
         }
-        const auto found = takers().find(option);
-        if (found == takers().end()) throw OptionError(unknownOption(arguments, option));
+        const auto found = kMembers.find(option);
+        if (found == kMembers.end()) throw OptionError(unknownOption(arguments, option));
         // The key alone may be empty, to show that a wrong one opens nothing.
         if (++i == arguments.size() || (arguments[i].empty() && option != "--key"))
             throw OptionError(option + " wants a value");
-        found->second(options, option, arguments[i]);
+        std::visit([&](auto member) { take(options.*member, option, arguments[i]); }, found->second);
     }
     if (options.connect && !options.trace.empty())
         throw OptionError("--trace works on the sandbox's database only: with --connect let the server trace");
