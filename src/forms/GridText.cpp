@@ -10,7 +10,7 @@ namespace {
 // blanks.
 constexpr int kTwipsPerBlank = 42;
 constexpr int kTwipsPerLetter = 90;
-constexpr int kCellMargins = 180;
+constexpr int kCellMargins = 240;
 
 /// Takes the text before the first `separator` off `rest`, and the separator with it.
 std::string_view takePart(std::string_view& rest, char separator) {

@@ -179,11 +179,11 @@ TEST_F(FetchDialog, HeadsItsColumns) {
     Till till(company);
     opens(till, "fetch"); // nobody reads the item ids of the first column
     searches(till, "ItemCode", item.code);
-    EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2580", " Item Description|5688", "Brand|2730", " Model No|1104",
-                                     "Part_Code|990"}));
+    EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2640", " Item Description|5748", "Brand|2790", " Model No|1164",
+                                     "Part_Code|1050"}));
     searches(till, "ItemCode", "no such code");
-    EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2580", " Item Description|4218", "Brand|2730", " Model No|1272",
-                                     " Part Code|984"}));
+    EXPECT_EQ(headings(till), (Names{"|0", "Item Code|2640", " Item Description|4278", "Brand|2790", " Model No|1332",
+                                     " Part Code|1044"}));
     EXPECT_EQ(till.user.rows("flexMaster"), (Rows{{"", "", "", "", "", ""}}));
 }
 
