@@ -132,38 +132,50 @@ list(FILTER host_sources EXCLUDE REGEX "/SandboxServer\\.cpp$")
 get_target_property(host_library host SOURCES)
 list(TRANSFORM host_library PREPEND ${CMAKE_SOURCE_DIR}/ REGEX "^[^/]")
 list(REMOVE_ITEM host_sources ${host_library})
-if(host_sources)
-    add_executable(goodsreq-host ${host_sources})
-    # Remote Desktop gives a program that does not know it a Windows folder of its own.
-    target_link_options(goodsreq-host PRIVATE -static -municode -Wl,--tsaware)
-    target_link_libraries(goodsreq-host PRIVATE host com win32)
-    version_resource(goodsreq-host goodsreq-host.exe VFT_APP "Host program for goods requests")
-endif()
+add_executable(goodsreq-host ${host_sources})
+# Remote Desktop gives a program that does not know it a Windows folder of its own.
+target_link_options(goodsreq-host PRIVATE -static -municode -Wl,--tsaware)
+target_link_libraries(goodsreq-host PRIVATE host com win32)
+version_resource(goodsreq-host goodsreq-host.exe VFT_APP "Host program for goods requests")
 
-# What is delivered, in one folder.
-set(delivered goodsreq_dll sandbox_dll)
-set(copy_connecting_host "")
-if(TARGET goodsreq-host)
-    list(APPEND delivered goodsreq-host)
-    # The same program again, under the name whose manifest leaves ADO to the machine.
-    set(copy_connecting_host COMMAND ${CMAKE_COMMAND} -E copy_if_different
-        $<TARGET_FILE:goodsreq-host> ${dist_folder}/goodsreq-connect.exe)
-endif()
-set(delivered_files "")
-foreach(target IN LISTS delivered)
-    list(APPEND delivered_files $<TARGET_FILE:${target}>)
+# What is installed where: "product" is a width's folder in dist and in the package, "check" the one in the kit that
+# checks a machine, "tryout" the host's folder in the tests. The papers lie above the widths.
+set(CMAKE_INSTALL_MESSAGE LAZY)
+function(installs components)
+    foreach(component IN LISTS components)
+        install(FILES ${ARGN} DESTINATION . COMPONENT ${component})
+    endforeach()
+endfunction()
+set(built ${CMAKE_BINARY_DIR})
+installs("product;check;tryout" $<TARGET_FILE:sandbox_dll> $<TARGET_FILE:goodsreq-host>
+    ${built}/goodsreq.component.manifest ${built}/goodsreq.sandbox.manifest ${built}/goodsreq-host.exe.manifest)
+installs("product;check" $<TARGET_FILE:goodsreq_dll> ${built}/goodsreq.suite.manifest)
+installs("product;tryout" sandbox/data/ShopSetting.txt)
+installs(product ${generated}/goodsreq.tlb ${built}/goodsreq-connect.exe.manifest)
+# The same program again, under the name whose manifest leaves ADO to the machine.
+install(FILES $<TARGET_FILE:goodsreq-host> DESTINATION . COMPONENT product RENAME goodsreq-connect.exe)
+foreach(component product tryout)
+    install(DIRECTORY sandbox/data/reports DESTINATION . COMPONENT ${component})
 endforeach()
-foreach(manifest goodsreq.component goodsreq.sandbox goodsreq.suite goodsreq-host.exe goodsreq-connect.exe)
-    list(APPEND delivered_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
+foreach(component product-papers check-papers)
+    installs(${component} NOTICES.md)
+    install(FILES /usr/share/doc/mingw-w64-common/copyright DESTINATION . COMPONENT ${component}
+        RENAME NOTICES-mingw-w64.txt)
 endforeach()
-list(APPEND delivered_files ${generated}/goodsreq.tlb)
+installs(product-papers sandbox/data/schema.sql CHANGELOG.md)
+install(FILES docs/package.txt DESTINATION . COMPONENT product-papers RENAME README.txt)
+# The others are for those who have the sources.
+install(DIRECTORY docs DESTINATION . COMPONENT product-papers FILES_MATCHING PATTERN *.md
+    PATTERN architecture.md EXCLUDE PATTERN pictures EXCLUDE)
+installs(check-papers tests/road/statements.txt)
+install(FILES /usr/share/doc/googletest/copyright DESTINATION . COMPONENT check-papers
+    RENAME NOTICES-googletest.txt)
+# Labels in it are found by whole lines.
+configure_file(sandbox/check/check.cmd ${generated}/check.cmd @ONLY NEWLINE_STYLE CRLF)
+installs(check-papers ${generated}/check.cmd)
 add_custom_target(dist ALL
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${dist_folder}
-    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${delivered_files} ${dist_folder}
-    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${CMAKE_SOURCE_DIR}/sandbox/data/ShopSetting.txt ${dist_folder}
-    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sandbox/data/reports ${dist_folder}/reports
-    ${copy_connecting_host}
-    DEPENDS ${delivered} VERBATIM)
+    COMMAND ${CMAKE_COMMAND} --install ${CMAKE_BINARY_DIR} --component product --prefix ${dist_folder}
+    DEPENDS goodsreq_dll sandbox_dll goodsreq-host VERBATIM)
 
 # The host once more, in a folder of its own, with a component that has a way to the dialogs no screen opens. It is not
 # delivered.
@@ -175,14 +187,8 @@ set_target_properties(tryout_dll PROPERTIES OUTPUT_NAME goodsreq LIBRARY_OUTPUT_
 add_dependencies(tryout_dll typelib)
 target_link_libraries(tryout_dll PRIVATE component win32 com)
 version_resource(tryout_dll goodsreq.dll VFT_DLL "Goods Request To Shop, with a way to two more dialogs")
-set(tryout_files $<TARGET_FILE:sandbox_dll> $<TARGET_FILE:goodsreq-host>)
-foreach(manifest goodsreq.component goodsreq.sandbox goodsreq-host.exe)
-    list(APPEND tryout_files ${CMAKE_BINARY_DIR}/${manifest}.manifest)
-endforeach()
 add_custom_target(tryout ALL
-    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${tryout_files} ${CMAKE_SOURCE_DIR}/sandbox/data/ShopSetting.txt
-        ${tryout_folder}
-    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sandbox/data/reports ${tryout_folder}/reports
+    COMMAND ${CMAKE_COMMAND} --install ${CMAKE_BINARY_DIR} --component tryout --prefix ${tryout_folder}
     DEPENDS tryout_dll sandbox_dll goodsreq-host VERBATIM)
 
 # The tests that run under Windows: one program for each file. None of them tells where it was built.
@@ -202,6 +208,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
         target_link_libraries(${name} PRIVATE com win32 gtest_windows)
         add_dependencies(${name} typelib)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
+        installs(check $<TARGET_FILE:${name}> ${built}/${name}.exe.manifest)
     endforeach()
     # Those who work at the windows.
     add_library(windows_person STATIC tests/windows/Person.cpp tests/windows/Session.cpp)
@@ -212,6 +219,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
             execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
                 OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
             configure_file(${file} ${CMAKE_BINARY_DIR}/${name} COPYONLY)
+            installs(check ${file})
         endforeach()
     endif()
     foreach(name slip_test dll_slip_test)
@@ -223,6 +231,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
     target_compile_definitions(slip_test PRIVATE PROJECT_DIR=".")
     add_custom_command(TARGET slip_test POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_directory
         ${CMAKE_SOURCE_DIR}/tests/printing/golden ${CMAKE_BINARY_DIR}/tests/printing/golden VERBATIM)
+    install(DIRECTORY tests/printing/golden DESTINATION tests/printing COMPONENT check)
     foreach(name looks_test context_test desktop_test window_test dll_slip_test)
         target_link_libraries(${name} PRIVATE windows_person)
     endforeach()
@@ -231,6 +240,8 @@ if(BUILD_TESTING AND GTEST_SOURCE)
     add_executable(goodsreq-check sandbox/check/main.cpp sandbox/check/Facts.cpp sandbox/check/Server.cpp)
     target_link_options(goodsreq-check PRIVATE -static -municode -Wl,--tsaware)
     target_link_libraries(goodsreq-check PRIVATE host com win32)
+    installs(check $<TARGET_FILE:goodsreq-check> $<TARGET_FILE:stress-windows>
+        ${built}/stress-windows.exe.manifest)
 
     # The part of the proof that needs the DLL itself.
     function(proof_program name)

@@ -11,7 +11,7 @@ packages=(
     ca-certificates g++ cmake ninja-build googletest libgtest-dev libgmock-dev
     g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     wine wine64 libwine-dev fonts-wine fonts-liberation
-    xvfb xdotool imagemagick sqlite3 jq clang-format
+    xvfb xdotool imagemagick sqlite3 jq zip clang-format
     "$@"
 )
 sqlitePackage=better-sqlite3@12.11.1
