@@ -1,5 +1,5 @@
-# What a clerk gets wrong, by keys: missteps.sh [DIR]. Each is met where it happens, and nothing is lost. DIR, $OUT when
-# none is named, receives the pictures.
+# What a clerk gets wrong, by keys, and one who may do nothing: missteps.sh [DIR]. Each is met where it happens, and
+# nothing is lost. DIR, $OUT when none is named, receives the pictures.
 mkdir -p "${1:-$OUT}"
 shotFolder=${1:-$OUT}
 makeCompany
@@ -65,10 +65,27 @@ addLine 3
 step Return "focus frmRequestDetail.txtBarcode"
 step Escape "unloaded frmRequestDetail"
 step alt+o "unloaded frmRequest" 35-broken-line
+# Sorted downwards, as text, and found by its number from another row.
+step alt+s "focus frmMaster.optDescend"
+step "space alt+o" "focus frmMaster.cboColNames"
+step "Down alt+o shift+Tab" "focus frmMaster.flexMaster"
+press Home
+step alt+h "focus frmMaster.cboSearch"
+step "Down Return" "focus frmMaster.txtsearch"
+type_keys "$(stored "select lower(srhrequestno) from mesRequesttoShopHeader where srhshopid = $requesting
+    and srhrequestid = $request + 1")"
 stored "update mesRequesttoShopHeader set srhTransfinished = 1
     where srhshopid = $requesting and srhrequestid = $request + 1"
-step Return "active frmRequest" 36-read-only
+step alt+e "active frmRequest" 36-read-only
 step Escape "unloaded frmRequest"
 closeRegister
+expect "the opened request" "$(sed -nE 's/.* a\.srdrequestid = ([0-9]+) .*/\1/p' "$folder/statements.sql" | tail -n 1)" \
+    $((request + 1))
 expect "the item" "$(stored "select distinct srditemid from mesRequesttoShopDetail where srdshopid = $requesting
     and srdrequestid >= $request")" "$item"
+
+# A user without rights: neither key nor button gets through.
+openRegister --user 3
+press Delete ctrl+Return Return alt+n alt+e alt+d alt+c
+awaitHost
+expect "without rights" "$(grep -E "message|active frmRequest" "$screenLog" || true)" ""
