@@ -96,7 +96,7 @@ assembly_manifest(goodsreq.suite sandbox.dll "${suite_classes}" "")
 host_manifest(goodsreq.host goodsreq-host.exe.manifest goodsreq.component goodsreq.sandbox)
 host_manifest(goodsreq.host goodsreq-connect.exe.manifest goodsreq.component goodsreq.suite) # the machine's own ADO
 # For the tests: Windows' own scripting host has a manifest inside it and ignores one beside it, other than Wine's.
-host_manifest(goodsreq.script cscript.exe.manifest goodsreq.component goodsreq.sandbox)
+host_manifest(goodsreq.script cscript.exe.manifest goodsreq.sandbox)
 
 # What the properties of a file show of it.
 function(version_resource target file kind description)

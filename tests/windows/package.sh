@@ -1,5 +1,6 @@
-# What ./package makes, in a prefix that has never seen the build: its host without registration, then the component registered
-# for the machine and driven by the scripting host, then for one user. Taking it back leaves the registry as it was.
+# What ./package makes, in a prefix that has never seen the build: its host without registration, then the component
+# registered for the machine and driven by the scripting host, then for one user. Taking it back leaves the registry as
+# it was.
 folder=$WINEPREFIX/drive_c/retail
 unpack goodsreq "$folder"
 hostFolder=$(echo "$folder"/goodsreq-*/"$WIDTH")
@@ -33,12 +34,18 @@ wine_run cscript.exe //nologo 'C:\retail\nothing.vbs' >/dev/null
 listing >"$OUT/before.txt"
 
 register
-# The scripting host finds the sandbox by its manifest, as this prefix has an ADO of its own, and the component by the registry.
+# The scripting host finds the sandbox by its manifest, as this prefix has an ADO of its own, and the component by the
+# registry. With a wrong key Show returns at once and nothing is shown.
 cp "$WINEPREFIX/drive_c/windows/$SYSTEM/cscript.exe" "$BUILD/cscript.exe.manifest" "$hostFolder/"
-sed -i '0,/<\/dependency>/{/<dependency>/,/<\/dependency>/d}' "$hostFolder/cscript.exe.manifest"
-! grep -q goodsreq.component "$hostFolder/cscript.exe.manifest" || fail "the component would be found without the registry"
+startScript "kova/xb/tram/842" # in the wrong letter case
+awaitHost 42
+[ ! -e "$screenLog" ]
 startScript "KOVA/XB/TRAM/842"
 await_log "active frmMaster"
+focus_window "$register"
+step "ctrl+d Delete" "message "
+step alt+n "answered no"
+expect "texts of messages, which are nobody's business" "$(grep '^message .' "$screenLog" || true)" ""
 closeRegister 42
 register /u
 register /u # twice is no error

@@ -40,18 +40,4 @@ plugPrinter
 step alt+o "unloaded frmPrint"
 grep -q $'^To : .*\r$' "$OUT/lpt1.out"
 expect "messages" "$(grep -c '^message' "$screenLog")" 1
-
-# To the screen, where another file's name or a folder stands in the slip's place: one message, and the other file keeps
-# what it held. A symbolic link shows on Windows only; to a program under Wine it is the file that it leads to.
-sed -i -E 's/^printtoscreen :=0\r/printtoscreen :=1\r/' "$hostFolder/ShopSetting.txt"
-slip=$WINEPREFIX/drive_c/ShopReq.txt
-echo "somebody else's" >"$OUT/foreign.txt"
-for stands in "ln $OUT/foreign.txt" mkdir; do
-    rm -rf "$slip"
-    $stands "$slip"
-    print "is no plain file with one name"
-    step Return "answered "
-    step alt+c "unloaded frmPrint"
-done
-grep -q "somebody else's" "$OUT/foreign.txt"
 closeRegister
