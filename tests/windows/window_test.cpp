@@ -302,8 +302,13 @@ TEST_F(FormsWindow, TellsItsControlsOfTheSystemsNewColours) {
 
 TEST_F(FormsWindow, SaysAWholeRowToScreenReadersAndPaintsNothingOfThat) {
     fills({{"1", "R1", "", "open"}, {"2", "R2", "5.50", "M\xC3\xBCller"}});
+    rows->describe = [&, describe = rows->describe] {
+        describe();
+        rows->grid.setReadAs("Requests");
+    };
     looks(*rows, [&] {
         HWND list = Person::windowOf(rows->grid);
+        EXPECT_TRUE(FindWindowExW(topOf(rows->grid), nullptr, L"Static", L"Requests"));
         wchar_t room[100];
         EXPECT_EQ(askCell(list, 0, 0, room, 100), L"R1, open");
         EXPECT_EQ(askCell(list, 1, 0, room, 100), L"R2, 5.50, M\xFCller");
