@@ -18,7 +18,7 @@
 #                       prints once: id and columns, a line each
 requesting=1
 supplying=5
-folder=${OUT:-.}
+folder=$OUT
 register="Goods Request To Shop"
 
 beginHost() {
@@ -35,7 +35,7 @@ startHost() {
 
 startScript() {
     screenLog=$OUT/windows.log logSeen=0
-    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run -t 60 "$hostFolder/cscript.exe" //nologo \
+    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run "$hostFolder/cscript.exe" //nologo \
         "$(wine_path "$root/tests/windows/host.vbs")" "$(wine_path "$folder/company.db")" "$1" &
     programPid=$!
 }

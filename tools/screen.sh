@@ -6,14 +6,12 @@
 # await_log EVENT [S]          waits until a line of $screenLog, after the last one waited for, holds EVENT: S seconds, 30
 # focus_window TITLE           gives the keyboard to the window whose title holds TITLE
 # type_keys TEXT, press KEY..., click_in TITLE X Y [BUTTON]
-# await_window TITLE, await_no_window TITLE
+# await_window TITLE
 # shot NAME                    NAME.png in $shotFolder, when the screen has come to rest
 #
 # Every waiting ends with a failure when the time is over or when the program $programPid has ended.
-screenLog=${screenLog:-}
-shotFolder=${shotFolder:-${OUT:-.}}
-programPid=${programPid:-}
-logSeen=0
+screenLog="" programPid="" logSeen=0
+shotFolder=$OUT
 
 # awaitThat S WHAT COMMAND...: tries the command again and again, for S seconds.
 awaitThat() {
@@ -52,17 +50,8 @@ findWindow() {
     [ -n "$found" ] && tail -n 1 <<<"$found"
 }
 
-# Asked twice: a search fails too where any window vanishes meanwhile.
-noWindow() {
-    ! findWindow "$1" && sleep 0.2 && ! findWindow "$1"
-}
-
 await_window() {
     awaitThat 30 "the window '$1'" findWindow "$1" >/dev/null
-}
-
-await_no_window() {
-    awaitThat 30 "the end of the window '$1'" noWindow "$1" >/dev/null
 }
 
 focus_window() {

@@ -27,10 +27,10 @@ case $1 in
         . "$root/tools/host.sh"
         . "$0" "$@"' "$@" </dev/null &
     child=$! # with all that it starts
-    status=0
-    wait "$child" || status=$?
-    [ "$status" -eq 0 ] || echo "ended with status $status (124: after ${LIMIT:-300} seconds)"
+    wait "$child" && exit
+    status=$?
+    echo "ended with status $status (124: after ${LIMIT:-300} seconds)"
     exit "$status"
     ;;
-*) wine_run -t "${LIMIT:-300}" "$@" | tr -d '\r' ;;
+*) LIMIT=${LIMIT:-300} wine_run "$@" | tr -d '\r' ;;
 esac

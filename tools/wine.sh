@@ -1,15 +1,15 @@
-# Functions that run Windows programs in a Wine prefix and a virtual screen of their own. Sourced, never run.
+# Functions that run Windows programs in a Wine prefix and a virtual screen of their own. Sourced, never run; $root is
+# the project's folder.
 #
 # wine_start [screen]   makes both ready; "screen" uses the user's screen in place of a virtual one
 # wine_stop             ends every program in the prefix and the screen, and removes the prefix
-# wine_run [-t S] PROGRAM ARGUMENT...   runs one program, at most S seconds (60), prints what it prints
+# wine_run PROGRAM ARGUMENT...   runs one program, at most LIMIT seconds (60), prints what it prints
 # wine_path FILE        the Windows path of a Linux path
 # wine_processes        the folders under /proc of the programs that run in the prefix
 #
 # WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the
 # Windows folder with the system's own programs of that width, and those are the ones that start by their names.
 # SCREEN and DPI say what the virtual screen is like.
-[ -n "${root:-}" ] || root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wineHome=$root/.cache/wine
 wineOwned=""
 screenPid=""
@@ -43,16 +43,12 @@ wine_processes() {
 
 # The output goes through a file: processes that Wine leaves in the background would keep a pipe open.
 wine_run() {
-    local limit=60 output status=0
-    if [ "$1" = -t ]; then
-        limit=$2
-        shift 2
-    fi
+    local output status=0
     output=$(mktemp)
-    timeout --foreground -k 5 "$limit" "$loader" "$@" >"$output" 2>&1 </dev/null || status=$?
+    timeout --foreground -k 5 "${LIMIT:-60}" "$loader" "$@" >"$output" 2>&1 </dev/null || status=$?
     cat "$output"
     rm -f "$output"
-    [ "$status" -ne 124 ] || echo "ended after $limit seconds: $*" >&2
+    [ "$status" -ne 124 ] || echo "ended after ${LIMIT:-60} seconds: $*" >&2
     return "$status"
 }
 
@@ -88,21 +84,16 @@ wineTemplate() (
     echo "$template"
 )
 
-# Removes what a run left that was ended by force.
-wineSweep() {
-    local old
+# A copy of the template; the system's many files are shared with it by hard links, the registry is not.
+winePrefix() {
+    local template old
+    template=$(wineTemplate) || return 1
+    # What a run left that was ended by force.
     for old in "$wineHome"/run.*; do
         [ -d "$old" ] && ! kill -0 "${old##*.}" 2>/dev/null || continue
         WINEPREFIX=$old timeout 10 wineserver -k >/dev/null 2>&1 || true
         rm -rf "$old"
     done
-}
-
-# A copy of the template; the system's many files are shared with it by hard links, the registry is not.
-winePrefix() {
-    local template
-    template=$(wineTemplate) || return 1
-    wineSweep
     export WINEPREFIX=$wineHome/run.$$
     cp -al "$template" "$WINEPREFIX"
     (cd "$template" && find . -maxdepth 1 -type f -o -path ./drive_c/windows/'*.ini' -type f) | while read -r file; do

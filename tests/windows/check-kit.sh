@@ -25,7 +25,7 @@ registry() {
 check() {
     local expected=$1 status=0
     shift
-    (cd "$kit" && wine_run -t 200 cmd /c check.cmd "$@") >"$OUT/check.out" || status=$?
+    (cd "$kit" && LIMIT=200 wine_run cmd /c check.cmd "$@") >"$OUT/check.out" || status=$?
     tr -d '\r' <"$kit/report.txt" >"$OUT/report.txt"
     if [ "$status" -ne "$expected" ] || [ "$(tr -d '\r' <"$OUT/check.out" | tail -n 1)" != "$(tail -n 1 "$OUT/report.txt")" ]; then
         grep -A 5 '^FAILED' "$OUT/report.txt" || tail -n 5 "$OUT/check.out"

@@ -85,7 +85,7 @@ tr -d '\r' <"$WINEPREFIX/drive_c/ShopReq.txt" >"$folder/slip.txt"
 grep -q "^Remarks      : For the weekend" "$folder/slip.txt"
 focus_window ShopReq
 press alt+F4
-await_no_window ShopReq
+while findWindow ShopReq >/dev/null; do sleep 0.2; done
 focus_window "$register"
 
 # The request before it is deleted, with a reason. A click goes to the list, Ctrl+D to its end.
