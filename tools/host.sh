@@ -16,6 +16,9 @@
 # stored QUERY          rows of the database, columns parted by "|"
 # items COLUMN [WHERE]  items that shops $requesting and $supplying both carry, with one packing row, so that each
 #                       prints once: id and columns, a line each
+# notCarried            barcodes of items that shop $supplying does not carry
+# lastRequest           the id of the newest request of shop $requesting
+# linesOf REQUEST       its lines: item, good and bad quantity, supplying shop
 requesting=1
 supplying=5
 folder=$OUT
@@ -83,6 +86,21 @@ items() {
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $requesting)
         and a.itemcategoryid in (select itemcategoryid from ashopitemcategory where shopid = $supplying)
         and ${2:-s.shortcutno is not null} group by a.itemid having count(*) = 1 order by a.itemid"
+}
+
+notCarried() {
+    stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a where a.itemid = p.itemid
+        and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
+        and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying) group by a.itemid"
+}
+
+lastRequest() {
+    stored "select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = $requesting"
+}
+
+linesOf() {
+    stored "select srditemid, cast(srdgoodqty as real), cast(srdbadqty as real), srdtoshopid from mesRequesttoShopDetail
+        where srdshopid = $requesting and srdrequestid = $1 order by srditemid"
 }
 
 toLineEntry() {

@@ -31,15 +31,10 @@ expectSaid "Stood in for, since this machine lacks them: CommonModule.clsCommonD
 expectSaid "Fetch.clsFetch"
 ! grep -q 'ADODB' "$folder/host.out" "$hostFolder/goodsreq.suite.manifest" || fail "ADO is stood in for"
 IFS='|' read -r _ barcode < <(items "min(p.packingbarcode || '')" | head -n 1)
-type_keys "$barcode"
-press Return
-await_log "focus frmRequestDetail.txtQuantity"
-press Escape
-await_log "unloaded frmRequestDetail"
-press Escape
-await_log "message Save Changes?"
-press alt+n
-await_log "unloaded frmRequest"
+enter "$barcode" "focus frmRequestDetail.txtQuantity"
+step Escape "unloaded frmRequestDetail"
+step Escape "message Save Changes?"
+step alt+n "unloaded frmRequest"
 closeRegister
 
 # While it runs, also for what stood on the host's command line.

@@ -4,9 +4,7 @@ germanSettings
 folder=$OUT shotFolder=$OUT
 makeCompany
 readarray -t carried < <(items "min(p.packingbarcode || '')" true | sed -n 1,22p)
-readarray -t refused < <(stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a
-    where a.itemid = p.itemid and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
-    and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying) group by a.itemid limit 10")
+readarray -t refused < <(notCarried | sed -n 1,10p)
 [ "${#carried[@]} ${#refused[@]}" = "22 10" ]
 
 openRegister
@@ -43,9 +41,7 @@ step Escape "unloaded frmRequestDetail" german-lines
 step alt+o "unloaded frmRequest" german-register
 closeRegister
 
-expected=$(printf '%s|2.5|0.0\n%s|2.5|0.0\n' "${carried[0]%%|*}" "${carried[1]%%|*}"
-    for ((i = 0; i < 20; i++)); do printf '%s|%s.0|0.0\n' "${carried[i + 2]%%|*}" $((i + 1)); done)
-expect "lines" "$(stored "select srditemid, cast(srdgoodqty as real), cast(srdbadqty as real) from mesRequesttoShopDetail
-    where srdshopid = $requesting and srdrequestid = (select max(srhrequestid) from mesRequesttoShopHeader
-        where srhshopid = $requesting) order by srditemid")" "$(sort -n <<<"$expected")"
+expected=$(printf "%s|2.5|0.0|$supplying\n" "${carried[0]%%|*}" "${carried[1]%%|*}"
+    for ((i = 0; i < 20; i++)); do echo "${carried[i + 2]%%|*}|$((i + 1)).0|0.0|$supplying"; done)
+expect "lines" "$(linesOf "$(lastRequest)")" "$(sort -n <<<"$expected")"
 expectNoMessage

@@ -17,23 +17,13 @@ enterLine() {
     enterQuantity "$2" "$3"
     step Return "focus frmRequestDetail.txtBarcode"
 }
-lastRequest() {
-    stored "select max(srhrequestid) from mesRequesttoShopHeader where srhshopid = $requesting"
-}
-linesOf() {
-    stored "select srditemid, cast(srdgoodqty as real), cast(srdbadqty as real), srdtoshopid from mesRequesttoShopDetail
-        where srdshopid = $requesting and srdrequestid = $1 order by srditemid"
-}
 
 # What is typed: items, each named in another way.
 makeCompany
 IFS='|' read -r firstItem barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
 IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 7p)
 IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 13p)
-notCarried=$(stored "select min(p.packingbarcode || '') from aitempackingdetail p, aitem a where a.itemid = p.itemid
-    and a.active = 1 and p.active = 1 and hex(a.itemtype) <> '42'
-    and p.itemid not in (select itemid from ashopitemdetail where shopid = $supplying)")
-[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ] && [ -n "$notCarried" ]
+[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
 
 GOODSREQ_OPEN=fetch openRegister
 shot 01-register
@@ -58,7 +48,7 @@ step Return "focus frmRequestDetail.txtQuantity"
 await_log "unloaded FrmFetch"
 enterQuantity 2.5 06-line-by-fetch
 step Return "focus frmRequestDetail.txtBarcode"
-enter "$notCarried" "focus frmRequestDetail.cmdbarcode" 25-not-carried
+enter "$(notCarried | sed -n 1p)" "focus frmRequestDetail.cmdbarcode" 25-not-carried
 enterLine "$shortcut" 12 07-line-by-shortcut # from the Search button on
 step Escape "unloaded frmRequestDetail" 08-lines
 step alt+o "unloaded frmRequest" 09-register-with-request
