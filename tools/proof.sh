@@ -27,12 +27,9 @@ mkdir -p out
 status=0 rows=()
 for part in "${parts[@]}"; do
     rows+=("out/$name-${#rows[@]}.json")
-    run=()
-    [[ $part != *.exe* ]] || run=(env LIMIT=3600 tools/windows.sh x64)
-    ended=0
+    [[ $part != *.exe* ]] || part="env LIMIT=3600 tools/windows.sh x64 $part"
     # shellcheck disable=SC2086 # a program and its part
-    "${run[@]}" $part "${options[@]}" --json "${rows[-1]}" || ended=$?
-    [ "$ended" -le "$status" ] || status=$ended
+    $part "${options[@]}" --json "${rows[-1]}" || status=$(($? > status ? $? : status))
 done
 [ -z "$json" ] || jq -s add "${rows[@]}" >"$json"
 exit "$status"

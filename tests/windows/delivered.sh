@@ -1,7 +1,7 @@
-# What lies in dist: the files' bits, the DLLs' undecorated exports, nothing imported but what the least Windows has, no variables of
-# the environment but those that are told, and what an error in them is harder to use with. Each file has to load anywhere (with the
-# whole address space on 64 bits), to run no data, to guard its stack, to hold no section that is both written and run, and on 32 bits
-# to register no handler that an overrun could exchange.
+# What lies in dist: the files' bits, the DLLs' undecorated exports, nothing imported but what the least Windows has, no
+# variables of the environment but those that are told, and what an error in them is harder to use with. Each file has
+# to load anywhere (with the whole address space on 64 bits), to run no data, to guard its stack, to hold no section that
+# is both written and run, and on 32 bits to register no handler that an overrun could exchange.
 wrong=0
 lacks() {
     echo "$WIDTH/$file lacks $1"
@@ -21,23 +21,11 @@ expectText() {
 dump() {
     x86_64-w64-mingw32-objdump "$@" "$DIST/$file"
 }
-exported() {
-    sed -n '/Ordinal\/Name Pointer/,/^$/p' <<<"$facts" | sed -nE "s/^[[:space:]]*\[ *[0-9]+\] (.*)/\1/p" | sort
-}
-# What a file imports that tests/windows/imports.txt does not name. All there is in the least Windows, 7; what came after it would keep
-# the file from being loaded there, and is looked up at run time where it is used at all.
-unknownImports() {
-    awk '/DLL Name: / { library = tolower($3) } /^\t[0-9a-f]+\t +[0-9]+ +[^ ]+$/ { print library, $NF }' <<<"$facts" | sort -u |
-        comm -23 - <(awk '!/^#/ { for (i = 2; i <= NF; ++i) print $1, $i }' "$root/tests/windows/imports.txt" | sort -u)
-}
-# The sizes of the icon that windows take; 0 says 256.
-iconSizes() {
-    x86_64-w64-mingw32-windres -J coff -O rc "$1" | sed -n '/RT_GROUP_ICON/,/END/s/^ *"\\\([0-7]*\)\\.*/\1/p' |
-        while read -r octal; do echo $((8#$octal)); done | xargs
-}
 
 version=$(sed -nE 's/^project\(goodsreq VERSION ([0-9.]+).*/\1/p' "$root/CMakeLists.txt")
-entries=$'DllCanUnloadNow\nDllGetClassObject\nDllInstall\nDllRegisterServer\nDllUnregisterServer'
+# All there is in the least Windows, 7. What came after it would keep a file from being loaded there, and is looked up
+# at run time where it is used at all.
+known=$(awk '!/^#/ { for (i = 2; i <= NF; ++i) print $1, $i }' "$root/tests/windows/imports.txt")
 for file in sandbox.dll goodsreq-host.exe goodsreq.dll; do
     facts=$(dump -p)
     code=$(dump -d --no-show-raw-insn)
@@ -56,19 +44,25 @@ for file in sandbox.dll goodsreq-host.exe goodsreq.dll; do
     # Two calls come with the run-time library; our own functions have hundreds.
     guarded=$(grep -c 'call.*<_*stack_chk_fail' <<<"$code" || true)
     [ "$guarded" -gt 50 ] || lacks "a guarded stack (only $guarded functions check it)"
-    expectText "code that is written" "" "$(dump -h | awk '/^ *[0-9]+ / { name = $2; next } /CODE/ && !/READONLY/ { print name }')"
-    expectText "imports that the least Windows may lack" "" "$(unknownImports)"
+    expectText "code that is written" "" "$(dump -h |
+        awk '/^ *[0-9]+ / { name = $2; next } /CODE/ && !/READONLY/ { print name }')"
+    imports=$(awk '/DLL Name: / { library = tolower($3) }
+        /^\t[0-9a-f]+\t +[0-9]+ +[^ ]+$/ { print library, $NF }' <<<"$facts")
+    expectText "imports that the least Windows may lack" "" "$(grep -vxF "$known" <<<"$imports" || true)"
     # The version stands in the file's properties as text of 16-bit letters.
     expectText version "$version" "$(strings -el -n 3 "$DIST/$file" | grep -A 1 -x ProductVersion | tail -n 1)"
     if [[ $file == *.exe ]]; then
         has "the word that it knows Remote Desktop (TERMINAL_SERVICE_AWARE)" 'TERMINAL_SERVICE_AWARE'
     else
-        expectText exports "$entries" "$(exported)"
+        expectText exports "DllCanUnloadNow DllGetClassObject DllInstall DllRegisterServer DllUnregisterServer" \
+            "$(sed '1,/Ordinal\/Name Pointer/d; /^$/,$d; s/.*\] //' <<<"$facts" | sort | xargs)"
     fi
 done
 expectText "variables of the environment" "GOODSREQ_WINDOW_LOG GOODSREQ_WINDOW_TEXTS" \
     "$({ strings -el "$DIST/$file" && strings "$DIST/$file"; } | grep -o 'GOODSREQ_.*' | sort | xargs)"
-expectText icon "16 20 24 32 40 48 64 0" "$(iconSizes "$DIST/$file")"
+# The sizes of the icon that windows take, in octal digits; 0 says 256.
+expectText icon "020 024 030 040 050 060 100 000" "$(x86_64-w64-mingw32-windres -J coff -O rc "$DIST/$file" |
+    sed -n '/RT_GROUP_ICON/,/END/s/^ *"\\\([0-7]*\)\\.*/\1/p' | xargs)"
 # The type library is resource 1 of the component; its file format starts with MSFT.
 grep -qaF MSFT "$DIST/$file" || lacks "a type library"
 [ "$wrong" -eq 0 ]
