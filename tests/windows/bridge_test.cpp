@@ -337,6 +337,11 @@ TEST_F(Bridge, ABridgeKeepsItsObjectExactlyAsLongAsItIsHeld) {
     const std::weak_ptr<TestObject> watch = object;
     foreign.reset();
     relay = {};
+    Variant variant;
+    for (const auto fill : {&com::toVariant, &com::toTypedVariant}) {
+        com::toVariant(ObjectPtr(object), variant);
+        fill(Array{std::int16_t{2}}, variant);
+    }
     object.reset();
     EXPECT_FALSE(watch.expired());
     dispatch = {};
