@@ -7,7 +7,6 @@
 # openRegister OPTION...    the same, until the register is there and has the keyboard; its title is $register
 # germanSettings        a comma parts decimals, points part dates
 # toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's ($register)
-# startScript KEY       starts the host that is written in a script, in the scripting host of $hostFolder
 # awaitHost [STATUS]    waits until it has ended by itself, with that exit status (0)
 # closeRegister [STATUS]  closes the register $register by its button, and awaits the host
 # fail TEXT...          says so and ends the script
@@ -34,13 +33,6 @@ beginHost() {
 
 startHost() {
     beginHost --database "$(wine_path "$folder/company.db")" --trace "$(wine_path "$folder/$1.sql")" "${@:2}" </dev/null
-}
-
-startScript() {
-    screenLog=$OUT/windows.log logSeen=0
-    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run "$hostFolder/cscript.exe" //nologo \
-        "$(wine_path "$root/tests/windows/host.vbs")" "$(wine_path "$folder/company.db")" "$1" &
-    programPid=$!
 }
 
 openRegister() {

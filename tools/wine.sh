@@ -1,7 +1,7 @@
 # Functions that run Windows programs in a Wine prefix and a virtual screen of their own. Sourced, never run; $root is
 # the project's folder.
 #
-# wine_start [screen]   makes both ready; "screen" uses the user's screen in place of a virtual one
+# wine_start            makes both ready
 # wine_stop             ends every program in the prefix and the screen, and removes the prefix
 # wine_run PROGRAM ARGUMENT...   runs one program, at most LIMIT seconds (60), prints what it prints
 # wine_path FILE        the Windows path of a Linux path
@@ -9,7 +9,7 @@
 #
 # WIDTH says which programs are run, x64 (when nothing is said) or x86: DIST and BUILD are their folders, SYSTEM is the
 # Windows folder with the system's own programs of that width, and those are the ones that start by their names.
-# SCREEN and DPI say what the virtual screen is like.
+# SCREEN and DPI say what the virtual screen is like; with SCREEN=$DISPLAY the user's screen takes its place.
 wineHome=$root/.cache/wine
 wineOwned=""
 screenPid=""
@@ -102,10 +102,6 @@ winePrefix() {
     wineOwned=1
 }
 
-screenAnswers() {
-    [ -n "${DISPLAY:-}" ] && timeout 5 xdotool getdisplaygeometry >/dev/null 2>&1
-}
-
 # A virtual screen under the first free number; no window manager, which is steady and quick.
 screenStart() {
     local size=${SCREEN:-1280x1024} number
@@ -124,7 +120,7 @@ screenStart() {
 
 wine_start() {
     winePrefix || return 1
-    if [ "${1:-}" = screen ]; then
+    if [ -n "${SCREEN:-}" ] && [ "$SCREEN" = "${DISPLAY:-}" ]; then
         sed -i 's/^"Managed"="N"/"Managed"="Y"/' "$WINEPREFIX/user.reg"
     else
         screenStart || return 1

@@ -1,7 +1,7 @@
-# The host with --connect, on the machine's own ADO. No server can be reached here, so a substitute stands under ADO's names
-# in the registry. The connection string comes in by standard input, then by the environment, last on the command line: no log,
-# no message and no process's command line shows it. A component of the suite whose name alone is there, as where the other
-# width is installed, is stood in for.
+# The host with --connect, on the machine's own ADO. No server can be reached here, so a substitute stands under ADO's
+# names in the registry. The connection string comes in by standard input, then by the environment, last on the command
+# line: no log, no message and no process's command line shows it. A component of the suite whose name alone is there,
+# as where the other width is installed, is stood in for.
 hostFolder=$OUT/host
 cp -r "$DIST" "$hostFolder"
 makeCompany
@@ -37,16 +37,12 @@ step Escape "message Save Changes?"
 step alt+n "unloaded frmRequest"
 closeRegister
 
-# While it runs, also for what stood on the host's command line.
+# While it runs, also for what stood on the host's command line. A server that does not answer is one line, and status 1.
 for source in env:SHOP_CONNECTION ""; do
     connectTo "$(wine_path "$folder/company.db")" "$source"
     await_log "active frmMaster"
     expectHidden
     closeRegister
-done
-
-# A server that does not answer is one line, and status 1.
-for source in - env:SHOP_CONNECTION ""; do
     connectTo 'C:\nowhere.db' "$source"
     awaitHost 1
     expectSaid "goodsreq-host: error "

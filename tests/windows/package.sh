@@ -37,6 +37,12 @@ register
 # The scripting host finds the sandbox by its manifest, as this prefix has an ADO of its own, and the component by the
 # registry. With a wrong key Show returns at once and nothing is shown.
 cp "$WINEPREFIX/drive_c/windows/$SYSTEM/cscript.exe" "$BUILD/cscript.exe.manifest" "$hostFolder/"
+startScript() {
+    screenLog=$OUT/windows.log logSeen=0
+    GOODSREQ_WINDOW_LOG=$(wine_path "$screenLog") wine_run "$hostFolder/cscript.exe" //nologo \
+        "$(wine_path "$root/tests/windows/host.vbs")" "$(wine_path "$folder/company.db")" "$1" &
+    programPid=$!
+}
 startScript "kova/xb/tram/842" # in the wrong letter case
 awaitHost 42
 [ ! -e "$screenLog" ]

@@ -23,7 +23,6 @@ makeCompany
 IFS='|' read -r firstItem barcode < <(items "min(p.packingbarcode || '')" | sed -n 1p)
 IFS='|' read -r secondItem code < <(items a.itemcode | sed -n 7p)
 IFS='|' read -r thirdItem shortcut < <(items s.shortcutno | sed -n 13p)
-[ -n "$barcode" ] && [ -n "$code" ] && [ -n "$shortcut" ]
 
 GOODSREQ_OPEN=fetch openRegister
 shot 01-register
