@@ -5,13 +5,10 @@
 # beginHost OPTION...   starts the host beside us, which reads what we read; its windows' log is awaited
 # startHost NAME OPTION...  the same on the company; its statements go to NAME.sql
 # openRegister OPTION...    the same, until the register is there and has the keyboard; its title is $register
-# germanSettings        a comma parts decimals, points part dates
 # toLineEntry TITLE     from the host's start to line entry for a new request; TITLE is the register's ($register)
 # awaitHost [STATUS]    waits until it has ended by itself, with that exit status (0)
 # closeRegister [STATUS]  closes the register $register by its button, and awaits the host
-# fail TEXT...          says so and ends the script
 # expect WHAT FOUND EXPECTED    ends the script where both differ
-# expectNoMessage       ends the script where a message was shown
 # stored QUERY          rows of the database, columns parted by "|"
 # items COLUMN [WHERE]  items that shops $requesting and $supplying both carry, with one packing row, so that each
 #                       prints once: id and columns, a line each

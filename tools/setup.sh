@@ -30,11 +30,9 @@ sqliteIn() {
 
 # Prints the packages that are not installed, in the order of the list.
 missingPackages() {
-    local installed package
-    installed=$(dpkg-query -W -f='${binary:Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
-        sed -nE "s/(:$(dpkg --print-architecture))? installed\$//p" || true)
+    local package
     for package in "${packages[@]}"; do
-        grep -qxF "$package" <<<"$installed" || echo "$package"
+        dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed || echo "$package"
     done
     sqliteIn "$cache/sqlite" || command -v npm >/dev/null || echo npm
 }
@@ -53,26 +51,21 @@ runs32BitPrograms() (
         ld -m elf_i386 -o "$work/program" "$work/program.o" && "$work/program" 2>/dev/null
 )
 
-planRemovesNothing() {
-    local steps
-    steps=$(apt-get -q -s "${plan[@]}" 2>&1) || { echo "$steps" >>"$log" && return 1; }
-    ! grep '^Remv ' <<<"$steps" >>"$log"
+aptInstall() {
+    asRoot apt-get -q -y --no-remove --no-install-recommends -o DPkg::Lock::Timeout=300 install "$@" \
+        >>"$log" 2>&1 </dev/null
 }
 
-# Leaves in $plan how apt-get installs these packages without removing any. A library has to have the same version in
-# both widths, and one width's index may be behind: where that is in the way, versions of the release itself serve, older
-# ones too.
-findPlan() {
-    plan=(install --no-install-recommends "$@")
-    ! planRemovesNothing || return 0
+# A library has to have the same version in both widths, and one width's index may be behind: where that is in the way,
+# versions of the release itself serve, older ones too.
+aptInstallOlder() {
     [[ " $* " == *:i386\ * ]] || return 1
     printf '%s\n' "Package: *" "Pin: release n=$VERSION_CODENAME" "Pin-Priority: 1001" >"$cache/preferences"
-    plan+=(--allow-downgrades -o "Dir::Etc::preferences=$cache/preferences")
-    planRemovesNothing
+    aptInstall --allow-downgrades -o "Dir::Etc::preferences=$cache/preferences" "$@"
 }
 
 installPackages() {
-    local added="" removed
+    local added=""
     . /etc/os-release 2>/dev/null || true
     [ "${ID:-} ${VERSION_ID:-}" = "debian 12" ] || fail "this needs Debian 12; missing here: $*"
     [ "$(id -u)" -eq 0 ] || sudo -n true 2>/dev/null || { [ -t 0 ] && sudo -v; } ||
@@ -85,12 +78,10 @@ installPackages() {
     echo "set-up: installing $* (see ${log#"$PWD"/})"
     # A source that does not answer need not be the one that is wanted, so installing decides.
     asRoot apt-get -q update >"$log" 2>&1 </dev/null || true
-    if ! findPlan "$@" || ! asRoot apt-get -q -y -o DPkg::Lock::Timeout=300 "${plan[@]}" >>"$log" 2>&1 </dev/null; then
+    aptInstall "$@" || aptInstallOlder "$@" || {
         [ -z "$added" ] || asRoot dpkg --remove-architecture i386 || true
-        removed=$(sed -n 's/^Remv \([^ ]*\).*/\1/p' "$log" | sort -u | head -n 3 | xargs)
-        [ -z "$removed" ] || fail "apt-get would remove $removed to install $*; nothing was changed"
         fail "apt-get cannot install $*: $(grep '^E:' "$log" | tail -n 1) (no network? see ${log#"$PWD"/})"
-    fi
+    }
 }
 
 fetchSqlite() (
