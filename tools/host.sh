@@ -129,17 +129,17 @@ germanSettings() {
 # The rest serves the packages, and ADO where there is none.
 
 # unpack NAME FOLDER: makes the packages, and unpacks the one of that name there.
-unpack() {
-    # The other width's test may be at it too.
-    exec 9>"$root/out/package.lock"
-    flock 9
+unpack() (
+    flock 9 # the other width's test may be at it too
     "$root/package" >"$OUT/package.log" 2>&1 </dev/null 9>&- || fail "$(tail -n 5 "$OUT/package.log")"
     mkdir "$2"
-    (cd "$2" && sha256sum --quiet -c <(sed "s|  |  $root/dist/|;q" "$root/dist/$1"-[0-9]*.SHA256SUMS) &&
-        cmake -E tar xf "$root/dist/$1"-[0-9]*.zip && sha256sum --quiet -c <(sed 1d "$root/dist/$1"-[0-9]*.SHA256SUMS) &&
-        cd "$1"-[0-9]* && sha256sum --quiet -c SHA256SUMS)
-    exec 9>&-
-}
+    cd "$2"
+    sha256sum --quiet -c <(sed "s|  |  $root/dist/|;q" "$root/dist/$1"-[0-9]*.SHA256SUMS)
+    cmake -E tar xf "$root/dist/$1"-[0-9]*.zip
+    sha256sum --quiet -c <(sed 1d "$root/dist/$1"-[0-9]*.SHA256SUMS)
+    cd "$1"-[0-9]*
+    sha256sum --quiet -c SHA256SUMS
+) 9>"$root/out/package.lock"
 
 # registerAdo DLL BITS: has programs of 64 or 32 bits find the sandbox in that DLL under ADO's names.
 registerAdo() {

@@ -15,17 +15,12 @@ shotFolder=$OUT
 
 # awaitThat S WHAT COMMAND...: tries the command again and again, for S seconds.
 awaitThat() {
-    local left=$(($1 * 10)) what=$2
+    local end=$((SECONDS + $1)) what=$2
     shift 2
     until "$@"; do
-        left=$((left - 1))
-        if [ -n "$programPid" ] && ! kill -0 "$programPid" 2>/dev/null; then
+        if [ "$SECONDS" -gt "$end" ] || { [ -n "$programPid" ] && ! kill -0 "$programPid" 2>/dev/null; }; then
             ! "$@" || return 0
-            what="$what, and the program has ended"
-            left=0
-        fi
-        if [ "$left" -le 0 ]; then
-            echo "waited in vain for $what; the last lines of ${screenLog##*/}:" >&2
+            echo "waited in vain for $what, or the program has ended; the last lines of ${screenLog##*/}:" >&2
             tail -n 5 "$screenLog" >&2 || true
             return 1
         fi
