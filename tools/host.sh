@@ -141,6 +141,14 @@ unpack() (
     sha256sum --quiet -c SHA256SUMS
 ) 9>"$root/out/package.lock"
 
+# What the registry keeps, without the times. It is written when the server ends.
+registry() {
+    timeout 20 wineserver -k || true
+    timeout 20 wineserver -w
+    sed -E -e 's/^(\[.*\]) [0-9]+$/\1/' -e '/^#time=|^"DriverDateData"/d' "$WINEPREFIX"/{system,user}.reg
+    wineServe
+}
+
 # registerAdo DLL BITS: has programs of 64 or 32 bits find the sandbox in that DLL under ADO's names.
 registerAdo() {
     local id name server

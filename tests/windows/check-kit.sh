@@ -14,13 +14,6 @@ makeCompany
 registerAdo "$kit/x64/sandbox.dll" 64
 registerAdo "$kit/x86/sandbox.dll" 32
 
-# What the registry keeps, without the times. It is written when the server ends.
-registry() {
-    timeout 20 wineserver -k || true
-    timeout 20 wineserver -w
-    sed -E -e 's/^(\[.*\]) [0-9]+$/\1/' -e '/^#time=|^"DriverDateData"/d' "$WINEPREFIX"/{system,user}.reg
-    wineServe
-}
 # check STATUS ARGUMENT...
 check() {
     local expected=$1 status=0
