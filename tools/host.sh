@@ -148,6 +148,11 @@ registry() {
     sed -E -e 's/^(\[.*\]) [0-9]+$/\1/' -e '/^#time=|^"DriverDateData"/d' "$WINEPREFIX"/{system,user}.reg
     wineServe
 }
+# expectRegistry WHAT: nothing has changed in it since it was written to before.txt.
+expectRegistry() {
+    registry >"$OUT/after.txt"
+    diff "$OUT/before.txt" "$OUT/after.txt" || fail "$1 has left something in the registry"
+}
 
 # registerAdo DLL BITS: has programs of 64 or 32 bits find the sandbox in that DLL under ADO's names.
 registerAdo() {
