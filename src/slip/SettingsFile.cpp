@@ -39,7 +39,9 @@ std::optional<std::string_view> findSetting(std::string_view content, std::strin
         const std::string_view line = takeLine(content);
         const std::size_t at = line.find(kAssign);
         if (at == std::string_view::npos || at == 0) continue;
-        const std::string_view name = line.substr(0, at - 1);
+        std::size_t end = at - 1; // of the name: before the last character
+        while (end > 0 && (line[end] & 0xC0) == 0x80) --end;
+        const std::string_view name = line.substr(0, end);
         if (name.size() <= sought.size() * kLongestCharacter && basic::ucase(name) == sought)
             return line.substr(at + kAssign.size());
     }
@@ -58,15 +60,14 @@ std::string FileCode(Module& module, const std::string& key, const std::string& 
             complain(module, " Settings.ini file not found");
             return;
         }
-        std::string_view text = content;
-        const bool isUtf8 = text.starts_with(kByteOrderMark);
-        if (isUtf8) text.remove_prefix(kByteOrderMark.size());
-        const std::optional<std::string_view> value = findSetting(text, key);
+        content = content.starts_with(kByteOrderMark) ? content.substr(kByteOrderMark.size())
+                                                      : module.system().decode(content);
+        const std::optional<std::string_view> value = findSetting(content, key);
         if (!value) {
             complain(module, key + "  invalid parameter in Settings.ini file");
             result = kNotFound;
         } else if (*value != kNoValue) {
-            result = isUtf8 ? std::string(*value) : module.system().decode(*value);
+            result = *value;
         }
     });
     return result;

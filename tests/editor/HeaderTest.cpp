@@ -322,6 +322,7 @@ TEST_F(Header, TheListIsLaidOutAsTheSiteHasStoredIt) {
         EXPECT_EQ(columns.at(2).width, own ? 2345 : 4350);
         EXPECT_EQ(columns.at(2).alignment, own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
         EXPECT_EQ(columns.at(6).width, own ? 2222 : 0) << "prices, where the site wants to see them";
+        EXPECT_EQ(columns.at(7).width == 999, own && *wrong == '8') << "the width comes before the alignment";
         EXPECT_EQ(till.lines().tag().substr(0, 6), "Loaded");
     }
 }

@@ -87,7 +87,12 @@ TEST_F(RegisterRights, AreAskedByEachCommandWhateverWayItWasReached) {
 
 // A component wrote into the cell of the id.
 TEST_F(RegisterRights, ACellThatIsNoIdReachesNoStatement) {
-    opensWith({{1, "a"}});
+    opensWith({{1, "a"}, {2, "b"}});
+    user().happens([this] { grid().setCell(2, kColCancelled, ""); }).selectsRow("flexMaster", 2);
+    EXPECT_EQ(commands(), "NEP") << "what nobody says is not cancelled is not deleted";
+    user().happens([this] { grid().setCell(2, kColShopId, "40000"); }).clicks("CmdEdit"); // past 16 bits
+    EXPECT_EQ(reports(), Texts{"frmMaster, CmdEdit_Click"});
+    user().selectsRow("flexMaster", 1);
     user().happens([this] { grid().setCell(1, kColId, "900 or 1=1"); });
     user().happens([this] { shop->module.master().mnurefresh.onClick(); });
     EXPECT_EQ(reports(), Texts{"frmMaster, mnurefresh_Click"});
@@ -103,6 +108,13 @@ TEST_F(RegisterRights, ACellThatIsNoIdReachesNoStatement) {
 // A processing date that cannot be written: New fails at it.
 TEST_F(RegisterEditing, WhatAFailedCommandLeavesIsNotShownToTheNext) {
     opensWith({{1, "a"}});
+    shop->breaks("clsUserAuditing.LoggedTime");
+    for (const char* button : {"cmdnew", "CmdEdit"}) { // the one has set the mode by then, the other not yet
+        user().clicks(button);
+        EXPECT_EQ(reports().size(), 1u);
+        EXPECT_EQ(session().editMode, "N");
+    }
+    shop->breaks("");
     session().processDate = {1e7};
     user().clicks("cmdnew");
     EXPECT_EQ(reports(), Texts{"frmMaster, cmdnew_Click"});
@@ -202,15 +214,18 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
         EXPECT_EQ(user().form(), "frmMaster");
         EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
     }
-    // Without a request there is nothing to edit, delete, print or refresh.
+    // Without a request there is nothing to edit, delete or refresh, and none to print.
     opensWith({});
     const frmMaster& form = shop->module.master();
-    for (const auto& act :
-         {form.CmdEdit.onClick, form.CmdDelete.onClick, form.cmdPrev.onClick, form.mnurefresh.onClick}) {
+    for (const auto& act : {form.CmdEdit.onClick, form.CmdDelete.onClick, form.mnurefresh.onClick}) {
         user().happens(act).answers("Request not selected ", Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
     }
+    user().happens(form.cmdPrev.onClick).clicks("cmdOK");
+    EXPECT_EQ(reports(), Texts{"frmPrint, cmdOK_Click"});
+    EXPECT_EQ(user().form(), "frmPrint");
     EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
+    EXPECT_EQ(shop->statements("select UserName from loUsers").size(), 1u);
 }
 
 TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
@@ -264,6 +279,7 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(user().focus(), "cmdOk");
     user().types("\r");
     EXPECT_EQ(remarks(2), "Margaret Ellis:entered twice");
+    EXPECT_EQ(session().cancelReason, " entered twice ");
     EXPECT_EQ(cancelled(), "1");
     EXPECT_EQ(audit(), (Rows{{"1", "1507", "2", "GR/2", "D"}}));
     EXPECT_EQ(column(kColCancelled), (Texts{"No", "Yes", "No"}));

@@ -140,6 +140,10 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         shop->opens();
         EXPECT_EQ(reports(), c.reports);
         EXPECT_EQ(user().rows("flexMaster").size(), c.rows);
+        if (c.rows == 1 && c.reports[0] == populate) {
+            EXPECT_EQ(grid().cols(), 1);
+            EXPECT_EQ(grid().fixedCols(), 0);
+        }
         EXPECT_FALSE(!c.reports.empty() && c.reports.front() == load && user().enabled("cmdnew"));
         EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
         EXPECT_TRUE(user().clicks("CmdClose").ended());
@@ -238,6 +242,15 @@ TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
         if (current(kColNumber) != "GR/7") continue;
         EXPECT_EQ(current(kColId) + "|" + current(kColRemarks) + "|" + current(kColDate), "7||31/03/2026");
     }
+    // A list that could not be filled has one column.
+    shop.emplace(company);
+    shop->breaks(" select sRHrequestID");
+    shop->opens();
+    EXPECT_EQ(reports(), Texts{"frmMaster, GridPopulate"});
+    shop->breaks("");
+    session().editMode = "N";
+    user().happens([&] { UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery, " srhrequestid =7"); });
+    EXPECT_EQ(column(kColNumber), Texts{"GR/7"});
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include "basic/Calendar.h"
 #include "basic/Format.h"
+#include "basic/Text.h"
+#include "sandbox/data/SchemaText.h"
 
 namespace {
 
@@ -31,6 +33,14 @@ TEST_F(RegisterList, ShowsThePeriodSinceTheLaterOfBackDaysAndDayClose) {
         EXPECT_EQ(basic::format(session().fromDate, "yyyymmdd"), from);
         EXPECT_EQ(column(kColRemarks), Texts{"inside"});
     }
+    company.change("delete losShopDayClose where shopid = 1; update LOsSettings set sNoofBackDays = 30");
+    for (const char* none : {"null", "''"}) { // of a site's own view
+        const support::CompanyFile own(basic::replaceAll(sandbox::schemaText(), "max(closedate) as closedate",
+                                                         std::string(none) + " as closedate"));
+        shop.emplace(own);
+        shop->opens();
+        EXPECT_EQ(shop->errors(), Texts{});
+    }
 }
 
 TEST_F(RegisterList, ShowsARequestAsThePersonReadsIt) {
@@ -45,6 +55,7 @@ TEST_F(RegisterList, ShowsARequestAsThePersonReadsIt) {
                              {"10", "GR/10", "05/03/2026", supplier, "No", "for the weekend", "False", "No", "2"},
                              {"11", "GR/11", "07/03/2026", supplier, "Yes", "x", "False", "No", "2"}}));
     expectSelected(1);
+    EXPECT_EQ(session().userName, "Margaret Ellis");
     for (const int row : {1, 2, 3}) EXPECT_EQ(grid().rowColour(row) == 255, row == 3) << row;
     EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
     user().clicks("CmdClose");
@@ -77,6 +88,11 @@ TEST_F(RegisterList, CaptionAndHeadersComeFromTheCatalogueWithTheSitesWordForASh
         EXPECT_EQ(grid().cell(0, 0), "");
         EXPECT_EQ(shop->errors(), Texts{});
     }
+    company.change("update aalias set Alias = 'Branch' where aliasid = 1"); // read again with each return
+    user().clicks("CmdClose");
+    opens().clicks("cmdnew");
+    company.change("update aalias set Alias = 'Depot' where aliasid = 1");
+    EXPECT_EQ(user().clicks("cmdCancel").caption(), "Goods Request To Depot");
 }
 
 TEST_F(RegisterList, ColumnsAreAsWideAsTheirTextsAndFillTheGrid) {
@@ -104,6 +120,10 @@ TEST_F(RegisterList, ColumnsAreAsWideAsTheirTextsAndFillTheGrid) {
 }
 
 TEST_F(RegisterList, AnEmptyRegisterKeepsOneEmptyRowAndOffersNew) {
+    for (const int none : {0, -1}) {
+        opensWith({{none, "no id"}}).rightClicks("flexMaster");
+        EXPECT_TRUE(user().menu().empty());
+    }
     opensWith({});
     EXPECT_EQ(column(kColId), Texts{""});
     EXPECT_EQ(commands(), "N");
@@ -116,14 +136,12 @@ TEST_F(RegisterList, AnEmptyRegisterKeepsOneEmptyRowAndOffersNew) {
 TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
     // By date goes by id, which follows it.
     has({{9, "beans", "20260303"}, {10, "10", "20260301"}, {11, "9", "20260302"}, {12, "Apples", "20260302"}});
+    company.change("update atablecolumns set ColumnHeader = 'UPDATED' where columnno = 3");
     const std::tuple<const char*, const char*, int, Texts> cases[] = {
-        {"optAscend", "Remarks", 2, {"11", "10", "12", "9"}},
-        {"optDescend", "Remarks", 2, {"9", "12", "10", "11"}},
-        {"optAscend", "Remarks", 1, {"10", "11", "12", "9"}},
-        {"optDescend", "Remarks", 1, {"9", "12", "11", "10"}},
-        {"optAscend", "Request No", 1, {"10", "11", "12", "9"}},
-        {"optDescend", "Request Date", 1, {"12", "11", "10", "9"}},
-        {"optAscend", "Request Date", 1, {"9", "10", "11", "12"}}};
+        {"optAscend", "Remarks", 2, {"11", "10", "12", "9"}},    {"optDescend", "Remarks", 2, {"9", "12", "10", "11"}},
+        {"optAscend", "Remarks", 1, {"10", "11", "12", "9"}},    {"optDescend", "Remarks", 1, {"9", "12", "11", "10"}},
+        {"optAscend", "Request No", 1, {"10", "11", "12", "9"}}, {"optDescend", "UPDATED", 1, {"12", "11", "10", "9"}},
+        {"optAscend", "UPDATED", 1, {"9", "10", "11", "12"}}};
     for (const auto& [direction, by, currentRow, ids] : cases) {
         SCOPED_TRACE(std::string(direction) + " " + by);
         opens();
@@ -168,6 +186,7 @@ TEST_F(RegisterList, SearchGoesToTheFirstRequestThatBeginsSo) {
     const Requests words{{1, "pears"}, {2, "Apricots"}, {3, "apples"}, {4, "Bananas"}, {5, "apples, green"}};
     const Requests alike{{1, "2"}, {2, "1.00"}, {3, "1"}, {4, "1.0"}, {5, "01"}};
     const Requests numbers{{1, "7"}, {2, "12"}, {3, "1"}, {4, "35"}, {5, "120"}};
+    const Requests mixed{{1, "x"}, {2, "1"}}; // numbers where the first row, in order, is one
     const struct {
         const Requests& requests;
         const char *typed, *found; ///< the current row's remarks
@@ -175,6 +194,7 @@ TEST_F(RegisterList, SearchGoesToTheFirstRequestThatBeginsSo) {
         // clang-format off
         {words, "ap", "apples"}, {words, "APR", "Apricots"}, {words, "p", "pears"}, {words, "apples,", "apples, green"},
         {numbers, "7", "7"}, {numbers, "12", "12"}, {numbers, "1", "1"}, {numbers, "120", "120"}, {alike, "1.0", "01"},
+        {mixed, "1.00", "1"}, {Requests{{1, "b"}, {2, "ap"}}, "ap ", "ap"},
         // Where nothing is found the request that was current before stays so.
         {words, "zz", "pears"}, {numbers, "99", "7"},
         {words, "ap ", "pears"}, // compared by as many characters as were typed
@@ -233,6 +253,8 @@ TEST_F(RegisterList, KeysAndDoubleClickDoWhatTheButtonsDo) {
         else
             EXPECT_EQ(session().editMode, c.mode);
     }
+    user().clicks("flexMaster");
+    EXPECT_TRUE(user().menu().empty());
     user().focuses("cboColNames"); // Enter moves on below the grid
     for (const char* next : {"optAscend", "cboSearch", "txtsearch", "cmdnew"}) {
         user().types("\r");

@@ -145,11 +145,14 @@ const Fault kFaults[] = {
     {"frmMaster |Form_KeyPress", openRegister, "", stuck("flexMaster", presses('D', forms::kControl))},
     {"frmMaster |mnurefresh_Click", openRegister, "update mesrequesttoshopheader", refreshes},
     {"frmMaster |cboColNames_Click", openRegister, "", picksOther("cboColNames", 99)},
+    {"frmMaster |optDescend_Click", openRegister, "", inTurn({picksOther("cboColNames", 1), stuck("cboColNames", clicks("optDescend"))})},
+    {"frmMaster |optAscend_Click", openRegister, "", inTurn({picksOther("cboColNames", 1), stuck("cboColNames", clicks("optAscend"))})},
     {"frmMaster |txtsearch_KeyUp", openRegister, "", inTurn({picksOther("cboSearch", 99), enters("txtsearch", "a")})},
     {"basGRtoShop |UpdateEditedRow", openRegister, "",
      happens([](auto& m) { UpdateEditedRow(m, m.master().flexMaster, "select", ""); })},
     {"frmcancelreason |Form_Load ", openDeletable, "clsFormcolor.Applyformcolor", confirmsDelete},
     {"frmcancelreason |cmdOk_Click ", openReason, "", unseen(happens([](auto& m) { m.cancelReason().cmdOk.onClick(); }))},
+    {"frmcancelreason |txtcanreason_KeyUp", openReason, "", stuck("cmdOk", types("x"))},
     {"frmcancelreason |Form_QueryUnload", openReason, "", unseen([](auto& shop) {
          shop.user.happens([&] { shop.module.cancelReason().cmdOk.setEnabled(true); }).closesFrame();
      })},
@@ -248,6 +251,7 @@ TEST(Reports, SayForWhomAndWhy) {
         EXPECT_EQ(shop.calls("ErrorDetails.").back(),
                   std::string("ErrorDetails.ErrorTrack(here |Priya Ramanathan-Whitlock|there |") + c.told + "|E|True)");
     }
+    EXPECT_EQ(shop.statements("select username from LOUSERS where userid=3 and shopid = 4").size(), 4u);
 }
 
 } // namespace

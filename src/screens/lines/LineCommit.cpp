@@ -66,14 +66,14 @@ bool frmRequestDetail::checked() {
         return false;
     };
     if (basic::trim(cboItem.text()).empty() || !cboItem.hasSelection()) return refuse("Select an item.   ", cboItem);
-    for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice})
-        if (wholeDigits(box->text()) > kMostWholeDigits)
-            return refuse("At most 15 digits before the point can be stored. Correct the number.", *box);
     if (basic::val(txtQuantity.text()) == 0) return refuse("Enter the quantity.   ", txtQuantity);
     if (txtsellingprice.visible() && basic::val(txtsellingprice.text()) <= 0)
         return refuse("Selling price cannot be sero.   ", txtsellingprice);
     if (session().blnIntegerQuantity && txtQuantity.text().find('.') != std::string::npos)
         return refuse(kIntegerOnly, txtQuantity);
+    for (forms::TextBox* box : {&txtQuantity, &txtBadQuantity, &txtsellingprice})
+        if (box->visible() && wholeDigits(basic::valText(box->text())) > kMostWholeDigits)
+            return refuse("At most 15 digits before the point can be stored. Correct the number.", *box);
     if (!meant(txtQuantity, kLineGoodQty, "quantity") || !meant(txtBadQuantity, kLineBadQty, "quantity")) return false;
     if (txtsellingprice.visible() && !meant(txtsellingprice, kLinePrice, "price")) return false;
     if (asksSupplier_ && !module().request().PresentInCurrentShop(cboItem.selectedData(), true)) {

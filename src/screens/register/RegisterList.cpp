@@ -193,7 +193,6 @@ void frmMaster::sort(int column, forms::SortOrder order) {
         flexMaster.selectRow(row);
         flexMaster.setTopRow(row);
     }
-    enableRowCommands();
 }
 
 void frmMaster::search() {

@@ -44,7 +44,8 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     };
 
     cboColNames.onClick = [this] { trap("cboColNames_Click", [this] { sortByChosenColumn(); }); };
-    optAscend.onClick = optDescend.onClick = [this] { cboColNames.setListIndex(-1); };
+    optAscend.onClick = [this] { trap("optAscend_Click", [this] { cboColNames.setListIndex(-1); }); };
+    optDescend.onClick = [this] { trap("optDescend_Click", [this] { cboColNames.setListIndex(-1); }); };
     txtsearch.onGotFocus = selectsItsText();
     txtsearch.onKeyUp = [this](std::int16_t&, std::int16_t) { trap("txtsearch_KeyUp", [this] { search(); }); };
     for (forms::Control* box :
@@ -56,7 +57,7 @@ frmMaster::frmMaster(Module& module) : ModuleForm(module, "frmMaster") {
     CmdDelete.onClick = [this] { trap("CmdDelete_Click ", [this] { deleteRequest(); }); };
     cmdPrev.onClick = [this] {
         trap("cmdPrev_Click", [this] {
-            if (allowed("P") && requestChosen()) this->module().print().offer();
+            if (allowed("P")) this->module().print().offer();
         });
     };
     CmdClose.onClick = [this] { unload(); };

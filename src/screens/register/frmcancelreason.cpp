@@ -12,7 +12,7 @@ constexpr int kHeight = 915;
 
 frmcancelreason::frmcancelreason(Module& module) : ModuleForm(module, "frmcancelreason") {
     txtcanreason.onGotFocus = selectsItsText();
-    txtcanreason.onChange = [this] { cmdOk.setEnabled(hasReason()); };
+    txtcanreason.onChange = [this] { trap("txtcanreason_KeyUp", [this] { cmdOk.setEnabled(hasReason()); }); };
     txtcanreason.onKeyPress = enterMovesOn();
     cmdOk.onClick = [this] { trap("cmdOk_Click ", [this] { accept(); }); };
 }
