@@ -46,6 +46,7 @@ register /u # twice is no error
 expectRegistry "the machine's registration"
 
 register /n /i:User
+# Wine looks for classes among the machine's only.
 for key in 'goodsreq.clsGRtoShop\CLSID' 'CLSID\{A12212E2-7B8A-4BB4-82B8-38B8AF86F343}\InprocServer32'; do
     wine_run reg query "HKCU\\Software\\Classes\\$key" >>"$OUT/user.txt"
 done
