@@ -18,10 +18,7 @@ list(FILTER com_sources EXCLUDE REGEX "/Exports\\.cpp$") # belongs into each DLL
 set_target_properties(com PROPERTIES SOURCES "${com_sources}")
 target_link_libraries(com PUBLIC oleaut32 ole32 uuid advapi32)
 room(src/win32 USES common com)
-get_target_property(win32_type win32 TYPE)
-if(NOT win32_type STREQUAL INTERFACE_LIBRARY)
-    target_link_libraries(win32 PUBLIC comctl32 comdlg32 winspool uxtheme gdi32 user32 shell32)
-endif()
+target_link_libraries(win32 PUBLIC comctl32 comdlg32 winspool uxtheme gdi32 user32 shell32)
 
 # The type library, and the C++ declarations that it is served through.
 find_program(WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
