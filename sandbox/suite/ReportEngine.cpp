@@ -23,11 +23,15 @@ namespace {
 constexpr std::size_t kMostValues = 50;
 constexpr const char* kPrintFile = "printed-report.txt";
 
-/// Writes down a call for tests: "Member(argument|argument)".
+/// Writes down a call for tests: "Member(argument|argument)", a small number with "%", a double with "#" behind it.
 void note(const Surroundings& surroundings, const std::string& member, Arguments arguments) {
     if (!surroundings.reportCalls) return;
     std::string text = member + "(";
-    for (std::size_t i = 0; i < arguments.size(); ++i) text += (i > 0 ? "|" : "") + basic::concatText(arguments[i]);
+    for (const Value& argument : arguments)
+        text += (text.ends_with('(') ? "" : "|") + basic::concatText(argument) +
+                (argument.is<std::int16_t>() ? "%"
+                 : argument.is<double>()     ? "#"
+                                             : "");
     surroundings.reportCalls->push_back(text + ")");
 }
 

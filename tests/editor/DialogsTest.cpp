@@ -73,6 +73,7 @@ TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
              {"a packing that is not active", "update aitempackingdetail set Active = 0" + of, item.barcode, true},
              {"a shortcut number of seven figures", shortcut + "7654321" + of, "7654321", true},
              {"more figures than the shortcut number", shortcut + "7654" + of, "7654321", false},
+             {"figures before a comma", shortcut + "7654" + of, "7654,321", true},
              {"not carried by the other shop", "delete ashopitemdetail" + of + " and shopid = 2", item.barcode, true},
              {"barcode before code", "update aitem set itemcode = '" + item.barcode + "'" + another, item.barcode, true},
              {"shortcut before code", "update aitem set itemcode = '" + item.shortcut + "'" + another, item.shortcut, true},
@@ -271,6 +272,10 @@ TEST_F(FetchDialog, HandsNothingOverWithoutAnItem) {
     searches(till, "ItemCode", "").clicks("CmdClose").presses(kKeyF11);
     searches(till, "ItemCode", other.code).happens([&] { grid(till).setRow(0); }); // the heading
     EXPECT_EQ(till.user.clicks("cmdOk").form(), "frmRequestDetail");
+    for (const char* none : {"0", "-5"}) {
+        till.user.presses(kKeyF11);
+        searches(till, "ItemCode", other.code).happens([&] { grid(till).setCell(1, 0, none); }).clicks("cmdOk");
+    }
     EXPECT_EQ(chosenItem(till), item.id);
 }
 

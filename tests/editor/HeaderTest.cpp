@@ -58,6 +58,7 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
                                         {"a remainder that is no number", {"GR/41", "GR/X1"}, "GR/", "GR/42"},
                                         {"other prefixes", {"GR/7", "IS/90", "GR24/80"}, "GR/", "GR/8"},
                                         {"no row of prefixes", {}, nullptr, "1"},
+                                        {"a blank in the prefix", {"GR 3"}, "GR ", "GR 4"},
                                         {"plain numbers go on", {"8", "GR/30"}, nullptr, "9"},
                                         {"an apostrophe in the prefix", {"O''B/3"}, "O''B/", "O'B/4"},
                                         {"the last one that fits", {"GR/32766"}, "GR/", "GR/32767"}}) {

@@ -67,6 +67,8 @@ TEST_F(Item, IsFoundByBarcodeShortcutOrCode) {
              {"shortcut number", "", item.shortcut, taken(item.shortcut)},
              {"shortcut number, first four digits", shortcut + "1", "87654321", taken("87654321")},
              {"another shop's shortcut number", shortcut + "3", "8765", refused("8765")},
+             {"shortcut number among the first four, blanks with them",
+              "update ashopitemdetail set shortcutno = 87" + of + " and shopid = 1", "  8765", taken("  8765")},
              {"item code", "", item.code, taken(item.code)},
              {"code like a large number", "update aitem set itemcode = '1E40'" + of, "1E40", taken("1E40")},
              {"no such code", "", "NOPE-1", refused("NOPE-1")},
@@ -144,6 +146,7 @@ TEST_F(Item, IsSearchedAndChosenInTheSearchWindow) {
     till.user.enters("txtQuantity", "3").clicks("cmdOk");
     till.user.focuses("cmdbarcode").types(" ").presses(forms::kKeyEscape); // no code begins with a blank
     EXPECT_EQ(till.user.text("cboItem"), "");
+    EXPECT_EQ(till.user.focus(), "cmdbarcode");
     EXPECT_EQ(till.backToEditor().column(1), Names{listed[0][1]});
 }
 
@@ -151,6 +154,7 @@ TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
     for (const auto& [setting, shown] : Table<std::string, Text>{{"'ItemCode'", "Item Code"},
                                                                  {"'Part_Code'", "Part Code"},
                                                                  {"'ItemID'", "Item Description"},
+                                                                 {"'itemcode'", "Item Description"},
                                                                  {"'Colour'", "Item Description"},
                                                                  {"null", "Item Description"}}) {
         company.change("update LOsSettings set defaultfetch = " + setting + " where ShopID = 1");
@@ -163,25 +167,29 @@ TEST_F(Item, TheShopsSettingChoosesTheColumnToSearchIn) {
 TEST_F(Item, PackingsAreListedAndCountedInFractions) {
     const std::string unit = "(select UnitsId from aitem" + of + ")";
     const std::string packing = ";insert into aitempackingdetail values (" + item.id;
-    company.change("delete apackingtypecapacitydetail where packingtypeid in (91, 92, 93);"
-                   "insert into apackingtype values (91, 'Dozen');insert into apackingtype values (92, 'Pallet');"
-                   "insert into apackingtype values (93, 'Loose');"
+    company.change("delete apackingtypecapacitydetail where packingtypeid in (91, 92, 93, 94);"
+                   "insert into apackingtype values (91, 'Dozen'), (92, 'Pallet'), (93, 'Loose'), (94, 'Crate');"
                    "insert into apackingtypecapacitydetail values (91, " +
-                   unit + ", 12), (92, " + unit +
+                   unit + ", 12), (94, " + unit + ", 10), (92, " + unit +
                    ", 40);"
                    "delete aitempackingdetail" +
                    of + packing + ", 91, '2991', 1, 1)" + packing + ", 92, '2992', 0, 0)" + packing +
-                   ", 93, '2993', 0, 1)");
+                   ", 93, '2993', 0, 1)" + packing + ", 94, '2994', 0, 1)");
     Till till(company);
     till.newRequest().addsLines().scans("2991");
-    EXPECT_EQ(till.user.rows("lvwpacktype"), (Rows{{"91", "Dozen", ""}})); // 92 is inactive, 93 has no capacity
-    EXPECT_EQ(till.user.types("30\r").rows("lvwpacktype"), (Rows{{"91", "Dozen", "2.50"}}));
+    // 92 is inactive, 93 has no capacity
+    EXPECT_EQ(till.user.rows("lvwpacktype"), (Rows{{"91", "Dozen", ""}, {"94", "Crate", ""}}));
+    EXPECT_EQ(till.user.types("30\r").rows("lvwpacktype"), (Rows{{"91", "Dozen", "2.50"}, {"94", "Crate", "3.00"}}));
     EXPECT_EQ(till.user.focus(), "txtBadQuantity");
     till.user.focuses("cboItem");
     for (const char* next : {"lvwpacktype", "txtBarcode"}) EXPECT_EQ(till.user.types("\r").focus(), next);
-    EXPECT_EQ(till.user.enters("txtQuantity", "0\r").focus(), "txtQuantity");
+    for (const char* nothing : {"0", "-3"})
+        EXPECT_EQ(till.puts("txtQuantity", nothing).user.focuses("txtQuantity").types("\r").focus(), "txtQuantity");
+    company.change("delete apackingtypecapacitydetail where packingtypeid = 91");
+    EXPECT_EQ(till.user.enters("txtQuantity", "20\r").column("lvwpacktype", 2), (Names{"", "2.00"}));
 
-    company.change("update apackingtypecapacitydetail set quantity = 0 where packingtypeid = 91");
+    company.change("insert into apackingtypecapacitydetail values (91, " + unit +
+                   ", 1);update apackingtypecapacitydetail set quantity = 0 where packingtypeid = 91");
     till.user.enters("txtQuantity", "5\r");
     EXPECT_EQ(till.readsReport("Error 11: Division by zero").user.text("txtQuantity"), "5");
     EXPECT_EQ(till.user.focus(), "txtBadQuantity") << "the next key of a scanner belongs there";

@@ -59,8 +59,8 @@ TEST_F(LineEntry, TheNumberBoxesTakeNumbersOnly) {
     till.puts("txtQuantity", "1234.56789");
     EXPECT_EQ(tip("txtQuantity"), "1,234.56789");
     EXPECT_EQ(till.user.clicks("txtQuantity").control("txtQuantity")->toolTip(), "1,234.568");
-    till.user.enters("txtBadQuantity", "0.125");
-    EXPECT_EQ(tip("txtBadQuantity"), "0.125");
+    till.puts("txtBadQuantity", "1234.56789");
+    EXPECT_EQ(tip("txtBadQuantity"), "1,234.56789");
     EXPECT_EQ(till.errors(), Names{});
 }
 
@@ -91,11 +91,12 @@ TEST_F(LineEntry, ADecimalCommaIsReadTheSameEverywhere) {
 
 TEST_F(LineEntry, WholeQuantitiesWhereTheSiteWantsThem) {
     company.change("update aPAckageSettings set IntegerQuantity = 1");
-    Till till(company);
+    Till till(company, {.screenId = 1611});
     till.newRequest().addsLines().scans(item.barcode).user.types("1.").answers(kInteger, Answer::ok);
     EXPECT_EQ(till.user.types("5").pastes("1.5").text("txtQuantity"), "15");
     EXPECT_EQ(till.user.enters("txtBadQuantity", "0.5").text("txtBadQuantity"), "0.5");
-    EXPECT_EQ(till.puts("txtQuantity", "1.0").oksAndReads(kInteger).user.focus(), "txtQuantity");
+    till.puts("txtQuantity", "1.0").puts("txtsellingprice", "0").oksAndReads("Selling price cannot be sero.   ");
+    EXPECT_EQ(till.puts("txtsellingprice", "1").oksAndReads(kInteger).user.focus(), "txtQuantity");
     till.user.types("2").clicks("cmdOk");
     till.backToEditor();
     EXPECT_EQ(till.column(3), Names{"2.000"});
@@ -107,16 +108,26 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
         Till till(company, {.screenId = screen});
         till.newRequest().addsLines();
         EXPECT_EQ(till.oksAndReads("Select an item.   ").user.focus(), "cboItem");
+        till.user.happens([&] {
+            forms::ComboBox& box = till.module.requestDetail().cboItem;
+            box.addItem("  ", 7);
+            box.setListIndex(0);
+        });
+        till.oksAndReads("Select an item.   ").user.happens([&] { till.module.requestDetail().cboItem.clear(); });
+        till.user.focuses("cboItem");
         till.user.types(item.barcode + "\r"); // a code, although the focus is on the item
         EXPECT_EQ(till.user.text("cboItem"), item.description);
         till.user.focuses("cboItem").types("x");
         till.oksAndReads("Select an item.   ").scans(item.barcode);
-        for (const char* nothing : {"0.0", "."}) {
+        till.puts("txtsellingprice", screen == 1611 ? "0" : "1234567890123456")
+            .puts("txtBadQuantity", "1234567890123456");
+        for (const char* nothing : {"0.0", ".", "0000000000000000"}) {
             till.user.enters("txtQuantity", nothing).focuses("cmdOk").types("7"); // the first digit of the next code
             till.user.answers("Enter the quantity.   ", Answer::ok);
             EXPECT_EQ(till.user.focus(), "txtQuantity");
             EXPECT_EQ(till.user.text("txtBarcode"), item.barcode);
         }
+        till.puts("txtBadQuantity", "").puts("txtsellingprice", screen == 1611 ? "1" : "1234567890123456"); // hidden
         // A code in the box of a number, as after two scans without a quantity between; in 1611 also behind it.
         const auto asked = [&](const char* box, const std::string& code, const char* what = "quantity") {
             till.user.enters(box, code).focuses("cmdOk").types("\r");
@@ -149,12 +160,16 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
 
         // The same item again, found by its description in any letters.
         const std::string stands = basic::ucase(item.description);
-        till.putsCell(1, goodsreq::kLineItemName, stands).scans(item.code).user.enters("txtQuantity", "9");
+        till.putsCell(1, goodsreq::kLineItemName, stands).putsCell(1, goodsreq::kLineItemId, other.id);
+        till.user.happens([&] { till.lines().setTag("Loaded"); });
+        till.scans(item.code).user.enters("txtQuantity", "0");
+        till.oksAndReads("Enter the quantity.   ").user.enters("txtQuantity", "9");
         EXPECT_EQ(till.oksAndReads(item.description + " Already Exists").user.text("cboItem"), "");
         EXPECT_EQ(till.user.focus(), "txtBarcode");
+        EXPECT_EQ(till.lines().tag().substr(0, 1), "C");
         till.backToEditor();
         EXPECT_FALSE(till.holds("Fetch.clsFetch")); // nor the session's connection with it
-        EXPECT_EQ(till.user.rows("lvwrequest"), (Rows{{"1", item.code, stands, "1234567.500", "0.000", item.id,
+        EXPECT_EQ(till.user.rows("lvwrequest"), (Rows{{"1", item.code, stands, "1234567.500", "0.000", other.id,
                                                        screen == 1611 ? "4.500" : "", item.unit}}));
     }
 }
@@ -162,7 +177,9 @@ TEST_F(LineEntry, OkRefusesInOrderAndThenWritesTheLine) {
 TEST_F(LineEntry, EditingWalksDownTheLinesAndClosesAfterTheLast) {
     for (const std::int32_t screen : {1507, 1611}) {
         Till till(company, {.screenId = screen});
-        const Names prices = till.newRequest().enters(three).column(6);
+        till.newRequest().enters(three);
+        if (screen == 1611) till.putsCell(2, goodsreq::kLinePrice, "77.000");
+        const Names prices = till.column(6);
         till.changesLine(2);
         EXPECT_EQ(till.user.entries("cboItem"), Names{other.description});
         EXPECT_NE(till.user.rows("lvwpacktype").at(0)[2], "");

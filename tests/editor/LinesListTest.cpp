@@ -125,14 +125,17 @@ TEST_F(LinesList, KnowsWhetherTheSupplyingShopCarriesAnItem) {
 }
 
 TEST_F(LinesList, SuggestsWhatIsOrderedAboveTheShopsWholeStock) {
-    // Of the shop's items two are left, for speed.
-    company.change("delete ashopitemdetail where shopid = 1 and itemid not in (" + item.id + "," + other.id +
-                   ");delete losShopItemStock where shopid = 1;insert into losShopItemStock values (1," + item.id +
+    // Of the shop's items three are left, for speed.
+    company.change("delete ashopitemdetail where shopid = 1 and itemid not in (" + item.id + "," + other.id + "," +
+                   items[2].id + ");delete losShopItemStock where shopid = 1;insert into losShopItemStock values (1," +
+                   item.id +
                    ",20);update ashopitemdetail set ItemReorderLevel = 20, ReorderQuantity = 7 where shopid = 1;"
-                   "update ashopitemdetail set ItemReorderLevel = 20.001 where shopid = 1 and itemid = " +
-                   other.id);
+                   "update ashopitemdetail set ItemReorderLevel = 20.001 where shopid = 1 and itemid <> " +
+                   item.id);
     till.newRequest().user.happens([&] { till.module.request().FillReorderSuggestions(); });
-    EXPECT_EQ(till.user.rows("lvwrequest"), (Rows{{"1", "", other.description, "7", "0", other.id, "", other.unit}}));
+    EXPECT_EQ(till.user.rows("lvwrequest"),
+              (Rows{{"1", "", other.description, "7", "0", other.id, "", other.unit},
+                    {"2", "", items[2].description, "7", "0", items[2].id, "", items[2].unit}}));
     EXPECT_EQ(till.errors(), Names{});
 }
 

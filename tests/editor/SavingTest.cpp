@@ -70,7 +70,8 @@ TEST_F(Saving, RefusesInOrder) {
     till.newRequest(0).user.checks("chkTransFinished");
     EXPECT_EQ(till.oksAndReads("Select Shop").user.focus(), "cboShop");
     till.picksShop(kSupplier);
-    EXPECT_EQ(till.oksAndReads(kNoLine).user.focus(), "cmdOk");
+    till.user.focuses("txtRemarks").closesFrame().answers("Save Changes?", Answer::yes).answers(kNoLine, Answer::ok);
+    EXPECT_EQ(till.user.focus(), "cmdOk");
     till.enters({item}).putsCell(1, 3, "0.000").oksAndReads(kNoLine);
     till.putsCell(1, 3, "2").putsCell(1, 4, "-2").oksAndReads(kNoLine);
     till.putsCell(1, 3, "0.000").putsCell(1, 4, "0.001").puts("txtrequestDate", "soon").oksAndReads(noDate("soon"));
@@ -109,12 +110,15 @@ TEST_F(Saving, StoresHeaderLinesAndAuditRecordOfEachKind) {
     for (const auto& [screen, type, price, prefix] :
          Table<std::int32_t, Text, Text, Text>{{1507, "r", "0", "GR/"}, {1611, "s", "9.99", "IS/"}}) {
         Till till(company, {.screenId = screen, .userId = 2});
-        till.newRequest().addsLines().scans(item.barcode);
-        till.user.enters("txtQuantity", "3").enters("txtBadQuantity", "1.5");
+        // A line of nothing counts and is stored beside a real one, whichever comes first.
+        const bool first = screen == 1507;
+        till.newRequest().addsLines();
+        if (first) till.line(other, "2");
+        till.scans(item.barcode).user.enters("txtQuantity", "3").enters("txtBadQuantity", "1.5");
         if (till.user.visible("txtsellingprice")) till.user.enters("txtsellingprice", "9.99");
         till.user.clicks("cmdOk");
-        // A line of nothing counts and is stored beside a real one.
-        till.line(other, "2").backToEditor().putsCell(2, 3, "0.000");
+        if (!first) till.line(other, "2");
+        till.backToEditor().putsCell(first ? 1 : 2, 3, "0.000");
         till.user.enters("txtRemarks", "d'accord, \xC3\xA9t\xC3\xA9");
         till.saves();
         const std::string id = newest("srhrequestid");
@@ -143,6 +147,32 @@ TEST_F(Saving, AnotherScreenWritesNothingAndSaysNothing) {
     till.newRequest().enters({item}).user.enters("txtrequestDate", "31/03/2016");
     EXPECT_EQ(till.saves().said(), Names{});
     EXPECT_EQ(sizes(company), before);
+    storeRequest(company, items);
+    const std::string row = std::string("select * from mesRequesttoShopHeader") + kOfStored;
+    const Rows stored = company.rows(row), lines = details(kStored);
+    Till editing(company, {.screenId = 1700});
+    editing.editRequest(kStored).user.enters("txtRemarks", "changed").selectsRow("lvwrequest", 1);
+    editing.user.presses(forms::kKeyDelete).answers(Answer::yes);
+    EXPECT_EQ(editing.saves().errors(), Names{});
+    EXPECT_EQ(company.rows(row), stored);
+    EXPECT_EQ(details(kStored), lines);
+}
+
+TEST_F(Saving, AnIdThatASmallNumberCannotHoldReachesNoOtherRequest) {
+    storeRequest(company, items,
+                 "update mesRequesttoShopHeader set srhrequestid = 66436, srhrequestno = 'GR/901'" +
+                     std::string(kOfStored) + // 65536 more
+                     ";update mesRequesttoShopDetail set srdrequestid = 66436 where srdshopid = 1 and"
+                     " srdrequestid = 900");
+    storeRequest(company, items);
+    const Rows before = company.rows("select * from mesRequesttoShopHeader where srhshopid = 1");
+    Till till(company);
+    till.editRequest("66436").user.enters("txtRemarks", "changed").clicks("cmdOk");
+    EXPECT_EQ(till.readsReport("Error 6: Overflow").user.form(), "frmRequest");
+    till.user.clicks("cmdCancel").answers("Save Changes?", Answer::no);
+    EXPECT_EQ(till.another({item}).user.clicks("cmdOk").form(), "frmRequest"); // nor is there a next one
+    till.readsReport("Error 6: Overflow");
+    EXPECT_EQ(company.rows("select * from mesRequesttoShopHeader where srhshopid = 1"), before);
 }
 
 TEST_F(Saving, AnEditRewritesTheLinesAndLeavesTheRestOfTheHead) {

@@ -52,12 +52,14 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
                                                     {"0", "0", "optPrint"},
                                                     {"2", "0", "optPrint"},
                                                     {"1", "1", "OptWindowsPrint"},
-                                                    {"0", "1", "OptWindowsPrint"}}) {
+                                                    {"0", "1", "OptWindowsPrint"},
+                                                    {"0", "1x", "OptWindowsPrint"},
+                                                    {"1", "2", "optScreen"}}) {
         sets({{"printtoscreen", toScreen}, {"windowsprint", reports}});
         opensDialog();
         EXPECT_TRUE(shop.user.control<forms::OptionButton>(chosen)->value()) << toScreen << reports;
         EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *reports == '1');
-        if (*reports == '0') { // and where a component shows it
+        if (*reports != '1') { // and where a component shows it
             shop.user.happens([&] { shop.user.control("OptWindowsPrint")->setVisible(true); });
             leaves("OptWindowsPrint");
             shop.user.answers("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.",
@@ -96,6 +98,10 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
     EXPECT_NE(slip.find("Request No     : " + shop.user.rows("flexMaster").at(0).at(1) + "\r\n"), std::string::npos);
     EXPECT_EQ(shop.desktop.programs.size(), 1u);
     EXPECT_TRUE(shop.errors().empty());
+    sets({{"port", "NotFound"}}); // which the screen does not want
+    shop.user.clicks("cmdPrev");
+    leaves("optScreen");
+    EXPECT_EQ(shop.desktop.programs.size(), 2u);
 }
 
 // Printer, database, files: what fails is told with what to do, and may be tried again.
@@ -219,8 +225,8 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
             std::string("OpenReport(" PROJECT_DIR "/sandbox/data\\reports\\") + kind.file + ")",
             std::string("SetCurrentValue 1(") + kind.firstValue + (kind.hasCurrency ? "" : shopName) + ")",
             "SetCurrentValue 2( )",
-            "SetCurrentValue 3(" + row[0] + ")",
-            "SetCurrentValue 4(1)",
+            "SetCurrentValue 3(" + row[0] + "#)",
+            "SetCurrentValue 4(1%)",
             "SetCurrentValue 5(" + company.value("select username from lousers where userid=1") + ")",
             "SetCurrentValue 6(" + department + ")"};
         if (kind.hasCurrency) expected.push_back("SetCurrentValue 7(" + company.value("select symbol" + from) + ")");

@@ -17,6 +17,7 @@ TEST(SettingsFile, FindsTheFirstLineWithTheName) {
         {"no blank before the sign: the last letter is lost", "printtoscreen:=1\n", "printtoscreen", std::nullopt},
         {"... and another key is found", "printtoscreenx:=1\n", "printtoscreen", "1"},
         {"two blanks belong to the name", "port  :=x\n", "port", std::nullopt},
+        {"a blank of two bytes", "port\xC2\xA0:=x\n", "port", "x"},
         {"the value is not trimmed", "port := LPT1 \r\n", "port", " LPT1 "},
         {"a value with the sign in it", "port :=a:=b\n", "port", "a:=b"},
         {"no value", "port :=\r\nq :=1", "port", ""},
