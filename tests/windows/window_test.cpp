@@ -237,6 +237,7 @@ TEST_F(FormsWindow, EndsHoweverItsWindowGoes) {
         EXPECT_TRUE(enabled(other));
         EXPECT_TRUE(destroyed || GetActiveWindow() == other.get());
         EXPECT_FALSE(form->visible() || rows->visible());
+        EXPECT_FALSE(form->view() || form->txtBarcode.view());
         EXPECT_EQ(form->txtBarcode.text(), "");
     }
 }
@@ -278,6 +279,14 @@ TEST_F(FormsWindow, KeepsTheSizeThatAnotherResolutionGivesIt) {
             EXPECT_EQ(limits.ptMinTrackSize.x, least.cx);
             EXPECT_EQ(limits.ptMinTrackSize.y, least.cy);
         }
+    });
+    looks(*rows, [&] {
+        RECT suggested{5, 5, 700, 500};
+        SendMessageW(topOf(rows->grid), kDpiChanged, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&suggested));
+        const auto fontOf = [](const Control& control) {
+            return SendMessageW(Person::windowOf(control), WM_GETFONT, 0, 0);
+        };
+        EXPECT_EQ(fontOf(rows->grid), fontOf(rows->cmdRefresh));
     });
 }
 
