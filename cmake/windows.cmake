@@ -176,7 +176,7 @@ add_custom_target(dist ALL
 
 # The host once more, in a folder of its own, with a component that has a way to the dialogs no screen opens. It is not
 # delivered.
-com_dll(tryout tests/windows/TryoutServer.cpp tests/support/OpenDialogs.cpp src/com/dll/clsGRtoShop.cpp
+com_dll(tryout sandbox/tryout/TryoutServer.cpp sandbox/tryout/OpenDialogs.cpp src/com/dll/clsGRtoShop.cpp
     src/com/dll/goodsreq.rc)
 set(tryout_folder ${CMAKE_BINARY_DIR}/tryout)
 set_target_properties(tryout_dll PROPERTIES OUTPUT_NAME goodsreq LIBRARY_OUTPUT_DIRECTORY ${tryout_folder}

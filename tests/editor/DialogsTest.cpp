@@ -17,7 +17,7 @@ protected:
 
     /// From nothing to line entry with a dialog over it.
     static User& opens(Till& till, const char* dialog) {
-        support::openOverLineEntry(till.module, dialog);
+        sandbox::openOverLineEntry(till.module, dialog);
         return till.newRequest().addsLines().user.presses(kKeyF11);
     }
     static std::string chosenItem(Till& till) {
@@ -163,7 +163,7 @@ TEST_F(FetchDialog, FindsByEachColumnAndHandsTheItemOver) {
 TEST_F(FetchDialog, StaysAwayFromALineThatStands) {
     for (const std::string dialog : {"fetch", "scan"}) {
         Till till(company);
-        support::openOverLineEntry(till.module, dialog);
+        sandbox::openOverLineEntry(till.module, dialog);
         till.newRequest().enters(items).changesLine(1).user.presses(kKeyF11);
         EXPECT_EQ(till.user.form(), "frmRequestDetail") << dialog;
         till.user.happens([&] { till.module.requestDetail().cmdbarcode.setEnabled(true); }).presses(kKeyF11);

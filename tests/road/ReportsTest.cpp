@@ -96,7 +96,7 @@ Act amongLines(int count, const Act& act) {
 /// Line entry from which F11 opens the dialog.
 Act openBelow(const char* dialog) {
     return [=](Shop& shop) {
-        support::openOverLineEntry(shop.module, dialog);
+        sandbox::openOverLineEntry(shop.module, dialog);
         openLineEntry(shop);
     };
 }

@@ -17,7 +17,7 @@ inline void openLineEntry(support::Shop& shop) {
     shop.user.focuses("lvwrequest").types("\n");
 }
 inline void openOverLines(support::Shop& shop, const char* dialog) {
-    support::openOverLineEntry(shop.module, dialog);
+    sandbox::openOverLineEntry(shop.module, dialog);
     openLineEntry(shop);
     shop.user.presses(forms::kKeyF11);
 }

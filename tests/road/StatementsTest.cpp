@@ -87,12 +87,12 @@ TEST(Statements, AreSentLetterForLetter) {
     }
     user.presses(forms::kKeyF3).presses(forms::kKeyEscape);
     after("Search");
-    support::openOverLineEntry(shop.module, "scan");
+    sandbox::openOverLineEntry(shop.module, "scan");
     for (const std::string& code : {items[0].barcode, items[1].code, items[2].shortcut}) {
         user.presses(forms::kKeyF11).types(code + "\r");
         after("Scan");
     }
-    support::openOverLineEntry(shop.module, "fetch");
+    sandbox::openOverLineEntry(shop.module, "fetch");
     user.presses(forms::kKeyF11).picks("cboColNames", "ItemCode,ItemDescription").enters("txtFetch", "O'Neil\r");
     user.presses(forms::kKeyEscape);
     after("Item fetch dialog");

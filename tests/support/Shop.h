@@ -3,7 +3,7 @@
 
 #include "component/Component.h"
 #include "sandbox/database/Company.h"
-#include "tests/support/OpenDialogs.h"
+#include "sandbox/tryout/OpenDialogs.h"
 #include "tests/support/PortableSystem.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "tests/support/TestFolder.h"

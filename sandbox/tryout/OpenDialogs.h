@@ -5,10 +5,10 @@
 
 #include <string_view>
 
-namespace support {
+namespace sandbox {
 
 /// Lets F11 in line entry open "scan" (the barcode dialog) or "fetch" (the item search of this module). Any other name
 /// changes nothing.
 void openOverLineEntry(goodsreq::Module& module, std::string_view dialog);
 
-} // namespace support
+} // namespace sandbox

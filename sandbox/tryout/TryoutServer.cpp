@@ -4,7 +4,7 @@
 #include "com/Server.h"
 #include "com/dll/clsGRtoShop.h"
 #include "component/Component.h"
-#include "tests/support/OpenDialogs.h"
+#include "sandbox/tryout/OpenDialogs.h"
 #include "win32/Win32Desktop.h"
 #include "win32/Win32System.h"
 
@@ -20,7 +20,7 @@ ComPtr<IUnknown> create(const ServerClass&) {
                                        win32::moduleFolder());
         char dialog[16] = "";
         GetEnvironmentVariableA("GOODSREQ_OPEN", dialog, sizeof dialog);
-        support::openOverLineEntry(goodsreq::processModule(), dialog);
+        sandbox::openOverLineEntry(goodsreq::processModule(), dialog);
     });
     return makeClsGRtoShop();
 }

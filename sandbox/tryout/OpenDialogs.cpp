@@ -1,10 +1,10 @@
-#include "tests/support/OpenDialogs.h"
+#include "sandbox/tryout/OpenDialogs.h"
 
 #include "screens/fetch/FrmFetch.h"
 #include "screens/lines/frmRequestDetail.h"
 #include "screens/lines/frmscanBc.h"
 
-namespace support {
+namespace sandbox {
 
 void openOverLineEntry(goodsreq::Module& module, std::string_view dialog) {
     forms::Form* opened = nullptr;
@@ -21,4 +21,4 @@ void openOverLineEntry(goodsreq::Module& module, std::string_view dialog) {
     };
 }
 
-} // namespace support
+} // namespace sandbox
