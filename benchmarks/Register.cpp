@@ -2,7 +2,7 @@
 #include "benchmarks/Bare.h"
 #include "benchmarks/Benchmarks.h"
 #include "benchmarks/Timing.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include "basic/Text.h"
 #include "forms/Grid.h"
@@ -68,11 +68,11 @@ void expect(bool done, const char* what) {
 /// and the pages that it has read.
 class Opening {
 public:
-    Opening(Browsing& company, int requests) : bare_(company.bare), shop_(company.file) {
-        shop_.opens();
-        list_ = bare_.prepare(shop_.statements(" select sRHrequestID"));
+    Opening(Browsing& company, int requests) : bare_(company.bare), till_(company.file) {
+        till_.opens();
+        list_ = bare_.prepare(till_.statements(" select sRHrequestID"));
         expect(list_.size() == 1, "The register did not read its list once");
-        expect(shop_.user.control<forms::Grid>("flexMaster")->rows() == requests + 1,
+        expect(till_.user.control<forms::Grid>("flexMaster")->rows() == requests + 1,
                "The register does not show all requests");
     }
 
@@ -87,12 +87,12 @@ public:
 
 private:
     double opens() {
-        shop_.user.clicks("CmdClose");
-        return busy([this] { shop_.opens(); });
+        till_.user.clicks("CmdClose");
+        return busy([this] { till_.opens(); });
     }
 
     Bare& bare_;
-    support::Shop shop_;
+    support::Till till_;
     std::vector<Bare::Step> list_;
 };
 
@@ -129,19 +129,19 @@ public:
 /// A register of many requests with a person before it.
 class Sitting {
 public:
-    explicit Sitting(const support::CompanyFile& file) : shop_(file) {
+    explicit Sitting(const support::CompanyFile& file) : till_(file) {
         const std::size_t before = bytesInUse();
-        shop_.opens();
+        till_.opens();
         bytes_ = bytesInUse() - before;
-        grid_ = shop_.user.control<forms::Grid>("flexMaster");
+        grid_ = till_.user.control<forms::Grid>("flexMaster");
     }
 
     double megabytes() const { return static_cast<double>(bytes_) / 1e6; }
 
     /// Sorts by the column of that heading; seconds.
     double sorts(const std::string& heading) {
-        shop_.user.clicks("optAscend"); // so that the choice of the same column again sorts again
-        return busy([&] { shop_.user.picks("cboColNames", heading); });
+        till_.user.clicks("optAscend"); // so that the choice of the same column again sorts again
+        return busy([&] { till_.user.picks("cboColNames", heading); });
     }
     std::string heading(int column) const { return std::string(grid_->cell(0, column)); }
     std::vector<std::string> column(int col) const {
@@ -157,13 +157,13 @@ public:
     /// What the module does at one more key in the search box, after the first of them has sorted the rows. It is
     /// measured on the module's own thread: the turns between it and the person would cost more than the search.
     Key searches(const std::string& heading) {
-        shop_.user.picks("cboSearch", heading);
-        shop_.user.enters("txtsearch", "N");
+        till_.user.picks("cboSearch", heading);
+        till_.user.enters("txtsearch", "N");
         RowsWatch watch;
         grid_->attach(&watch);
         Key key;
-        shop_.user.happens([&] {
-            auto& box = *shop_.user.control<forms::TextBox>("txtsearch");
+        till_.user.happens([&] {
+            auto& box = *till_.user.control<forms::TextBox>("txtsearch");
             key.seconds = busy([&] {
                 forms::input::edit(box, "Ne", 2, 0);
                 forms::input::keyUp(box, 'E');
@@ -176,7 +176,7 @@ public:
     }
 
 private:
-    support::Shop shop_;
+    support::Till till_;
     std::size_t bytes_ = 0;
     forms::Grid* grid_ = nullptr;
 };

@@ -2,7 +2,7 @@
 #include "benchmarks/Bare.h"
 #include "benchmarks/Benchmarks.h"
 #include "benchmarks/Timing.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include "forms/ListView.h"
 #include "screens/request/frmRequest.h"
@@ -22,16 +22,16 @@ public:
     Desk() : items_(file_.rows("select itemid, itemcode, itemdescription from aitem order by itemid")) {}
 
     void opens() {
-        shop_.emplace(file_);
-        shop_->opens();
+        till_.emplace(file_);
+        till_->opens();
     }
 
     /// One act of the clerk's, which ends at that form: seconds, and its statements for `learns`.
     double acts(Clock clock, const std::function<void()>& act, const char* ending) {
-        const std::size_t before = shop_->statements().size();
+        const std::size_t before = till_->statements().size();
         const double seconds = clock(act);
-        if (shop_->user.form() != ending) throw std::runtime_error(std::string("The act did not end at ") + ending);
-        std::vector<std::string> sent = shop_->statements();
+        if (till_->user.form() != ending) throw std::runtime_error(std::string("The act did not end at ") + ending);
+        std::vector<std::string> sent = till_->statements();
         statements_.assign(sent.begin() + static_cast<std::ptrdiff_t>(before), sent.end());
         return seconds;
     }
@@ -39,8 +39,8 @@ public:
     /// A new request of that many lines, stored; seconds of the storing.
     double savesNew(int lines) {
         user().clicks("cmdnew");
-        shop_->picksShop(kSupplier);
-        user().happens([this, lines] { fill(*shop_->user.control<forms::ListView>("lvwrequest"), lines); });
+        till_->picksShop(kSupplier);
+        user().happens([this, lines] { fill(*till_->user.control<forms::ListView>("lvwrequest"), lines); });
         return acts(
             elapsed, [this] { user().clicks("cmdOk"); }, "frmMaster");
     }
@@ -92,7 +92,7 @@ public:
     }
 
 private:
-    support::User& user() { return shop_->user; }
+    support::User& user() { return till_->user; }
 
     void fill(forms::ListView& list, int lines) const {
         for (int i = 0; i < lines; ++i) {
@@ -111,7 +111,7 @@ private:
     support::CompanyFile file_;
     Bare bare_{file_.path()};
     support::Rows items_;
-    std::optional<support::Shop> shop_;
+    std::optional<support::Till> till_;
     std::vector<std::string> statements_;
     std::vector<Bare::Step> steps_;
     int changes_ = 0;

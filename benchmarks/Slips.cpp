@@ -2,7 +2,7 @@
 #include "benchmarks/Bare.h"
 #include "benchmarks/Benchmarks.h"
 #include "benchmarks/Timing.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include "slip/SlipPrinter.h"
 
@@ -67,24 +67,24 @@ void switchOn(std::string& settings, const std::string& key) {
 }
 
 double measure(Printing& company, const std::string& settings, int repeats) {
-    support::Shop shop(company.file);
-    shop.system.files[PROJECT_DIR "/sandbox/data\\ShopSetting.txt"] = settings;
-    shop.opens();
+    support::Till till(company.file);
+    till.system.files[PROJECT_DIR "/sandbox/data\\ShopSetting.txt"] = settings;
+    till.opens();
     const auto print = [&] {
         return busy([&] {
-            shop.user.happens(
-                [&] { goodsreq::SlipPrinter(shop.module, goodsreq::SlipPrinter::Target::port).PrintBill(kRequest); });
+            till.user.happens(
+                [&] { goodsreq::SlipPrinter(till.module, goodsreq::SlipPrinter::Target::port).PrintBill(kRequest); });
         });
     };
-    const std::size_t before = shop.statements().size();
+    const std::size_t before = till.statements().size();
     print();
-    const std::vector<std::string> sent = shop.statements();
-    shop.connection->trace(nullptr); // What writes the statements down is the test's, and the bare side does not do it.
+    const std::vector<std::string> sent = till.statements();
+    till.connection->trace(nullptr); // What writes the statements down is the test's, and the bare side does not do it.
     const std::vector<Bare::Step> steps =
         company.bare.prepare({sent.begin() + static_cast<std::ptrdiff_t>(before), sent.end()});
 
     std::vector<std::string> lines;
-    std::istringstream slip(shop.system.files.at(kPort));
+    std::istringstream slip(till.system.files.at(kPort));
     for (std::string line; std::getline(slip, line);) lines.push_back(line + "\n");
     if (lines.size() < kLines) throw std::runtime_error("The slip has not all of its lines");
     std::string written;

@@ -208,8 +208,8 @@ if(BUILD_TESTING AND GTEST_SOURCE)
         installs(check $<TARGET_FILE:${name}> ${built}/${name}.exe.manifest)
     endforeach()
     # Those who work at the windows.
-    add_library(windows_person STATIC tests/windows/Person.cpp tests/windows/Session.cpp)
-    target_link_libraries(windows_person PUBLIC host com win32 gtest_windows)
+    add_library(windows_user STATIC tests/windows/RealUser.cpp tests/windows/Session.cpp)
+    target_link_libraries(windows_user PUBLIC host com win32 gtest_windows)
     # For a host with another unwinder, which the component must not take for its own.
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)
         foreach(name libgcc_s_dw2-1.dll libwinpthread-1.dll)
@@ -230,7 +230,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
         ${CMAKE_SOURCE_DIR}/tests/printing/golden ${CMAKE_BINARY_DIR}/tests/printing/golden VERBATIM)
     install(DIRECTORY tests/printing/golden DESTINATION tests/printing COMPONENT check)
     foreach(name looks_test context_test desktop_test window_test dll_slip_test)
-        target_link_libraries(${name} PRIVATE windows_person)
+        target_link_libraries(${name} PRIVATE windows_user)
     endforeach()
 
     # What runs them on a real machine, with that machine's ADO.
@@ -244,7 +244,7 @@ if(BUILD_TESTING AND GTEST_SOURCE)
     function(proof_program name)
         add_executable(${name} ${ARGN} benchmarks/Program.cpp benchmarks/Report.cpp)
         target_link_options(${name} PRIVATE -static)
-        target_link_libraries(${name} PRIVATE component data windows_person)
+        target_link_libraries(${name} PRIVATE component data windows_user)
         host_manifest(goodsreq.test ${name}.exe.manifest goodsreq.component goodsreq.sandbox)
     endfunction()
     proof_program(stress-windows endurance/Cases.cpp endurance/windows/main.cpp endurance/windows/Rounds.cpp

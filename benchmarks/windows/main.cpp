@@ -18,7 +18,7 @@
 namespace bench {
 namespace {
 
-using support::Person;
+using support::RealUser;
 
 HWND const ear = support::makeEar(); ///< of the module's thread
 
@@ -60,10 +60,10 @@ void require(bool done, const char* what) {
 }
 
 /// Shows the register on a connection while `act` works it.
-void shows(const automation::ObjectPtr& connection, const std::function<bool(Person& clerk)>& act) {
+void shows(const automation::ObjectPtr& connection, const std::function<bool(RealUser& user)>& act) {
     const automation::ObjectPtr module = support::makeModule(connection, 1);
     bool done = false;
-    Person::sits([&] { module->call("Show"); }, [&](Person& clerk) { done = act(clerk); });
+    RealUser::sits([&] { module->call("Show"); }, [&](RealUser& user) { done = act(user); });
     require(done, "a window that was waited for");
 }
 
@@ -141,12 +141,12 @@ std::string savingCompany() {
 }
 
 /// From the open register to a request with these lines, ready for OK.
-bool entersRequest(Person& clerk, const std::vector<std::string>& barcodes, std::size_t lines) {
-    if (!support::beginsRequest(clerk) || !support::beginsLines(clerk)) return false;
+bool entersRequest(RealUser& user, const std::vector<std::string>& barcodes, std::size_t lines) {
+    if (!support::beginsRequest(user) || !support::beginsLines(user)) return false;
     for (std::size_t i = 0; i < lines; ++i)
-        if (!support::entersLine(clerk, barcodes[i])) return false;
-    clerk.sendsKey(VK_ESCAPE);
-    return clerk.awaits("unloaded frmRequestDetail");
+        if (!support::entersLine(user, barcodes[i])) return false;
+    user.sendsKey(VK_ESCAPE);
+    return user.awaits("unloaded frmRequestDetail");
 }
 
 /// Seconds from OK until the request has been saved and the register becomes the active window again.
@@ -161,13 +161,13 @@ double savesRequest(const automation::ObjectPtr& connection, const std::vector<s
         windows.activated = 0;
     };
     const std::function<void()> ends = [&] { over.set_value(); };
-    shows(connection, [&](Person& clerk) {
-        if (!clerk.awaits("active frmMaster") || !entersRequest(clerk, barcodes, lines)) return false;
+    shows(connection, [&](RealUser& user) {
+        if (!user.awaits("active frmMaster") || !entersRequest(user, barcodes, lines)) return false;
         support::hearsLater(ear, begins);
-        clerk.sendsAlt('o');
+        user.sendsAlt('o');
         support::hearsLater(ear, ends);
         over.get_future().wait_for(std::chrono::seconds(10));
-        return clerk.awaits("unloaded frmRequest") && support::closesRegister(clerk);
+        return user.awaits("unloaded frmRequest") && support::closesRegister(user);
     });
     require(begin > 0 && windows.activated > begin, "the register after OK");
     return windows.activated - begin;

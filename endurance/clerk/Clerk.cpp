@@ -40,7 +40,7 @@ FormView lookAt(const forms::Form& form) {
     return view;
 }
 
-View look(support::Shop& till) {
+View look(support::Till& till) {
     View view;
     view.waiting = till.desktop.waiting();
     view.form = till.user.form();
@@ -55,7 +55,7 @@ View look(support::Shop& till) {
 }
 
 Clerk::Clerk(Company& where)
-    : Shop(where.file(), {}, [this](automation::ObjectFactory inner) { return around(std::move(inner)); }),
+    : Till(where.file(), {}, [this](automation::ObjectFactory inner) { return around(std::move(inner)); }),
       company(where) {
     component.intCompanyID = kCompanyId;
     till = this;

@@ -81,7 +81,7 @@ public:
     std::map<std::string, automation::ObjectPtr> kept; ///< forms that a component keeps, by name
 
 protected:
-    support::Shop* till = nullptr; ///< whose connection and boxes fail
+    support::Till* till = nullptr; ///< whose connection and boxes fail
 
 private:
     /// Takes one away whose time has come.
@@ -131,7 +131,7 @@ struct View {
     bool atForm(std::string_view name) const { return waiting == Waiting::form && form == name; }
 };
 FormView lookAt(const forms::Form& form);
-View look(support::Shop& till);
+View look(support::Till& till);
 
 /// The register's last command, and what the person did since.
 struct Command {
@@ -171,7 +171,7 @@ struct Memory : Command, Now {
     std::set<std::string> touched;                ///< controls, in the last step that was no answer
 };
 
-struct Clerk : Faults, support::Shop {
+struct Clerk : Faults, support::Till {
     explicit Clerk(Company& company);
     ~Clerk();
 

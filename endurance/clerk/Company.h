@@ -2,7 +2,7 @@
 #pragma once
 
 #include "sandbox/database/Company.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <cstdint>
 #include <map>

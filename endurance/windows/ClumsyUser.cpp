@@ -15,7 +15,7 @@
 namespace endurance {
 namespace {
 
-using support::Person;
+using support::RealUser;
 
 constexpr ULONGLONG kPatience = 20000; ///< milliseconds until the windows count as hanging
 constexpr ULONGLONG kAway = 300;       ///< milliseconds without the keyboard until the user clicks into the module
@@ -72,9 +72,9 @@ public:
         else if (at.box)
             press(any({VK_RETURN, VK_ESCAPE, VK_TAB, VK_LEFT, 'Y', 'N'}), any({0, VK_MENU}));
         else if (dice < 34)
-            Person::types(std::string(1, any(std::string("012359.-aEx'% /"))));
+            RealUser::types(std::string(1, any(std::string("012359.-aEx'% /"))));
         else if (dice < 40)
-            Person::types(any(barcodes_) + "\r");
+            RealUser::types(any(barcodes_) + "\r");
         else if (dice < 52)
             click(at.window, dice < 44, dice >= 44 && dice < 46);
         else if (dice < 55)
@@ -152,7 +152,7 @@ private:
         return choices[random_() % choices.size()];
     }
 
-    static void press(int key, int withKey = 0) { Person::presses(key, withKey); }
+    static void press(int key, int withKey = 0) { RealUser::presses(key, withKey); }
 
     void pressAny(unsigned dice) {
         for (const auto& [often, keys, with] : kKeys) {

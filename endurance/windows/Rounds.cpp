@@ -11,7 +11,7 @@
 namespace endurance {
 namespace {
 
-using support::Person;
+using support::RealUser;
 
 /// What a process may lose bit by bit.
 struct Holdings {
@@ -128,15 +128,14 @@ double lostPerLabel() {
 }
 
 /// One round by keys. False where a window does not come.
-bool entersAndLeaves(Person& clerk, const std::string& barcode, const std::function<void()>& deepest) {
-    if (!clerk.awaits("active frmMaster") || !beginsRequest(clerk) || !beginsLines(clerk) ||
-        !entersLine(clerk, barcode))
+bool entersAndLeaves(RealUser& user, const std::string& barcode, const std::function<void()>& deepest) {
+    if (!user.awaits("active frmMaster") || !beginsRequest(user) || !beginsLines(user) || !entersLine(user, barcode))
         return false;
     deepest();
-    clerk.sendsKey(VK_ESCAPE);
-    if (!clerk.awaits("unloaded frmRequestDetail")) return false;
-    clerk.sendsAlt('c');
-    return clerk.answers("Save Changes?", IDNO) && clerk.awaits("unloaded frmRequest") && closesRegister(clerk);
+    user.sendsKey(VK_ESCAPE);
+    if (!user.awaits("unloaded frmRequestDetail")) return false;
+    user.sendsAlt('c');
+    return user.answers("Save Changes?", IDNO) && user.awaits("unloaded frmRequest") && closesRegister(user);
 }
 
 } // namespace
@@ -153,9 +152,9 @@ void goRound(const Options& options, Report& report) {
         {
             const automation::ObjectPtr module = support::makeModule(connection, 1);
             bool whole = false;
-            Person::sits(
+            RealUser::sits(
                 [&] { module->call("Show"); },
-                [&](Person& clerk) { whole = entersAndLeaves(clerk, barcode, [&] { labels = countLabels(thread); }); });
+                [&](RealUser& user) { whole = entersAndLeaves(user, barcode, [&] { labels = countLabels(thread); }); });
             if (!whole) throw std::runtime_error("Round " + std::to_string(round) + " came to no end");
         }
         if (round == warm) first = holdings(connection);

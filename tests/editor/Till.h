@@ -1,7 +1,7 @@
 // A clerk at the request editor: the ways that lead there, and what is done there over and over, said in one word each.
 #pragma once
 
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 
@@ -21,9 +21,9 @@ using Text = const char*;
 /// The shop that most of these requests are sent to. Orders are taken in shop 1.
 inline constexpr int kSupplier = 2;
 
-class Till : public support::Shop {
+class Till : public support::Till {
 public:
-    explicit Till(const CompanyFile& company, support::Seat seat = {}) : Shop(company, seat) {}
+    explicit Till(const CompanyFile& company, support::Seat seat = {}) : support::Till(company, seat) {}
 
     /// From nothing to an empty request; `supplier` 0 leaves the shop unchosen.
     Till& newRequest(int supplier = kSupplier);

@@ -1,48 +1,48 @@
 // The Print button, its dialog and the three ways out of it, as a clerk uses them.
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using support::CompanyFile;
-using support::Shop;
+using support::Till;
 
 constexpr const char* kSettings = PROJECT_DIR "/sandbox/data\\ShopSetting.txt";
 
 class PrintDialog : public testing::Test {
 protected:
     CompanyFile company;
-    Shop shop{company};
+    Till till{company};
 
     /// The sample settings with some of their lines replaced.
     void sets(std::initializer_list<std::pair<std::string, std::string>> values) {
-        std::string text = shop.system.readFile(kSettings);
+        std::string text = till.system.readFile(kSettings);
         for (const auto& [key, value] : values) {
             const std::size_t at = text.find("\n" + key + " :=");
             ASSERT_NE(at, std::string::npos) << key;
             const std::size_t from = at + 1 + key.size() + 3;
             text.replace(from, text.find("\r\n", from) - from, value);
         }
-        shop.system.files[kSettings] = text;
+        till.system.files[kSettings] = text;
     }
     void clicksPrint() {
-        shop.opens();
-        shop.user.selectsRow("flexMaster", 1);
-        shop.user.clicks("cmdPrev");
+        till.opens();
+        till.user.selectsRow("flexMaster", 1);
+        till.user.clicks("cmdPrev");
     }
     void opensDialog() {
         clicksPrint();
-        ASSERT_EQ(shop.user.form(), "frmPrint");
+        ASSERT_EQ(till.user.form(), "frmPrint");
     }
     void leaves(const char* option) {
-        shop.user.clicks(option);
-        shop.user.clicks("cmdOK");
+        till.user.clicks(option);
+        till.user.clicks("cmdOK");
     }
     /// Reads all boxes away that are up.
     std::string reads() {
         std::string told;
-        for (; shop.user.message(); shop.user.answers(forms::Answer::ok)) told += shop.user.message()->text + "\n";
+        for (; till.user.message(); till.user.answers(forms::Answer::ok)) told += till.user.message()->text + "\n";
         return told;
     }
 };
@@ -57,17 +57,17 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
                                                     {"1", "2", "optScreen"}}) {
         sets({{"printtoscreen", toScreen}, {"windowsprint", reports}});
         opensDialog();
-        EXPECT_TRUE(shop.user.control<forms::OptionButton>(chosen)->value()) << toScreen << reports;
-        EXPECT_EQ(shop.user.visible("OptWindowsPrint"), *reports == '1');
+        EXPECT_TRUE(till.user.control<forms::OptionButton>(chosen)->value()) << toScreen << reports;
+        EXPECT_EQ(till.user.visible("OptWindowsPrint"), *reports == '1');
         if (*reports != '1') { // and where a component shows it
-            shop.user.happens([&] { shop.user.control("OptWindowsPrint")->setVisible(true); });
+            till.user.happens([&] { till.user.control("OptWindowsPrint")->setVisible(true); });
             leaves("OptWindowsPrint");
-            shop.user.answers("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.",
+            till.user.answers("Windows Print is switched off: windowsprint in ShopSetting.txt is not 1.",
                               forms::Answer::ok);
         }
-        shop.user.presses(forms::kKeyEscape);
-        EXPECT_EQ(shop.user.form(), "frmMaster");
-        shop.user.clicks("CmdClose");
+        till.user.presses(forms::kKeyEscape);
+        EXPECT_EQ(till.user.form(), "frmMaster");
+        till.user.clicks("CmdClose");
     }
 }
 
@@ -79,29 +79,29 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
           {"C:\\WINDOWS", "", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
           {"C:\\WINNT", "", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"},
           {"C:\\WINDOWS", "edit.com", "D:\\Windows\\notepad.exe c:\\ShopReq.txt"}}) {
-        shop.system.windows = folder;
-        shop.desktop.missingProgram = missing;
-        shop.desktop.programs.clear();
+        till.system.windows = folder;
+        till.desktop.missingProgram = missing;
+        till.desktop.programs.clear();
         opensDialog();
-        shop.desktop.pointers.clear();
-        shop.user.clicks("cmdOK");
-        EXPECT_EQ(shop.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
-        EXPECT_EQ(shop.user.form(), "frmMaster");
-        EXPECT_EQ(shop.desktop.programs, std::vector<std::string>{started});
-        shop.user.clicks("CmdClose");
+        till.desktop.pointers.clear();
+        till.user.clicks("cmdOK");
+        EXPECT_EQ(till.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
+        EXPECT_EQ(till.user.form(), "frmMaster");
+        EXPECT_EQ(till.desktop.programs, std::vector<std::string>{started});
+        till.user.clicks("CmdClose");
     }
     opensDialog();
     leaves("optPrint");
-    EXPECT_EQ(shop.user.form(), "frmMaster");
-    const std::string& slip = shop.system.files["\\\\SERVER\\SLIPS"];
-    EXPECT_EQ(slip, shop.system.files["C:\\ShopReq.txt"]);
-    EXPECT_NE(slip.find("Request No     : " + shop.user.rows("flexMaster").at(0).at(1) + "\r\n"), std::string::npos);
-    EXPECT_EQ(shop.desktop.programs.size(), 1u);
-    EXPECT_TRUE(shop.errors().empty());
+    EXPECT_EQ(till.user.form(), "frmMaster");
+    const std::string& slip = till.system.files["\\\\SERVER\\SLIPS"];
+    EXPECT_EQ(slip, till.system.files["C:\\ShopReq.txt"]);
+    EXPECT_NE(slip.find("Request No     : " + till.user.rows("flexMaster").at(0).at(1) + "\r\n"), std::string::npos);
+    EXPECT_EQ(till.desktop.programs.size(), 1u);
+    EXPECT_TRUE(till.errors().empty());
     sets({{"port", "NotFound"}}); // which the screen does not want
-    shop.user.clicks("cmdPrev");
+    till.user.clicks("cmdPrev");
     leaves("optScreen");
-    EXPECT_EQ(shop.desktop.programs.size(), 2u);
+    EXPECT_EQ(till.desktop.programs.size(), 2u);
 }
 
 // Printer, database, files: what fails is told with what to do, and may be tried again.
@@ -114,7 +114,7 @@ TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
         "update aShops set cityid = " + company.value("select cityid from aShops where shopid = 1") +
         " where shopid = 1;update adepartmentmaster set depcurrencyid = 1";
     const auto refuses = [&](const char* what, long number) {
-        return [=, this] { shop.system.refused[what] = number; };
+        return [=, this] { till.system.refused[what] = number; };
     };
     const auto has = [&](const char* key, const char* value) { return [=, this] { sets({{key, value}}); }; };
     const auto changes = [&](const char* script) { return [=, this] { company.change(script); }; };
@@ -134,8 +134,8 @@ TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
              {"optPrint", has("port", ""), noPort},
              {"optScreen", has("Qty", "4o"),
               "Error 13: Type mismatch. \"Qty\" in ShopSetting.txt is no whole number from -32768 to 32767."},
-             {"optScreen", [&] { shop.breaks("mesRequestToShopDetail d"); }, "The server refused the statement."},
-             {"optScreen", [&] { shop.desktop.missingProgram = "."; },
+             {"optScreen", [&] { till.breaks("mesRequestToShopDetail d"); }, "The server refused the statement."},
+             {"optScreen", [&] { till.desktop.missingProgram = "."; },
               "Error 53: File not found. The slip is in C:\\ShopReq.txt, but neither edit.com nor notepad.exe can show it."},
              {"optScreen", changes("update aShops set cityid = 0 where shopid = 1"),
               "Error 3021: The shop's address cannot be printed: aShops names no city or no country for it.", false},
@@ -145,25 +145,25 @@ TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
         // clang-format on
         SCOPED_TRACE(c.told);
         sets({{"windowsprint", *c.option == 'O' ? "1" : "0"}, {"port", "LPT1"}});
-        shop.system.files["C:\\ShopReq.txt"] = "the last slip";
+        till.system.files["C:\\ShopReq.txt"] = "the last slip";
         c.fails();
         opensDialog();
         leaves(c.option);
         const std::string told = reads();
         EXPECT_NE(told.find(c.told), std::string::npos) << told;
         EXPECT_EQ(told.find("frmPrint, cmdOK_Click") != std::string::npos, c.stays) << told;
-        EXPECT_EQ(shop.user.form(), c.stays ? "frmPrint" : "frmMaster");
-        EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
-        const bool written = !shop.desktop.missingProgram.empty() || !c.stays;
-        EXPECT_EQ(shop.system.files["C:\\ShopReq.txt"] != "the last slip", written);
-        shop.system.files.erase(kSettings);
-        shop.system.refused.clear();
-        shop.breaks("");
-        shop.desktop.missingProgram.clear();
+        EXPECT_EQ(till.user.form(), c.stays ? "frmPrint" : "frmMaster");
+        EXPECT_EQ(till.desktop.pointer, forms::Pointer::normal);
+        const bool written = !till.desktop.missingProgram.empty() || !c.stays;
+        EXPECT_EQ(till.system.files["C:\\ShopReq.txt"] != "the last slip", written);
+        till.system.files.erase(kSettings);
+        till.system.refused.clear();
+        till.breaks("");
+        till.desktop.missingProgram.clear();
         company.change(mended);
-        if (!c.stays) shop.user.clicks("cmdPrev");
+        if (!c.stays) till.user.clicks("cmdPrev");
         leaves("optPrint");
-        EXPECT_EQ(shop.user.form(), "frmMaster");
+        EXPECT_EQ(till.user.form(), "frmMaster");
     }
 }
 
@@ -175,20 +175,20 @@ TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
           {0, "printtoscreen :=yes", ""},
           {53, "", " Settings.ini file not found"},
           {70, "", std::string("Error 70: Cannot read: ") + kSettings}}) {
-        shop.system.files[kSettings] = content;
-        shop.system.refused = {{refused == 0 ? "" : kSettings, refused}};
+        till.system.files[kSettings] = content;
+        till.system.refused = {{refused == 0 ? "" : kSettings, refused}};
         clicksPrint();
-        ASSERT_TRUE(shop.user.message());
-        EXPECT_EQ(shop.user.message()->icon, forms::MessageIcon::critical);
+        ASSERT_TRUE(till.user.message());
+        EXPECT_EQ(till.user.message()->icon, forms::MessageIcon::critical);
         if (!said.empty() && refused != 70) {
-            EXPECT_EQ(shop.user.message()->title, shop.module.session.messageBoxCaption);
+            EXPECT_EQ(till.user.message()->title, till.module.session.messageBoxCaption);
         }
         const std::string told = reads();
         EXPECT_TRUE(told.starts_with(said)) << told;
         for (const char* part : {"Error 13: Type mismatch. \"printtoscreen\" in ShopSetting.txt is no whole number",
                                  "Where: frmMaster , cmdPrev_Click\r\n"})
             EXPECT_NE(told.find(part), std::string::npos) << told;
-        EXPECT_EQ(shop.user.form(), "frmMaster");
+        EXPECT_EQ(till.user.form(), "frmMaster");
     }
 }
 
@@ -209,9 +209,9 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
          {ReportKind{1507, "reqtoshop.rpt", request, "Request To Shop - "},
           {1611, "rptinterdivisionsalesreq.rpt", "Inter Divsion Sales Request", "Inter Divison Sales Request  ", true},
           {1700, "reqtoshop.rpt", request, "Request To Shop - "}}) {
-        Shop shop(company, {.screenId = kind.screenId});
-        auto& user = shop.user;
-        shop.opens();
+        Till till(company, {.screenId = kind.screenId});
+        auto& user = till.user;
+        till.opens();
         user.selectsRow("flexMaster", 1);
         const auto row = user.rows("flexMaster").at(0);
         user.clicks("cmdPrev");
@@ -234,7 +234,7 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
              {"HasPrintSetupButton", "HasRefreshButton", "HasSearchButton", "HasZoomControl", "HasExportButton"})
             expected.push_back(std::string(option) + "(True)");
         expected.push_back(std::string("Preview(") + kind.title + "|0|0|0|0|" + std::to_string(0x01CF0000) + ")");
-        EXPECT_EQ(shop.reportCalls, expected);
+        EXPECT_EQ(till.reportCalls, expected);
 
         EXPECT_NE(user.text("txtPage").find("Request No    " + row[1]), std::string::npos) << user.text("txtPage");
         EXPECT_EQ(user.text("lblPage").substr(0, 5), "1 of ");
@@ -244,12 +244,12 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
         EXPECT_EQ(user.control<forms::TextBox>("txtPage")->selLength(), static_cast<int>(department.size()));
         user.clicks("cmdClose");
         EXPECT_EQ(user.form(), "frmPrint"); // the dialog stays
-        EXPECT_EQ(shop.desktop.pointer, forms::Pointer::normal);
+        EXPECT_EQ(till.desktop.pointer, forms::Pointer::normal);
         const char* const parts[] = {"Crystal.CRPE.Application", "Application.OpenReport"};
-        for (const char* part : parts) EXPECT_TRUE(shop.holds(part)) << part;
+        for (const char* part : parts) EXPECT_TRUE(till.holds(part)) << part;
         user.presses(forms::kKeyEscape);
         EXPECT_EQ(user.form(), "frmMaster");
-        for (const char* part : parts) EXPECT_FALSE(shop.holds(part)) << part << " would keep its log-on";
+        for (const char* part : parts) EXPECT_FALSE(till.holds(part)) << part << " would keep its log-on";
     }
 }
 

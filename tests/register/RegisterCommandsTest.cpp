@@ -1,6 +1,6 @@
 // New, edit and delete from the register, and the rights that allow them.
 #include "basic/Calendar.h"
-#include "tests/register/Register.h"
+#include "tests/register/RegisterTest.h"
 
 #include "screens/request/frmRequest.h"
 
@@ -8,12 +8,12 @@ namespace {
 
 using namespace goodsreq;
 using forms::Answer;
-using support::Register;
+using support::RegisterTest;
 using support::Rows;
 using support::Texts;
 
-using RegisterRights = Register;
-using RegisterEditing = Register;
+using RegisterRights = RegisterTest;
+using RegisterEditing = RegisterTest;
 
 TEST_F(RegisterRights, AllowTheirCommandsAndNoOthers) {
     has({{1, "a"}, {2, "b"}});
@@ -39,7 +39,7 @@ TEST_F(RegisterRights, AllowTheirCommandsAndNoOthers) {
             user().selectsRow("flexMaster", row);
             EXPECT_EQ(commands(), allowed);
         }
-        EXPECT_EQ(shop->errors(), Texts{});
+        EXPECT_EQ(till->errors(), Texts{});
     }
 }
 
@@ -47,23 +47,23 @@ TEST_F(RegisterRights, OfAnEarlierUserEndWithTheNextLoad) {
     opensWith({{1, "a"}, {2, "b"}});
     user().clicks("CmdClose");
     // A component keeps the form and reads it late; to load it is the worst that it could do.
-    EXPECT_EQ(shop->module.master().call("flexMaster").object().get("Rows"), automation::Value(2));
-    shop->module.master().ensureLoaded();
-    shop->component.intUserID = 3;
-    shop->opens();
+    EXPECT_EQ(till->module.master().call("flexMaster").object().get("Rows"), automation::Value(2));
+    till->module.master().ensureLoaded();
+    till->component.intUserID = 3;
+    till->opens();
     EXPECT_EQ(commands(), "");
     user().clicks("CmdClose");
     // The rights cannot be read: nothing of what an earlier user was allowed is left for the request shown.
-    shop->component.intUserID = 1;
-    shop->breaks("louserrights");
-    shop->opens();
+    till->component.intUserID = 1;
+    till->breaks("louserrights");
+    till->opens();
     EXPECT_EQ(reports(), Texts{"frmMaster, USerRights"});
     EXPECT_EQ(commands(), "");
     user().clicks("CmdClose");
     // The load ends before the settings: services and settings of the earlier session are gone.
     session().blnIntegerQuantity = session().preserveItemDetails = true;
-    shop->breaks("PosUserAuditing.clsUserAuditing");
-    shop->opens();
+    till->breaks("PosUserAuditing.clsUserAuditing");
+    till->opens();
     EXPECT_EQ(reports(), Texts{"frmMaster, Form_Load"});
     EXPECT_FALSE(session().auditing.pointer());
     EXPECT_FALSE(session().blnIntegerQuantity || session().preserveItemDetails);
@@ -74,7 +74,7 @@ TEST_F(RegisterRights, AreAskedByEachCommandWhateverWayItWasReached) {
     user().focuses("flexMaster").types("\r\n").presses(forms::kKeyDelete);
     user().doubleClicks("flexMaster");
     EXPECT_FALSE(user().message());
-    frmMaster& form = shop->module.master();
+    frmMaster& form = till->module.master();
     for (forms::CommandButton* button : {&form.cmdnew, &form.CmdEdit, &form.CmdDelete, &form.cmdPrev}) {
         user().happens([button] { button->put("Enabled", true); }).clicks(button->name());
         user().answers("You have no right to this command.", Answer::ok);
@@ -82,7 +82,7 @@ TEST_F(RegisterRights, AreAskedByEachCommandWhateverWayItWasReached) {
     user().happens([&form] { form.mnurefresh.onClick(); });
     user().answers("You have no right to this command.", Answer::ok);
     EXPECT_EQ(user().form(), "frmMaster");
-    EXPECT_EQ(shop->statements("update").size() + shop->statements("BEGIN").size(), 0u);
+    EXPECT_EQ(till->statements("update").size() + till->statements("BEGIN").size(), 0u);
 }
 
 // A component wrote into the cell of the id.
@@ -94,27 +94,27 @@ TEST_F(RegisterRights, ACellThatIsNoIdReachesNoStatement) {
     EXPECT_EQ(reports(), Texts{"frmMaster, CmdEdit_Click"});
     user().selectsRow("flexMaster", 1);
     user().happens([this] { grid().setCell(1, kColId, "900 or 1=1"); });
-    user().happens([this] { shop->module.master().mnurefresh.onClick(); });
+    user().happens([this] { till->module.master().mnurefresh.onClick(); });
     EXPECT_EQ(reports(), Texts{"frmMaster, mnurefresh_Click"});
     for (const char* button : {"CmdEdit", "CmdDelete"}) {
         user().clicks(button);
         EXPECT_EQ(reports().size(), 1u) << button;
     }
     EXPECT_EQ(user().form(), "frmMaster");
-    for (const std::string& statement : shop->statements())
+    for (const std::string& statement : till->statements())
         EXPECT_EQ(statement.find("1=1"), statement.npos) << statement;
 }
 
 // A processing date that cannot be written: New fails at it.
 TEST_F(RegisterEditing, WhatAFailedCommandLeavesIsNotShownToTheNext) {
     opensWith({{1, "a"}});
-    shop->breaks("clsUserAuditing.LoggedTime");
+    till->breaks("clsUserAuditing.LoggedTime");
     for (const char* button : {"cmdnew", "CmdEdit"}) { // the one has set the mode by then, the other not yet
         user().clicks(button);
         EXPECT_EQ(reports().size(), 1u);
         EXPECT_EQ(session().editMode, "N");
     }
-    shop->breaks("");
+    till->breaks("");
     session().processDate = {1e7};
     user().clicks("cmdnew");
     EXPECT_EQ(reports(), Texts{"frmMaster, cmdnew_Click"});
@@ -124,7 +124,7 @@ TEST_F(RegisterEditing, WhatAFailedCommandLeavesIsNotShownToTheNext) {
     EXPECT_EQ(user().text("cboShop"), company.value("select shopname from aShops where shopid = 2"));
     user().clicks("cmdCancel");
     // The editor is read late; what it held is not offered as a new request.
-    shop->module.request().ensureLoaded();
+    till->module.request().ensureLoaded();
     // The day of a new request has no time.
     for (const auto& [processDate, shown] :
          {std::pair(basic::dateOf(2026, 3, 31, 14, 5, 0), "31/03/2026"), {automation::Date{}, "30/12/1899"}}) {
@@ -163,14 +163,14 @@ TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {
         EXPECT_EQ(user().text("txtRemarks"), remarks[static_cast<std::size_t>(row - 1)]);
         EXPECT_EQ(session().editMode, "E");
         EXPECT_EQ(session().lngOtherShopID, 2);
-        EXPECT_EQ(shop->module.master().requestId, row);
+        EXPECT_EQ(till->module.master().requestId, row);
         user().clicks("cmdCancel");
         ASSERT_EQ(user().form(), "frmMaster");
         expectSelected(row);
     }
 }
 
-class Deleting : public Register {
+class Deleting : public RegisterTest {
 protected:
     Deleting() { has({{1, "first"}, {2, "second"}, {3, "third"}}); }
     void asks(int row) { user().selectsRow("flexMaster", row).clicks("CmdDelete"); }
@@ -212,11 +212,11 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
         EXPECT_EQ(user().message()->icon, forms::MessageIcon::information);
         user().answers(c.refusal, Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
-        EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
+        EXPECT_EQ(till->statements("BEGIN").size(), 0u);
     }
     // Without a request there is nothing to edit, delete or refresh, and none to print.
     opensWith({});
-    const frmMaster& form = shop->module.master();
+    const frmMaster& form = till->module.master();
     for (const auto& act : {form.CmdEdit.onClick, form.CmdDelete.onClick, form.mnurefresh.onClick}) {
         user().happens(act).answers("Request not selected ", Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
@@ -224,8 +224,8 @@ TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
     user().happens(form.cmdPrev.onClick).clicks("cmdOK");
     EXPECT_EQ(reports(), Texts{"frmPrint, cmdOK_Click"});
     EXPECT_EQ(user().form(), "frmPrint");
-    EXPECT_EQ(shop->statements("BEGIN").size(), 0u);
-    EXPECT_EQ(shop->statements("select UserName from loUsers").size(), 1u);
+    EXPECT_EQ(till->statements("BEGIN").size(), 0u);
+    EXPECT_EQ(till->statements("select UserName from loUsers").size(), 1u);
 }
 
 TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
@@ -239,14 +239,14 @@ TEST_F(Deleting, IsRefusedForWhatSomebodyElseDidWhileTheUserWasAsked) {
         confirms(2);
         company.change(std::string("update mesRequesttoShopHeader set ") + change + " where srhrequestid = 2");
         user().types("not needed\r\r");
-        EXPECT_FALSE(shop->connection->database().inTransaction()) << "others wait while the box is up";
+        EXPECT_FALSE(till->connection->database().inTransaction()) << "others wait while the box is up";
         user().answers(refusal, Answer::ok);
         EXPECT_EQ(company.value("select srhcancelledRemarks from mesRequesttoShopHeader where srhrequestid = 2"), "");
         EXPECT_EQ(audit(), Rows{});
         expectSelected(2);
         EXPECT_EQ(current(kColCancelled) + " " + current(kColUsed) + " " + current(kColConfirmed), shown);
         EXPECT_EQ(user().enabled("CmdDelete"), shown[0] == 'N');
-        shop.reset();
+        till.reset();
     }
 }
 
@@ -261,8 +261,8 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(user().message()->title, "Retail Back Office");
     user().answers("Are you sure you want to Delete  - GR/2 ?", Answer::no);
     EXPECT_EQ(user().form(), "frmMaster");
-    EXPECT_FALSE(shop->connection->database().inTransaction());
-    EXPECT_EQ(shop->statements("ROLLBACK").size(), 1u);
+    EXPECT_FALSE(till->connection->database().inTransaction());
+    EXPECT_EQ(till->statements("ROLLBACK").size(), 1u);
     EXPECT_EQ(column(kColCancelled), (Texts{"No", "No", "No"}));
     EXPECT_EQ(cancelled(), "0");
     confirms(2);
@@ -272,8 +272,8 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
         EXPECT_EQ(user().enabled("cmdOk"), ok) << text;
     }
     user().happens([this] {
-        shop->module.cancelReason().cmdOk.onClick();
-        shop->module.master().flexMaster.selectRow(1); // what was asked about is deleted all the same
+        till->module.cancelReason().cmdOk.onClick();
+        till->module.master().flexMaster.selectRow(1); // what was asked about is deleted all the same
     });
     user().answers("Enter reason for deletion", Answer::ok).types(" entered twice \r");
     EXPECT_EQ(user().focus(), "cmdOk");
@@ -289,8 +289,8 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(commands(), "NEP");
     EXPECT_EQ(session().editMode, "E");
     // The row alone was read again.
-    EXPECT_EQ(shop->statements(" select sRHrequestID").size(), 2u);
-    EXPECT_EQ(shop->statements("select * from  mesRequesttoShopHeader where SRHshopid=1 and sRHrequestID  = 2").size(),
+    EXPECT_EQ(till->statements(" select sRHrequestID").size(), 2u);
+    EXPECT_EQ(till->statements("select * from  mesRequesttoShopHeader where SRHshopid=1 and sRHrequestID  = 2").size(),
               1u);
     // The dialog comes back empty.
     confirms(3);
@@ -304,7 +304,7 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     user().types("gone").closesFrame();
     EXPECT_EQ(user().form(), "frmMaster");
     EXPECT_EQ(audit().size(), 3u);
-    EXPECT_EQ(shop->errors(), Texts{});
+    EXPECT_EQ(till->errors(), Texts{});
 }
 
 TEST_F(Deleting, KeepsTwentyCharactersOfTheNameAndTwoHundredAndThirtyOfTheReason) {

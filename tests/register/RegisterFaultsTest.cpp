@@ -1,5 +1,5 @@
 // Where the register meets what it cannot help: wrong keys, missing rows, a connection that dies.
-#include "tests/register/Register.h"
+#include "tests/register/RegisterTest.h"
 
 #include "tests/basic/ExpectError.h"
 
@@ -7,29 +7,29 @@ namespace {
 
 using namespace goodsreq;
 using automation::RunTimeError;
-using support::Register;
+using support::RegisterTest;
 using support::Texts;
 
-using RegisterFaults = Register;
-using Starting = Register;
-using EditedRow = Register;
+using RegisterFaults = RegisterTest;
+using Starting = RegisterTest;
+using EditedRow = RegisterTest;
 
 TEST_F(Starting, AWrongKeyShowsNothing) {
     for (const char* key : {"", "kova/xb/tram/842", "KOVA/XB/TRAM/842 ", "KOVA/XB/TRAM/84"}) {
-        shop.emplace(company);
-        shop->component.strProjectKey = key;
-        shop->opens();
+        till.emplace(company);
+        till->component.strProjectKey = key;
+        till->opens();
         EXPECT_TRUE(user().ended()) << key;
-        EXPECT_EQ(shop->desktop.messages.size() + shop->statements().size(), 0u);
+        EXPECT_EQ(till->desktop.messages.size() + till->statements().size(), 0u);
     }
     // The host's fields become the session all the same.
-    Component& host = shop->component;
+    Component& host = till->component;
     host.intCompanyID = -7;
     host.intUserID = -5;
     host.intShopid = -2;
     host.interfaceid = 70000;
     host.strMsgboxCaption = "Caption";
-    shop->opens();
+    till->opens();
     const Session& s = session();
     EXPECT_EQ(std::tuple(s.companyId, s.userId, s.shopId, s.screenId), std::tuple(-7, -5, -2, 70000));
     EXPECT_EQ(s.messageBoxCaption, "Caption");
@@ -38,10 +38,10 @@ TEST_F(Starting, AWrongKeyShowsNothing) {
 }
 
 TEST_F(Starting, IsRefusedWhileTheRegisterLoadsOrIsOpen) {
-    shop.emplace(company);
-    const std::string key = shop->component.strProjectKey;
+    till.emplace(company);
+    const std::string key = till->component.strProjectKey;
     const auto showsAnother = [&] {
-        goodsreq::Component another(shop->module);
+        goodsreq::Component another(till->module);
         another.intShopid = 5;
         for (const auto& [given, wanted] :
              std::initializer_list<std::pair<std::string, long>>{{"a wrong key", 0}, {key, 400}}) {
@@ -51,32 +51,32 @@ TEST_F(Starting, IsRefusedWhileTheRegisterLoadsOrIsOpen) {
         }
     };
     int loading = 0;
-    shop->connection->failOn([&](std::string_view s) {
+    till->connection->failOn([&](std::string_view s) {
         if (s.find("louserrights") != s.npos && ++loading == 1) showsAnother();
         return false;
     });
-    shop->opens();
+    till->opens();
     EXPECT_EQ(loading, 1);
     user().happens(showsAnother);
-    shop->component.intShopid = 5;
+    till->component.intShopid = 5;
     EXPECT_EQ(user().form(), "frmMaster");
     EXPECT_TRUE(user().clicks("CmdClose").ended());
-    shop->opens();
+    till->opens();
     EXPECT_EQ(session().shopId, 5);
     EXPECT_EQ(user().form(), "frmMaster");
 }
 
 // A host may show the module again when it loses its former connection.
 TEST_F(Starting, AHostThatIsCalledMeanwhileHasASessionOfItsOwn) {
-    shop.emplace(company);
-    Component other(shop->module);
+    till.emplace(company);
+    Component other(till->module);
     other.adocon = sandbox::openConnection(company.path());
-    other.strProjectKey = shop->component.strProjectKey;
+    other.strProjectKey = till->component.strProjectKey;
     other.intShopid = 4;
     other.interfaceid = 1611;
     session().connection = {other.adocon.get(), [&](auto*) { other.show(); }};
-    shop->opens();
-    for (const Component* host : {&other, &shop->component}) {
+    till->opens();
+    for (const Component* host : {&other, &till->component}) {
         EXPECT_EQ(session().shopId, host->intShopid);
         EXPECT_EQ(session().screenId, host->interfaceid);
         EXPECT_EQ(session().connection, host->adocon);
@@ -87,14 +87,14 @@ TEST_F(Starting, AHostThatIsCalledMeanwhileHasASessionOfItsOwn) {
 }
 
 TEST_F(Starting, WithoutAConnectionTheRegisterReportsAndCanBeClosed) {
-    shop.emplace(company);
-    shop->component.adocon = nullptr;
-    shop->component.interfaceid = 1611;
-    shop->opens();
+    till.emplace(company);
+    till->component.adocon = nullptr;
+    till->component.interfaceid = 1611;
+    till->opens();
     EXPECT_EQ(reports(), (Texts{"frmMaster, Form_Load", "frmMaster, Form_Activate"}));
     EXPECT_EQ(user().caption(), "Inter Division Sales Request");
-    ASSERT_TRUE(shop->component.adocon);
-    EXPECT_EQ(shop->component.adocon, session().connection);
+    ASSERT_TRUE(till->component.adocon);
+    EXPECT_EQ(till->component.adocon, session().connection);
     EXPECT_EQ(user().form(), "frmMaster");
     EXPECT_TRUE(user().clicks("CmdClose").ended());
 }
@@ -131,13 +131,13 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
         broken.change("delete mesRequesttoShopHeader where srhrequestid not in (select top 2 srhrequestid from"
                       " mesRequesttoShopHeader where srhrequestdate > '20260301' order by srhrequestid)");
         broken.change(c.change);
-        shop.emplace(broken);
-        shop->connection->failOn([&c, dead = false](std::string_view s) mutable {
+        till.emplace(broken);
+        till->connection->failOn([&c, dead = false](std::string_view s) mutable {
             const bool met = *c.failing && s.find(c.failing) != s.npos;
             dead = dead || (c.dies && met);
             return met || dead;
         });
-        shop->opens();
+        till->opens();
         EXPECT_EQ(reports(), c.reports);
         EXPECT_EQ(user().rows("flexMaster").size(), c.rows);
         if (c.rows == 1 && c.reports[0] == populate) {
@@ -145,17 +145,17 @@ TEST_F(RegisterFaults, AreReportedOnceByTheHandlerThatMeetsThem) {
             EXPECT_EQ(grid().fixedCols(), 0);
         }
         EXPECT_FALSE(!c.reports.empty() && c.reports.front() == load && user().enabled("cmdnew"));
-        EXPECT_EQ(shop->desktop.pointer, forms::Pointer::normal);
+        EXPECT_EQ(till->desktop.pointer, forms::Pointer::normal);
         EXPECT_TRUE(user().clicks("CmdClose").ended());
-        shop.reset();
+        till.reset();
     }
 }
 
 TEST_F(RegisterFaults, AreShownAlsoWithoutTheErrorComponent) {
     opensWith({});
-    shop->breaks("ErrorHandler.ErrorDetails");
+    till->breaks("ErrorHandler.ErrorDetails");
     user().happens(
-        [this] { trap(shop->module, "basGRtoShop ", "Routine", [] { throw RunTimeError(6, "Overflow"); }); });
+        [this] { trap(till->module, "basGRtoShop ", "Routine", [] { throw RunTimeError(6, "Overflow"); }); });
     ASSERT_TRUE(user().message());
     EXPECT_EQ(user().message()->icon, forms::MessageIcon::critical);
     EXPECT_EQ(user().message()->title, "Retail Back Office");
@@ -234,7 +234,7 @@ TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
         user().selectsRow("flexMaster", c.row);
         user().happens([&] {
             session().editMode = c.mode;
-            UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery,
+            UpdateEditedRow(till->module, grid(), till->module.master().listQuery,
                             " srhrequestid =" + std::to_string(c.sought));
         });
         EXPECT_EQ(column(kColNumber), c.numbers);
@@ -243,13 +243,13 @@ TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
         EXPECT_EQ(current(kColId) + "|" + current(kColRemarks) + "|" + current(kColDate), "7||31/03/2026");
     }
     // A list that could not be filled has one column.
-    shop.emplace(company);
-    shop->breaks(" select sRHrequestID");
-    shop->opens();
+    till.emplace(company);
+    till->breaks(" select sRHrequestID");
+    till->opens();
     EXPECT_EQ(reports(), Texts{"frmMaster, GridPopulate"});
-    shop->breaks("");
+    till->breaks("");
     session().editMode = "N";
-    user().happens([&] { UpdateEditedRow(shop->module, grid(), shop->module.master().listQuery, " srhrequestid =7"); });
+    user().happens([&] { UpdateEditedRow(till->module, grid(), till->module.master().listQuery, " srhrequestid =7"); });
     EXPECT_EQ(column(kColNumber), Texts{"GR/7"});
 }
 

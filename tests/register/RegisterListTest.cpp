@@ -1,5 +1,5 @@
 // What the register shows, and how a person finds a request in it.
-#include "tests/register/Register.h"
+#include "tests/register/RegisterTest.h"
 
 #include "basic/Calendar.h"
 #include "basic/Format.h"
@@ -9,11 +9,11 @@
 namespace {
 
 using namespace goodsreq;
-using support::Register;
+using support::RegisterTest;
 using support::Request;
 using support::Texts;
 
-using RegisterList = Register;
+using RegisterList = RegisterTest;
 
 TEST_F(RegisterList, ShowsThePeriodSinceTheLaterOfBackDaysAndDayClose) {
     for (const auto& [backDays, closed, from, dayBefore] : {std::tuple("30", "'20240320'", "20240320", "20240319"),
@@ -27,9 +27,9 @@ TEST_F(RegisterList, ShowsThePeriodSinceTheLaterOfBackDaysAndDayClose) {
                        " where ShopID = 1; delete losShopDayClose where shopid = 1");
         if (*closed)
             company.change("insert into losShopDayClose (shopid,closedate) values (1," + std::string(closed) + ")");
-        shop.emplace(company);
-        shop->component.dtProcessDate = basic::dateOf(2024, 3, 31);
-        shop->opens();
+        till.emplace(company);
+        till->component.dtProcessDate = basic::dateOf(2024, 3, 31);
+        till->opens();
         EXPECT_EQ(basic::format(session().fromDate, "yyyymmdd"), from);
         EXPECT_EQ(column(kColRemarks), Texts{"inside"});
     }
@@ -37,9 +37,9 @@ TEST_F(RegisterList, ShowsThePeriodSinceTheLaterOfBackDaysAndDayClose) {
     for (const char* none : {"null", "''"}) { // of a site's own view
         const support::CompanyFile own(basic::replaceAll(sandbox::schemaText(), "max(closedate) as closedate",
                                                          std::string(none) + " as closedate"));
-        shop.emplace(own);
-        shop->opens();
-        EXPECT_EQ(shop->errors(), Texts{});
+        till.emplace(own);
+        till->opens();
+        EXPECT_EQ(till->errors(), Texts{});
     }
 }
 
@@ -57,10 +57,10 @@ TEST_F(RegisterList, ShowsARequestAsThePersonReadsIt) {
     expectSelected(1);
     EXPECT_EQ(session().userName, "Margaret Ellis");
     for (const int row : {1, 2, 3}) EXPECT_EQ(grid().rowColour(row) == 255, row == 3) << row;
-    EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
+    EXPECT_EQ(till->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
     user().clicks("CmdClose");
-    shop->desktop.userLocale = {basic::DateOrder::monthDayYear, '/', "M/d/yyyy"};
-    shop->opens();
+    till->desktop.userLocale = {basic::DateOrder::monthDayYear, '/', "M/d/yyyy"};
+    till->opens();
     EXPECT_EQ(column(kColDate), (Texts{"3/6/2026", "3/5/2026", "3/7/2026"}));
 }
 
@@ -86,7 +86,7 @@ TEST_F(RegisterList, CaptionAndHeadersComeFromTheCatalogueWithTheSitesWordForASh
         for (int col = 1; col < grid().cols(); ++col)
             EXPECT_EQ(grid().cell(0, col), headers[static_cast<std::size_t>(col - 1)]);
         EXPECT_EQ(grid().cell(0, 0), "");
-        EXPECT_EQ(shop->errors(), Texts{});
+        EXPECT_EQ(till->errors(), Texts{});
     }
     company.change("update aalias set Alias = 'Branch' where aliasid = 1"); // read again with each return
     user().clicks("CmdClose");
@@ -146,10 +146,10 @@ TEST_F(RegisterList, SortsTheChosenColumnByWhatStandsInTheCurrentRow) {
         SCOPED_TRACE(std::string(direction) + " " + by);
         opens();
         user().selectsRow("flexMaster", currentRow);
-        shop->desktop.pointers.clear();
+        till->desktop.pointers.clear();
         user().clicks(direction).picks("cboColNames", by);
         EXPECT_EQ(column(kColId), ids);
-        EXPECT_EQ(shop->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
+        EXPECT_EQ(till->desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
         // A click on a direction, chosen already or not, only clears the column.
         for (const char* button : {direction, "optAscend", "optDescend"}) {
             user().picks("cboColNames", by);

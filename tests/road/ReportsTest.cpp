@@ -15,9 +15,9 @@ namespace {
 
 using namespace road;
 using support::CompanyFile;
-using support::Shop;
+using support::Till;
 
-using Act = std::function<void(Shop& shop)>;
+using Act = std::function<void(Till& till)>;
 
 struct Fault {
     const char* place; ///< module and routine; each blank counts
@@ -27,43 +27,43 @@ struct Fault {
 };
 
 Act clicks(const char* button) {
-    return [=](Shop& shop) { shop.user.clicks(button); };
+    return [=](Till& till) { till.user.clicks(button); };
 }
 Act rightClicks(const char* control) {
-    return [=](Shop& shop) { shop.user.rightClicks(control); };
+    return [=](Till& till) { till.user.rightClicks(control); };
 }
 Act types(const std::string& keys) {
-    return [=](Shop& shop) { shop.user.types(keys); };
+    return [=](Till& till) { till.user.types(keys); };
 }
 Act presses(std::int16_t key, std::int16_t shift = 0) {
-    return [=](Shop& shop) { shop.user.presses(key, shift); };
+    return [=](Till& till) { till.user.presses(key, shift); };
 }
 Act enters(const char* box, const char* keys) {
-    return [=](Shop& shop) { shop.user.enters(box, keys); };
+    return [=](Till& till) { till.user.enters(box, keys); };
 }
 Act picksShop(int id) {
-    return [=](Shop& shop) { shop.picksShop(id); };
+    return [=](Till& till) { till.picksShop(id); };
 }
 Act happens(void (*act)(goodsreq::Module&)) {
-    return [=](Shop& shop) { shop.user.happens([&] { act(shop.module); }); };
+    return [=](Till& till) { till.user.happens([&] { act(till.module); }); };
 }
 Act inTurn(const std::vector<Act>& acts) {
-    return [=](Shop& shop) {
-        for (const Act& act : acts) act(shop);
+    return [=](Till& till) {
+        for (const Act& act : acts) act(till);
     };
 }
 /// The choice of a number that a component has added to a combo box.
 Act picksOther(const char* combo, std::int32_t number) {
-    return [=](Shop& shop) {
-        shop.user.happens([&] { shop.user.control<forms::ComboBox>(combo)->addItem("other", number); });
-        shop.user.picks(combo, "other");
+    return [=](Till& till) {
+        till.user.happens([&] { till.user.control<forms::ComboBox>(combo)->addItem("other", number); });
+        till.user.picks(combo, "other");
     };
 }
 /// The act, while the next box or menu cannot be shown.
 Act unseen(const Act& act) {
-    return [=](Shop& shop) {
-        shop.desktop.refusals = 1;
-        act(shop);
+    return [=](Till& till) {
+        till.desktop.refusals = 1;
+        act(till);
     };
 }
 /// The act, while the control's window cannot be changed.
@@ -71,46 +71,46 @@ Act stuck(const char* name, const Act& act) {
     struct : forms::ControlView {
         void changed(forms::Control&, forms::Aspect) override { automation::raise(automation::kInvalidCall); }
     } static view;
-    return [=](Shop& shop) {
-        auto* control = shop.user.control(name);
+    return [=](Till& till) {
+        auto* control = till.user.control(name);
         if (!control) return;
         control->attach(&view);
-        act(shop);
+        act(till);
         control->attach(nullptr);
     };
 }
 Act movesOver(const char* name) {
-    return stuck(name, [=](Shop& shop) { shop.user.movesOver(name); });
+    return stuck(name, [=](Till& till) { till.user.movesOver(name); });
 }
 /// The act, on an editor with so many lines of which the last is chosen.
 Act amongLines(int count, const Act& act) {
-    return [=](Shop& shop) {
-        shop.user.focuses("lvwrequest").happens([&] {
-            forms::ListView& list = shop.module.request().lvwrequest;
+    return [=](Till& till) {
+        till.user.focuses("lvwrequest").happens([&] {
+            forms::ListView& list = till.module.request().lvwrequest;
             for (int i = 0; i < count; ++i) list.add("1");
             list.select(count);
         });
-        act(shop);
+        act(till);
     };
 }
 /// Line entry from which F11 opens the dialog.
 Act openBelow(const char* dialog) {
-    return [=](Shop& shop) {
-        sandbox::openOverLineEntry(shop.module, dialog);
-        openLineEntry(shop);
+    return [=](Till& till) {
+        sandbox::openOverLineEntry(till.module, dialog);
+        openLineEntry(till);
     };
 }
 
 const Act openNothing = inTurn({});
 const Act openOnNumbers = inTurn({openLineEntry, enters("txtQuantity", "1"), enters("txtBadQuantity", "1")});
 const Act f11 = presses(forms::kKeyF11), del = presses(forms::kKeyDelete);
-const Act scans = [](Shop& shop) {
-    shop.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
+const Act scans = [](Till& till) {
+    till.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
 };
 const Act entersLine = inTurn({scans, types("4\r\r\r\r")});
 const Act prints = inTurn({clicks("optScreen"), clicks("cmdOK")});
-const Act confirmsDelete = [](Shop& shop) { shop.user.clicks("CmdDelete").answers(forms::Answer::yes); };
-const Act refreshes = [](Shop& shop) { shop.user.rightClicks("flexMaster").choosesMenu("mnurefresh"); };
+const Act confirmsDelete = [](Till& till) { till.user.clicks("CmdDelete").answers(forms::Answer::yes); };
+const Act refreshes = [](Till& till) { till.user.rightClicks("flexMaster").choosesMenu("mnurefresh"); };
 void pressesSearch(goodsreq::Module& module) {
     std::int16_t character = '7';
     module.requestDetail().cmdbarcode.onKeyPress(character);
@@ -119,9 +119,9 @@ void choosesSecond(goodsreq::Module& module) {
     module.fetchItem().flexMaster.setCell(1, 0, "2");
     module.fetchItem().flexMaster.selectRow(1);
 }
-void filesAway(Shop& shop) {
-    shop.system.refused["locked.txt"] = 70;
-    shop.user.happens([&] { goodsreq::FileCode(shop.module, "port", "locked.txt"); });
+void filesAway(Till& till) {
+    till.system.refused["locked.txt"] = 70;
+    till.user.happens([&] { goodsreq::FileCode(till.module, "port", "locked.txt"); });
 }
 
 // clang-format off
@@ -141,7 +141,7 @@ const Fault kFaults[] = {
     {"frmMaster |flexMaster_MouseMove", openRegister, "",
      inTurn({happens([](auto& m) { m.master().flexMaster.pointedAt(0, 1); }), movesOver("flexMaster")})},
     {"frmMaster |flexMaster_RowColChange", openDeletable, "",
-     stuck("CmdDelete", [](auto& shop) { shop.user.selectsRow("flexMaster", 1); })},
+     stuck("CmdDelete", [](auto& till) { till.user.selectsRow("flexMaster", 1); })},
     {"frmMaster |Form_KeyPress", openRegister, "", stuck("flexMaster", presses('D', forms::kControl))},
     {"frmMaster |mnurefresh_Click", openRegister, "update mesrequesttoshopheader", refreshes},
     {"frmMaster |cboColNames_Click", openRegister, "", picksOther("cboColNames", 99)},
@@ -153,8 +153,8 @@ const Fault kFaults[] = {
     {"frmcancelreason |Form_Load ", openDeletable, "clsFormcolor.Applyformcolor", confirmsDelete},
     {"frmcancelreason |cmdOk_Click ", openReason, "", unseen(happens([](auto& m) { m.cancelReason().cmdOk.onClick(); }))},
     {"frmcancelreason |txtcanreason_KeyUp", openReason, "", stuck("cmdOk", types("x"))},
-    {"frmcancelreason |Form_QueryUnload", openReason, "", unseen([](auto& shop) {
-         shop.user.happens([&] { shop.module.cancelReason().cmdOk.setEnabled(true); }).closesFrame();
+    {"frmcancelreason |Form_QueryUnload", openReason, "", unseen([](auto& till) {
+         till.user.happens([&] { till.module.cancelReason().cmdOk.setEnabled(true); }).closesFrame();
      })},
     // Editor.
     {"frmRequest |Form_Load ", openRegister, "CommonModule.clsCommonGen", clicks("cmdnew")},
@@ -219,13 +219,13 @@ TEST(Reports, NameTheRoutineThatFailed) {
     const CompanyFile company;
     for (const Fault& fault : kFaults) {
         SCOPED_TRACE(fault.place);
-        Shop shop(company, {.screenId = 1611});
-        fault.open(shop);
-        shop.breaks(fault.broken);
-        fault.act(shop);
-        while (shop.user.message()) shop.user.answers(forms::Answer::ok);
+        Till till(company, {.screenId = 1611});
+        fault.open(till);
+        till.breaks(fault.broken);
+        fault.act(till);
+        while (till.user.message()) till.user.answers(forms::Answer::ok);
         const std::string place = basic::replaceAll(fault.place, "|", "|Margaret Ellis|");
-        const std::vector<std::string> reports = shop.calls("ErrorDetails.");
+        const std::vector<std::string> reports = till.calls("ErrorDetails.");
         ASSERT_FALSE(reports.empty());
         EXPECT_EQ(reports.front().substr(0, 24 + place.size() + 1), "ErrorDetails.ErrorTrack(" + place + "|");
         EXPECT_EQ(reports.size(), 1u) << reports.back();
@@ -239,19 +239,19 @@ TEST(Reports, SayForWhomAndWhy) {
     };
     const CompanyFile company;
     company.change("update loUsers set UserName = 'Somebody' where shopid <> 4 or Userid <> 3");
-    Shop shop(company, {.userId = 3, .shopId = 4});
-    shop.opens();
-    shop.module.session.editMode = "E";
+    Till till(company, {.userId = 3, .shopId = 4});
+    till.opens();
+    till.module.session.editMode = "E";
     for (const Case& c : {Case{[] { throw automation::RunTimeError(-9, "why", "a source"); }, "-9&|a source|why"},
                           {[] { throw std::bad_alloc(); }, "7&|goodsreq|Out of memory"},
                           {[] { throw std::logic_error("odd"); }, "5&|goodsreq|odd"},
                           {[] { throw 1; }, "5&|goodsreq|Unknown error"}}) {
-        shop.user.happens([&] { EXPECT_FALSE(trap(shop.module, "here ", "there ", c.fails)); });
-        shop.user.answers(forms::Answer::ok);
-        EXPECT_EQ(shop.calls("ErrorDetails.").back(),
+        till.user.happens([&] { EXPECT_FALSE(trap(till.module, "here ", "there ", c.fails)); });
+        till.user.answers(forms::Answer::ok);
+        EXPECT_EQ(till.calls("ErrorDetails.").back(),
                   std::string("ErrorDetails.ErrorTrack(here |Priya Ramanathan-Whitlock|there |") + c.told + "|E|True)");
     }
-    EXPECT_EQ(shop.statements("select username from LOUSERS where userid=3 and shopid = 4").size(), 4u);
+    EXPECT_EQ(till.statements("select username from LOUSERS where userid=3 and shopid = 4").size(), 4u);
 }
 
 } // namespace

@@ -15,7 +15,7 @@ using forms::Control;
 using forms::ControlKind;
 using namespace road;
 using support::CompanyFile;
-using support::Shop;
+using support::Till;
 
 /// Alt letters are unique, and each control can be read out: by its caption, the label before it, or a name given for
 /// it.
@@ -43,7 +43,7 @@ void expectNames(const forms::Form& form) {
 struct Screen {
     const char* form;
     std::int32_t screenId;
-    void (*open)(Shop& shop);
+    void (*open)(Till& till);
 };
 
 const Screen kScreens[] = {
@@ -97,10 +97,10 @@ TEST(Screens, LookAsBeforeAndCanBeReadOut) {
     std::string look;
     for (const Screen& screen : kScreens) {
         SCOPED_TRACE(screen.form);
-        Shop shop(company, {.screenId = screen.screenId});
-        screen.open(shop);
-        ASSERT_EQ(shop.user.form(), screen.form);
-        const forms::Form& form = *shop.desktop.topForm();
+        Till till(company, {.screenId = screen.screenId});
+        screen.open(till);
+        ASSERT_EQ(till.user.form(), screen.form);
+        const forms::Form& form = *till.desktop.topForm();
         look += lookOf(form);
         expectNames(form);
     }

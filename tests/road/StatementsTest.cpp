@@ -3,7 +3,7 @@
 #include "basic/Text.h"
 #include "screens/request/frmRequest.h"
 #include "tests/support/Golden.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 using support::CompanyFile;
 using support::SampleItem;
-using support::Shop;
+using support::Till;
 
 constexpr const char* kSettings = PROJECT_DIR "/sandbox/data\\ShopSetting.txt";
 
@@ -34,21 +34,21 @@ constexpr const char* kNumbers =
 /// A record of what goes out of the module, act by act.
 class Record {
 public:
-    explicit Record(Shop& shop) : shop_(shop) {}
+    explicit Record(Till& till) : till_(till) {}
     /// What was sent to the database since the last act, and what the suite's components were told, each once. Rows
     /// that are written hold the time of day: of them the table is kept.
     void after(const char* act) {
         text_ += std::string("-- ") + act + "\n";
         std::string part = "\n";
-        for (const std::string& statement : later(shop_.statements(), statements_))
+        for (const std::string& statement : later(till_.statements(), statements_))
             add(part, basic::startsWithNoCase(statement, "insert into ")
                           ? statement.substr(0, statement.find_first_of(" (", 12))
                           : statement);
-        for (const std::string& call : later(shop_.calls(), calls_))
+        for (const std::string& call : later(till_.calls(), calls_))
             if (call.starts_with("cls") || call.starts_with("Recordset."))
                 add(part, call); // the report engine is told of the machine's folders
         text_ += part.substr(1);
-        shop_.desktop.time.days += 1 / 24.0; // an hour for each act
+        till_.desktop.time.days += 1 / 24.0; // an hour for each act
     }
     const std::string& text() const { return text_; }
 
@@ -61,7 +61,7 @@ private:
         if (part.find("\n" + line + "\n") == part.npos) part += line + "\n";
     }
 
-    Shop& shop_;
+    Till& till_;
     std::string text_;
     std::size_t statements_ = 0, calls_ = 0;
 };
@@ -70,15 +70,15 @@ TEST(Statements, AreSentLetterForLetter) {
     const CompanyFile company;
     const std::vector<SampleItem> items = support::requestableItems(company, 4, 5, 3);
     company.change(kNumbers + items[0].id);
-    Shop shop(company, {.userId = 3, .shopId = 4});
-    shop.component.intCompanyID = 9;
-    auto& user = shop.user;
-    Record record(shop);
+    Till till(company, {.userId = 3, .shopId = 4});
+    till.component.intCompanyID = 9;
+    auto& user = till.user;
+    Record record(till);
     const auto after = [&](const char* act) { record.after(act); };
-    shop.opens();
+    till.opens();
     after("Register");
     user.clicks("cmdnew");
-    shop.picksShop(5);
+    till.picksShop(5);
     after("New");
     user.focuses("lvwrequest").types("\r");
     for (const std::string& code : {items[0].barcode, items[1].code, items[2].shortcut}) {
@@ -87,18 +87,18 @@ TEST(Statements, AreSentLetterForLetter) {
     }
     user.presses(forms::kKeyF3).presses(forms::kKeyEscape);
     after("Search");
-    sandbox::openOverLineEntry(shop.module, "scan");
+    sandbox::openOverLineEntry(till.module, "scan");
     for (const std::string& code : {items[0].barcode, items[1].code, items[2].shortcut}) {
         user.presses(forms::kKeyF11).types(code + "\r");
         after("Scan");
     }
-    sandbox::openOverLineEntry(shop.module, "fetch");
+    sandbox::openOverLineEntry(till.module, "fetch");
     user.presses(forms::kKeyF11).picks("cboColNames", "ItemCode,ItemDescription").enters("txtFetch", "O'Neil\r");
     user.presses(forms::kKeyEscape);
     after("Item fetch dialog");
     user.presses(forms::kKeyEscape).happens([&] {
-        shop.module.request().PresentInCurrentShop(std::stoi(items[0].id), false);
-        shop.module.request().FillReorderSuggestions();
+        till.module.request().PresentInCurrentShop(std::stoi(items[0].id), false);
+        till.module.request().FillReorderSuggestions();
     });
     after("For other screens");
     user.clicks("cmdOk");
@@ -109,8 +109,8 @@ TEST(Statements, AreSentLetterForLetter) {
     after("Save what was changed");
     user.clicks("cmdPrev").clicks("cmdOK").clicks("cmdClose");
     after("Report");
-    shop.system.files[kSettings] =
-        basic::replaceAll(shop.system.readFile(kSettings), "showspintransrep :=0", "showspintransrep :=1");
+    till.system.files[kSettings] =
+        basic::replaceAll(till.system.readFile(kSettings), "showspintransrep :=0", "showspintransrep :=1");
     user.clicks("optScreen").clicks("cmdOK");
     after("Slip");
     user.rightClicks("flexMaster").choosesMenu("mnurefresh");
@@ -118,15 +118,15 @@ TEST(Statements, AreSentLetterForLetter) {
     user.clicks("CmdDelete").answers(forms::Answer::yes).types("wrong\r\r");
     after("Delete");
     EXPECT_EQ(user.form(), "frmMaster");
-    EXPECT_EQ(shop.errors(), std::vector<std::string>{});
+    EXPECT_EQ(till.errors(), std::vector<std::string>{});
 
     company.change("update aPAckageSettings set alias = 1; update aShops set PreserveItemDetails = 0");
-    Shop sales(company, {.screenId = 1611, .userId = 3, .shopId = 4});
+    Till sales(company, {.screenId = 1611, .userId = 3, .shopId = 4});
     Record ofSales(sales);
     sales.opens();
     ofSales.after("Register of inter-division sales, with a word for a shop");
     support::expectGolden(PROJECT_DIR "/tests/road/statements.txt", record.text() + ofSales.text());
-    Shop forgetful(company, {.userId = 3, .shopId = 4});
+    Till forgetful(company, {.userId = 3, .shopId = 4});
     forgetful.component.intCompanyID = 9;
     forgetful.opens();
     forgetful.user.clicks("cmdnew");

@@ -3,7 +3,7 @@
 #include "sandbox/host/HostSession.h"
 #include "sandbox/host/SuiteManifest.h"
 #include "tests/basic/ExpectError.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What everybody may rely on in the sample company.
 #include "sandbox/data/SampleCompany.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 

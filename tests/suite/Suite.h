@@ -4,7 +4,7 @@
 #include "sandbox/suite/StandIns.h"
 #include "tests/basic/ExpectError.h"
 #include "tests/forms/SampleForm.h"
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include <gtest/gtest.h>
 

@@ -61,32 +61,32 @@ std::vector<std::string> requestableBarcodes(automation::Object& connection) {
     return barcodes;
 }
 
-bool beginsRequest(Person& person) {
-    person.sendsAlt('n');
-    if (!person.awaits("active frmRequest")) return false;
-    person.sendsKey(VK_DOWN);
-    person.sendsText("\r");
-    if (!person.awaits("focus frmRequest.txtRemarks")) return false;
-    person.sendsText("\r");
-    return person.awaits("focus frmRequest.lvwrequest");
+bool beginsRequest(RealUser& user) {
+    user.sendsAlt('n');
+    if (!user.awaits("active frmRequest")) return false;
+    user.sendsKey(VK_DOWN);
+    user.sendsText("\r");
+    if (!user.awaits("focus frmRequest.txtRemarks")) return false;
+    user.sendsText("\r");
+    return user.awaits("focus frmRequest.lvwrequest");
 }
 
-bool beginsLines(Person& person) {
-    person.sendsText("\n");
-    return person.awaits("active frmRequestDetail");
+bool beginsLines(RealUser& user) {
+    user.sendsText("\n");
+    return user.awaits("active frmRequestDetail");
 }
 
-bool entersLine(Person& person, const std::string& barcode) {
-    person.sendsText(barcode + "\r");
-    if (!person.awaits("focus frmRequestDetail.txtQuantity")) return false;
-    person.sendsText("2");
-    person.sendsAlt('o');
-    return person.awaits("focus frmRequestDetail.txtBarcode");
+bool entersLine(RealUser& user, const std::string& barcode) {
+    user.sendsText(barcode + "\r");
+    if (!user.awaits("focus frmRequestDetail.txtQuantity")) return false;
+    user.sendsText("2");
+    user.sendsAlt('o');
+    return user.awaits("focus frmRequestDetail.txtBarcode");
 }
 
-bool closesRegister(Person& person) {
-    person.sendsAlt('c');
-    return person.awaits("unloaded frmMaster");
+bool closesRegister(RealUser& user) {
+    user.sendsAlt('c');
+    return user.awaits("unloaded frmMaster");
 }
 
 } // namespace support

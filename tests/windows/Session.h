@@ -2,7 +2,7 @@
 #pragma once
 
 #include "automation/Object.h"
-#include "tests/windows/Person.h"
+#include "tests/windows/RealUser.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -30,12 +30,12 @@ std::vector<std::string> requestableBarcodes(automation::Object& connection);
 // By keys; false where a window does not come.
 
 /// From the register that stands to a new request to that shop, whose list of lines then has the focus.
-bool beginsRequest(Person& person);
+bool beginsRequest(RealUser& user);
 /// From there to line entry.
-bool beginsLines(Person& person);
+bool beginsLines(RealUser& user);
 /// In line entry: an item by its barcode, a quantity, OK.
-bool entersLine(Person& person, const std::string& barcode);
+bool entersLine(RealUser& user, const std::string& barcode);
 /// Leaves the register by its button.
-bool closesRegister(Person& person);
+bool closesRegister(RealUser& user);
 
 } // namespace support

@@ -5,7 +5,7 @@
 #include "forms/Form.h"
 #include "forms/Grid.h"
 #include "forms/TextBox.h"
-#include "tests/windows/Person.h"
+#include "tests/windows/RealUser.h"
 #include "win32/Win32Desktop.h"
 
 namespace support {
@@ -69,18 +69,18 @@ public:
 
 /// A person before real windows.
 struct OnRealWindows {
-    void sits(forms::Form& shown, const std::function<void(Person&)>& script) {
-        Person::sits(
+    void sits(forms::Form& shown, const std::function<void(RealUser&)>& script) {
+        RealUser::sits(
             *desktop, [&] { shown.showModal(nullptr); },
-            [&](Person& person) {
-                person.seesForm(shown.name());
-                script(person);
+            [&](RealUser& user) {
+                user.seesForm(shown.name());
+                script(user);
             });
     }
-    void sits(const std::function<void(Person&)>& script) { sits(*form, script); }
+    void sits(const std::function<void(RealUser&)>& script) { sits(*form, script); }
     /// Runs `body` on the form's thread, once it is there.
     void looks(forms::Form& shown, const std::function<void()>& body) {
-        sits(shown, [&](Person& person) { person.look(body); });
+        sits(shown, [&](RealUser& user) { user.look(body); });
     }
 
     const std::unique_ptr<forms::Desktop> desktop = win32::makeDesktop();

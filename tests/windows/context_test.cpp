@@ -18,7 +18,7 @@
 using namespace automation;
 using com::ComPtr;
 using support::makeModule;
-using support::Person;
+using support::RealUser;
 using tests::Relay;
 
 namespace {
@@ -144,13 +144,13 @@ TEST_F(Context, AClassThatOnlyTheHostNamesIsFound) {
 }
 
 /// From the register's list into a request and back.
-void lookIntoARequest(Person& clerk) {
-    if (!clerk.awaits("active frmMaster")) return;
-    clerk.sendsAlt('e');
-    if (!clerk.awaits("active frmRequest")) return;
-    clerk.sendsKey(VK_ESCAPE);
-    clerk.awaits("unloaded frmRequest");
-    support::closesRegister(clerk);
+void lookIntoARequest(RealUser& user) {
+    if (!user.awaits("active frmMaster")) return;
+    user.sendsAlt('e');
+    if (!user.awaits("active frmRequest")) return;
+    user.sendsKey(VK_ESCAPE);
+    user.awaits("unloaded frmRequest");
+    support::closesRegister(user);
 }
 
 TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
@@ -163,7 +163,7 @@ TEST_F(Context, WhileAFormShowsARecordSetOpensAsTheHostCalled) {
         const Activated host(hosts);
         const ObjectPtr module = makeModule(connection.foreign, 1);
         connection.contexts.clear();
-        Person::sits([&] { module->call("Show"); }, lookIntoARequest);
+        RealUser::sits([&] { module->call("Show"); }, lookIntoARequest);
         // Another component that it is handed to asks what it really is.
         EXPECT_FALSE(connection.contexts[Relay::Call::question].empty());
         for (const HANDLE context : connection.contexts[Relay::Call::question]) EXPECT_EQ(context, host.context());
@@ -188,12 +188,12 @@ void expectRefusal() {
 void showOnce(const std::string& company, bool refusedElsewhere) {
     const ObjectPtr module = makeModule(support::openConnection(company), 1);
     CoUninitialize(); // openConnection() has started it once more
-    Person::sits([&] { module->call("Show"); },
-                 [&](Person& clerk) {
-                     if (!refusedElsewhere || !clerk.awaits("active frmMaster")) return lookIntoARequest(clerk);
-                     std::thread(withCom, expectRefusal).join();
-                     support::closesRegister(clerk);
-                 });
+    RealUser::sits([&] { module->call("Show"); },
+                   [&](RealUser& user) {
+                       if (!refusedElsewhere || !user.awaits("active frmMaster")) return lookIntoARequest(user);
+                       std::thread(withCom, expectRefusal).join();
+                       support::closesRegister(user);
+                   });
 }
 
 TEST_F(Context, AnotherThreadShowsTheRegisterOnceItIsClosed) {

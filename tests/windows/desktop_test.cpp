@@ -23,16 +23,16 @@ std::vector<std::string> withoutShift(std::vector<std::string> log) {
     return log;
 }
 
-void take(Person& person, EventOrderForm& form, const EventStep& step) {
+void take(RealUser& user, EventOrderForm& form, const EventStep& step) {
     switch (step.kind) {
-    case EventStep::Kind::types: return person.types(step.text);
-    case EventStep::Kind::tabs: return person.presses(VK_TAB);
-    case EventStep::Kind::backTab: return person.presses(VK_TAB, VK_SHIFT);
-    case EventStep::Kind::escape: return person.presses(VK_ESCAPE);
-    case EventStep::Kind::clicks: return person.clicks(*form.find(step.control));
+    case EventStep::Kind::types: return user.types(step.text);
+    case EventStep::Kind::tabs: return user.presses(VK_TAB);
+    case EventStep::Kind::backTab: return user.presses(VK_TAB, VK_SHIFT);
+    case EventStep::Kind::escape: return user.presses(VK_ESCAPE);
+    case EventStep::Kind::clicks: return user.clicks(*form.find(step.control));
     case EventStep::Kind::picks:
-        return person.look([&] {
-            HWND combo = Person::windowOf(*form.find(step.control));
+        return user.look([&] {
+            HWND combo = RealUser::windowOf(*form.find(step.control));
             SetFocus(combo);
             SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
             SendMessageW(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1),
@@ -40,7 +40,7 @@ void take(Person& person, EventOrderForm& form, const EventStep& step) {
             SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
             SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
         });
-    case EventStep::Kind::disables: return person.look([&] { form.find(step.control)->setEnabled(false); });
+    case EventStep::Kind::disables: return user.look([&] { form.find(step.control)->setEnabled(false); });
     }
 }
 
@@ -72,17 +72,17 @@ TEST_F(RealWindows, KeepTheOrderOfEvents) {
         SCOPED_TRACE(c.name);
         std::vector<std::string> log;
         const auto ordered = std::make_shared<EventOrderForm>(*desktop, log);
-        sits(*ordered, [&](Person& person) {
-            person.look([&] { log.clear(); });
-            for (const EventStep& step : c.steps) take(person, *ordered, step);
-            person.sees(c.name, [&] { return withoutShift(log).size() >= c.events.size(); });
-            person.look([&] {
+        sits(*ordered, [&](RealUser& user) {
+            user.look([&] { log.clear(); });
+            for (const EventStep& step : c.steps) take(user, *ordered, step);
+            user.sees(c.name, [&] { return withoutShift(log).size() >= c.events.size(); });
+            user.look([&] {
                 EXPECT_EQ(withoutShift(log), c.events);
                 ASSERT_TRUE(ordered->activeControl());
                 EXPECT_EQ(ordered->activeControl()->name(), c.focus);
-                EXPECT_EQ(GetFocus(), Person::windowOf(*ordered->activeControl()));
-                EXPECT_EQ(Person::shownText(ordered->txtFirst), c.first);
-                EXPECT_EQ(Person::shownText(ordered->txtSecond), c.second);
+                EXPECT_EQ(GetFocus(), RealUser::windowOf(*ordered->activeControl()));
+                EXPECT_EQ(RealUser::shownText(ordered->txtFirst), c.first);
+                EXPECT_EQ(RealUser::shownText(ordered->txtSecond), c.second);
                 EXPECT_EQ(ordered->txtFirst.text(), c.first);
             });
         });
@@ -112,34 +112,34 @@ TEST_F(RealWindows, ChooseInAnOpenListOnlyWhatIsAccepted) {
         {"taken back", 1, VK_RETURN, 0, 2, 0},  {"asked", 2, VK_RETURN, 0, 2, 0, true},
         // clang-format on
     };
-    sits(*ordered, [&](Person& person) {
+    sits(*ordered, [&](RealUser& user) {
         const auto list = [&](UINT message, WPARAM wParam = 0) {
-            return static_cast<int>(SendMessageW(Person::windowOf(box), message, wParam, 0));
+            return static_cast<int>(SendMessageW(RealUser::windowOf(box), message, wParam, 0));
         };
         for (const auto& c : cases) {
             SCOPED_TRACE(c.name);
-            person.look([&] {
+            user.look([&] {
                 box.setListIndex(0);
                 box.setFocus();
                 log.clear();
                 asks = c.asks;
             });
-            person.presses(VK_F4);
-            for (int i = 0; i < c.downs; ++i) person.presses(VK_DOWN);
-            person.sees("the entry", [&] { return list(CB_GETDROPPEDSTATE) && list(CB_GETCURSEL) == c.downs; });
+            user.presses(VK_F4);
+            for (int i = 0; i < c.downs; ++i) user.presses(VK_DOWN);
+            user.sees("the entry", [&] { return list(CB_GETDROPPEDSTATE) && list(CB_GETCURSEL) == c.downs; });
             const auto clicks = [&] {
                 return std::count_if(log.begin(), log.end(), [](auto& line) { return line.ends_with("_Click"); });
             };
-            person.look([&] { EXPECT_EQ(clicks(), 0); });
-            person.presses(c.key, c.withKey);
-            if (c.asks) person.answers(IDNO);
-            person.sees("the list closed", [&] { return !list(CB_GETDROPPEDSTATE) && clicks() == c.clicks; });
-            person.sees("the choice", [&] { return list(CB_GETCURSEL) == c.index; });
-            person.look([&] { EXPECT_EQ(box.listIndex(), c.index); });
+            user.look([&] { EXPECT_EQ(clicks(), 0); });
+            user.presses(c.key, c.withKey);
+            if (c.asks) user.answers(IDNO);
+            user.sees("the list closed", [&] { return !list(CB_GETDROPPEDSTATE) && clicks() == c.clicks; });
+            user.sees("the choice", [&] { return list(CB_GETCURSEL) == c.index; });
+            user.look([&] { EXPECT_EQ(box.listIndex(), c.index); });
         }
         // Nor does the wheel choose, which was meant for what lies below.
-        person.look([&] {
-            SendMessageW(Person::windowOf(box), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
+        user.look([&] {
+            SendMessageW(RealUser::windowOf(box), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
             EXPECT_EQ(list(CB_GETCURSEL), 0);
         });
     });
@@ -170,32 +170,32 @@ TEST_F(RealWindows, TakeNoCommandWhileACallHasLeftTheModule) {
             form->txtBarcode.setFocus();
         waits = false;
     };
-    const auto typesMeanwhile = [&](Person& person) {
+    const auto typesMeanwhile = [&](RealUser& user) {
         waits = goesOn = false;
         keysServed = 0;
-        person.clicks(form->txtQuantity);
-        person.seesFocus(form->txtQuantity);
-        person.types("1\r");
-        person.sees("the component at work", [&] { return waits.load(); });
-        person.clicks(form->cmdOk);
-        person.look([&] { PostMessageW(GetAncestor(GetFocus(), GA_ROOT), WM_CLOSE, 0, 0); });
-        person.types("23Ab?");
-        person.sees("five keys and two of Shift", [&] { return keysServed == 7; });
+        user.clicks(form->txtQuantity);
+        user.seesFocus(form->txtQuantity);
+        user.types("1\r");
+        user.sees("the component at work", [&] { return waits.load(); });
+        user.clicks(form->cmdOk);
+        user.look([&] { PostMessageW(GetAncestor(GetFocus(), GA_ROOT), WM_CLOSE, 0, 0); });
+        user.types("23Ab?");
+        user.sees("five keys and two of Shift", [&] { return keysServed == 7; });
         goesOn = true;
         while (waits) Sleep(5);
     };
-    sits([&](Person& person) {
-        typesMeanwhile(person);
-        person.sees("what was typed meanwhile", [&] { return form->txtBarcode.text() == "23Ab?"; });
+    sits([&](RealUser& user) {
+        typesMeanwhile(user);
+        user.sees("what was typed meanwhile", [&] { return form->txtBarcode.text() == "23Ab?"; });
         EXPECT_EQ(clicks, 0);
         EXPECT_TRUE(form->visible());
     });
     // What was typed at a form that is gone is not the next one's.
     closes = true;
     sits(typesMeanwhile);
-    sits([&](Person& person) {
-        person.types("x");
-        person.sees("a key", [&] { return form->txtBarcode.text().ends_with("x"); });
+    sits([&](RealUser& user) {
+        user.types("x");
+        user.sees("a key", [&] { return form->txtBarcode.text().ends_with("x"); });
         EXPECT_EQ(form->txtBarcode.text(), "x");
     });
 }
@@ -207,23 +207,23 @@ TEST_F(RealWindows, GiveTheFocusBackAfterAMessageBox) {
         answers.push_back(desktop->messageBox(
             {"Save Changes?", "Request", MessageIcon::question, MessageButtons::yesNo, Answer::no}));
     };
-    sits([&](Person& person) {
-        person.clicks(form->txtQuantity);
+    sits([&](RealUser& user) {
+        user.clicks(form->txtQuantity);
         for (const int button : {IDYES, IDNO, IDCANCEL}) { // The last is what Escape sends.
-            person.seesFocus(form->txtQuantity);
-            person.types("1\r");
-            person.answers(button);
+            user.seesFocus(form->txtQuantity);
+            user.types("1\r");
+            user.answers(button);
         }
         // A scanner's Enter takes the default, whatever letters come before it; with Alt they answer.
         for (const bool scans : {true, false}) {
-            person.seesFocus(form->txtQuantity);
-            person.types("1\r");
-            person.sees("the box", [] { return GetActiveWindow() == FindWindowW(L"#32770", nullptr); });
-            scans ? person.types("DY1032\r") : person.presses('Y', VK_MENU);
+            user.seesFocus(form->txtQuantity);
+            user.types("1\r");
+            user.sees("the box", [] { return GetActiveWindow() == FindWindowW(L"#32770", nullptr); });
+            scans ? user.types("DY1032\r") : user.presses('Y', VK_MENU);
         }
-        person.seesFocus(form->txtQuantity);
-        person.types("2");
-        person.sees("what was typed", [&] { return form->txtQuantity.text() == "111112"; });
+        user.seesFocus(form->txtQuantity);
+        user.types("2");
+        user.sees("what was typed", [&] { return form->txtQuantity.text() == "111112"; });
         EXPECT_EQ(answers, (std::vector<Answer>{Answer::yes, Answer::no, Answer::no, Answer::no, Answer::yes}));
     });
 }
@@ -241,7 +241,7 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
     const Case cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},        {"\xC3\xA4", "a\xC3\xA4"},
                           {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}};
     looks(*form, [&] {
-        HWND window = Person::windowOf(box);
+        HWND window = RealUser::windowOf(box);
         for (const Case& c : cases) {
             SCOPED_TRACE(c.pasted);
             box.setText("ab");
@@ -253,11 +253,11 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
             else
                 SendMessageW(window, WM_PASTE, 0, 0);
             EXPECT_EQ(box.text(), c.text);
-            EXPECT_EQ(Person::shownText(box), c.text);
+            EXPECT_EQ(RealUser::shownText(box), c.text);
             EXPECT_EQ(changes, box.text() == "ab" ? 0 : 1);
         }
         SetWindowTextW(window, L"it's");
-        EXPECT_EQ(Person::shownText(box), "ab");
+        EXPECT_EQ(RealUser::shownText(box), "ab");
         SetWindowTextW(window, L"its");
         EXPECT_EQ(box.text(), "its");
     });
@@ -268,13 +268,13 @@ TEST_F(RealWindows, MakeOneChangeOfACharacterOfTwoUnits) {
     form->txtBarcode.onChange = [&] { texts.push_back(form->txtBarcode.text()); };
     looks(*form, [&] {
         for (const wchar_t unit : {L'\xD83D', L'\xDE00', L'x'})
-            SendMessageW(Person::windowOf(form->txtBarcode), WM_CHAR, unit, 1);
+            SendMessageW(RealUser::windowOf(form->txtBarcode), WM_CHAR, unit, 1);
         EXPECT_EQ(texts, (std::vector<std::string>{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80x"}));
         EXPECT_EQ(form->txtBarcode.selStart(), 2);
         // The keypad's decimal key is a point in a number, whatever sign is on it.
         form->txtQuantity.keypadPoint = true;
         for (const LPARAM key : {0x53, 0x33})
-            SendMessageW(Person::windowOf(form->txtQuantity), WM_CHAR, L',', key << 16 | 1);
+            SendMessageW(RealUser::windowOf(form->txtQuantity), WM_CHAR, L',', key << 16 | 1);
         EXPECT_EQ(form->txtQuantity.text(), ".,");
     });
 }
@@ -288,13 +288,13 @@ TEST_F(RealWindows, GiveF10AndMnemonicsToTheForm) {
         if (c == kKeyLineFeed) log.push_back("Ctrl+Enter");
     };
     form->cmdOk.onClick = [&] { log.push_back("OK"); };
-    sits([&](Person& person) {
-        person.presses(VK_F10);
-        person.presses(VK_MENU); // Alt alone starts no menu either, so the next key arrives.
-        person.types("7");
-        person.presses(VK_RETURN, VK_CONTROL);
-        person.presses('O', VK_MENU);
-        person.sees("OK", [&] { return log.size() == 3; });
+    sits([&](RealUser& user) {
+        user.presses(VK_F10);
+        user.presses(VK_MENU); // Alt alone starts no menu either, so the next key arrives.
+        user.types("7");
+        user.presses(VK_RETURN, VK_CONTROL);
+        user.presses('O', VK_MENU);
+        user.sees("OK", [&] { return log.size() == 3; });
         EXPECT_EQ(log, (std::vector<std::string>{"F10", "Ctrl+Enter", "OK"}));
         EXPECT_EQ(form->txtBarcode.text(), "7");
     });
@@ -305,10 +305,10 @@ TEST_F(RealWindows, TakeACharacterKeyedByItsNumber) {
     std::vector<std::string> log;
     form->txtBarcode.onKeyUp = [&](std::int16_t& code, std::int16_t) { log.push_back("up " + std::to_string(code)); };
     form->txtBarcode.onKeyPress = [&](std::int16_t& c) { log.push_back("press " + std::to_string(c)); };
-    sits([&](Person& person) {
-        person.presses(VK_NUMPAD9, VK_MENU);
-        person.presses(VK_F2);
-        person.sees("the last key", [&] { return !log.empty() && log.back() == "up 113"; });
+    sits([&](RealUser& user) {
+        user.presses(VK_NUMPAD9, VK_MENU);
+        user.presses(VK_F2);
+        user.sees("the last key", [&] { return !log.empty() && log.back() == "up 113"; });
         EXPECT_EQ(log, (std::vector<std::string>{"up 105", "up 18", "press 97", "up 113"}));
         EXPECT_EQ(form->txtBarcode.text(), "a");
     });
@@ -320,26 +320,26 @@ TEST_F(RealWindows, ScrollManyRows) {
     int rowChanges = 0;
     rows->grid.onRowColChange = [&] { ++rowChanges; };
     Grid& grid = rows->grid;
-    sits(*rows, [&](Person& person) {
+    sits(*rows, [&](RealUser& user) {
         HWND list = nullptr;
         const auto asks = [&](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
             return SendMessageW(list, message, wParam, lParam);
         };
-        person.look([&] {
+        user.look([&] {
             std::vector<std::vector<std::string>> texts;
             for (int i = 1; i <= kRows; ++i) texts.push_back({std::to_string(i), "R" + std::to_string(i), "2024"});
             grid.setDataRows(texts);
             grid.setColWidth(3, 0);
             grid.selectRow(1);
-            list = Person::windowOf(grid);
+            list = RealUser::windowOf(grid);
         });
-        person.sees("all rows", [&] { return asks(LVM_GETITEMCOUNT) == kRows; });
-        person.presses(VK_END);
-        person.sees("the last row", [&] { return grid.row() == kRows; });
-        for (int page = 0; page < 10; ++page) person.presses(VK_PRIOR);
-        person.presses(VK_UP);
-        person.sees("pages up", [&] { return grid.row() < kRows - 100; });
-        person.look([&] {
+        user.sees("all rows", [&] { return asks(LVM_GETITEMCOUNT) == kRows; });
+        user.presses(VK_END);
+        user.sees("the last row", [&] { return grid.row() == kRows; });
+        for (int page = 0; page < 10; ++page) user.presses(VK_PRIOR);
+        user.presses(VK_UP);
+        user.sees("pages up", [&] { return grid.row() < kRows - 100; });
+        user.look([&] {
             EXPECT_GT(rowChanges, 3);
             EXPECT_EQ(asks(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), grid.row() - 1);
             EXPECT_EQ(asks(LVM_GETTOPINDEX), grid.topRow() - 1);
@@ -352,10 +352,10 @@ TEST_F(RealWindows, ScrollManyRows) {
             grid.selectRow(100);
             grid.setTopRow(95);
         });
-        person.sees("row 95 on top", [&] { return asks(LVM_GETTOPINDEX) == 94; });
-        person.clicks(grid, 20, 60);
-        person.sees("the row under the pointer", [&] { return grid.row() != 100 && grid.row() >= 95; });
-        person.look([&] { EXPECT_LT(grid.row(), 99); });
+        user.sees("row 95 on top", [&] { return asks(LVM_GETTOPINDEX) == 94; });
+        user.clicks(grid, 20, 60);
+        user.sees("the row under the pointer", [&] { return grid.row() != 100 && grid.row() >= 95; });
+        user.look([&] { EXPECT_LT(grid.row(), 99); });
     });
 }
 
@@ -367,7 +367,7 @@ TEST_F(RealWindows, TellTheCellUnderThePointerAndWidthsThatAreDragged) {
         grid.setColWidth(3, 0);
     };
     looks(*rows, [&] {
-        HWND list = Person::windowOf(grid);
+        HWND list = RealUser::windowOf(grid);
         HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
         const auto at = [](const RECT& area) { return MAKELPARAM(area.right - 2, (area.top + area.bottom) / 2); };
         const auto pointed = [&] { return std::pair(grid.mouseRow(), grid.mouseCol()); };
@@ -404,22 +404,22 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
         pressed.push_back(grid.row());
         desktop->popupMenu(*rows, menu);
     };
-    sits(*rows, [&](Person& person) {
-        person.look([&] { grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
+    sits(*rows, [&](RealUser& user) {
+        user.look([&] { grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
         for (const int withKey : {0, VK_SHIFT}) {
-            person.presses(VK_DOWN);
-            person.presses(withKey ? VK_F10 : VK_APPS, withKey);
-            person.sees("the menu in its row", [&] {
+            user.presses(VK_DOWN);
+            user.presses(withKey ? VK_F10 : VK_APPS, withKey);
+            user.sees("the menu in its row", [&] {
                 HWND popup = FindWindowW(L"#32768", nullptr);
                 RECT row{LVIR_BOUNDS}, inside{};
-                SendMessageW(Person::windowOf(grid), LVM_GETITEMRECT, static_cast<WPARAM>(grid.row() - 1),
+                SendMessageW(RealUser::windowOf(grid), LVM_GETITEMRECT, static_cast<WPARAM>(grid.row() - 1),
                              reinterpret_cast<LPARAM>(&row));
-                MapWindowPoints(Person::windowOf(grid), nullptr, reinterpret_cast<POINT*>(&row), 2);
+                MapWindowPoints(RealUser::windowOf(grid), nullptr, reinterpret_cast<POINT*>(&row), 2);
                 return popup && IsWindowVisible(popup) && GetWindowRect(popup, &inside) && inside.left >= row.left &&
                        inside.top >= row.top && inside.top <= row.bottom;
             });
-            person.presses(VK_ESCAPE);
-            person.sees("no menu", [&] { return !FindWindowW(L"#32768", nullptr); });
+            user.presses(VK_ESCAPE);
+            user.sees("no menu", [&] { return !FindWindowW(L"#32768", nullptr); });
         }
         EXPECT_EQ(pressed, (std::vector<int>{2, 3}));
     });
@@ -437,10 +437,10 @@ TEST_F(RealWindows, LeaveARequestToQuitToTheHost) {
             form->showModal(nullptr);
             EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
         };
-        Person::sits(*desktop, module, [&](Person& person) {
-            person.seesForm("frmCounter");
-            fromACharacter ? person.types("x") : person.look([] { PostQuitMessage(3); });
-            person.seesTheEnd();
+        RealUser::sits(*desktop, module, [&](RealUser& user) {
+            user.seesForm("frmCounter");
+            fromACharacter ? user.types("x") : user.look([] { PostQuitMessage(3); });
+            user.seesTheEnd();
         });
         EXPECT_EQ(left.wParam, 3u);
         EXPECT_FALSE(form->visible());

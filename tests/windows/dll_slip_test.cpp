@@ -20,16 +20,16 @@
 
 namespace {
 
-using support::Person;
+using support::RealUser;
 
 /// From the register's first row to the wanted one, and through the print dialog, which offers the printer.
-void printByKeys(Person& clerk, int row) {
-    if (!clerk.awaits("active frmMaster")) return;
-    for (int i = 1; i < row; ++i) clerk.sendsKey(VK_DOWN);
-    clerk.sendsAlt('p');
-    if (!clerk.awaits("active frmPrint")) return;
-    clerk.sendsAlt('o');
-    if (clerk.awaits("unloaded frmPrint")) support::closesRegister(clerk);
+void printByKeys(RealUser& user, int row) {
+    if (!user.awaits("active frmMaster")) return;
+    for (int i = 1; i < row; ++i) user.sendsKey(VK_DOWN);
+    user.sendsAlt('p');
+    if (!user.awaits("active frmPrint")) return;
+    user.sendsAlt('o');
+    if (user.awaits("unloaded frmPrint")) support::closesRegister(user);
 }
 
 /// In days, with so many seconds after it.
@@ -100,7 +100,7 @@ TEST(SlipOfTheDll, IsWhatTheModuleItselfPrints) {
         const Arithmetic plain = Arithmetic::current(), harsh;
         Arithmetic after;
         const double begin = now(0.25);
-        Person::sits(
+        RealUser::sits(
             [&] {
                 harsh.set();
                 const HRESULT shown = show(component.get(), 4 * (1 + 2 * shows++));
@@ -108,7 +108,7 @@ TEST(SlipOfTheDll, IsWhatTheModuleItselfPrints) {
                 plain.set();
                 EXPECT_EQ(shown, S_OK);
             },
-            [&](Person& clerk) { printByKeys(clerk, c.request); });
+            [&](RealUser& user) { printByKeys(user, c.request); });
         EXPECT_TRUE(after == harsh) << after.x87 << " " << after.sse;
         std::filesystem::remove(support::printSettings());
         const std::string slip = support::readAll(printing::SlipWorld::portFile());

@@ -97,43 +97,43 @@ void expectWhole(HWND form) {
 }
 
 /// From the register to every screen that opens from it.
-void lookAround(support::Person& clerk, bool deletes) {
-    const auto look = [&] { expectWhole(clerk.window()); };
-    if (!clerk.awaits("active frmMaster")) return;
+void lookAround(support::RealUser& user, bool deletes) {
+    const auto look = [&] { expectWhole(user.window()); };
+    if (!user.awaits("active frmMaster")) return;
     look();
-    ShowWindow(clerk.window(), SW_MAXIMIZE);
-    EXPECT_TRUE(IsZoomed(clerk.window()));
+    ShowWindow(user.window(), SW_MAXIMIZE);
+    EXPECT_TRUE(IsZoomed(user.window()));
     look();
-    ShowWindow(clerk.window(), SW_RESTORE);
+    ShowWindow(user.window(), SW_RESTORE);
     if (deletes) {
-        clerk.sendsKey(VK_DELETE);
-        if (!clerk.answers("Are you sure you want to Delete  - GR/1 ?", IDYES)) return;
-        if (!clerk.awaits("active frmcancelreason")) return;
+        user.sendsKey(VK_DELETE);
+        if (!user.answers("Are you sure you want to Delete  - GR/1 ?", IDYES)) return;
+        if (!user.awaits("active frmcancelreason")) return;
         look();
-        clerk.sendsText("twice");
-        clerk.sendsAlt('o');
-        clerk.awaits("unloaded frmcancelreason");
+        user.sendsText("twice");
+        user.sendsAlt('o');
+        user.awaits("unloaded frmcancelreason");
     }
-    if (!support::beginsRequest(clerk)) return;
+    if (!support::beginsRequest(user)) return;
     look();
-    if (!support::beginsLines(clerk)) return;
+    if (!support::beginsLines(user)) return;
     look();
-    clerk.sendsKey(VK_F3);
-    if (!clerk.awaits("active FetchWindow")) return;
+    user.sendsKey(VK_F3);
+    if (!user.awaits("active FetchWindow")) return;
     look();
-    clerk.sendsKey(VK_ESCAPE);
-    clerk.awaits("unloaded FetchWindow");
-    clerk.sendsAlt('l');
-    clerk.awaits("unloaded frmRequestDetail");
-    clerk.sendsKey(VK_ESCAPE);
-    clerk.answers("Save Changes?", IDNO);
-    clerk.awaits("unloaded frmRequest");
-    clerk.sendsAlt('p');
-    if (!clerk.awaits("active frmPrint")) return;
+    user.sendsKey(VK_ESCAPE);
+    user.awaits("unloaded FetchWindow");
+    user.sendsAlt('l');
+    user.awaits("unloaded frmRequestDetail");
+    user.sendsKey(VK_ESCAPE);
+    user.answers("Save Changes?", IDNO);
+    user.awaits("unloaded frmRequest");
+    user.sendsAlt('p');
+    if (!user.awaits("active frmPrint")) return;
     look();
-    clerk.sendsText("\x1b");
-    clerk.awaits("unloaded frmPrint");
-    support::closesRegister(clerk);
+    user.sendsText("\x1b");
+    user.awaits("unloaded frmPrint");
+    support::closesRegister(user);
 }
 
 TEST(Looks, NothingIsCutOrLiesOver) {
@@ -142,8 +142,8 @@ TEST(Looks, NothingIsCutOrLiesOver) {
         SCOPED_TRACE(interfaceId);
         const automation::ObjectPtr module = support::makeModule(connection, 1, interfaceId);
         support::writeAll(support::printSettings(), "printtoscreen :=1\r\nwindowsprint :=1\r\n");
-        support::Person::sits([&] { module->call("Show"); },
-                              [&](support::Person& clerk) { lookAround(clerk, interfaceId == 1507); });
+        support::RealUser::sits([&] { module->call("Show"); },
+                                [&](support::RealUser& user) { lookAround(user, interfaceId == 1507); });
         std::filesystem::remove(support::printSettings());
     }
 }

@@ -44,7 +44,7 @@ void hearing(const Heard& heard, const std::function<void()>& body) {
     UnhookWindowsHookEx(hook);
 }
 
-HWND topOf(const Control& control) { return GetAncestor(Person::windowOf(control), GA_ROOT); }
+HWND topOf(const Control& control) { return GetAncestor(RealUser::windowOf(control), GA_ROOT); }
 
 void paintNow(HWND window) { RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN); }
 
@@ -114,7 +114,7 @@ TEST_F(FormsWindow, PaintsWhatCanBeReadAlsoInDarkColours) {
     const auto paints = [&](bool dark) {
         looks(*rows, [&] {
             rows->grid.setRowColour(2, kRed);
-            HWND list = Person::windowOf(rows->grid);
+            HWND list = RealUser::windowOf(rows->grid);
             const Colours chosen{GetSysColor(COLOR_HIGHLIGHTTEXT), GetSysColor(COLOR_HIGHLIGHT)};
             for (const bool focused : {true, false}) {
                 SCOPED_TRACE(focused);
@@ -131,7 +131,7 @@ TEST_F(FormsWindow, PaintsWhatCanBeReadAlsoInDarkColours) {
             form->txtQuantity.setLocked(true);
             HDC dc = GetDC(nullptr);
             SendMessageW(topOf(form->txtQuantity), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
-                         reinterpret_cast<LPARAM>(Person::windowOf(form->txtQuantity)));
+                         reinterpret_cast<LPARAM>(RealUser::windowOf(form->txtQuantity)));
             EXPECT_EQ((Colours{GetTextColor(dc), GetBkColor(dc)}),
                       (Colours{GetSysColor(COLOR_BTNTEXT), GetSysColor(COLOR_BTNFACE)}));
             ReleaseDC(nullptr, dc);
@@ -163,9 +163,9 @@ TEST_F(FormsWindow, ShowsBothLinesOfALabelInALargeFont) {
     };
     looks(*form, [&] {
         RECT area{};
-        GetClientRect(Person::windowOf(note), &area);
+        GetClientRect(RealUser::windowOf(note), &area);
         EXPECT_GE(area.bottom, 2 * win32::DialogFont(win32::Dpi()).lineHeight());
-        EXPECT_FALSE(GetWindowLongPtrW(Person::windowOf(note), GWL_STYLE) & SS_CENTERIMAGE);
+        EXPECT_FALSE(GetWindowLongPtrW(RealUser::windowOf(note), GWL_STYLE) & SS_CENTERIMAGE);
     });
     SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
 }
@@ -177,25 +177,25 @@ TEST_F(FormsWindow, OutlivesTheWindowsOfItsHostAndComesBeforeThem) {
                        splash = hostWindow(WS_POPUP | WS_VISIBLE);
     SetActiveWindow(splash.get());
     fills({{"1", "R1", "5", ""}});
-    sits([&](Person& person) {
-        person.types("x");
-        person.seesForm("frmRows");
+    sits([&](RealUser& user) {
+        user.types("x");
+        user.seesForm("frmRows");
         EXPECT_FALSE(enabled(application) || enabled(splash) || enabled(other));
-        person.look([&] {
+        user.look([&] {
             splash = {};
             application = {};
         });
         // A window that is switched off is chosen, with another program in front and then with this one.
         for (const bool ofAnother : {false, true}) {
-            person.look([&] {
+            user.look([&] {
                 if (ofAnother) SetActiveWindow(nullptr);
                 SetActiveWindow(other.get());
                 for (HWND window : {topOf(form->txtBarcode), topOf(rows->grid)})
                     if (ofAnother) SendMessageW(window, WM_ACTIVATEAPP, TRUE, 0);
             });
-            person.seesForm("frmRows");
+            user.seesForm("frmRows");
         }
-        person.look([&] {
+        user.look([&] {
             EXPECT_EQ(GetActiveWindow(), topOf(rows->grid));
             EXPECT_EQ(rows->grid.cell(1, 1), "R1");
             EXPECT_TRUE(form->visible());
@@ -213,23 +213,23 @@ TEST_F(FormsWindow, EndsHoweverItsWindowGoes) {
     for (const auto& [forms, destroyed] : {std::pair(2, true), std::pair(1, true), std::pair(1, false)}) {
         SCOPED_TRACE(testing::Message() << forms << (destroyed ? " destroyed" : " unloaded"));
         SetActiveWindow(other.get());
-        sits([&](Person& person) {
+        sits([&](RealUser& user) {
             if (forms == 2) {
-                person.types("x");
-                person.seesForm("frmRows");
+                user.types("x");
+                user.seesForm("frmRows");
             } else {
                 PostMessageW(topOf(form->txtBarcode), WM_SYSCOMMAND, SC_MOVE, 0);
-                person.sees("the move", [] { return GetCapture() != nullptr; });
+                user.sees("the move", [] { return GetCapture() != nullptr; });
             }
             EXPECT_FALSE(enabled(other));
-            person.look([&] {
+            user.look([&] {
                 SetWindowPos(next.get(), topOf(form->txtBarcode), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
                 if (!destroyed) return void(form->unload());
                 DestroyWindow(topOf(form->txtBarcode));
                 form->txtBarcode.setText("5"); // Handlers that still run find no window.
             });
-            if (person.seesTheEnd()) return;
-            person.look([&] {
+            if (user.seesTheEnd()) return;
+            user.look([&] {
                 for (Form* each : std::initializer_list<Form*>{rows.get(), form.get()}) each->unload();
                 PostThreadMessageW(GetCurrentThreadId(), WM_LBUTTONUP, 0, 0);
             });
@@ -284,7 +284,7 @@ TEST_F(FormsWindow, KeepsTheSizeThatAnotherResolutionGivesIt) {
         RECT suggested{5, 5, 700, 500};
         SendMessageW(topOf(rows->grid), kDpiChanged, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&suggested));
         const auto fontOf = [](const Control& control) {
-            return SendMessageW(Person::windowOf(control), WM_GETFONT, 0, 0);
+            return SendMessageW(RealUser::windowOf(control), WM_GETFONT, 0, 0);
         };
         EXPECT_EQ(fontOf(rows->grid), fontOf(rows->cmdRefresh));
     });
@@ -302,7 +302,7 @@ TEST_F(FormsWindow, TellsItsControlsOfTheSystemsNewColours) {
         EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
         for (const Control* control : form->controls()) {
             SCOPED_TRACE(control->name());
-            HWND shown = Person::windowOf(*control);
+            HWND shown = RealUser::windowOf(*control);
             EXPECT_EQ(std::count(told.begin(), told.end(), shown), 1);
             EXPECT_TRUE(GetUpdateRect(shown, nullptr, FALSE));
         }
@@ -316,7 +316,7 @@ TEST_F(FormsWindow, SaysAWholeRowToScreenReadersAndPaintsNothingOfThat) {
         rows->grid.setReadAs("Requests");
     };
     looks(*rows, [&] {
-        HWND list = Person::windowOf(rows->grid);
+        HWND list = RealUser::windowOf(rows->grid);
         EXPECT_TRUE(FindWindowExW(topOf(rows->grid), nullptr, L"Static", L"Requests"));
         wchar_t room[100];
         EXPECT_EQ(askCell(list, 0, 0, room, 100), L"R1, open");
@@ -346,7 +346,7 @@ TEST_F(FormsWindow, LeavesTheTextsOfCellsWithWhoAskedForThem) {
         std::vector<std::wstring> rooms(std::size(cases), std::wstring(10, L'#'));
         for (std::size_t i = 0; i < std::size(cases); ++i) {
             const Case& c = cases[i];
-            EXPECT_EQ(askCell(Person::windowOf(rows->grid), c.row, c.subItem, rooms[i].data(), c.size).data(),
+            EXPECT_EQ(askCell(RealUser::windowOf(rows->grid), c.row, c.subItem, rooms[i].data(), c.size).data(),
                       rooms[i].data());
         }
         for (std::size_t i = 0; i < std::size(cases); ++i) {

@@ -24,9 +24,9 @@ void beginLog();
 /// The file of that log.
 std::string logFile();
 
-class Person {
+class RealUser {
 public:
-    using Script = std::function<void(Person&)>;
+    using Script = std::function<void(RealUser&)>;
 
     /// Runs `module` here and `script` beside it. When the script has ended, what is still shown is closed.
     static void sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script);
@@ -74,7 +74,7 @@ public:
     static std::string shownText(const forms::Control& control);
 
 private:
-    explicit Person(forms::Desktop* desktop) : desktop_(desktop), ear_(desktop ? makeEar() : nullptr) {}
+    explicit RealUser(forms::Desktop* desktop) : desktop_(desktop), ear_(desktop ? makeEar() : nullptr) {}
 
     void sitsBeside(const std::function<void()>& module, const Script& script, const std::function<void()>& close);
     /// The window that has the keyboard; null, and the test has failed, where none gets it.

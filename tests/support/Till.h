@@ -51,7 +51,7 @@ struct Seat {
     std::int16_t shopId = 1;
 };
 
-class Shop {
+class Till {
     // First, as closing the open forms at the end sends more.
     std::vector<std::string> statements_, calls_;
     std::string broken_;
@@ -62,10 +62,10 @@ public:
     /// What stands between the module and the suite's components in place of the watch that this class keeps on them.
     using Between = std::function<automation::ObjectFactory(automation::ObjectFactory)>;
 
-    explicit Shop(const CompanyFile& company, Seat seat = {}, const Between& between = nullptr);
+    explicit Till(const CompanyFile& company, Seat seat = {}, const Between& between = nullptr);
     /// Fails the test where a statement was sent while a forward-only result was still being read: on a real server
     /// that is another log-on, and an error inside a transaction.
-    ~Shop();
+    ~Till();
 
     /// Shows the register, as the host does.
     void opens();

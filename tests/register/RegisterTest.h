@@ -1,7 +1,7 @@
 // A register with a few requests of the test's own.
 #pragma once
 
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include "screens/register/frmMaster.h"
 #include "screens/register/frmcancelreason.h"
@@ -23,10 +23,10 @@ struct Request {
 };
 
 /// A person of the sample company's first shop, with its requests replaced.
-class Register : public testing::Test {
+class RegisterTest : public testing::Test {
 protected:
     CompanyFile company;
-    std::optional<Shop> shop;
+    std::optional<Till> till;
 
     /// Request n has the number "GR/n", and goes to shop 2.
     void has(const std::vector<Request>& requests) {
@@ -41,17 +41,17 @@ protected:
         company.change(script);
     }
     User& opens(Seat seat = {}) {
-        shop.emplace(company, seat);
-        shop->opens();
-        return shop->user;
+        till.emplace(company, seat);
+        till->opens();
+        return till->user;
     }
     User& opensWith(const std::vector<Request>& requests, Seat seat = {}) {
         has(requests);
         return opens(seat);
     }
-    User& user() { return shop->user; }
+    User& user() { return till->user; }
     forms::Grid& grid() { return *user().control<forms::Grid>("flexMaster"); }
-    goodsreq::Session& session() { return shop->module.session; }
+    goodsreq::Session& session() { return till->module.session; }
 
     /// What stands in one column, from the first data row on.
     std::vector<std::string> column(int col) { return user().column("flexMaster", col); }

@@ -1,4 +1,4 @@
-#include "tests/windows/Person.h"
+#include "tests/windows/RealUser.h"
 
 #include "tests/support/Scratch.h"
 #include "tests/windows/TopWindow.h"
@@ -81,22 +81,23 @@ void beginLog() {
 
 std::string logFile() { return scratch("windows.log"); }
 
-void Person::sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script) {
-    Person person(&desktop);
+void RealUser::sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script) {
+    RealUser user(&desktop);
     const std::function<void()> closeForm = [&] {
         if (forms::Form* form = desktop.topForm()) form->unload();
     };
-    person.sitsBeside(module, script, [&] { hears(person.ear_, closeForm, 200); });
-    DestroyWindow(person.ear_);
+    user.sitsBeside(module, script, [&] { hears(user.ear_, closeForm, 200); });
+    DestroyWindow(user.ear_);
 }
 
-void Person::sits(const std::function<void()>& module, const Script& script) {
+void RealUser::sits(const std::function<void()>& module, const Script& script) {
     beginLog();
-    Person person(nullptr);
-    person.sitsBeside(module, script, [&] { PostMessageW(usableWindow(person.thread_), WM_CLOSE, 0, 0); });
+    RealUser user(nullptr);
+    user.sitsBeside(module, script, [&] { PostMessageW(usableWindow(user.thread_), WM_CLOSE, 0, 0); });
 }
 
-void Person::sitsBeside(const std::function<void()>& module, const Script& script, const std::function<void()>& close) {
+void RealUser::sitsBeside(const std::function<void()>& module, const Script& script,
+                          const std::function<void()>& close) {
     std::thread acting([&] {
         script(*this);
         while (!ended_) {
@@ -112,11 +113,11 @@ void Person::sitsBeside(const std::function<void()>& module, const Script& scrip
     acting.join();
 }
 
-void Person::look(const std::function<void()>& body) {
+void RealUser::look(const std::function<void()>& body) {
     if (!hears(ear_, body, kPatience)) ADD_FAILURE() << "The module's thread does not answer";
 }
 
-bool Person::sees(const char* what, const std::function<bool()>& seen) {
+bool RealUser::sees(const char* what, const std::function<bool()>& seen) {
     bool now = false;
     return until(what, [&] {
         look([&] { now = seen(); });
@@ -124,7 +125,7 @@ bool Person::sees(const char* what, const std::function<bool()>& seen) {
     });
 }
 
-bool Person::seesForm(const std::string& name) {
+bool RealUser::seesForm(const std::string& name) {
     return sees(name.c_str(), [&] {
         const forms::Form* form = desktop_->topForm();
         if (!form || form->name() != name || !form->activeControl()) return false;
@@ -133,15 +134,15 @@ bool Person::seesForm(const std::string& name) {
     });
 }
 
-bool Person::seesFocus(const forms::Control& control) {
+bool RealUser::seesFocus(const forms::Control& control) {
     return sees(control.name().c_str(), [&] { return GetFocus() == windowOf(control); });
 }
 
-bool Person::seesTheEnd() {
+bool RealUser::seesTheEnd() {
     return until("the end of the module", [this] { return ended_.load(); });
 }
 
-void Person::types(const std::string& ascii) {
+void RealUser::types(const std::string& ascii) {
     std::vector<INPUT> inputs;
     for (const char c : ascii) {
         const SHORT place = VkKeyScanW(static_cast<wchar_t>(c));
@@ -150,27 +151,27 @@ void Person::types(const std::string& ascii) {
     send(inputs);
 }
 
-void Person::presses(int key, int withKey) {
+void RealUser::presses(int key, int withKey) {
     std::vector<INPUT> inputs;
     addStroke(inputs, key, withKey);
     send(inputs);
 }
 
-void Person::clicks(forms::Control& control, int x, int y) {
+void RealUser::clicks(forms::Control& control, int x, int y) {
     HWND window = nullptr;
     look([&] { window = windowOf(control); });
     PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
     PostMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
 
-void Person::answers(int button) {
+void RealUser::answers(int button) {
     HWND box = nullptr;
     if (!until("a message box", [&] { return (box = messageBox()) != nullptr; })) return;
     SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     until("the end of the message box", [&] { return !IsWindow(box); });
 }
 
-bool Person::awaits(const std::string& text) {
+bool RealUser::awaits(const std::string& text) {
     return until(text, [&] {
         std::ifstream log(std::filesystem::path(logFile()), std::ios::binary);
         log.seekg(seen_);
@@ -183,25 +184,25 @@ bool Person::awaits(const std::string& text) {
     });
 }
 
-bool Person::answers(const std::string& text, int button) {
+bool RealUser::answers(const std::string& text, int button) {
     if (!awaits("message " + text)) return false;
     answers(button);
     return true;
 }
 
-void Person::sendsKey(int key) const { SendNotifyMessageW(focus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1); }
+void RealUser::sendsKey(int key) const { SendNotifyMessageW(focus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1); }
 
-void Person::sendsText(const std::string& ascii) const {
+void RealUser::sendsText(const std::string& ascii) const {
     for (const char c : ascii) PostMessageW(focus(), WM_CHAR, static_cast<WPARAM>(c), 1);
 }
 
-void Person::sendsAlt(char letter) const {
+void RealUser::sendsAlt(char letter) const {
     PostMessageW(focus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29 | 1);
 }
 
-HWND Person::window() const { return GetAncestor(focus(), GA_ROOT); }
+HWND RealUser::window() const { return GetAncestor(focus(), GA_ROOT); }
 
-HWND Person::focus() const {
+HWND RealUser::focus() const {
     GUITHREADINFO info{};
     info.cbSize = sizeof info;
     const ULONGLONG begin = GetTickCount64();
@@ -214,12 +215,12 @@ HWND Person::focus() const {
     return info.hwndFocus;
 }
 
-HWND Person::windowOf(const forms::Control& control) {
+HWND RealUser::windowOf(const forms::Control& control) {
     const auto* view = static_cast<const win32::ControlWindow*>(control.view());
     return view ? view->handle() : nullptr;
 }
 
-std::string Person::shownText(const forms::Control& control) {
+std::string RealUser::shownText(const forms::Control& control) {
     return win32::narrow(win32::windowText(windowOf(control)));
 }
 

@@ -1,4 +1,4 @@
-#include "tests/support/Shop.h"
+#include "tests/support/Till.h"
 
 #include "automation/Members.h"
 #include "basic/Calendar.h"
@@ -43,10 +43,10 @@ std::string told(const automation::Value& value) {
 } // namespace
 
 /// A component between the module and its stand-in: takes note of what it is told, and breaks.
-class Shop::Watched : public automation::Object {
+class Till::Watched : public automation::Object {
 public:
-    Watched(Shop& shop, automation::ObjectPtr object, bool inStatements)
-        : shop_(shop), object_(std::move(object)), inStatements_(inStatements) {}
+    Watched(Till& till, automation::ObjectPtr object, bool inStatements)
+        : till_(till), object_(std::move(object)), inStatements_(inStatements) {}
     automation::Value invoke(automation::Access access, std::string_view member,
                              automation::Arguments arguments) override {
         const std::string name = className() + "." + std::string(member);
@@ -56,17 +56,17 @@ public:
         const bool plain = list.ends_with("|0&|1&"); // forward only, read only
         if (!inStatements_ || (member == "adocon" && access != automation::Access::putRef) ||
             member == "fnUpdateListViewDetails" || (member == "Open" && !plain))
-            shop_.calls_.push_back(name + how + "(" + list + ")");
-        if (name == shop_.broken_) throw automation::RunTimeError(5, "broken");
+            till_.calls_.push_back(name + how + "(" + list + ")");
+        if (name == till_.broken_) throw automation::RunTimeError(5, "broken");
         automation::Value result = object_->invoke(access, member, arguments);
-        if (result.isObject()) shop_.made_[name] = result.objectPtr();
+        if (result.isObject()) till_.made_[name] = result.objectPtr();
         return result;
     }
     bool has(std::string_view member) const override { return object_->has(member); }
     std::string className() const override { return object_->className(); }
 
 private:
-    Shop& shop_;
+    Till& till_;
     automation::ObjectPtr object_;
     bool inStatements_; ///< what it does is seen there, but for a few things
 };
@@ -102,7 +102,7 @@ void CompanyFile::change(const std::string& script) const {
     sandbox::runScript(*sandbox::openConnection(path_), script);
 }
 
-Shop::Shop(const CompanyFile& company, Seat seat, const Between& between)
+Till::Till(const CompanyFile& company, Seat seat, const Between& between)
     : inner_(sandbox::standInFactory({&desktop, "", &reportCalls})),
       connection(sandbox::openConnection(company.path())),
       module(
@@ -122,13 +122,13 @@ Shop::Shop(const CompanyFile& company, Seat seat, const Between& between)
     component.dtProcessDate = basic::dateOf(day.year, day.month, day.day);
 }
 
-Shop::~Shop() { EXPECT_EQ(connection->moreConnections(), 0) << "statements sent while another one was being read"; }
+Till::~Till() { EXPECT_EQ(connection->moreConnections(), 0) << "statements sent while another one was being read"; }
 
-void Shop::opens() {
+void Till::opens() {
     user.starts([this] { component.show(); });
 }
 
-automation::ObjectPtr Shop::make(std::string_view progId) {
+automation::ObjectPtr Till::make(std::string_view progId) {
     if (progId == broken_) automation::raise(automation::kCannotCreateObject);
     automation::ObjectPtr object = inner_(progId);
     const bool inStatements = progId == "ADODB.Recordset" || automation::sameName(progId, "CommonModule.clsCommonDB");
@@ -137,18 +137,18 @@ automation::ObjectPtr Shop::make(std::string_view progId) {
     return object;
 }
 
-void Shop::breaks(const std::string& what) {
+void Till::breaks(const std::string& what) {
     broken_ = what;
     connection->failOn([what](std::string_view s) { return !what.empty() && s.find(what) != s.npos; });
 }
 
-std::vector<std::string> Shop::statements(std::string_view beginning) const {
+std::vector<std::string> Till::statements(std::string_view beginning) const {
     return beginningWith(beginning, statements_);
 }
 
-std::vector<std::string> Shop::calls(std::string_view beginning) const { return beginningWith(beginning, calls_); }
+std::vector<std::string> Till::calls(std::string_view beginning) const { return beginningWith(beginning, calls_); }
 
-std::vector<std::string> Shop::errors() const {
+std::vector<std::string> Till::errors() const {
     std::vector<std::string> found;
     for (const forms::Message& message : desktop.messages)
         if (message.icon == forms::MessageIcon::critical && message.buttons == forms::MessageButtons::ok)
@@ -156,7 +156,7 @@ std::vector<std::string> Shop::errors() const {
     return found;
 }
 
-void Shop::picksShop(int shopId) {
+void Till::picksShop(int shopId) {
     auto* box = user.control<forms::ComboBox>("cboShop");
     ASSERT_TRUE(box);
     for (const forms::ComboBox::Entry& entry : box->entries())
