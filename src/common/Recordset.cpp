@@ -16,14 +16,6 @@ void closeQuietly(const automation::ObjectPtr& recordset) noexcept {
 
 } // namespace
 
-Recordset& Recordset::operator=(Recordset&& other) noexcept {
-    if (this != &other) {
-        closeQuietly(object_);
-        object_ = std::move(other.object_);
-    }
-    return *this;
-}
-
 Recordset::~Recordset() { closeQuietly(object_); }
 
 automation::Object& Recordset::held() const {

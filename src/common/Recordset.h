@@ -30,7 +30,7 @@ class Recordset {
 public:
     explicit Recordset(automation::ObjectPtr object) : object_(std::move(object)) {}
     Recordset(Recordset&&) = default;
-    Recordset& operator=(Recordset&& other) noexcept;
+    Recordset& operator=(Recordset&&) = delete;
     ~Recordset();
 
     const automation::ObjectPtr& object() const { return object_; }

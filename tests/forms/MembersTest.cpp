@@ -37,7 +37,7 @@ TEST_F(FormMembers, WhatIsPutIsWhatIsReadUntilTheFormIsUnloaded) {
         {"txtName", "ToolTipText", "tip", "tip"}, {"txtName", "Left", 240.0, 240}, {"txtName", "Width", 900, 900},
         {"txtName", "ForeColor", 255, 255}, {"txtName", "BackColor", 1, 1},
         {"txtName", "Enabled", std::int16_t{0}, false}, {"txtName", "visible", "False", false},
-        {"lblName", "Caption", "Shop : ", "Shop : "}, {"cmdOk", "Caption", "Save", "Save"},
+        {"lblName", "Caption", "Shop : ", "Shop : "}, {"lblName", "Left", 240, 240}, {"cmdOk", "Caption", "Save", "Save"},
         {"chkDone", "Value", std::int16_t{1}, 1}, {"optDown", "Value", true, true}, {"optUp", "Value", false, false},
         {"cboShop", "ListIndex", 1, 1}, {"cboShop", "Text", "Riverside", "Riverside"},
         {"cboFree", "Text", "free", "free"}, {"lvwLines", "Tag", "C", "C"}, {"flexRows", "Rows", 5, 5},
