@@ -43,6 +43,7 @@ public:
                             arguments[0].resolved() = self.assignment;
                             throw error;
                         })
+                .method("Execute", 0, 0, [](TestObject&, Arguments) { return Value(); }) // as a connection has, too
                 .method("Throw", 0, 0, [](TestObject&, Arguments) -> Value { throw std::logic_error("broken"); })
                 .method("ThrowOther", 0, 0, [](TestObject&, Arguments) -> Value { throw 5; });
         return all;

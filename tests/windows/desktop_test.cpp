@@ -260,6 +260,8 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
         EXPECT_EQ(RealUser::shownText(box), "ab");
         SetWindowTextW(window, L"its");
         EXPECT_EQ(box.text(), "its");
+        box.setText("it's"); // code may write what a person may not
+        EXPECT_EQ(RealUser::shownText(box), "it's");
     });
 }
 
@@ -361,6 +363,8 @@ TEST_F(RealWindows, ScrollManyRows) {
 
 TEST_F(RealWindows, TellTheCellUnderThePointerAndWidthsThatAreDragged) {
     Grid& grid = rows->grid;
+    int pressed = 0;
+    grid.onMouseDown = [&](const MouseEvent& event) { pressed += event.button == MouseButton::right; };
     rows->describe = [&, describe = rows->describe] {
         describe();
         grid.setDataRows({{"1", "R1", "a"}, {"2", "R2", "b"}});
@@ -390,6 +394,7 @@ TEST_F(RealWindows, TellTheCellUnderThePointerAndWidthsThatAreDragged) {
             SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(col), 77 + col);
             EXPECT_EQ(win32::Dpi::of(list).pixels(grid.colWidth(col)), 77 + col);
         }
+        EXPECT_EQ(pressed, 4);
     });
 }
 

@@ -134,6 +134,10 @@ TEST_F(FormsWindow, PaintsWhatCanBeReadAlsoInDarkColours) {
                          reinterpret_cast<LPARAM>(RealUser::windowOf(form->txtQuantity)));
             EXPECT_EQ((Colours{GetTextColor(dc), GetBkColor(dc)}),
                       (Colours{GetSysColor(COLOR_BTNTEXT), GetSysColor(COLOR_BTNFACE)}));
+            form->setBackColor(kRed); // as the suite colours forms
+            SendMessageW(topOf(form->cmdOk), WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(dc),
+                         reinterpret_cast<LPARAM>(RealUser::windowOf(form->cmdOk)));
+            EXPECT_EQ(GetBkColor(dc), dark ? GetSysColor(COLOR_BTNFACE) : kRed);
             ReleaseDC(nullptr, dc);
         });
     };
