@@ -108,6 +108,25 @@ TEST_F(FormsWindow, SwitchesOffAHostWithoutACaptionToo) {
     EXPECT_TRUE(enabled(host));
 }
 
+TEST_F(FormsWindow, ShowsWhatWasSetBeforeItCame) {
+    CheckBox done(*form, "chkDone");
+    form->describe = [&, describe = form->describe] {
+        describe();
+        done.setValue(1);
+    };
+    desktop->setPointer(Pointer::hourglass);
+    looks(*form, [&] {
+        EXPECT_EQ(SendMessageW(RealUser::windowOf(done), BM_GETCHECK, 0, 0), BST_CHECKED);
+        for (const Pointer pointer : {Pointer::hourglass, Pointer::normal}) {
+            desktop->setPointer(pointer);
+            SetCursor(nullptr);
+            HWND window = topOf(done);
+            SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+            EXPECT_EQ(GetCursor() == LoadCursorW(nullptr, IDC_WAIT), pointer == Pointer::hourglass);
+        }
+    });
+}
+
 TEST_F(FormsWindow, PaintsWhatCanBeReadAlsoInDarkColours) {
     constexpr COLORREF kRed = 0x0000FF;
     fills({{"1", "R1"}, {"2", "R2"}});
