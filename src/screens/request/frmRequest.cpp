@@ -189,11 +189,7 @@ void frmRequest::openForEditing() {
     const bool used = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhused", condition));
     const bool finished = isTrue(db_.lookUp("mesRequesttoShopHeader", "srhTransfinished", condition));
     if (finished) chkTransFinished.setValue(1);
-    // Without its shop it could not be saved, and what was typed would be lost.
-    const bool mayChange = changeable && !used && !finished, goesSomewhere = cboShop.hasSelection();
-    setChangeable(mayChange && goesSomewhere);
-    if (mayChange && !goesSomewhere)
-        module().inform("The shop of this request is no longer offered. It can be looked at, but not changed.");
+    setChangeable(changeable && !used && !finished);
 }
 
 void frmRequest::setChangeable(bool changeable) {
