@@ -6,6 +6,9 @@
 #
 # A script finds root, OUT (an empty folder of its own), and all of tools/wine.sh, screen.sh and host.sh.
 set -euo pipefail
+# Wine's loader has a fixed place and its heap a random one behind it, now and then where Wine needs a page: no program
+# starts then.
+[ -n "${fixedAddresses:-}" ] || ! setarch -R true 2>/dev/null || fixedAddresses=1 exec setarch -R "$0" "$@"
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 export root WIDTH=$1
 shift

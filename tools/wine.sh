@@ -32,11 +32,18 @@ wine_processes() {
     done 2>/dev/null
 }
 
-# The output goes through a file: processes that Wine leaves in the background would keep a pipe open.
+# The output goes through a file: processes that Wine leaves in the background would keep a pipe open. Where a thread
+# ends just before its program, Wine itself dies now and then of a segmentation fault, 139 here, and the program is run
+# once more. A fault of the program's own is an exception to Wine, and its status 5.
 wine_run() {
-    local output status=0
+    local output status try
     output=$(mktemp)
-    timeout --foreground -k 5 "${LIMIT:-60}" "$loader" "$@" >"$output" 2>&1 </dev/null || status=$?
+    for try in 1 2; do
+        status=0
+        timeout --foreground -k 5 "${LIMIT:-60}" "$loader" "$@" >"$output" 2>&1 </dev/null || status=$?
+        [ "$status" -eq 139 ] || break
+        echo "Wine died at try $try: $*" >&2
+    done
     cat "$output"
     rm -f "$output"
     [ "$status" -ne 124 ] || echo "ended after ${LIMIT:-60} seconds: $*" >&2
