@@ -77,7 +77,7 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
     for (const auto& [folder, missing, started] :
          {std::tuple("C:\\Windows", "", "C:\\Windows\\system32\\edit.com   c:\\ShopReq.txt"),
           {"C:\\WINDOWS", "", "C:\\WINDOWS\\command\\edit.com   c:\\ShopReq.txt"},
-          {"C:\\WINNT", "", "C:\\WINNT\\system32\\edit.com   c:\\ShopReq.txt"},
+          {"C:\\WINDOW", "", "C:\\WINDOW\\system32\\edit.com   c:\\ShopReq.txt"},
           {"C:\\WINDOWS", "edit.com", "D:\\Windows\\notepad.exe c:\\ShopReq.txt"}}) {
         till.system.windows = folder;
         till.desktop.missingProgram = missing;
