@@ -27,7 +27,6 @@ void SlipPrinter::PrintBill(std::int32_t requestId) {
     db_ = module_.createCommonDb();
     std::vector<SlipLine> lines = readLines(requestId);
     openOutput();
-    headerLines_ = 0;
     if (!lines.empty()) HeaderPrint(requestId);
 
     SlipParts parts;

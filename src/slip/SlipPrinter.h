@@ -19,9 +19,9 @@ public:
 
     SlipPrinter(Module& module, Target target) : module_(module), target_(target) {}
 
-    /// Errors pass to the caller, after what was printed so far was handed over: missing or unreadable settings, an
-    /// output that cannot be opened, the database's own. Errors within header and footer are reported, and the slip
-    /// goes on.
+    /// Once for each printer. Errors pass to the caller, after what was printed so far was handed over: missing or
+    /// unreadable settings, an output that cannot be opened, the database's own. Errors within header and footer are
+    /// reported, and the slip goes on.
     void PrintBill(std::int32_t requestId);
 
 private:

@@ -37,9 +37,13 @@ TEST(Text, IsCutAndPaddedByCharactersNotBytes) {
 }
 
 TEST(Text, KeepsBrokenBytes) {
+    // The first and the last of each size, beside the codes of surrogates, are whole characters.
+    for (const char* text : {"\u0080", "\u07ff", "\u0800", "\ud7ff", "\ue000", "\uffff", "\U00010000", "\U0010ffff"})
+        EXPECT_EQ(len(text), 1) << text;
     for (const std::string text : {"a\xff"
                                    "b",
-                                   "a\xc3", "\xe2\x82", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\x80\x80"}) {
+                                   "a\xc3", "\xe2\x82", "\xc0\x80", "\xed\xa0\x80", "\xf5\x80\x80\x80", "\x80\x80",
+                                   "\xe0\x9f\xbf", "\xf0\x8f\xbf\xbf", "\xf4\x90\x80\x80"}) {
         EXPECT_EQ(len(text), static_cast<int>(text.size()));
         EXPECT_EQ(ucase(lcase(left(text, 1) + mid(text, 2))).size(), text.size());
     }
