@@ -219,17 +219,15 @@ if(BUILD_TESTING AND GTEST_SOURCE)
             installs(check ${file})
         endforeach()
     endif()
-    foreach(name slip_test dll_slip_test)
-        target_sources(${name} PRIVATE tests/printing/SlipWorld.cpp tests/support/PortableSystem.cpp)
-        target_link_libraries(${name} PRIVATE component suite data)
-    endforeach()
     # The golden slips once more, through the real files and the real code page. They lie beside the program.
-    target_sources(slip_test PRIVATE tests/printing/GoldenSlipTest.cpp)
+    target_sources(slip_test PRIVATE tests/printing/GoldenSlipTest.cpp tests/printing/SlipWorld.cpp
+        tests/support/PortableSystem.cpp)
+    target_link_libraries(slip_test PRIVATE component suite data)
     target_compile_definitions(slip_test PRIVATE PROJECT_DIR=".")
     add_custom_command(TARGET slip_test POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_directory
         ${CMAKE_SOURCE_DIR}/tests/printing/golden ${CMAKE_BINARY_DIR}/tests/printing/golden VERBATIM)
     install(DIRECTORY tests/printing/golden DESTINATION tests/printing COMPONENT check)
-    foreach(name looks_test context_test desktop_test window_test dll_slip_test)
+    foreach(name looks_test context_test desktop_test window_test)
         target_link_libraries(${name} PRIVATE windows_user)
     endforeach()
 

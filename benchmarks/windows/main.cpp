@@ -60,11 +60,9 @@ void require(bool done, const char* what) {
 }
 
 /// Shows the register on a connection while `act` works it.
-void shows(const automation::ObjectPtr& connection, const std::function<bool(RealUser& user)>& act) {
+void shows(const automation::ObjectPtr& connection, const RealUser::Script& act) {
     const automation::ObjectPtr module = support::makeModule(connection, 1);
-    bool done = false;
-    RealUser::sits([&] { module->call("Show"); }, [&](RealUser& user) { done = act(user); });
-    require(done, "a window that was waited for");
+    RealUser::sits([&] { module->call("Show"); }, act);
 }
 
 /// Seconds from Show until the register has its rows and begins to make its windows. What those cost is the system's.
@@ -141,12 +139,11 @@ std::string savingCompany() {
 }
 
 /// From the open register to a request with these lines, ready for OK.
-bool entersRequest(RealUser& user, const std::vector<std::string>& barcodes, std::size_t lines) {
-    if (!support::beginsRequest(user) || !support::beginsLines(user)) return false;
-    for (std::size_t i = 0; i < lines; ++i)
-        if (!support::entersLine(user, barcodes[i])) return false;
-    user.sendsKey(VK_ESCAPE);
-    return user.awaits("unloaded frmRequestDetail");
+void entersRequest(RealUser& user, const std::vector<std::string>& barcodes, std::size_t lines) {
+    support::beginsRequest(user);
+    support::beginsLines(user);
+    for (std::size_t i = 0; i < lines; ++i) support::entersLine(user, barcodes[i]);
+    user.sendsKey(VK_ESCAPE, "unloaded frmRequestDetail");
 }
 
 /// Seconds from OK until the request has been saved and the register becomes the active window again.
@@ -162,12 +159,14 @@ double savesRequest(const automation::ObjectPtr& connection, const std::vector<s
     };
     const std::function<void()> ends = [&] { over.set_value(); };
     shows(connection, [&](RealUser& user) {
-        if (!user.awaits("active frmMaster") || !entersRequest(user, barcodes, lines)) return false;
+        user.awaits("active frmMaster");
+        entersRequest(user, barcodes, lines);
         support::hearsLater(ear, begins);
         user.sendsAlt('o');
         support::hearsLater(ear, ends);
         over.get_future().wait_for(std::chrono::seconds(10));
-        return user.awaits("unloaded frmRequest") && support::closesRegister(user);
+        user.awaits("unloaded frmRequest");
+        support::closesRegister(user);
     });
     require(begin > 0 && windows.activated > begin, "the register after OK");
     return windows.activated - begin;

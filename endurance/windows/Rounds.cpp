@@ -127,15 +127,18 @@ double lostPerLabel() {
     return static_cast<double>(heapBytes() - before) / kLabels;
 }
 
-/// One round by keys. False where a window does not come.
-bool entersAndLeaves(RealUser& user, const std::string& barcode, const std::function<void()>& deepest) {
-    if (!user.awaits("active frmMaster") || !beginsRequest(user) || !beginsLines(user) || !entersLine(user, barcode))
-        return false;
+/// One round by keys.
+void entersAndLeaves(RealUser& user, const std::string& barcode, const std::function<void()>& deepest) {
+    user.awaits("active frmMaster");
+    beginsRequest(user);
+    beginsLines(user);
+    entersLine(user, barcode);
     deepest();
-    user.sendsKey(VK_ESCAPE);
-    if (!user.awaits("unloaded frmRequestDetail")) return false;
+    user.sendsKey(VK_ESCAPE, "unloaded frmRequestDetail");
     user.sendsAlt('c');
-    return user.answers("Save Changes?", IDNO) && user.awaits("unloaded frmRequest") && closesRegister(user);
+    user.answers("Save Changes?", IDNO);
+    user.awaits("unloaded frmRequest");
+    closesRegister(user);
 }
 
 } // namespace
@@ -151,11 +154,9 @@ void goRound(const Options& options, Report& report) {
     for (int round = 1; round <= rounds; ++round) {
         {
             const automation::ObjectPtr module = support::makeModule(connection, 1);
-            bool whole = false;
             RealUser::sits(
                 [&] { module->call("Show"); },
-                [&](RealUser& user) { whole = entersAndLeaves(user, barcode, [&] { labels = countLabels(thread); }); });
-            if (!whole) throw std::runtime_error("Round " + std::to_string(round) + " came to no end");
+                [&](RealUser& user) { entersAndLeaves(user, barcode, [&] { labels = countLabels(thread); }); });
         }
         if (round == warm) first = holdings(connection);
         if (round == (warm + rounds) / 2) middle = holdings(connection);

@@ -50,13 +50,11 @@ struct Program {
 /// What would write the registry or the root of the disk is left out; so is marshalling, for which Wine registers a
 /// type library by itself.
 constexpr Program kPrograms[] = {
-    {"measures_test", 60},
     {"bridge_test", 60},
     {"component_test --gtest_filter=-*egister*:*AMultithreaded*", 120},
     {"slip_test --gtest_filter=-Machine.StartsAProgram*", 120},
     {"context_test", 120},
     {"looks_test", 120},
-    {"dll_slip_test", 120},
     {"stress-windows rounds --quick", 300},
     {"desktop_test", 300, true},
     {"window_test", 300, true},

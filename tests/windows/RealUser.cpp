@@ -5,10 +5,9 @@
 #include "win32/ControlWindow.h"
 #include "win32/Text.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <fstream>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -32,16 +31,9 @@ HWND messageBox() {
         [](HWND window) { return processOf(window) == GetCurrentProcessId() && classOf(window) == L"#32770"; });
 }
 
-bool until(const std::string& what, const std::function<bool()>& seen) {
-    const ULONGLONG end = GetTickCount64() + kPatience;
-    while (!seen()) {
-        if (GetTickCount64() > end) {
-            ADD_FAILURE() << "Not seen: " << what << ", after\n" << readAll(logFile());
-            return false;
-        }
-        Sleep(2);
-    }
-    return true;
+void until(const std::string& what, const std::function<bool()>& seen) {
+    for (const ULONGLONG end = GetTickCount64() + kPatience; !seen(); Sleep(2))
+        if (GetTickCount64() > end) throw std::runtime_error("Not seen: " + what + ", after\n" + readAll(logFile()));
 }
 
 /// A key, and one that is held meanwhile or 0.
@@ -81,52 +73,52 @@ void beginLog() {
 
 std::string logFile() { return scratch("windows.log"); }
 
-void RealUser::sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script) {
-    RealUser user(&desktop);
-    const std::function<void()> closeForm = [&] {
-        if (forms::Form* form = desktop.topForm()) form->unload();
-    };
-    user.sitsBeside(module, script, [&] { hears(user.ear_, closeForm, 200); });
-    DestroyWindow(user.ear_);
-}
-
-void RealUser::sits(const std::function<void()>& module, const Script& script) {
-    beginLog();
-    RealUser user(nullptr);
-    user.sitsBeside(module, script, [&] { PostMessageW(usableWindow(user.thread_), WM_CLOSE, 0, 0); });
-}
-
-void RealUser::sitsBeside(const std::function<void()>& module, const Script& script,
-                          const std::function<void()>& close) {
+void RealUser::sits(const std::function<void()>& module, const Script& script, forms::Desktop* desktop) {
+    if (!desktop) beginLog();
+    RealUser user(desktop);
+    std::exception_ptr failure;
     std::thread acting([&] {
-        script(*this);
-        while (!ended_) {
-            if (HWND box = messageBox()) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-            close();
-            Sleep(20);
+        try {
+            script(user);
+        } catch (...) {
+            failure = std::current_exception();
         }
+        for (; !user.ended_; Sleep(20)) user.closes();
     });
     module();
-    ended_ = true;
+    user.ended_ = true;
     // What the other thread sent last is still served.
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageW(&message);
     acting.join();
+    DestroyWindow(user.ear_);
+    if (failure) std::rethrow_exception(failure);
+}
+
+void RealUser::closes() {
+    if (HWND box = messageBox()) PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    const std::function<void()> closeForm = [this] {
+        if (forms::Form* form = desktop_->topForm()) form->unload();
+    };
+    if (desktop_)
+        hears(ear_, closeForm, 200);
+    else
+        PostMessageW(usableWindow(thread_), WM_CLOSE, 0, 0);
 }
 
 void RealUser::look(const std::function<void()>& body) {
-    if (!hears(ear_, body, kPatience)) ADD_FAILURE() << "The module's thread does not answer";
+    if (!hears(ear_, body, kPatience)) throw std::runtime_error("The module's thread does not answer");
 }
 
-bool RealUser::sees(const char* what, const std::function<bool()>& seen) {
+void RealUser::sees(const char* what, const std::function<bool()>& seen) {
     bool now = false;
-    return until(what, [&] {
+    until(what, [&] {
         look([&] { now = seen(); });
         return now;
     });
 }
 
-bool RealUser::seesForm(const std::string& name) {
-    return sees(name.c_str(), [&] {
+void RealUser::seesForm(const std::string& name) {
+    sees(name.c_str(), [&] {
         const forms::Form* form = desktop_->topForm();
         if (!form || form->name() != name || !form->activeControl()) return false;
         HWND window = windowOf(*form->activeControl());
@@ -134,12 +126,12 @@ bool RealUser::seesForm(const std::string& name) {
     });
 }
 
-bool RealUser::seesFocus(const forms::Control& control) {
-    return sees(control.name().c_str(), [&] { return GetFocus() == windowOf(control); });
+void RealUser::seesFocus(const forms::Control& control) {
+    sees(control.name().c_str(), [&] { return GetFocus() == windowOf(control); });
 }
 
-bool RealUser::seesTheEnd() {
-    return until("the end of the module", [this] { return ended_.load(); });
+void RealUser::seesTheEnd() {
+    until("the end of the module", [this] { return ended_.load(); });
 }
 
 void RealUser::types(const std::string& ascii) {
@@ -166,41 +158,44 @@ void RealUser::clicks(forms::Control& control, int x, int y) {
 
 void RealUser::answers(int button) {
     HWND box = nullptr;
-    if (!until("a message box", [&] { return (box = messageBox()) != nullptr; })) return;
+    until("a message box", [&] { return (box = messageBox()) != nullptr; });
     SendMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
     until("the end of the message box", [&] { return !IsWindow(box); });
 }
 
-bool RealUser::awaits(const std::string& text) {
-    return until(text, [&] {
+void RealUser::awaits(const std::string& text) {
+    if (text.empty()) return;
+    until(text, [&] {
         std::ifstream log(std::filesystem::path(logFile()), std::ios::binary);
         log.seekg(seen_);
         for (std::string line; std::getline(log, line) && !log.eof();) {
             seen_ = log.tellg();
             if (line == text) return true;
-            if (line.starts_with("message")) ADD_FAILURE() << line;
+            if (line.starts_with("message")) throw std::runtime_error(line + ", before " + text);
         }
         return false;
     });
 }
 
-bool RealUser::answers(const std::string& text, int button) {
-    if (!awaits("message " + text)) return false;
+void RealUser::answers(const std::string& text, int button) {
+    awaits("message " + text);
     answers(button);
-    return true;
 }
 
-void RealUser::sendsKey(int key) const { SendNotifyMessageW(focus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1); }
+void RealUser::sendsKey(int key, const std::string& then) {
+    SendNotifyMessageW(focus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1);
+    awaits(then);
+}
 
-void RealUser::sendsText(const std::string& ascii) const {
+void RealUser::sendsText(const std::string& ascii, const std::string& then) {
     for (const char c : ascii) PostMessageW(focus(), WM_CHAR, static_cast<WPARAM>(c), 1);
+    awaits(then);
 }
 
-void RealUser::sendsAlt(char letter) const {
+void RealUser::sendsAlt(char letter, const std::string& then) {
     PostMessageW(focus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29 | 1);
+    awaits(then);
 }
-
-HWND RealUser::window() const { return GetAncestor(focus(), GA_ROOT); }
 
 HWND RealUser::focus() const {
     GUITHREADINFO info{};
@@ -215,19 +210,17 @@ HWND RealUser::focus() const {
     return info.hwndFocus;
 }
 
-HWND RealUser::windowOf(const forms::Control& control) {
+HWND windowOf(const forms::Control& control) {
     const auto* view = static_cast<const win32::ControlWindow*>(control.view());
     return view ? view->handle() : nullptr;
 }
 
-std::string RealUser::shownText(const forms::Control& control) {
-    return win32::narrow(win32::windowText(windowOf(control)));
-}
+std::string shownText(const forms::Control& control) { return win32::narrow(win32::windowText(windowOf(control))); }
 
 void copyToClipboard(const std::string& text) {
     const std::wstring units = win32::wide(text);
     const std::size_t bytes = (units.size() + 1) * sizeof(wchar_t);
-    ASSERT_TRUE(OpenClipboard(nullptr));
+    until("the clipboard", [] { return OpenClipboard(nullptr); });
     EmptyClipboard();
     HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
     std::memcpy(GlobalLock(memory), units.c_str(), bytes);

@@ -24,26 +24,27 @@ void beginLog();
 /// The file of that log.
 std::string logFile();
 
+/// What does not come about within ten seconds ends the script by an exception.
 class RealUser {
 public:
     using Script = std::function<void(RealUser&)>;
 
-    /// Runs `module` here and `script` beside it. When the script has ended, what is still shown is closed.
-    static void sits(forms::Desktop& desktop, const std::function<void()>& module, const Script& script);
-    /// The same beside a module in a DLL, whose forms cannot be looked into: only their log tells what happens.
-    static void sits(const std::function<void()>& module, const Script& script);
+    /// Runs `module` here and `script` beside it. When the script has ended, what is still shown is closed; what the
+    /// script threw is thrown then. Without a desktop the module is a DLL's, whose forms cannot be looked into: only
+    /// their log tells what happens.
+    static void sits(const std::function<void()>& module, const Script& script, forms::Desktop* desktop = nullptr);
 
     // At the forms of this program.
 
-    /// Runs `body` on the module's thread, between its messages. Fails the test when that thread does not answer.
+    /// Runs `body` on the module's thread, between its messages.
     void look(const std::function<void()>& body);
-    /// Waits until `seen` (looked at on the module's thread) is true; fails the test after ten seconds.
-    bool sees(const char* what, const std::function<bool()>& seen);
+    /// Waits until `seen` (looked at on the module's thread) is true.
+    void sees(const char* what, const std::function<bool()>& seen);
     /// Waits until the form of this name, or the control, has the keyboard.
-    bool seesForm(const std::string& name);
-    bool seesFocus(const forms::Control& control);
+    void seesForm(const std::string& name);
+    void seesFocus(const forms::Control& control);
     /// Waits until the module has ended by itself.
-    bool seesTheEnd();
+    void seesTheEnd();
     /// At a point in pixels of the control's window.
     void clicks(forms::Control& control, int x = 8, int y = 8);
 
@@ -56,36 +57,35 @@ public:
     static void answers(int button);
 
     // At the windows of a DLL. Keys go to the control itself, as which window of the screen has the keyboard changes
-    // some time after one has closed, and at once: what a key starts may last as long as a window stays open.
+    // some time after one has closed, and at once: what a key starts may last as long as a window stays open. Where
+    // `then` is given, the line is awaited.
 
-    /// Waits for the next line `text` of the log. Fails the test when nothing comes for ten seconds; false then. A
-    /// message box that comes first fails the test too.
-    bool awaits(const std::string& text);
+    /// Waits for the next line `text` of the log. A message box that comes first ends the script too.
+    void awaits(const std::string& text);
     /// Waits for the message box with that text, and presses the button of that id.
-    bool answers(const std::string& text, int button);
-    void sendsKey(int key) const;
-    void sendsText(const std::string& ascii) const; ///< "\r" is Enter, "\n" Ctrl+Enter
-    void sendsAlt(char letter) const;
+    void answers(const std::string& text, int button);
+    void sendsKey(int key, const std::string& then = "");
+    void sendsText(const std::string& ascii, const std::string& then = ""); ///< "\r" is Enter, "\n" Ctrl+Enter
+    void sendsAlt(char letter, const std::string& then = "");
     /// The window that has the keyboard.
-    HWND window() const;
-
-    /// The window that shows a control, or null.
-    static HWND windowOf(const forms::Control& control);
-    static std::string shownText(const forms::Control& control);
+    HWND window() const { return GetAncestor(focus(), GA_ROOT); }
 
 private:
-    explicit RealUser(forms::Desktop* desktop) : desktop_(desktop), ear_(desktop ? makeEar() : nullptr) {}
+    explicit RealUser(forms::Desktop* desktop) : desktop_(desktop) {}
 
-    void sitsBeside(const std::function<void()>& module, const Script& script, const std::function<void()>& close);
-    /// The window that has the keyboard; null, and the test has failed, where none gets it.
+    void closes();
     HWND focus() const;
 
     forms::Desktop* desktop_;
     const DWORD thread_ = GetCurrentThreadId(); ///< the module's
-    HWND ear_;
+    const HWND ear_ = makeEar();
     std::atomic<bool> ended_ = false;
     std::streamoff seen_ = 0; ///< of the log
 };
+
+/// The window that shows a control, or null.
+HWND windowOf(const forms::Control& control);
+std::string shownText(const forms::Control& control);
 
 /// Puts text on the clipboard.
 void copyToClipboard(const std::string& text);

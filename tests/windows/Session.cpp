@@ -39,12 +39,6 @@ automation::ObjectPtr makeModule(const automation::ObjectPtr& connection, std::i
     return module;
 }
 
-std::filesystem::path printSettings() {
-    wchar_t path[MAX_PATH];
-    GetModuleFileNameW(GetModuleHandleW(L"goodsreq.dll"), path, MAX_PATH);
-    return std::filesystem::path(path).parent_path() / "ShopSetting.txt";
-}
-
 std::vector<std::string> requestableBarcodes(automation::Object& connection) {
     const auto of = [](const char* what, const char* table, int shop) {
         return std::string(" and a.") + what + " in (select " + what + " from " + table +
@@ -61,32 +55,21 @@ std::vector<std::string> requestableBarcodes(automation::Object& connection) {
     return barcodes;
 }
 
-bool beginsRequest(RealUser& user) {
-    user.sendsAlt('n');
-    if (!user.awaits("active frmRequest")) return false;
+void beginsRequest(RealUser& user) {
+    user.sendsAlt('n', "active frmRequest");
     user.sendsKey(VK_DOWN);
-    user.sendsText("\r");
-    if (!user.awaits("focus frmRequest.txtRemarks")) return false;
-    user.sendsText("\r");
-    return user.awaits("focus frmRequest.lvwrequest");
+    user.sendsText("\r", "focus frmRequest.txtRemarks");
+    user.sendsText("\r", "focus frmRequest.lvwrequest");
 }
 
-bool beginsLines(RealUser& user) {
-    user.sendsText("\n");
-    return user.awaits("active frmRequestDetail");
-}
+void beginsLines(RealUser& user) { user.sendsText("\n", "active frmRequestDetail"); }
 
-bool entersLine(RealUser& user, const std::string& barcode) {
-    user.sendsText(barcode + "\r");
-    if (!user.awaits("focus frmRequestDetail.txtQuantity")) return false;
+void entersLine(RealUser& user, const std::string& barcode) {
+    user.sendsText(barcode + "\r", "focus frmRequestDetail.txtQuantity");
     user.sendsText("2");
-    user.sendsAlt('o');
-    return user.awaits("focus frmRequestDetail.txtBarcode");
+    user.sendsAlt('o', "focus frmRequestDetail.txtBarcode");
 }
 
-bool closesRegister(RealUser& user) {
-    user.sendsAlt('c');
-    return user.awaits("unloaded frmMaster");
-}
+void closesRegister(RealUser& user) { user.sendsAlt('c', "unloaded frmMaster"); }
 
 } // namespace support

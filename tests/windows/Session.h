@@ -5,7 +5,6 @@
 #include "tests/windows/RealUser.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -19,23 +18,20 @@ automation::ObjectPtr openConnection(const std::string& companyFile);
 automation::ObjectPtr makeModule(const automation::ObjectPtr& connection, std::int16_t user,
                                  std::int32_t interfaceId = 1507);
 
-/// The print settings beside the DLL, once an object of it has been made.
-std::filesystem::path printSettings();
-
 /// The shop that stands first in the list that shop 1 chooses from.
 inline constexpr int kFirstOffered = 5;
 /// Barcodes of items that shop 1 may request from it; by item.
 std::vector<std::string> requestableBarcodes(automation::Object& connection);
 
-// By keys; false where a window does not come.
+// By keys.
 
 /// From the register that stands to a new request to that shop, whose list of lines then has the focus.
-bool beginsRequest(RealUser& user);
+void beginsRequest(RealUser& user);
 /// From there to line entry.
-bool beginsLines(RealUser& user);
+void beginsLines(RealUser& user);
 /// In line entry: an item by its barcode, a quantity, OK.
-bool entersLine(RealUser& user, const std::string& barcode);
+void entersLine(RealUser& user, const std::string& barcode);
 /// Leaves the register by its button.
-bool closesRegister(RealUser& user);
+void closesRegister(RealUser& user);
 
 } // namespace support

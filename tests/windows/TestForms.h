@@ -40,15 +40,6 @@ public:
     forms::CommandButton cmdOk{*this, "cmdOk"};
 };
 
-/// Puts another function in the place of one that this program calls, and answers what stood there.
-template <class Function> Function exchange(Function& entry, Function with) {
-    DWORD protection = 0;
-    VirtualProtect(&entry, sizeof entry, PAGE_READWRITE, &protection);
-    std::swap(entry, with);
-    VirtualProtect(&entry, sizeof entry, protection, &protection);
-    return with;
-}
-
 /// A grid of four columns, the first of them hidden, and a button.
 class RowsForm : public PlainForm {
 public:
@@ -67,15 +58,26 @@ public:
     forms::CommandButton cmdRefresh{*this, "cmdRefresh"};
 };
 
+/// What a window answers; the message's last parameter is a number or an address.
+template <class Last = LPARAM> LRESULT ask(HWND window, UINT message, WPARAM wParam = 0, Last last = {}) {
+    if constexpr (std::is_pointer_v<Last>)
+        return SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(last));
+    else
+        return SendMessageW(window, message, wParam, last);
+}
+template <class Last = LPARAM>
+LRESULT ask(const forms::Control& control, UINT message, WPARAM wParam = 0, Last last = {}) {
+    return ask(windowOf(control), message, wParam, last);
+}
+
 /// A person before real windows.
 struct OnRealWindows {
     void sits(forms::Form& shown, const std::function<void(RealUser&)>& script) {
-        RealUser::sits(
-            *desktop, [&] { shown.showModal(nullptr); },
-            [&](RealUser& user) {
-                user.seesForm(shown.name());
-                script(user);
-            });
+        const auto acts = [&](RealUser& user) {
+            user.seesForm(shown.name());
+            script(user);
+        };
+        RealUser::sits([&] { shown.showModal(nullptr); }, acts, desktop.get());
     }
     void sits(const std::function<void(RealUser&)>& script) { sits(*form, script); }
     /// Runs `body` on the form's thread, once it is there.

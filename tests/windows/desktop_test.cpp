@@ -8,12 +8,17 @@
 
 #include <gtest/gtest.h>
 
+#include <oleauto.h>
+
 #include <algorithm>
+#include <utility>
 
 using namespace forms;
 using namespace support;
 
 namespace {
+
+constexpr auto kNone = static_cast<WPARAM>(-1); ///< the entry or row that a search begins after
 
 /// The Shift key of a real keyboard is a key of its own, pressed and let go; the table speaks of the key that it goes
 /// with.
@@ -32,40 +37,20 @@ void take(RealUser& user, EventOrderForm& form, const EventStep& step) {
     case EventStep::Kind::clicks: return user.clicks(*form.find(step.control));
     case EventStep::Kind::picks:
         return user.look([&] {
-            HWND combo = RealUser::windowOf(*form.find(step.control));
+            HWND combo = windowOf(*form.find(step.control));
             SetFocus(combo);
-            SendMessageW(combo, CB_SHOWDROPDOWN, TRUE, 0);
-            SendMessageW(combo, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                         reinterpret_cast<LPARAM>(win32::wide(step.text).c_str()));
-            SendMessageW(GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELENDOK), reinterpret_cast<LPARAM>(combo));
-            SendMessageW(combo, CB_SHOWDROPDOWN, FALSE, 0);
+            ask(combo, CB_SHOWDROPDOWN, TRUE);
+            ask(combo, CB_SELECTSTRING, kNone, win32::wide(step.text).c_str());
+            ask(GetParent(combo), WM_COMMAND, MAKEWPARAM(0, CBN_SELENDOK), combo);
+            ask(combo, CB_SHOWDROPDOWN, FALSE);
         });
     case EventStep::Kind::disables: return user.look([&] { form.find(step.control)->setEnabled(false); });
     }
 }
 
-} // namespace
-
-/// The program's own entry for the system's function, under the linker's name for it.
-#ifdef _WIN64
-extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp_TranslateMessage");
-#else
-extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp__TranslateMessage@4");
-#endif
-
-namespace {
-
-auto translates = ownTranslateMessage;
-/// Where Alt and the keypad make no character, as under Wine: Alt makes an "a" when it is let go.
-BOOL WINAPI translateAlt(const MSG* message) {
-    const bool up = message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
-    if (up && message->wParam == VK_MENU) return PostMessageW(message->hwnd, WM_CHAR, L'a', 1);
-    return translates(message);
-}
-
-} // namespace
-
 class RealWindows : public testing::Test, protected OnRealWindows {};
+
+} // namespace
 
 TEST_F(RealWindows, KeepTheOrderOfEvents) {
     for (const EventCase& c : eventOrder()) {
@@ -80,9 +65,9 @@ TEST_F(RealWindows, KeepTheOrderOfEvents) {
                 EXPECT_EQ(withoutShift(log), c.events);
                 ASSERT_TRUE(ordered->activeControl());
                 EXPECT_EQ(ordered->activeControl()->name(), c.focus);
-                EXPECT_EQ(GetFocus(), RealUser::windowOf(*ordered->activeControl()));
-                EXPECT_EQ(RealUser::shownText(ordered->txtFirst), c.first);
-                EXPECT_EQ(RealUser::shownText(ordered->txtSecond), c.second);
+                EXPECT_EQ(GetFocus(), windowOf(*ordered->activeControl()));
+                EXPECT_EQ(shownText(ordered->txtFirst), c.first);
+                EXPECT_EQ(shownText(ordered->txtSecond), c.second);
                 EXPECT_EQ(ordered->txtFirst.text(), c.first);
             });
         });
@@ -96,10 +81,9 @@ TEST_F(RealWindows, ChooseInAnOpenListOnlyWhatIsAccepted) {
     bool asks = false;
     box.onClick = [&, restore = box.onClick] {
         restore();
-        if (!asks || desktop->messageBox({"Sure?", "", MessageIcon::question, MessageButtons::yesNo}) == Answer::yes)
-            return;
-        asks = false;
-        box.setListIndex(0);
+        const bool asked = std::exchange(asks, false);
+        if (asked && desktop->messageBox({"Sure?", "", MessageIcon::question, MessageButtons::yesNo}) == Answer::no)
+            box.setListIndex(0);
     };
     const struct {
         const char* name;
@@ -113,8 +97,9 @@ TEST_F(RealWindows, ChooseInAnOpenListOnlyWhatIsAccepted) {
         // clang-format on
     };
     sits(*ordered, [&](RealUser& user) {
-        const auto list = [&](UINT message, WPARAM wParam = 0) {
-            return static_cast<int>(SendMessageW(RealUser::windowOf(box), message, wParam, 0));
+        const auto entry = [&] { return static_cast<int>(ask(box, CB_GETCURSEL)); };
+        const auto clicks = [&] {
+            return std::count_if(log.begin(), log.end(), [](auto& line) { return line.ends_with("_Click"); });
         };
         for (const auto& c : cases) {
             SCOPED_TRACE(c.name);
@@ -126,21 +111,16 @@ TEST_F(RealWindows, ChooseInAnOpenListOnlyWhatIsAccepted) {
             });
             user.presses(VK_F4);
             for (int i = 0; i < c.downs; ++i) user.presses(VK_DOWN);
-            user.sees("the entry", [&] { return list(CB_GETDROPPEDSTATE) && list(CB_GETCURSEL) == c.downs; });
-            const auto clicks = [&] {
-                return std::count_if(log.begin(), log.end(), [](auto& line) { return line.ends_with("_Click"); });
-            };
-            user.look([&] { EXPECT_EQ(clicks(), 0); });
+            user.sees("the entry", [&] { return ask(box, CB_GETDROPPEDSTATE) && entry() == c.downs && !clicks(); });
             user.presses(c.key, c.withKey);
             if (c.asks) user.answers(IDNO);
-            user.sees("the list closed", [&] { return !list(CB_GETDROPPEDSTATE) && clicks() == c.clicks; });
-            user.sees("the choice", [&] { return list(CB_GETCURSEL) == c.index; });
-            user.look([&] { EXPECT_EQ(box.listIndex(), c.index); });
+            user.sees("the list closed", [&] { return !ask(box, CB_GETDROPPEDSTATE) && clicks() == c.clicks; });
+            user.sees("the choice", [&] { return entry() == c.index && box.listIndex() == c.index; });
         }
         // Nor does the wheel choose, which was meant for what lies below.
         user.look([&] {
-            SendMessageW(RealUser::windowOf(box), WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA), 0);
-            EXPECT_EQ(list(CB_GETCURSEL), 0);
+            ask(box, WM_MOUSEWHEEL, MAKEWPARAM(0, -WHEEL_DELTA));
+            EXPECT_EQ(entry(), 0);
         });
     });
 }
@@ -233,50 +213,50 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
     box.acceptsWhole = [](const std::string& whole) { return whole.find('\'') == std::string::npos; };
     int changes = 0;
     box.onChange = [&] { ++changes; };
-    struct Case {
+    // The text stands as "ab" with the "b" selected before each of them.
+    const struct {
         const char *pasted, *text;
         bool byInputMethod = false;
-    };
-    // The text stands as "ab" with the "b" selected before each of them.
-    const Case cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},        {"\xC3\xA4", "a\xC3\xA4"},
-                          {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}};
+    } cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},        {"\xC3\xA4", "a\xC3\xA4"},
+                 {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}};
     looks(*form, [&] {
-        HWND window = RealUser::windowOf(box);
-        for (const Case& c : cases) {
+        HWND window = windowOf(box);
+        for (const auto& c : cases) {
             SCOPED_TRACE(c.pasted);
             box.setText("ab");
             box.select(1, 1);
             changes = 0;
             copyToClipboard(c.pasted);
             if (c.byInputMethod)
-                SendMessageW(window, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(win32::wide(c.pasted).c_str()));
+                ask(window, EM_REPLACESEL, TRUE, win32::wide(c.pasted).c_str());
             else
-                SendMessageW(window, WM_PASTE, 0, 0);
+                ask(window, WM_PASTE);
             EXPECT_EQ(box.text(), c.text);
-            EXPECT_EQ(RealUser::shownText(box), c.text);
-            EXPECT_EQ(changes, box.text() == "ab" ? 0 : 1);
+            EXPECT_EQ(shownText(box), c.text);
+            EXPECT_EQ(changes, box.text() != "ab");
         }
         SetWindowTextW(window, L"it's");
-        EXPECT_EQ(RealUser::shownText(box), "ab");
+        EXPECT_EQ(shownText(box), "ab");
         SetWindowTextW(window, L"its");
         EXPECT_EQ(box.text(), "its");
         box.setText("it's"); // code may write what a person may not
-        EXPECT_EQ(RealUser::shownText(box), "it's");
+        EXPECT_EQ(shownText(box), "it's");
     });
 }
 
 TEST_F(RealWindows, MakeOneChangeOfACharacterOfTwoUnits) {
+    TextBox& box = form->txtBarcode;
     std::vector<std::string> texts;
-    form->txtBarcode.onChange = [&] { texts.push_back(form->txtBarcode.text()); };
+    box.onChange = [&] { texts.push_back(box.text()); };
     looks(*form, [&] {
-        for (const wchar_t unit : {L'\xD83D', L'\xDE00', L'x'})
-            SendMessageW(RealUser::windowOf(form->txtBarcode), WM_CHAR, unit, 1);
+        for (const wchar_t unit : {L'\xD83D', L'\xDE00', L'x'}) ask(box, WM_CHAR, unit, LPARAM{1});
         EXPECT_EQ(texts, (std::vector<std::string>{"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80x"}));
-        EXPECT_EQ(form->txtBarcode.selStart(), 2);
+        EXPECT_EQ(box.selStart(), 2);
+        box.select(1, 1);
+        EXPECT_EQ(ask(box, EM_GETSEL), MAKELONG(2, 3));
         // The keypad's decimal key is a point in a number, whatever sign is on it.
         form->txtQuantity.keypadPoint = true;
-        for (const LPARAM key : {0x53, 0x33})
-            SendMessageW(RealUser::windowOf(form->txtQuantity), WM_CHAR, L',', key << 16 | 1);
+        for (const LPARAM key : {0x53, 0x33}) ask(form->txtQuantity, WM_CHAR, L',', key << 16 | 1);
         EXPECT_EQ(form->txtQuantity.text(), ".,");
     });
 }
@@ -302,8 +282,23 @@ TEST_F(RealWindows, GiveF10AndMnemonicsToTheForm) {
     });
 }
 
+/// The program's own entry for the system's function, under the linker's name for it.
+#ifdef _WIN64
+extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp_TranslateMessage");
+#else
+extern "C" decltype(&TranslateMessage) ownTranslateMessage asm("__imp__TranslateMessage@4");
+#endif
+
 TEST_F(RealWindows, TakeACharacterKeyedByItsNumber) {
-    exchange(ownTranslateMessage, &translateAlt);
+    // Under Wine, Alt and the keypad make no character: here Alt makes an "a" when it is let go.
+    static const auto translates = ownTranslateMessage;
+    DWORD protection = 0;
+    VirtualProtect(&ownTranslateMessage, sizeof ownTranslateMessage, PAGE_READWRITE, &protection);
+    ownTranslateMessage = [](const MSG* message) WINAPI -> BOOL {
+        const bool up = message->message == WM_KEYUP || message->message == WM_SYSKEYUP;
+        if (up && message->wParam == VK_MENU) return PostMessageW(message->hwnd, WM_CHAR, L'a', 1);
+        return translates(message);
+    };
     std::vector<std::string> log;
     form->txtBarcode.onKeyUp = [&](std::int16_t& code, std::int16_t) { log.push_back("up " + std::to_string(code)); };
     form->txtBarcode.onKeyPress = [&](std::int16_t& c) { log.push_back("press " + std::to_string(c)); };
@@ -314,28 +309,21 @@ TEST_F(RealWindows, TakeACharacterKeyedByItsNumber) {
         EXPECT_EQ(log, (std::vector<std::string>{"up 105", "up 18", "press 97", "up 113"}));
         EXPECT_EQ(form->txtBarcode.text(), "a");
     });
-    exchange(ownTranslateMessage, translates);
+    ownTranslateMessage = translates;
 }
 
 TEST_F(RealWindows, ScrollManyRows) {
     constexpr int kRows = 1000;
-    int rowChanges = 0;
-    rows->grid.onRowColChange = [&] { ++rowChanges; };
     Grid& grid = rows->grid;
+    int rowChanges = 0;
+    grid.onRowColChange = [&] { ++rowChanges; };
     sits(*rows, [&](RealUser& user) {
-        HWND list = nullptr;
-        const auto asks = [&](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-            return SendMessageW(list, message, wParam, lParam);
-        };
         user.look([&] {
-            std::vector<std::vector<std::string>> texts;
-            for (int i = 1; i <= kRows; ++i) texts.push_back({std::to_string(i), "R" + std::to_string(i), "2024"});
-            grid.setDataRows(texts);
+            grid.setDataRows(std::vector(kRows, std::vector<std::string>{"1", "R1", "2024"}));
             grid.setColWidth(3, 0);
             grid.selectRow(1);
-            list = RealUser::windowOf(grid);
         });
-        user.sees("all rows", [&] { return asks(LVM_GETITEMCOUNT) == kRows; });
+        user.sees("all rows", [&] { return ask(grid, LVM_GETITEMCOUNT) == kRows; });
         user.presses(VK_END);
         user.sees("the last row", [&] { return grid.row() == kRows; });
         for (int page = 0; page < 10; ++page) user.presses(VK_PRIOR);
@@ -343,21 +331,18 @@ TEST_F(RealWindows, ScrollManyRows) {
         user.sees("pages up", [&] { return grid.row() < kRows - 100; });
         user.look([&] {
             EXPECT_GT(rowChanges, 3);
-            EXPECT_EQ(asks(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED), grid.row() - 1);
-            EXPECT_EQ(asks(LVM_GETTOPINDEX), grid.topRow() - 1);
-            // Hidden columns have no header that a person could drag open, nor does the keyboard widen them.
-            asks(LVM_SETCOLUMNWIDTH, 0, 50);
-            const int columns = Header_GetItemCount(reinterpret_cast<HWND>(asks(LVM_GETHEADER)));
-            int shown = 0;
-            for (int i = 0; i < columns; ++i) shown += asks(LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(i)) > 0;
-            EXPECT_EQ(shown, 2);
+            EXPECT_EQ(ask(grid, LVM_GETNEXTITEM, kNone, LPARAM{LVNI_SELECTED}), grid.row() - 1);
+            EXPECT_EQ(ask(grid, LVM_GETTOPINDEX), grid.topRow() - 1);
+            // Beside the two that are shown the list has one of no width, and the keyboard does not widen it.
+            ask(grid, LVM_SETCOLUMNWIDTH, 0, LPARAM{50});
+            EXPECT_EQ(ask(grid, LVM_GETCOLUMNWIDTH), 0);
+            EXPECT_EQ(Header_GetItemCount(reinterpret_cast<HWND>(ask(grid, LVM_GETHEADER))), 3);
             grid.selectRow(100);
             grid.setTopRow(95);
         });
-        user.sees("row 95 on top", [&] { return asks(LVM_GETTOPINDEX) == 94; });
+        user.sees("row 95 on top", [&] { return ask(grid, LVM_GETTOPINDEX) == 94; });
         user.clicks(grid, 20, 60);
-        user.sees("the row under the pointer", [&] { return grid.row() != 100 && grid.row() >= 95; });
-        user.look([&] { EXPECT_LT(grid.row(), 99); });
+        user.sees("the row under the pointer", [&] { return grid.row() >= 95 && grid.row() < 99; });
     });
 }
 
@@ -372,29 +357,29 @@ TEST_F(RealWindows, TellTheCellUnderThePointerAndWidthsThatAreDragged) {
         grid.setColWidth(2, 0);
     };
     looks(*rows, [&] {
-        HWND list = RealUser::windowOf(grid);
-        HWND header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+        HWND header = reinterpret_cast<HWND>(ask(grid, LVM_GETHEADER));
         const auto at = [](const RECT& area) { return MAKELPARAM(area.right - 2, (area.top + area.bottom) / 2); };
         const auto pointed = [&] { return std::pair(grid.mouseRow(), grid.mouseCol()); };
         // The list's own first column is empty, and what is hidden has none.
         for (const auto& [place, col] : {std::pair(1, 0), {2, 1}, {3, 3}}) {
             RECT cell{LVIR_BOUNDS, place}, heading{};
-            SendMessageW(list, LVM_GETSUBITEMRECT, 1, reinterpret_cast<LPARAM>(&cell));
-            SendMessageW(list, WM_MOUSEMOVE, 0, at(cell));
+            ask(grid, LVM_GETSUBITEMRECT, 1, &cell);
+            const LPARAM beside = MAKELPARAM(450, HIWORD(at(cell)));
+            ask(grid, WM_MOUSEMOVE, 0, at(cell));
             EXPECT_EQ(pointed(), std::pair(2, col));
-            SendMessageW(header, HDM_GETITEMRECT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&heading));
-            SendMessageW(header, WM_MOUSEMOVE, 0, at(heading));
+            ask(header, HDM_GETITEMRECT, static_cast<WPARAM>(place), &heading);
+            ask(header, WM_MOUSEMOVE, 0, at(heading));
             EXPECT_EQ(pointed(), std::pair(0, col));
             // Beside the columns there is nothing, nor is a menu's row.
-            SendMessageW(list, WM_MOUSEMOVE, 0, MAKELPARAM(450, HIWORD(at(cell))));
+            ask(grid, WM_MOUSEMOVE, 0, beside);
             EXPECT_EQ(pointed(), std::pair(-1, -1));
             grid.selectRow(1);
-            SendMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(450, HIWORD(at(cell))));
+            ask(grid, WM_RBUTTONDOWN, MK_RBUTTON, beside);
             EXPECT_EQ(grid.row(), 1);
-            SendMessageW(list, WM_RBUTTONDOWN, MK_RBUTTON, at(cell));
+            ask(grid, WM_RBUTTONDOWN, MK_RBUTTON, at(cell));
             EXPECT_EQ(std::pair(grid.row(), grid.col()), std::pair(2, 0));
-            SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(place), 77 + col);
-            EXPECT_EQ(win32::Dpi::of(list).pixels(grid.colWidth(col)), 77 + col);
+            ask(grid, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(place), LPARAM{77} + col);
+            EXPECT_EQ(win32::Dpi::of(header).pixels(grid.colWidth(col)), 77 + col);
         }
         EXPECT_EQ(pressed, 6);
     });
@@ -419,9 +404,8 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
             user.sees("the menu in its row", [&] {
                 HWND popup = FindWindowW(L"#32768", nullptr);
                 RECT row{LVIR_BOUNDS}, inside{};
-                SendMessageW(RealUser::windowOf(grid), LVM_GETITEMRECT, static_cast<WPARAM>(grid.row() - 1),
-                             reinterpret_cast<LPARAM>(&row));
-                MapWindowPoints(RealUser::windowOf(grid), nullptr, reinterpret_cast<POINT*>(&row), 2);
+                ask(grid, LVM_GETITEMRECT, static_cast<WPARAM>(grid.row() - 1), &row);
+                MapWindowPoints(windowOf(grid), nullptr, reinterpret_cast<POINT*>(&row), 2);
                 return popup && IsWindowVisible(popup) && GetWindowRect(popup, &inside) && inside.left >= row.left &&
                        inside.top >= row.top && inside.top <= row.bottom;
             });
@@ -444,12 +428,21 @@ TEST_F(RealWindows, LeaveARequestToQuitToTheHost) {
             form->showModal(nullptr);
             EXPECT_TRUE(PeekMessageW(&left, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
         };
-        RealUser::sits(*desktop, module, [&](RealUser& user) {
+        const auto act = [&](RealUser& user) {
             user.seesForm("frmCounter");
             fromACharacter ? user.types("x") : user.look([] { PostQuitMessage(3); });
             user.seesTheEnd();
-        });
+        };
+        RealUser::sits(module, act, desktop.get());
         EXPECT_EQ(left.wParam, 3u);
         EXPECT_FALSE(form->visible());
     }
+}
+
+TEST_F(RealWindows, TellTheMachinesTime) {
+    SYSTEMTIME time{};
+    double days = 0;
+    GetLocalTime(&time);
+    SystemTimeToVariantTime(&time, &days);
+    EXPECT_NEAR(desktop->now().days, days, 2.0 / 86400);
 }
