@@ -15,25 +15,29 @@ class PlainForm : public forms::Form {
 public:
     PlainForm(forms::Desktop& desktop, std::string name) : Form(desktop, std::move(name)) {}
     bool holdsWork() override { return works; }
-    std::function<void()> describe;
+    /// `more` belongs to its design too.
+    void adds(std::function<void()> more) { design_.push_back(std::move(more)); }
     bool works = false;
 
 protected:
     void design() override {
         setSize(7200, 4800);
-        if (describe) describe();
+        for (const auto& each : design_) each();
     }
+
+private:
+    std::vector<std::function<void()>> design_;
 };
 
 class CounterForm : public PlainForm {
 public:
     explicit CounterForm(forms::Desktop& desktop) : PlainForm(desktop, "frmCounter") {
-        describe = [this] {
+        adds([this] {
             txtBarcode.place({120, 120, 3000, 330});
             txtQuantity.place({120, 600, 3000, 330});
             cmdOk.place({120, 1100, 1200, 390});
             cmdOk.setText("&OK");
-        };
+        });
     }
     forms::TextBox txtBarcode{*this, "txtBarcode"};
     forms::TextBox txtQuantity{*this, "txtQuantity"};
@@ -44,7 +48,7 @@ public:
 class RowsForm : public PlainForm {
 public:
     explicit RowsForm(forms::Desktop& desktop) : PlainForm(desktop, "frmRows") {
-        describe = [this] {
+        adds([this] {
             grid.place({120, 120, 6960, 4000});
             grid.setRows(1);
             grid.setFixedRows(1);
@@ -52,7 +56,11 @@ public:
             grid.setCols(4);
             grid.setColWidth(0, 0);
             cmdRefresh.place({120, 4200, 1200, 390});
-        };
+        });
+    }
+    /// Has them stand in the grid once it is shown.
+    void fills(std::vector<std::vector<std::string>> texts) {
+        adds([this, texts = std::move(texts)] { grid.setDataRows(texts); });
     }
     forms::Grid grid{*this, "flexRows"};
     forms::CommandButton cmdRefresh{*this, "cmdRefresh"};

@@ -3,21 +3,15 @@
 
 #include "win32/Platform.h"
 
-#include <functional>
 #include <string>
 
 namespace support {
 
 /// The first from the top that fits, or null.
-inline HWND topWindow(const std::function<bool(HWND)>& fits) {
-    std::pair<const std::function<bool(HWND)>&, HWND> search(fits, nullptr);
-    const auto look = [](HWND window, LPARAM parameter) CALLBACK -> BOOL {
-        auto& sought = *reinterpret_cast<decltype(search)*>(parameter);
-        if (sought.first(window)) sought.second = window;
-        return !sought.second;
-    };
-    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
-    return search.second;
+template <class Fits> HWND topWindow(const Fits& fits) {
+    HWND window = GetTopWindow(nullptr);
+    while (window && !fits(window)) window = GetWindow(window, GW_HWNDNEXT);
+    return window;
 }
 
 inline DWORD processOf(HWND window) {

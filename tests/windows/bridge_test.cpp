@@ -68,15 +68,14 @@ TEST_F(Bridge, KindsThatOnlyOthersHaveBecomeTheNextWider) {
         std::uint64_t bits;
         Value value;
     } cases[] = {
-        {VT_UI1, 200, std::int16_t{200}},
-        {VT_I1, 0xFD, std::int16_t{-3}},
-        {VT_UI2, 65535, std::int32_t{65535}},
-        {VT_UI4, 7, std::int32_t{7}},
+        // clang-format off
+        {VT_UI1, 200, std::int16_t{200}},      {VT_I1, 0xFD, std::int16_t{-3}},
+        {VT_UI2, 65535, std::int32_t{65535}},  {VT_UI4, 7, std::int32_t{7}},
         {VT_UI4, 4294967295, Decimal{"4294967295"}},
         {VT_I8, std::uint64_t(-9007199254740993), Decimal{"-9007199254740993"}},
         {VT_R4, std::bit_cast<std::uint32_t>(1.1f), 1.1},
-        {VT_R4, std::bit_cast<std::uint32_t>(-1234567.0f), -1234567.0},
-        {VT_BSTR, 0, ""},
+        {VT_R4, std::bit_cast<std::uint32_t>(-1234567.0f), -1234567.0},  {VT_BSTR, 0, ""},
+        // clang-format on
     };
     Variant variant;
     for (const auto& one : cases) {
@@ -154,26 +153,21 @@ TEST_F(Bridge, AVariantWithinVariantsHasAnEnd) {
     itself.pvarVal = &itself;
     EXPECT_EQ(errorOf([&] { com::toValue(itself); }), kTypeMismatch);
     EXPECT_EQ(errorOf([&] { com::writeThrough(itself, 1.0); }), kTypeMismatch);
-    Variant nested;
-    for (int level = 0; level < 1000; ++level) {
-        SAFEARRAY* outer = SafeArrayCreateVector(VT_VARIANT, 0, 1);
-        std::swap(*static_cast<VARIANT*>(outer->pvData), static_cast<VARIANT&>(nested));
-        nested.vt = VT_ARRAY | VT_VARIANT;
-        nested.parray = outer;
-    }
-    EXPECT_EQ(errorOf([&] { com::toValue(nested); }), kTypeMismatch);
-
     // Arrays whose elements all refer to the next one.
-    std::vector<std::unique_ptr<Variant>> levels;
-    for (int level = 0; level < 30; ++level) {
-        levels.push_back(madeAs(VT_VARIANT, VT_VARIANT));
-        auto* elements = static_cast<VARIANT*>(levels.back()->parray->pvData);
-        for (int i = 0; level > 0 && i < 2; ++i) {
-            elements[i].vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
-            elements[i].pparray = &levels[static_cast<std::size_t>(level) - 1]->parray;
+    const auto errorOfLevels = [](std::size_t depth, ULONG width) {
+        std::vector<std::unique_ptr<Variant>> levels;
+        while (levels.size() < depth) {
+            levels.push_back(madeAs(VT_VARIANT, VT_VARIANT, {{width, 0}}));
+            auto* elements = static_cast<VARIANT*>(levels.back()->parray->pvData);
+            for (ULONG i = 0; levels.size() > 1 && i < width; ++i) {
+                elements[i].vt = VT_BYREF | VT_ARRAY | VT_VARIANT;
+                elements[i].pparray = &levels[levels.size() - 2]->parray;
+            }
         }
-    }
-    EXPECT_EQ(errorOf([&] { com::toValue(*levels.back()); }), 7);
+        return errorOf([&] { com::toValue(*levels.back()); });
+    };
+    EXPECT_EQ(errorOfLevels(1000, 1), kTypeMismatch);
+    EXPECT_EQ(errorOfLevels(30, 2), 7);
 }
 
 TEST_F(Bridge, AnArgumentByReferenceTravelsInItsOwnKindAndComesBackChanged) {
@@ -362,17 +356,12 @@ TEST_F(Bridge, ADictionaryOfTheSystemIsDrivenByName) {
     const ObjectPtr dictionary = com::comObjectFactory()("Scripting.Dictionary");
     EXPECT_EQ(dictionary->className(), "Dictionary");
     dictionary->call("Add", "apple", std::int16_t{3});
-    dictionary->call("Add", "pear", ObjectPtr(object));
-    EXPECT_TRUE(dictionary->get("Count") == Value(std::int32_t{2}));
     EXPECT_TRUE(dictionary->call("", "apple") == Value(std::int16_t{3}));
-    EXPECT_TRUE(dictionary->call("Item", "pear") == Value(ObjectPtr(object)));
-    EXPECT_TRUE(dictionary->elements() == (Array{Value("apple"), Value("pear")}));
-    EXPECT_TRUE(dictionary->call("Keys") == Value(Array{Value("apple"), Value("pear")}));
-    Value replaced[] = {"apple", Decimal{"4.25"}};
+    Value replaced[] = {"apple", ObjectPtr(object)};
     dictionary->invoke(Access::put, "Item", replaced);
-    EXPECT_TRUE(dictionary->call("Item", "apple") == Value(Decimal{"4.25"}));
+    EXPECT_TRUE(dictionary->call("Item", "apple") == Value(ObjectPtr(object)));
+    EXPECT_TRUE(dictionary->elements() == Array{Value("apple")});
     EXPECT_EQ(errorOf([&] { dictionary->call("Add", "apple", 1.0); }), 457);
-    EXPECT_EQ(errorOf([&] { dictionary->call("Weigh"); }), kNoSuchMember);
     const Failure error = failureOf([] { com::comObjectFactory()("Nobody.HasThis"); });
     EXPECT_EQ(error.number, kCannotCreateObject);
     EXPECT_NE(error.text.find("Nobody.HasThis (0x800401F3: "), std::string::npos) << error.text;

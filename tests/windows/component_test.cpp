@@ -191,22 +191,20 @@ TEST_F(Component, TheTypeLibraryListsTheFieldsInTheirOrderThenShow) {
     EXPECT_EQ(object->className(), "clsGRtoShop");
     ComPtr<ITypeInfo> info;
     ASSERT_EQ(face->GetTypeInfo(0, 0, info.out()), S_OK);
-    TYPEATTR* attributes = nullptr;
-    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
-    std::vector<std::string> names;
-    for (UINT i = 0; i < attributes->cFuncs; ++i) {
-        FUNCDESC* function = nullptr;
-        ASSERT_EQ(info->GetFuncDesc(i, &function), S_OK);
-        com::Bstr name;
-        UINT count = 0;
-        info->GetNames(function->memid, name.out(), 1, &count);
-        const bool own = function->memid > 0 && function->memid < 100; // not IUnknown's and IDispatch's
-        if (own && (names.empty() || names.back() != name.utf8())) names.push_back(name.utf8());
+    std::string names;
+    FUNCDESC* function = nullptr;
+    MEMBERID last = 0;
+    for (UINT i = 0; SUCCEEDED(info->GetFuncDesc(i, &function)); ++i) {
+        if (function->memid == last + 1) {
+            com::Bstr name;
+            UINT count = 0;
+            info->GetNames(++last, name.out(), 1, &count);
+            names += name.utf8() + " ";
+        }
         info->ReleaseFuncDesc(function);
     }
-    info->ReleaseTypeAttr(attributes);
-    EXPECT_EQ(names, (std::vector<std::string>{"adocon", "strProjectKey", "strMsgboxCaption", "intCompanyID",
-                                               "intUserID", "intShopid", "interfaceid", "dtProcessDate", "Show"}));
+    EXPECT_EQ(names, "adocon strProjectKey strMsgboxCaption intCompanyID intUserID intShopid interfaceid "
+                     "dtProcessDate Show ");
 }
 
 TEST_F(Component, RegisteringWithoutRightsAnswersThatAccessIsDenied) {

@@ -317,12 +317,9 @@ TEST_F(RealWindows, ScrollManyRows) {
     Grid& grid = rows->grid;
     int rowChanges = 0;
     grid.onRowColChange = [&] { ++rowChanges; };
+    rows->fills({kRows, {"1", "R1", "2024"}});
+    rows->adds([&] { grid.setColWidth(3, 0); });
     sits(*rows, [&](RealUser& user) {
-        user.look([&] {
-            grid.setDataRows(std::vector(kRows, std::vector<std::string>{"1", "R1", "2024"}));
-            grid.setColWidth(3, 0);
-            grid.selectRow(1);
-        });
         user.sees("all rows", [&] { return ask(grid, LVM_GETITEMCOUNT) == kRows; });
         user.presses(VK_END);
         user.sees("the last row", [&] { return grid.row() == kRows; });
@@ -350,12 +347,11 @@ TEST_F(RealWindows, TellTheCellUnderThePointerAndWidthsThatAreDragged) {
     Grid& grid = rows->grid;
     int pressed = 0;
     grid.onMouseDown = [&](const MouseEvent& event) { pressed += event.button == MouseButton::right; };
-    rows->describe = [&, describe = rows->describe] {
-        describe();
-        grid.setDataRows({{"1", "R1", "a"}, {"2", "R2", "b"}});
+    rows->fills({{"1", "R1", "a"}, {"2", "R2", "b"}});
+    rows->adds([&] {
         grid.setColWidth(0, 600);
         grid.setColWidth(2, 0);
-    };
+    });
     looks(*rows, [&] {
         HWND header = reinterpret_cast<HWND>(ask(grid, LVM_GETHEADER));
         const auto at = [](const RECT& area) { return MAKELPARAM(area.right - 2, (area.top + area.bottom) / 2); };
@@ -396,8 +392,8 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
         pressed.push_back(grid.row());
         desktop->popupMenu(*rows, menu);
     };
+    rows->fills({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}});
     sits(*rows, [&](RealUser& user) {
-        user.look([&] { grid.setDataRows({{"1", "R1"}, {"2", "R2"}, {"3", "R3"}}); });
         for (const int withKey : {0, VK_SHIFT}) {
             user.presses(VK_DOWN);
             user.presses(withKey ? VK_F10 : VK_APPS, withKey);
