@@ -15,11 +15,13 @@ inline void logBefore(std::function<void()>& handler, std::string line, std::vec
     };
 }
 
-/// Key or character, with what comes with it.
+constexpr std::int16_t kShiftKey = 16;
+
+/// Key or character, with what comes with it. Shift is left out: only on a real keyboard it is a key of its own.
 template <class... Shift>
 void logBefore(std::function<void(std::int16_t&, Shift...)>& handler, std::string line, std::vector<std::string>& log) {
     handler = [inner = handler, line = std::move(line), &log](std::int16_t& code, Shift... shift) {
-        log.push_back(line + " " + std::to_string(code));
+        if (sizeof...(Shift) == 0 || code != kShiftKey) log.push_back(line + " " + std::to_string(code));
         if (inner) inner(code, shift...);
     };
 }

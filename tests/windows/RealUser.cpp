@@ -36,19 +36,25 @@ void until(const std::string& what, const std::function<bool()>& seen) {
         if (GetTickCount64() > end) throw std::runtime_error("Not seen: " + what + ", after\n" + readAll(logFile()));
 }
 
-/// A key, and one that is held meanwhile or 0.
-void addStroke(std::vector<INPUT>& inputs, int key, int withKey) {
-    for (const auto& [one, up] : {std::pair{withKey, false}, {key, false}, {key, true}, {withKey, true}}) {
-        if (!one) continue;
+/// Queues keys, each with one that is held meanwhile or 0.
+void send(const std::vector<std::pair<int, int>>& strokes) {
+    std::vector<INPUT> inputs;
+    const auto add = [&](int key, DWORD flags) {
+        if (!key) return;
         INPUT& input = inputs.emplace_back();
         input.type = INPUT_KEYBOARD;
-        input.ki.wVk = static_cast<WORD>(one);
+        input.ki.wVk = static_cast<WORD>(key);
         input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(input.ki.wVk, MAPVK_VK_TO_VSC));
-        input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+        input.ki.dwFlags = flags;
+    };
+    for (const auto& [key, withKey] : strokes) {
+        add(withKey, 0);
+        add(key, 0);
+        add(key, KEYEVENTF_KEYUP);
+        add(withKey, KEYEVENTF_KEYUP);
     }
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
-
-void send(std::vector<INPUT> inputs) { SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)); }
 
 } // namespace
 
@@ -103,6 +109,7 @@ void RealUser::closes() {
         hears(ear_, closeForm, 200);
     else
         PostMessageW(usableWindow(thread_), WM_CLOSE, 0, 0);
+    PostThreadMessageW(thread_, WM_LBUTTONUP, 0, 0); // wakes a loop whose window is gone
 }
 
 void RealUser::look(const std::function<void()>& body) {
@@ -135,19 +142,15 @@ void RealUser::seesTheEnd() {
 }
 
 void RealUser::types(const std::string& ascii) {
-    std::vector<INPUT> inputs;
+    std::vector<std::pair<int, int>> strokes;
     for (const char c : ascii) {
         const SHORT place = VkKeyScanW(static_cast<wchar_t>(c));
-        addStroke(inputs, place & 0xFF, place & 0x100 ? VK_SHIFT : 0);
+        strokes.emplace_back(place & 0xFF, place & 0x100 ? VK_SHIFT : 0);
     }
-    send(inputs);
+    send(strokes);
 }
 
-void RealUser::presses(int key, int withKey) {
-    std::vector<INPUT> inputs;
-    addStroke(inputs, key, withKey);
-    send(inputs);
-}
+void RealUser::presses(int key, int withKey) { send({{key, withKey}}); }
 
 void RealUser::clicks(forms::Control& control, int x, int y) {
     HWND window = nullptr;

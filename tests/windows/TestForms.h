@@ -10,60 +10,44 @@
 
 namespace support {
 
-/// A form that a test describes by hand.
-class PlainForm : public forms::Form {
+/// Two boxes and a button; before them a grid of four columns, the first of them hidden, or none that is seen.
+class TillForm : public forms::Form {
 public:
-    PlainForm(forms::Desktop& desktop, std::string name) : Form(desktop, std::move(name)) {}
+    TillForm(forms::Desktop& desktop, std::string name, bool hasRows)
+        : Form(desktop, std::move(name)), hasRows_(hasRows) {}
     bool holdsWork() override { return works; }
     /// `more` belongs to its design too.
-    void adds(std::function<void()> more) { design_.push_back(std::move(more)); }
+    void adds(std::function<void()> more) { more_.push_back(std::move(more)); }
+    void fills(std::vector<std::vector<std::string>> texts) {
+        adds([this, texts = std::move(texts)] { grid.setDataRows(texts); });
+    }
+
     bool works = false;
+    forms::Grid grid{*this, "flexRows"};
+    forms::TextBox txtBarcode{*this, "txtBarcode"};
+    forms::TextBox txtQuantity{*this, "txtQuantity"};
+    forms::CommandButton cmdOk{*this, "cmdOk"};
 
 protected:
     void design() override {
         setSize(7200, 4800);
-        for (const auto& each : design_) each();
+        grid.place({120, 120, 4000, 4000});
+        grid.setRows(1);
+        grid.setFixedRows(1);
+        grid.setFixedCols(0);
+        grid.setCols(4);
+        grid.setColWidth(0, 0);
+        grid.setVisible(hasRows_);
+        txtBarcode.place({4200, 120, 2880, 330});
+        txtQuantity.place({4200, 600, 2880, 330});
+        cmdOk.place({4200, 1100, 1200, 390});
+        cmdOk.setText("&OK");
+        for (const auto& each : more_) each();
     }
 
 private:
-    std::vector<std::function<void()>> design_;
-};
-
-class CounterForm : public PlainForm {
-public:
-    explicit CounterForm(forms::Desktop& desktop) : PlainForm(desktop, "frmCounter") {
-        adds([this] {
-            txtBarcode.place({120, 120, 3000, 330});
-            txtQuantity.place({120, 600, 3000, 330});
-            cmdOk.place({120, 1100, 1200, 390});
-            cmdOk.setText("&OK");
-        });
-    }
-    forms::TextBox txtBarcode{*this, "txtBarcode"};
-    forms::TextBox txtQuantity{*this, "txtQuantity"};
-    forms::CommandButton cmdOk{*this, "cmdOk"};
-};
-
-/// A grid of four columns, the first of them hidden, and a button.
-class RowsForm : public PlainForm {
-public:
-    explicit RowsForm(forms::Desktop& desktop) : PlainForm(desktop, "frmRows") {
-        adds([this] {
-            grid.place({120, 120, 6960, 4000});
-            grid.setRows(1);
-            grid.setFixedRows(1);
-            grid.setFixedCols(0);
-            grid.setCols(4);
-            grid.setColWidth(0, 0);
-            cmdRefresh.place({120, 4200, 1200, 390});
-        });
-    }
-    /// Has them stand in the grid once it is shown.
-    void fills(std::vector<std::vector<std::string>> texts) {
-        adds([this, texts = std::move(texts)] { grid.setDataRows(texts); });
-    }
-    forms::Grid grid{*this, "flexRows"};
-    forms::CommandButton cmdRefresh{*this, "cmdRefresh"};
+    const bool hasRows_;
+    std::vector<std::function<void()>> more_;
 };
 
 /// What a window answers; the message's last parameter is a number or an address.
@@ -94,8 +78,8 @@ struct OnRealWindows {
     }
 
     const std::unique_ptr<forms::Desktop> desktop = win32::makeDesktop();
-    const std::shared_ptr<CounterForm> form = std::make_shared<CounterForm>(*desktop);
-    const std::shared_ptr<RowsForm> rows = std::make_shared<RowsForm>(*desktop);
+    const std::shared_ptr<TillForm> form = std::make_shared<TillForm>(*desktop, "frmCounter", false);
+    const std::shared_ptr<TillForm> rows = std::make_shared<TillForm>(*desktop, "frmRows", true);
 };
 
 } // namespace support

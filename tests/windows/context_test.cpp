@@ -228,13 +228,6 @@ void withCom(const std::function<void()>& body) {
     CoUninitialize();
 }
 
-void expectRefusal() {
-    const Failure error = failureOf([] { makeModule(com::comObjectFactory()("ADODB.Connection"), 1)->call("Show"); });
-    EXPECT_EQ(error.number, static_cast<long>(RPC_E_WRONG_THREAD));
-    EXPECT_EQ(error.source, "goodsreq");
-    EXPECT_NE(error.text.find("another thread"), std::string::npos);
-}
-
 TEST_F(Context, AnotherThreadShowsTheRegisterOnceItIsClosed) {
     const std::string company = support::sampleCompany("threads.db");
     CoUninitialize(); // so that each thread's end is the end of COM, and of the components' DLLs
@@ -247,7 +240,12 @@ TEST_F(Context, AnotherThreadShowsTheRegisterOnceItIsClosed) {
     };
     const auto isRefusedElsewhere = [](RealUser& user) {
         user.awaits("active frmMaster");
-        std::thread(withCom, expectRefusal).join();
+        const auto shows = [] { makeModule(com::comObjectFactory()("ADODB.Connection"), 1)->call("Show"); };
+        Failure error;
+        std::thread([&] { withCom([&] { error = failureOf(shows); }); }).join();
+        EXPECT_EQ(error.number, static_cast<long>(RPC_E_WRONG_THREAD));
+        EXPECT_EQ(error.source, "goodsreq");
+        EXPECT_NE(error.text.find("another thread"), std::string::npos);
         support::closesRegister(user);
     };
     std::thread(show, isRefusedElsewhere).join();

