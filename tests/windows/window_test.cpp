@@ -62,7 +62,7 @@ TEST(Resolution, TurnsTwipsIntoPixelsAndBack) {
         EXPECT_EQ(dpi.pixels(330), pixels);
         EXPECT_EQ(dpi.pixels(dpi.twips(pixels)), pixels); // as a width that a person dragged goes into the model
         // Neighbours touch.
-        EXPECT_EQ(dpi.pixels(Rect{100, 0, 335, 10}).right, dpi.pixels(Rect{435, 0, 50, 10}).left);
+        EXPECT_EQ(dpi.pixels(Rect{100, 0, 340, 10}).right, dpi.pixels(Rect{440, 0, 50, 10}).left);
     }
 }
 
