@@ -8,6 +8,8 @@
 #include "tests/windows/RealUser.h"
 #include "win32/Win32Desktop.h"
 
+#include <bit>
+
 namespace support {
 
 /// Two boxes and a button; before them a grid of four columns, the first of them hidden, or none that is seen.
@@ -50,12 +52,9 @@ private:
     std::vector<std::function<void()>> more_;
 };
 
-/// What a window answers; the message's last parameter is a number or an address.
+/// What a window answers; the message's last parameter is a number of that size or an address.
 template <class Last = LPARAM> LRESULT ask(HWND window, UINT message, WPARAM wParam = 0, Last last = {}) {
-    if constexpr (std::is_pointer_v<Last>)
-        return SendMessageW(window, message, wParam, reinterpret_cast<LPARAM>(last));
-    else
-        return SendMessageW(window, message, wParam, last);
+    return SendMessageW(window, message, wParam, std::bit_cast<LPARAM>(last));
 }
 template <class Last = LPARAM>
 LRESULT ask(const forms::Control& control, UINT message, WPARAM wParam = 0, Last last = {}) {

@@ -322,9 +322,6 @@ TEST_F(Bridge, ADictionaryOfTheSystemIsDrivenByName) {
     EXPECT_EQ(dictionary->className(), "Dictionary");
     dictionary->call("Add", "apple", std::int16_t{3});
     EXPECT_TRUE(dictionary->call("", "apple") == Value(std::int16_t{3}));
-    Value replaced[] = {"apple", ObjectPtr(object)};
-    dictionary->invoke(Access::put, "Item", replaced);
-    EXPECT_TRUE(dictionary->call("Item", "apple") == Value(ObjectPtr(object)));
     EXPECT_TRUE(dictionary->elements() == Array{Value("apple")});
     EXPECT_EQ(errorOf([&] { dictionary->call("Add", "apple", 1.0); }), 457);
     const Failure error = failureOf([] { com::comObjectFactory()("Nobody.HasThis"); });

@@ -386,8 +386,8 @@ TEST_F(RealWindows, OpenTheMenuOfTheCurrentRowByKey) {
                 RECT row{LVIR_BOUNDS}, inside{};
                 ask(grid, LVM_GETITEMRECT, static_cast<WPARAM>(grid.row() - 1), &row);
                 MapWindowPoints(windowOf(grid), nullptr, reinterpret_cast<POINT*>(&row), 2);
-                return popup && IsWindowVisible(popup) && GetWindowRect(popup, &inside) && inside.left >= row.left &&
-                       inside.top >= row.top && inside.top <= row.bottom;
+                return popup && IsWindowVisible(popup) && GetWindowRect(popup, &inside) &&
+                       PtInRect(&row, {inside.left, inside.top});
             });
             user.presses(VK_ESCAPE);
             user.sees("no menu", [&] { return !FindWindowW(L"#32768", nullptr); });

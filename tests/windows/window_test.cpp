@@ -69,13 +69,20 @@ TEST(Resolution, TurnsTwipsIntoPixelsAndBack) {
 TEST_F(FormsWindow, SwitchesOffAHostWithoutACaptionToo) {
     const win32::OwnedWindow application = hostWindow(WS_OVERLAPPED);
     const win32::OwnedWindow host = hostWindow(WS_POPUP | WS_VISIBLE, application.get());
-    looks(*form, [&] {
+    int shows = 0; // by ShowWindow, which hides the first window of a program that was started hidden
+    const auto heard = [&](const CWPRETSTRUCT& answer) {
+        const bool isForm = GetAncestor(answer.hwnd, GA_ROOT) == answer.hwnd;
+        shows += isForm && answer.message == WM_SHOWWINDOW && answer.wParam;
+    };
+    const auto look = [&] {
         EXPECT_FALSE(enabled(host));
+        EXPECT_EQ(shows, 0);
         for (const bool works : {true, false}) {
             form->works = works;
             EXPECT_EQ(ask(topOf(form->txtBarcode), WM_QUERYENDSESSION), !works);
         }
-    });
+    };
+    hearing(heard, [&] { looks(*form, look); });
     EXPECT_TRUE(enabled(host));
 }
 
