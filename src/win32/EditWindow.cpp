@@ -118,8 +118,7 @@ void EditWindow::textChanged() {
     forms::input::edit(box_, narrow(shown), first, charactersIn(shown, static_cast<int>(end)) - first);
 }
 
-bool EditWindow::accepts(std::wstring inserted) const {
-    if (!box_.multiLine()) inserted.resize(std::min(inserted.size(), inserted.find_first_of(L"\r\n")));
+bool EditWindow::accepts(const std::wstring& inserted) const {
     std::wstring whole = text();
     DWORD start = 0;
     DWORD end = 0;
@@ -128,7 +127,11 @@ bool EditWindow::accepts(std::wstring inserted) const {
     return forms::input::acceptsWhole(box_, narrow(whole));
 }
 
-bool EditWindow::acceptsClipboard() const { return accepts(clipboardText(handle())); }
+bool EditWindow::acceptsClipboard() const {
+    std::wstring pasted = clipboardText(handle());
+    if (!box_.multiLine()) pasted.resize(std::min(pasted.size(), pasted.find_first_of(L"\r\n"))); // as the system does
+    return accepts(pasted);
+}
 
 LRESULT EditWindow::onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {

@@ -29,7 +29,7 @@ private:
     void textChanged();
     void showSelection();
     /// Whether `inserted` may take the selection's place, by the box's own rule for text that comes as a whole.
-    bool accepts(std::wstring inserted) const;
+    bool accepts(const std::wstring& inserted) const;
     bool acceptsClipboard() const;
 
     forms::TextBox& box_;

@@ -7,7 +7,8 @@
 
 namespace support {
 
-/// Text that differs is written beside the golden file as NAME.new; tools/accept-golden.sh takes it over.
+/// Text that differs is written beside the golden file as NAME.new, which takes its place once somebody has looked at
+/// it.
 inline void expectGolden(const std::string& path, const std::string& text) {
     if (text == readAll(path)) return void(std::filesystem::remove(path + ".new"));
     writeAll(path + ".new", text);

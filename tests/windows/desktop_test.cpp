@@ -205,8 +205,8 @@ TEST_F(RealWindows, TakePastedTextWholeOrNotAtAll) {
     const struct {
         const char *pasted, *text;
         bool byInputMethod = false;
-    } cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},        {"\xC3\xA4", "a\xC3\xA4"},
-                 {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}};
+    } cases[] = {{"12", "a12"},     {"1'2", "ab"},       {"'", "ab"},         {"\xC3\xA4", "a\xC3\xA4"},
+                 {"1\r\n'2", "a1"}, {"12", "a12", true}, {"1'2", "ab", true}, {"1\r\n'2", "ab", true}};
     looks(*form, [&] {
         HWND window = windowOf(box);
         for (const auto& c : cases) {
