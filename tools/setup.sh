@@ -6,6 +6,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 cache=$PWD/.cache
 log=$cache/setup.log
+asRoot=(env DEBIAN_FRONTEND=noninteractive)
+[ "$(id -u)" -eq 0 ] || asRoot=(sudo "${asRoot[@]}")
 
 packages=(
     ca-certificates g++ cmake ninja-build googletest libgtest-dev libgmock-dev
@@ -37,12 +39,6 @@ missingPackages() {
     sqliteIn "$cache/sqlite" || command -v npm >/dev/null || echo npm
 }
 
-asRoot() {
-    local sudo=sudo
-    [ "$(id -u)" -ne 0 ] || sudo=""
-    $sudo env DEBIAN_FRONTEND=noninteractive "$@"
-}
-
 # Tried with a program of our own, before Debian's are brought in: with wine32 there, all of Wine starts by it.
 runs32BitPrograms() (
     work=$(mktemp -d)
@@ -52,7 +48,7 @@ runs32BitPrograms() (
 )
 
 aptInstall() {
-    asRoot apt-get -q -y --no-remove --no-install-recommends -o DPkg::Lock::Timeout=300 install "$@" \
+    "${asRoot[@]}" apt-get -q -y --no-remove --no-install-recommends -o DPkg::Lock::Timeout=300 install "$@" \
         >>"$log" 2>&1 </dev/null
 }
 
@@ -73,13 +69,13 @@ installPackages() {
     if [[ " $* " == *:i386\ * ]] && ! dpkg --print-foreign-architectures | grep -qx i386; then
         runs32BitPrograms || fail "this machine runs no 32-bit programs, so it cannot have $*"
         added=i386
-        asRoot dpkg --add-architecture i386
+        "${asRoot[@]}" dpkg --add-architecture i386
     fi
     echo "set-up: installing $* (see ${log#"$PWD"/})"
     # A source that does not answer need not be the one that is wanted, so installing decides.
-    asRoot apt-get -q update >"$log" 2>&1 </dev/null || true
+    "${asRoot[@]}" apt-get -q update >"$log" 2>&1 </dev/null || true
     aptInstall "$@" || aptInstallOlder "$@" || {
-        [ -z "$added" ] || asRoot dpkg --remove-architecture i386 || true
+        [ -z "$added" ] || "${asRoot[@]}" dpkg --remove-architecture i386 || true
         fail "apt-get cannot install $*: $(grep '^E:' "$log" | tail -n 1) (no network? see ${log#"$PWD"/})"
     }
 }
