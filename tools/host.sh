@@ -1,5 +1,5 @@
 # Functions that run a host of the component and read what it left in the database. Sourced, never run; needs
-# tools/wine.sh and tools/screen.sh. The company lies in $folder ($OUT); the sandbox's host is that of $hostFolder ($DIST).
+# tools/wine.sh and tools/screen.sh. The company lies in $folder ($OUT); the host is that of $hostFolder ($DIST).
 #
 # makeCompany           makes the sample company in $folder/company.db
 # startProgram PROGRAM ARGUMENT...  starts it beside us, and reads what we read; its windows' log is awaited
@@ -8,7 +8,8 @@
 # awaitHost [STATUS]    waits until it has ended by itself, with that exit status (0)
 # closeRegister [STATUS]    closes the register by its button, and awaits the host
 # expect WHAT FOUND EXPECTED    ends the script where both differ
-# expectStored          holds the rows of the newest requests to SCRIPT.txt beside the script, and leaves them in request.txt
+# expectStored          writes the rows of the newest requests to request.txt, and holds them to SCRIPT.txt beside the
+#                       script
 folder=$OUT
 register="Goods Request To Shop"
 
@@ -50,10 +51,10 @@ closeRegister() {
 # The database is read by its own shell, past everything that the module runs on. Only numbers are compared: text would
 # need the company's collation.
 expectStored() {
-    sqlite3 -header "$folder/company.db" "select srhrequestno, srhtype, srhtoshopid, replace(SRHremarks, char(13, 10), '\n')
-        SRHremarks, SRHcancelled, srhcancelledRemarks, srhNoofDetails, srditemid, cast(srdgoodqty as real) srdgoodqty,
-        cast(srdbadqty as real) srdbadqty, srdtoshopid from mesRequesttoShopHeader join mesRequesttoShopDetail
-        on srdshopid = srhshopid and srdrequestid = srhrequestid
+    sqlite3 -header "$folder/company.db" "select srhrequestno, srhtype, srhtoshopid,
+        replace(SRHremarks, char(13, 10), '\n') SRHremarks, SRHcancelled, srhcancelledRemarks, srhNoofDetails, srditemid,
+        cast(srdgoodqty as real) srdgoodqty, cast(srdbadqty as real) srdbadqty, srdtoshopid
+        from mesRequesttoShopHeader join mesRequesttoShopDetail on srdshopid = srhshopid and srdrequestid = srhrequestid
         where srhshopid = 1 and srhrequestid > 218 order by srhrequestid, srditemid" >"$folder/request.txt"
     diff "$root/tests/windows/$(basename "$0" .sh).txt" "$folder/request.txt"
 }

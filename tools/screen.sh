@@ -9,8 +9,8 @@
 # type_keys TEXT, press KEY...
 # shot NAME                    NAME.png in $folder, when the screen has come to rest
 #
-# The log comes line by line from file 5. Every waiting ends with a failure after two minutes, and that for a line of the
-# log when the program has ended.
+# The log comes line by line from file 5. Every waiting ends with a failure after two minutes, and that for a line of
+# the log when the program has ended.
 await_log() {
     local line
     while read -r -t 120 -u 5 line; do

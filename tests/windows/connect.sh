@@ -1,7 +1,7 @@
 # The host with --connect, on the machine's own ADO. No server can be reached here, so a substitute stands under ADO's
 # names in the registry. The connection string comes in by standard input, by the environment or on the command line: no
 # log, no message and, while it runs, no process's command line shows it. A component of the suite whose name alone is
-# there, as where the other width is installed, is stood in for. A server that does not answer is one line, and status 1.
+# there, as where the other width is installed, is stood in for. A server that does not answer is one line and status 1.
 hostFolder=$OUT/host
 cp -r "$DIST" "$hostFolder"
 makeCompany

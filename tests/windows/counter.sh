@@ -50,7 +50,8 @@ press ctrl+Return
 enter "and bread" "focus frmRequest.lvwrequest"
 step Return "active frmRequestDetail"
 # shellcheck disable=SC2046 # a word for each key
-timeout 120 xdotool key --delay 0 $(sed -E 's/$/R/; s/ (.*)/R\1RR/; s/./& /g; s/R/Return/g' "$root/tests/windows/scans.txt")
+timeout 120 xdotool key --delay 0 \
+    $(sed -E 's/$/R/; s/ (.*)/R\1RR/; s/./& /g; s/R/Return/g' "$root/tests/windows/scans.txt")
 await_log "focus frmRequestDetail.cmdbarcode"
 step Escape "unloaded frmRequestDetail" german-lines
 step alt+o "unloaded frmRequest" 35-broken-line

@@ -27,7 +27,7 @@ facts() {
         ! grep -qE '%fs:0x0(,|$)' <<<"$code" || echo "a handler is registered"
         dump -h | awk '/^ *[0-9]+ / { name = $2; next } /CODE/ && !/READONLY/ { print "written and run:", name }'
         # The version stands in the file's properties as text of 16-bit letters.
-        strings -el -n 3 "$DIST/$file" | grep -A 1 -x ProductVersion | tail -n 1 | sed "s/^$version\$/the project's version/"
+        strings -el -n 3 "$DIST/$file" | sed -n "/^ProductVersion\$/{n; s/^$version\$/the project's version/; p}"
     done
     { strings -el "$DIST/$file" && strings "$DIST/$file"; } | grep -o 'GOODSREQ_.*' | sort
     # The sizes of the icon that windows take, in octal digits; 0 says 256.
