@@ -13,7 +13,7 @@
 # the log when the program has ended.
 await_log() {
     local line
-    while read -r -t 120 -u 5 line; do
+    while IFS= read -r -t 120 -u 5 line; do
         [[ $line != *"$1"* ]] || return 0
     done
     echo "waited in vain for the event '$1', or the program has ended; the last lines of the log:" >&2
@@ -41,6 +41,7 @@ step() {
     # shellcheck disable=SC2086 # several keys
     [ -z "$1" ] || press $1
     [ -z "$2" ] || await_log "$2"
+    [[ $2 != message* ]] || focus_window "Retail Back Office" # said before the box is there
     [ -z "${3:-}" ] || shot "$3"
 }
 

@@ -39,7 +39,7 @@ step alt+o "message The remarks have" 33-remarks-too-long
 step Return "focus frmRequest.txtRemarks"
 press ctrl+shift+Home
 type_keys Milk
-step alt+o "Its date lies before" 34-not-in-the-register
+step alt+o "message The request GR/128 is saved. Its date lies before" 34-not-in-the-register
 step Return "active frmMaster"
 
 # Two lines of remarks; as many scans as scans.txt has lines: a barcode, and the quantity where the item is carried.

@@ -1,9 +1,10 @@
 ' A host written in a script: creates the component by its name, gives it a session and shows the register.
-' Arguments: the company's database, the project key. Ends with 42 when all went well, with the number of the line of
-' checks that failed otherwise.
+' Argument: the company's database. Ends with 42 when all went well, with the number of the line of checks that failed
+' otherwise.
 Option Explicit
 
 Const GoodsRequestToShop = 1507
+Const ProjectKey = "KOVA/XB/TRAM/842"
 
 Sub Check(holds, number)
     If Not holds Then WScript.Quit number
@@ -30,7 +31,7 @@ On Error GoTo 0
 Check request.adocon Is Nothing, 104
 
 Set request.adocon = connection
-request.strProjectKey = WScript.Arguments(1)
+request.strProjectKey = ProjectKey
 request.strMsgboxCaption = "Retail Back Office"
 request.intCompanyID = 1
 request.intUserID = 1
@@ -39,7 +40,7 @@ request.interfaceid = GoodsRequestToShop
 request.dtProcessDate = DateSerial(2026, 3, 31)
 
 Check request.adocon Is connection, 105
-Check request.strProjectKey = WScript.Arguments(1), 106
+Check request.strProjectKey = ProjectKey, 106
 Check request.strMsgboxCaption = "Retail Back Office", 107
 Check request.intCompanyID = 1 And request.intUserID = 1 And request.intShopid = 1, 108
 Check request.interfaceid = GoodsRequestToShop, 109
