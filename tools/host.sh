@@ -72,7 +72,7 @@ expect() {
 
 # unpack NAME FOLDER: makes the packages, and unpacks the one of that name there.
 unpack() (
-    flock 9 # the other width's test may be at it too
+    flock 9 # another test may be at it too
     "$root/package" >"$OUT/package.log" 2>&1 </dev/null 9>&- || fail "$(tail -n 5 "$OUT/package.log")"
     mkdir "$2"
     cd "$2"
