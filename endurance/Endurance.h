@@ -19,11 +19,9 @@ void strikeStatements(const Options& options, Report& report);
 void killSaves(const Options& options, Report& report);
 /// Four programs save in one shop at once.
 void saveAtOnce(const Options& options, Report& report);
-/// Random clerks on companies with texts that mean something to a database, in every text column.
-void workOnHostileTexts(const Options& options, Report& report);
-const std::vector<std::string>& hostileTexts();
 
-/// Random clerks at three tills, with failures and rivals, until their time is over.
+/// Random clerks at three tills, with failures and rivals, until their time is over; some of them in companies that
+/// hold texts which mean something to a database.
 void randomClerks(const Options& options, Report& report);
 
 // Those that need the DLL itself and real windows:
@@ -39,7 +37,6 @@ public:
     /// What fails while `act` runs, by an expectation or by an exception, makes the case one that went wrong; `name`
     /// goes with what is printed of it.
     void run(const std::string& name, const std::function<void()>& act);
-    int count() const { return count_; }
     /// The text of the first expectation that has failed since the last call, in a case or not; empty where none has.
     static std::string takeFailure();
     /// The row of these cases.

@@ -28,7 +28,7 @@ const clerk::Steps kKnown[] = {
 void randomClerks(const Options& options, Report& report) {
     using Clock = std::chrono::steady_clock;
     constexpr int kSteps = 200;
-    constexpr int kShortRuns = 120;
+    constexpr int kShortRuns = 160;
     const bool counted = options.quick && options.minutes == 0; // the short form is always the same
     const auto end = Clock::now() + std::chrono::minutes(options.minutes > 0 ? options.minutes : 10);
     long steps = 0;
@@ -37,8 +37,8 @@ void randomClerks(const Options& options, Report& report) {
         steps += static_cast<long>(outcome.steps.size());
         if (outcome.broken.empty() || ++broken[clerk::ruleOf(outcome.broken)] > 1) return;
         const clerk::Outcome least = clerk::shortest(outcome);
-        std::printf("%s breaks a rule after %zu steps, %ld in all: %s\n", name.c_str(), outcome.steps.size(), steps,
-                    least.broken.c_str());
+        std::printf("%s breaks a rule after %zu steps, %ld in all: %s\n%s\n", name.c_str(), outcome.steps.size(), steps,
+                    least.broken.c_str(), least.script.c_str());
         for (std::size_t i = 0; i < least.steps.size(); ++i) {
             const clerk::Step& s = least.steps[i];
             std::printf("    {%d, \"%s\", %d, %d, %d}, // %s\n", s.till, std::string(s.verb).c_str(), s.a, s.b, s.c,
@@ -49,7 +49,8 @@ void randomClerks(const Options& options, Report& report) {
     for (const clerk::Steps& list : kKnown) judged("a known list", clerk::play(list));
     for (int run = 0; counted ? run < kShortRuns : Clock::now() < end; ++run) {
         const unsigned seed = options.seed + static_cast<unsigned>(run);
-        judged("seed " + std::to_string(seed), clerk::play(seed, kSteps));
+        judged("seed " + std::to_string(seed),
+               clerk::play(seed, kSteps, run % 4 == 3 ? clerk::hostileScript(seed / 4) : ""));
     }
     report.add({"random clerks: broken rules", static_cast<double>(broken.size()), 0,
                 "broken in " + std::to_string(steps) + " steps"});

@@ -7,7 +7,6 @@ int main(int count, char** arguments) {
         endurance::strikeStatements(options, report);
         endurance::killSaves(options, report);
         endurance::saveAtOnce(options, report);
-        endurance::workOnHostileTexts(options, report);
         endurance::randomClerks(options, report);
     });
 }

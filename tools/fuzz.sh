@@ -1,7 +1,6 @@
 #!/bin/bash
-# Fuzzes what reads text and calls from outside: fuzz.sh [settings|dialect|conversion|bridge|all] [SECONDS|--quick]
+# Fuzzes what reads text and calls from outside: fuzz.sh [dialect|conversion|bridge|all] [SECONDS|--quick]
 #
-# settings    the print settings and the slip's layout
 # dialect     statements for the sandbox's database, run on a small company
 # conversion  numbers, dates and text by the language's rules
 # bridge      late-bound calls of every wrong kind to the component and the sandbox's objects, under Wine
@@ -12,31 +11,26 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 [ "${1:-}" != --quick ] || set -- all --quick
 fuzzers=${1:-all} seconds=${2:-600} seed=${SEED:-$((RANDOM * 32768 + RANDOM + 1))}
-[ "$fuzzers" != all ] || fuzzers="settings dialect conversion bridge"
+[ "$fuzzers" != all ] || fuzzers="dialect conversion bridge"
 [ "$seconds" != --quick ] || seconds=5
 
-if [ "$fuzzers" != bridge ]; then
-    tools/setup.sh clang libclang-rt-14-dev
-    tools/build.sh fuzz
-fi
-if [[ $fuzzers == *bridge ]]; then
-    tools/setup.sh
-    tools/build.sh x64
-fi
+tools/setup.sh clang libclang-rt-14-dev
+[ "$fuzzers" = bridge ] || tools/build.sh fuzz
+[[ $fuzzers != *bridge ]] || tools/build.sh x64
 
-mkdir -p build/fuzz
 fuzz() {
     local corpus=build/fuzz/corpus/$1
-    case $1 in
-    bridge)
+    if [ "$1" = bridge ]; then
         LIMIT=$((seconds + 120)) tools/windows.sh x64 build/x64/bridge_fuzz.exe --seconds "$seconds" --seed "$seed"
         return
-        ;;
-    dialect) mkdir -p "$corpus" && split -l 1 -a 3 tests/fuzz/seeds/statements.sql "$corpus/seed-" ;;
-    *) mkdir -p "$corpus" && cp "tests/fuzz/seeds/$1"/* "$corpus/" ;;
-    esac
+    fi
+    mkdir -p "$corpus"
+    cp tests/fuzz/seeds/conversion/* "$corpus"
+    split -l 1 -a 3 tests/fuzz/seeds/statements.sql "$corpus/seed-"
+    # The seeds' words and signs, to be put between others.
+    grep -ohE "\w+|'[^']*'|[^[:alnum:]\"\\\\ ]+" "$corpus"/seed-* | sort -u | sed 's/.*/" & "/' >"$corpus.words"
     nice "build/fuzz/tests/fuzz/$1_fuzz" -max_total_time="$seconds" -seed="$seed" -timeout=10 -rss_limit_mb=1024 \
-        -max_len=1000 -artifact_prefix="build/fuzz/$1-" "$corpus"
+        -max_len=1000 -dict="$corpus.words" -artifact_prefix="build/fuzz/$1-" "$corpus"
 }
 
 failed=0

@@ -48,15 +48,13 @@ Does enters(const char* box) {
     return [box](Clerk& c, const Step&) {
         if (!c.comesTo(box)) return false;
         c.keys("\r");
-        return c.says(std::string("Enter in ") + box);
+        return true;
     };
 }
 Does picks(const char* box) {
     return [box](Clerk& c, const Step& step) {
         const Texts entries = c.can(box) ? c.user.entries(box) : Texts{};
         if (entries.empty()) return false;
-        c.memory.touched.insert(box);
-        c.says("picks " + of(entries, step.a));
         c.user.picks(box, of(entries, step.a));
         return true;
     };
@@ -69,7 +67,7 @@ Does onLine(std::int16_t key, std::int16_t otherKey) {
     return [=](Clerk& c, const Step& step) {
         if (!c.picksRow("lvwrequest", step.a)) return false;
         if (c.atForm()) c.user.presses(step.b % 2 ? key : otherKey);
-        return c.says("key " + std::to_string(step.b % 2 ? key : otherKey));
+        return true;
     };
 }
 /// A command of the register on one of its rows. Keys are tried whether or not the button is on.
@@ -85,7 +83,6 @@ Does commands(char letter, const char* button, const char* key) {
         if (letter != 'N' && cells.size() > 4) {
             begun.request = std::atoi(cells[0].c_str());
             begun.rowCancelled = cells[4] == "Yes";
-            c.says("on request " + cells[0]);
         }
         static_cast<Command&>(c.memory) = begun;
         c.memory.pressed = letter == 'R' ? 'E' : letter;
@@ -93,10 +90,9 @@ Does commands(char letter, const char* button, const char* key) {
             c.user.rightClicks("flexMaster");
             if (c.desktop.waiting() != Waiting::menu) return false;
             c.user.choosesMenu("mnurefresh");
-            return c.says("Refresh");
+            return true;
         }
         if (!*key || step.b % 3 == 0) return c.clicksOn(button);
-        c.says(std::string(1, letter) + " by its key");
         if (letter == 'D')
             c.user.presses(forms::kKeyDelete);
         else if (letter == 'E' && step.b % 3 == 1)
@@ -117,41 +113,13 @@ bool shows(Clerk& c, const Step& step) {
     m.locale = step.c % 4;
     m.badDate = step.c / 4 % 12 == 5;
     c.commaIsTyped = step.c / 48 % 3 == 1;
-    c.fetchHasProperties = step.c / 144 % 6 == 1;
-    c.noneIsNull = step.c / 864 % 4 == 1;
     c.desktop.userLocale = kLocales[m.locale];
     c.component.intUserID = static_cast<std::int16_t>(m.user);
     c.component.intShopid = static_cast<std::int16_t>(m.shop);
     c.component.interfaceid = m.screen;
     c.component.dtProcessDate = m.badDate ? automation::Date{-700000} : basic::dateOf(2026, 3, 31);
-    c.says("user " + std::to_string(m.user) + " in shop " + std::to_string(m.shop) + " opens " +
-           std::to_string(m.screen) + ", habits " + std::to_string(step.c));
     c.opens();
     return true;
-}
-
-/// A component that kept a form reads it, or writes into its boxes, long after the form was closed.
-bool actsLate(Clerk& c, const Step& step) {
-    if (c.kept.empty() || c.desktop.waiting() == Waiting::nothing) return false;
-    const auto& [name, form] = of(c.kept, step.a);
-    const bool writes = step.b % 3 == 0 && !basic::cBool(form->get("Visible"));
-    const auto act = [object = form, writes] {
-        object->get("Caption");
-        if (!writes) return;
-        for (const automation::Value& control : object->elements())
-            if (dynamic_cast<forms::TextBox*>(control.objectPtr().get())) control.object().put("Text", "late");
-    };
-    c.says("a component " + std::string(writes ? "writes into " : "reads ") + name);
-    c.atForm() ? c.desktop.perform(act) : c.desktop.start(act);
-    return true;
-}
-
-bool switchesOn(Clerk& c, const Step& step) {
-    if (c.sees().rows.front()[0].empty()) return false;
-    const std::string button = of(Texts{"cmdnew", "CmdEdit", "CmdDelete", "cmdPrev"}, step.a);
-    c.desktop.perform([&] { c.module.master().find(button)->setEnabled(true); });
-    c.memory.switched = true;
-    return c.says("a component switches " + button + " on");
 }
 
 bool answers(Clerk& c, const Step& step) {
@@ -159,10 +127,7 @@ bool answers(Clerk& c, const Step& step) {
     const forms::Message& box = c.desktop.message();
     Answer answer = box.buttons == forms::MessageButtons::ok ? Answer::ok : step.a % 2 ? Answer::yes : Answer::no;
     if (box.buttons == forms::MessageButtons::yesNoCancel && step.a % 5 == 4) answer = Answer::cancel;
-    c.says("answers " + of(Texts{"OK", "Yes", "No", "Cancel"}, static_cast<int>(answer)) + " to \"" +
-           box.text.substr(0, 90) + "\"");
     c.memory.answer = answer;
-    if (box.text == "Save Changes?") c.memory.touched.insert("cmdOk"); // its handler comes next
     c.desktop.answer(answer);
     return true;
 }
@@ -178,7 +143,6 @@ bool hostile(Clerk& c, const Step& step) {
     if (!c.comesTo(box->name())) return false;
     const std::string& text = of(hostileTexts(), step.a);
     c.memory.typedInto.insert(box->name());
-    c.says("hostile text " + std::to_string(step.a % static_cast<int>(hostileTexts().size())) + " into " + box->name());
     if (step.b % 3 == 0) {
         c.desktop.perform([&] { c.desktop.handle([&] { box->setText(text); }); });
     } else {
@@ -200,7 +164,6 @@ bool seeks(Clerk& c, const Step& step) {
 
 bool addsLines(Clerk& c, const Step& step) {
     if (!c.comesTo("lvwrequest")) return false;
-    c.says("adds lines");
     if (step.b % 3 != 0) return c.keys("\n"), true;
     c.user.rightClicks("lvwrequest");
     if (c.desktop.waiting() == Waiting::menu) c.user.choosesMenu(c.user.menu()[0].enabled ? "mnuAdd" : "mnuCancel");
@@ -216,21 +179,17 @@ bool date(Clerk& c, const Step& step) {
 }
 
 bool scans(Clerk& c, const Step& step) {
-    const Masters& m = c.company.masters();
     if (!c.comesTo("txtBarcode")) return false;
-    std::string code = of(kShortcuts, step.a);
-    c.memory.meant = {""};
-    if (step.b % 4 != 3) {
-        const auto& [barcode, item] = of(m.itemOfCode, step.a);
-        code = barcode;
-        c.memory.meant.push_back(item);
-    }
+    const bool shortcut = step.b % 4 == 3;
+    const std::vector<Row> codes = c.company.codes();
+    const Row named = shortcut ? Row{of(kShortcuts, step.a), ""} : of(codes, step.a);
+    const std::string& code = named[0];
+    c.memory.meant = {"", named[1]};
     // What is no active barcode is a shortcut number by its first four digits.
-    if (step.b % 4 == 3 || m.doubtful.contains(code))
+    if (std::isdigit(static_cast<unsigned char>(code[0])) && !c.company.isActive(code))
         c.memory.meant.push_back(c.company.value("select itemid from ashopitemdetail where shopid=? and shortcutno=?",
                                                  {c.memory.shop, std::stoi(code.substr(0, 4))}));
     c.memory.typedInto.clear();
-    c.says("scans " + code);
     c.keys(code + "\r"); // as a scanner does: over what is selected
     return true;
 }
@@ -238,8 +197,9 @@ bool scans(Clerk& c, const Step& step) {
 bool scansInDialog(Clerk& c, const Step& step) {
     if (!c.comesTo("txtBarcode")) return false;
     c.selectsAll();
-    c.keys(of(c.company.masters().itemOfCode, step.a).first + "\r");
-    return c.says("scans");
+    const std::vector<Row> codes = c.company.codes();
+    c.keys(of(codes, step.a)[0] + "\r");
+    return true;
 }
 
 bool pastes(Clerk& c, const Step& step) {
@@ -248,16 +208,13 @@ bool pastes(Clerk& c, const Step& step) {
     const bool whole = step.a % 2 == 0 || c.module.session.blnIntegerQuantity;
     c.memory.typed = {whole ? "3" : c.memory.locale % 2 ? "2,5" : "2.5", "txtQuantity"};
     c.memory.typedInto.insert("txtQuantity");
-    c.says("pastes " + c.memory.typed.first + " with blanks around it");
     c.user.pastes(" " + c.memory.typed.first + "\r\n");
     return true;
 }
 
 bool opensDialog(Clerk& c, const Step& step) {
     if (c.user.focus().empty() || !c.can("cmdbarcode")) return false;
-    const bool scan = step.a % 2;
-    c.says(scan ? "opens the scan dialog" : "opens the item fetch dialog");
-    forms::Form* opened = scan ? static_cast<forms::Form*>(&c.module.scanBarcode()) : &c.module.fetchItem();
+    forms::Form* opened = step.a % 2 ? static_cast<forms::Form*>(&c.module.scanBarcode()) : &c.module.fetchItem();
     c.desktop.perform([&c, opened] { c.desktop.handle([&] { opened->showAfresh(&c.module.requestDetail()); }); });
     return true;
 }
@@ -277,21 +234,18 @@ bool searches(Clerk& c, const Step& step) {
 
 const std::vector<Act> kActs = {
     {"nobody", "shows", 10, shows},
-    {"nobody", "acts late", 1, actsLate},
-    {"", "acts late", 1, actsLate},
     {"message", "answers", 1, answers},
-    {"menu", "leaves", 1, [](Clerk& c, const Step&) { return c.user.dismissesMenu(), c.says("leaves the menu"); }},
+    {"menu", "leaves", 1, [](Clerk& c, const Step&) { return c.user.dismissesMenu(), true; }},
     {"", "hostile", 2, hostile},
     {"", "ok", 4, clicksFirstOf({"cmdOk", "cmdOK"})},
     {"", "cancel", 2, clicksFirstOf({"cmdCancel", "CmdClose", "cmdClose"})},
-    {"", "frame", 1, [](Clerk& c, const Step&) { return c.user.closesFrame(), c.says("closes by the frame"); }},
+    {"", "frame", 1, [](Clerk& c, const Step&) { return c.user.closesFrame(), true; }},
 
     {"frmMaster", "adds", 20, commands('N', "cmdnew", "\n")},
     {"frmMaster", "edits", 20, commands('E', "CmdEdit", "\r")},
     {"frmMaster", "deletes", 5, commands('D', "CmdDelete", "Del")},
     {"frmMaster", "prints", 2, commands('P', "cmdPrev", "")},
     {"frmMaster", "refreshes", 1, commands('R', "", "")},
-    {"frmMaster", "switches", 1, switchesOn},
     {"frmMaster", "sorts", 2, sorts},
     {"frmMaster", "seeks", 1, seeks},
 
@@ -310,8 +264,7 @@ const std::vector<Act> kActs = {
     {"frmRequestDetail", "price", 3, fills("txtsellingprice", kNumbers)},
     {"frmRequestDetail", "enters", 8, enters("txtQuantity")},
     {"frmRequestDetail", "walks", 3, clicksOneOf({"cmdFirst", "cmdPrev", "cmdNext", "cmdLast"})},
-    {"frmRequestDetail", "fetches", 4,
-     [](Clerk& c, const Step&) { return c.user.presses(forms::kKeyF3), c.says("F3"); }},
+    {"frmRequestDetail", "fetches", 4, [](Clerk& c, const Step&) { return c.user.presses(forms::kKeyF3), true; }},
     {"frmRequestDetail", "dialog", 4, opensDialog},
     {"frmRequestDetail", "pastes", 1, pastes},
     {"frmRequestDetail", "ok", 14, clicksFirstOf({"cmdOk"})},

@@ -65,7 +65,6 @@ Clerk::Clerk(Company& where)
 Clerk::~Clerk() {
     disarm();
     desktop.abandon();
-    kept.clear();
 }
 
 void Clerk::listen() {
@@ -87,24 +86,14 @@ bool Clerk::can(const std::string& name) const {
     return control && control->visible() && control->enabled();
 }
 
-bool Clerk::says(const std::string& what) {
-    memory.said += (memory.said.empty() ? "" : ", ") + what;
-    for (char& c : memory.said)
-        if (c == '\r' || c == '\n') c = ' ';
-    return true;
-}
-
 bool Clerk::clicksOn(const std::string& control) {
     if (!can(control)) return false;
-    memory.touched.insert(control);
-    says("clicks " + control);
     user.clicks(control);
     return true;
 }
 
 bool Clerk::comesTo(const std::string& control) {
     if (!can(control) || !desktop.topForm()->find(control)->canTakeFocus()) return false;
-    memory.touched.insert(control);
     if (user.focus() != control) user.focuses(control);
     return atForm() && user.focus() == control;
 }
@@ -125,7 +114,6 @@ void Clerk::keys(const std::string& text) {
 bool Clerk::fills(const std::string& box, const std::string& text) {
     if (!comesTo(box)) return false;
     selectsAll();
-    says("types \"" + text + "\" into " + box);
     memory.typedInto.insert(box);
     memory.typed = {text, box};
     keys(text.empty() ? "\b" : text);
@@ -136,7 +124,7 @@ bool Clerk::picksRow(const std::string& list, int which) {
     const int count = static_cast<int>(can(list) ? sees().rows.size() : 0);
     if (count == 0 || !comesTo(list)) return false;
     user.selectsRow(list, which % count + 1);
-    return says("picks row " + std::to_string(which % count + 1));
+    return true;
 }
 
 bool Clerk::play(const Step& step, automation::Date time) {
@@ -145,11 +133,9 @@ bool Clerk::play(const Step& step, automation::Date time) {
     static_cast<Troubles&>(*this) = {};
     if (step.verb == "fault") {
         arm(static_cast<Fault>(step.a % kFaults), step.b, step.c);
-        return says("fault " + std::to_string(step.a % kFaults) + " in " + std::to_string(step.b) + " of " +
-                    of(members(), step.c).second);
+        return true;
     }
     const std::string here = place();
-    if (here != "message" && here != "menu") memory.touched = {user.focus()};
     for (const Act& act : kActs)
         if (act.verb == step.verb && (act.place == here || (act.place.empty() && atForm())))
             return act.does(*this, step);

@@ -72,13 +72,9 @@ public:
     automation::ObjectFactory around(automation::ObjectFactory inner);
 
     std::function<void()> rival; ///< what somebody else does
-    /// Habits of the site's components, kinds of which the contracts leave open.
-    bool commaIsTyped = false;       ///< the numeric key filter lets "," pass
-    bool fetchHasProperties = false; ///< members of Fetch.clsFetch that are set are properties only
-    bool noneIsNull = false;         ///< a look-up without a row answers Null
+    bool commaIsTyped = false;   ///< the site's numeric key filter lets "," pass
 
     bool dead = false, diedNow = false;
-    std::map<std::string, automation::ObjectPtr> kept; ///< forms that a component keeps, by name
 
 protected:
     support::Till* till = nullptr; ///< whose connection and boxes fail
@@ -156,7 +152,6 @@ struct Now {
     std::pair<std::string, std::string> typed; ///< a text, and the box that it went into
     std::vector<std::string> meant; ///< items that the scanned code may name, "" for none; empty where nobody can tell
     std::optional<forms::Answer> answer;
-    std::string said; ///< what happened, in words
 };
 
 /// What the person at the till has done and not yet seen the end of.
@@ -164,11 +159,9 @@ struct Memory : Command, Now {
     int user = 0, shop = 0, screen = 0, locale = 0;
     bool badDate = false;                         ///< the processing date cannot be written
     bool rightsRead = false;                      ///< nothing kept the register from reading them
-    bool switched = false;                        ///< a component switched a command on
     std::set<std::string> typedInto;              ///< boxes, since the item was chosen
     std::string sought;                           ///< what the person typed into the search of the module
     std::pair<std::string, double> packs{"", -1}; ///< what stood in the quantity box, and how many the packs made of it
-    std::set<std::string> touched;                ///< controls, in the last step that was no answer
 };
 
 struct Clerk : Faults, support::Till {
@@ -196,7 +189,6 @@ struct Clerk : Faults, support::Till {
     void keys(const std::string& text);
     bool fills(const std::string& box, const std::string& text);
     bool picksRow(const std::string& list, int which);
-    bool says(const std::string& what);
 
     Company& company;
     Memory memory;

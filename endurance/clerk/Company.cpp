@@ -1,8 +1,10 @@
 #include "endurance/clerk/Company.h"
 
+#include "automation/RunTimeError.h"
 #include "basic/Conversion.h"
 #include "basic/Format.h"
 #include "basic/Text.h"
+#include "common/basGRtoShop.h"
 #include "sandbox/data/SchemaText.h"
 
 #include <algorithm>
@@ -26,6 +28,23 @@ const std::string& original() {
     return made.path;
 }
 
+/// Tables, with their text columns and how long those may be.
+const std::map<std::string, std::vector<std::pair<std::string, int>>>& tables() {
+    static const auto all = [] {
+        std::map<std::string, std::vector<std::pair<std::string, int>>> made;
+        static const std::regex place("create table (\\w+)|\n    (\\w+) n?varchar\\((\\d+)\\)");
+        const std::string schema(sandbox::schemaText());
+        std::string table;
+        for (std::sregex_iterator found(schema.begin(), schema.end(), place), end; found != end; ++found)
+            if ((*found)[1].matched)
+                made[table = (*found)[1]];
+            else
+                made[table].emplace_back((*found)[2], std::stoi((*found)[3]));
+        return made;
+    }();
+    return all;
+}
+
 std::string textOf(const automation::Value& value) {
     if (const auto* flag = value.as<bool>()) return *flag ? "1" : "0";
     if (const auto* date = value.as<automation::Date>()) return minutes(*date);
@@ -38,6 +57,27 @@ constexpr const char* kHeaderColumns[] = {"srhrequestno",  "srhrequestdate", "sr
                                           "updatetime"};
 
 } // namespace
+
+const std::vector<std::string>& hostileTexts() {
+    // clang-format off
+    static const std::vector<std::string> texts = {
+        "O'Brien's", "''", "a\xCA\xBC' or 1=1 --\xEF\xBC\x87", "'; delete mesRequesttoShopDetail; --", "1' or '1'='1",
+        "1; delete aitem", "/* -- */ --", "1 /*", "\"aitem\" [aitem] `aitem`", "%_[a-z]^", std::string("1\0' --", 6),
+        "\x01\x02\x1B\x7F", "\xD0\x96\xE4\xB8\xAD\xF0\x9F\x98\x80", "\xC3\x28\xFF", "|%s%n|",
+        std::string(8000, 'x'), std::string(8000, '\''), std::string(8000, '9')};
+    // clang-format on
+    return texts;
+}
+
+std::string hostileScript(unsigned number) {
+    std::vector<std::string> scripts;
+    for (const auto& [table, columns] : tables())
+        for (const auto& [column, length] : columns)
+            for (const std::string& text : hostileTexts())
+                scripts.push_back("update " + table + " set " + column + " = " +
+                                  goodsreq::quoted(basic::left(text, length)));
+    return scripts[number % scripts.size()];
+}
 
 std::int64_t thousandths(const std::string& text) {
     if (text.empty() || text == "." || text.size() > 12 || text.find_first_not_of("0123456789.") != std::string::npos)
@@ -87,7 +127,12 @@ std::string nextNumber(const Snapshot& stored, int shop, const std::string& pref
 
 Company::Company(const std::string& script)
     : file_(support::CompanyFile::copyOf(original())), connection_(sandbox::openConnection(file_.path())) {
-    if (!script.empty()) connection_->call("Execute", script);
+    if (script.empty()) return;
+    try {
+        connection_->call("Execute", script);
+    } catch (const automation::RunTimeError&) {
+        // A key of that table, or a text that the server does not store.
+    }
 }
 
 std::vector<Row> Company::rows(const std::string& query) const {
@@ -104,25 +149,31 @@ std::string Company::value(std::string query, const std::vector<int>& numbers) c
     return found.empty() ? "" : found[0][0];
 }
 
-const Masters& Company::masters() const {
-    static const Masters read = [this] {
-        Masters m;
-        for (const Row& r : rows("select a.itemid,a.itemcode,a.ItemDescription,u.UnitCode from aitem a,aUnit u"
-                                 " where u.UnitId=a.UnitsId")) {
-            m.items[r[0]] = {r[1], r[2], r[3], {}};
-            m.itemOfCode[r[1]] = r[0];
-        }
-        for (const Row& r : rows("select packingbarcode,itemid from aitempackingdetail")) m.itemOfCode[r[0]] = r[1];
-        for (const Row& r : rows("select d.packingbarcode from aitempackingdetail d,aitem a where a.itemid=d.itemid and"
-                                 " (d.Active=0 or a.Active=0 or a.itemtype='B')"))
-            m.doubtful.insert(r[0]);
-        for (const Row& r : rows("select d.itemid,d.packingtypeid,c.quantity from aitempackingdetail d,aitem a,"
-                                 "apackingtypecapacitydetail c where d.active=1 and a.itemid=d.itemid and"
-                                 " c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId"))
-            m.items[r[0]].packs[r[1]] = std::atof(r[2].c_str());
-        return m;
-    }();
-    return read;
+std::vector<Row> Company::codes() const {
+    std::vector<Row> all = rows("select packingbarcode,itemid from aitempackingdetail");
+    for (Row& row : rows("select itemcode,itemid from aitem")) all.push_back(std::move(row));
+    return all;
+}
+
+Row Company::item(const std::string& id) const {
+    if (id.empty()) return {};
+    const auto found =
+        rows("select itemcode,ItemDescription,UnitCode from aitem,aUnit where UnitId=UnitsId and itemid=" + id);
+    return found.empty() ? Row() : found[0];
+}
+
+bool Company::isActive(const std::string& barcode) const {
+    return !rows("select a.itemid from aitempackingdetail d,aitem a where a.itemid=d.itemid and d.Active=1 and"
+                 " a.Active=1 and a.itemtype<>'B' and d.packingbarcode=" +
+                 goodsreq::quoted(barcode))
+                .empty();
+}
+
+std::string Company::packSize(const std::string& item, const std::string& pack) const {
+    return value("select c.quantity from aitempackingdetail d,aitem a,apackingtypecapacitydetail c where d.active=1"
+                 " and a.itemid=d.itemid and c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId and d.itemid=? and"
+                 " d.packingtypeid=?",
+                 {std::stoi(item), std::stoi(pack)});
 }
 
 Snapshot Company::snapshot() const {
@@ -142,15 +193,13 @@ Snapshot Company::snapshot() const {
 }
 
 std::string Company::rest() const {
-    static const std::regex table("create table (\\w+)");
     static const std::set<std::string> changing = {"mesRequesttoShopHeader", "mesRequesttoShopDetail", "loUserAuditing",
                                                    "aPAckageSettings", "miscsettings"};
-    const std::string schema(sandbox::schemaText());
     std::string all;
-    for (std::sregex_iterator found(schema.begin(), schema.end(), table), end; found != end; ++found) {
-        if (changing.contains((*found)[1])) continue;
-        all += (*found)[1];
-        for (const Row& row : rows("select * from " + (*found)[1].str()))
+    for (const auto& [table, columns] : tables()) {
+        if (changing.contains(table)) continue;
+        all += table;
+        for (const Row& row : rows("select * from " + table))
             for (const std::string& cell : row) all += "|" + cell;
     }
     return all;

@@ -46,24 +46,26 @@ std::string finality(const Request& request);
 /// One above the shop's highest number with the prefix.
 std::string nextNumber(const Snapshot& stored, int shop, const std::string& prefix);
 
-/// What does not change while the clerks work.
-struct Masters {
-    struct Item {
-        std::string code, description, unit;
-        std::map<std::string, double> packs; ///< capacity by the packing's id
-    };
-    std::map<std::string, Item> items;             ///< by id
-    std::map<std::string, std::string> itemOfCode; ///< ids by barcodes and item codes
-    std::set<std::string> doubtful;                ///< codes of those that are not active, or of another kind
-};
+/// Texts that mean something to a database or to a program.
+const std::vector<std::string>& hostileTexts();
+/// What puts one of them into one of the text columns, in all rows; the numbers go through all pairs.
+std::string hostileScript(unsigned number);
 
 /// One company's file with a connection beside those of the tills.
 class Company {
 public:
+    /// A script that the server refuses changes nothing.
     explicit Company(const std::string& script = "");
 
     const support::CompanyFile& file() const { return file_; }
-    const Masters& masters() const;
+    /// Barcodes and item codes, each with its item's id.
+    std::vector<Row> codes() const;
+    /// Code, description and unit of an item; empty where there is none.
+    Row item(const std::string& id) const;
+    /// Whether the barcode names an item that is active and of the right kind.
+    bool isActive(const std::string& barcode) const;
+    /// How much of the item one of its packs holds; "" for one that it does not have.
+    std::string packSize(const std::string& item, const std::string& pack) const;
     Snapshot snapshot() const;
     /// Committed at once, on the connection of nobody's till.
     void change(const std::string& script) { sandbox::runScript(*connection_, script); }

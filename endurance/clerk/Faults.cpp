@@ -44,18 +44,12 @@ public:
         is("Close") ? faults_.closes(inner_) : faults_.called(progId_, member, quiet_);
         if (is("ErrorTrack"))
             faults_.reports.push_back({text(0), text(1), text(2), text(5), basic::cLng(arguments[3])});
-        if (is("Applyformcolor"))
-            faults_.kept[basic::cStr(arguments[0].object().get("Name"))] = arguments[0].objectPtr();
         if (faults_.commaIsTyped && is("TextValidateNum")) {
             const std::int16_t key = basic::cInt(arguments[1]);
             if (key == ',' || (key >= '0' && key <= '9')) return {};
         }
-        if (faults_.fetchHasProperties && sameName(progId_, "Fetch.clsFetch") && access == Access::get &&
-            arguments.size() == 1)
-            automation::raise(automation::kNoSuchMember);
         Value result = inner_->invoke(access, member, arguments);
         if (is("Close")) faults_.called(progId_, member, true); // what fails is the answer
-        if (faults_.noneIsNull && is("fnReturnField") && result.isEmpty()) result = automation::Null();
         return result;
     }
     bool has(std::string_view member) const override { return inner_->has(member); }

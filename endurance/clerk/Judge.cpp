@@ -16,17 +16,7 @@ using Lines = std::vector<Row>;
 /// Columns of the editor's lines.
 enum Column { kNumber, kCode, kDescription, kGood, kBad, kItem, kPrice, kUnit };
 
-/// The controls that begin them.
-const std::map<char, std::string> kCommands{{'N', "cmdnew"},  {'E', "CmdEdit"},    {'D', "CmdDelete"},
-                                            {'P', "cmdPrev"}, {'R', "mnurefresh"}, {0, ""}};
-
 template <class Number> std::string text(Number number) { return std::to_string(number); }
-
-Broken unlike(const std::string& rule, const Row& is, const Row& wanted) {
-    for (std::size_t i = 0; i < wanted.size(); ++i)
-        if (is[i] != wanted[i]) return rule + ": \"" + is[i] + "\" in the place of \"" + wanted[i] + "\"";
-    return {};
-}
 
 /// What the editor's lines are in the tables.
 Lines asStored(const FormView& editor, const std::string& toShop, bool priced) {
@@ -101,9 +91,10 @@ Broken judgeStored(const Happening& h, const Memory& m) {
     if (records != 1) return "audit: " + text(records) + " records of one save";
     const Row& record = is.audit.back();
     const std::string action = m.storedKey && record[6] == "E" ? "E" : std::string(1, m.command);
-    return unlike("audit", record,
-                  {text(kCompanyId), text(m.shop), text(m.user), text(m.screen), text(key.second),
-                   now.header.at("srhrequestno"), action, m.minute});
+    if (record != Row{text(kCompanyId), text(m.shop), text(m.user), text(m.screen), text(key.second),
+                      now.header.at("srhrequestno"), action, m.minute})
+        return "audit: of " + record[6] + " " + record[4] + ", " + record[5] + " by " + record[2] + " is another one's";
+    return {};
 }
 
 /// Without the right nothing opens and nothing is sent, whatever is pressed.
@@ -114,19 +105,6 @@ Broken judgeRights(const Happening& h, const Memory& m) {
         if (sent.starts_with("BEGIN") || sent.starts_with("update")) return without + " was sent " + sent;
     if (h.after.waiting == Waiting::form && h.after.form != "frmMaster") return without + " came " + h.after.form;
     return {};
-}
-
-/// Whether the routine is of a control that the act touched, or of one whose handler waits below. Each letter of the
-/// names is another proof's.
-bool reportsAs(const Report& report, const Happening& h, const Memory& m) {
-    static const std::set<std::string> always{"Form", "GridPopulate", "USerRights", "QuickFetch", "fnGetDeptCurrID"};
-    const std::string control = report.routine.substr(0, report.routine.find_first_of("_ "));
-    const bool ofList = control == "lvwrequest" || control.starts_with("mnu");
-    const bool ofEntry = control == "cboItem" || control == "cmdbarcode";
-    return control == kCommands.at(m.command) || control == "flexMaster" || (ofList && h.before.editor.shown) ||
-           (ofEntry && h.before.entry.shown) || (control == "cboItem" && h.after.entry.shown) ||
-           always.contains(control) || m.touched.contains(control) || report.module == "basGRtoShop " ||
-           m.command == 'P'; // printing has routines of its own
 }
 
 /// Whether there is a reason for the report.
@@ -167,8 +145,6 @@ Broken judgeReports(const Happening& h, const Memory& m) {
     for (const Report& report : h.clerk.reports) {
         if (!report.user.empty() && report.user != h.clerk.company.userName(m.user, m.shop))
             return "reports: by " + report.user;
-        if (!reportsAs(report, h, m))
-            return "reports: \"" + report.module + "\", \"" + report.routine + "\" after " + m.said;
         if (!explained(report, h, m))
             return "reports: without a failure, " + report.module + report.routine + ": " + text(report.number) + " " +
                    report.description;
@@ -192,12 +168,6 @@ std::string plain(std::string typed, const Memory& m) {
 }
 double number(const std::string& text) { return std::atof(text.c_str()); }
 bool differ(double a, double b, double most = 0.0005) { return std::fabs(a - b) > most; }
-
-const Masters::Item* itemOf(const Happening& h, const std::string& id) {
-    const auto& items = h.clerk.company.masters().items;
-    const auto found = items.find(id);
-    return found == items.end() ? nullptr : &found->second;
-}
 
 bool sameBoxes(const FormView& a, const FormView& b) {
     return a["txtRemarks"] == b["txtRemarks"] && a["txtrequestDate"] == b["txtrequestDate"] &&
@@ -283,12 +253,9 @@ Broken judgeOpening(const Happening& h, const Memory& m) {
         const std::string final = finality(stored);
         if (!m.rivalSince && (m.rowCancelled || (!final.empty() && final != "SRHcancelled")))
             return "opening: a request that is final may be changed";
-        for (const Row& line : editor.rows) {
-            const auto* item = itemOf(h, line[kItem]);
-            if (!item || line[kCode] != item->code || line[kDescription] != item->description ||
-                line[kUnit] != item->unit)
+        for (const Row& line : editor.rows)
+            if (h.clerk.company.item(line[kItem]) != Row{line[kCode], line[kDescription], line[kUnit]})
                 return "opening: a line's code, description or unit is not its item's";
-        }
         if (!m.rivalSince && asStored(editor, stored.header.at("srhtoShopid"), true) != stored.lines)
             return "opening: OK is on over lines that are not the stored ones";
     }
@@ -301,11 +268,12 @@ Broken judgeRegister(const Happening& h, const Memory& m) {
     const bool any = is.row >= 1 && is.row <= static_cast<int>(is.rows.size());
     const Row row = any ? is.rows[static_cast<std::size_t>(is.row) - 1] : Row(9);
     const bool has = !row.empty() && !row[0].empty();
-    for (const char letter : {'N', 'E', 'D', 'P'}) {
+    for (const auto& [letter, button] : {std::pair('N', "cmdnew"), std::pair('E', "CmdEdit"),
+                                         std::pair('D', "CmdDelete"), std::pair('P', "cmdPrev")}) {
         const bool wanted = h.clerk.company.may(m.user, m.screen, letter) && (letter == 'N' || has) &&
                             (letter != 'D' || (row.size() > 4 && row[4] == "No"));
-        const bool on = is.can(kCommands.at(letter));
-        if (on && !wanted && !m.switched) return std::string("rights: on is ") + letter;
+        const bool on = is.can(button);
+        if (on && !wanted) return std::string("rights: on is ") + letter;
         if (!on && wanted && m.rightsRead) return std::string("rights: off is ") + letter;
     }
     if (!h.calm()) return {};
@@ -338,7 +306,7 @@ Broken judgeRegister(const Happening& h, const Memory& m) {
                          yes("srhTransfinished")})
             return "register: the row of the saved request is not up to date";
     }
-    if (h.acts("frmMaster", "sorts") && m.said.ends_with("picks Request Date")) {
+    if (h.acts("frmMaster", "sorts") && is["cboColNames"] == "Request Date") {
         // By the ids, which rise with the dates.
         const double sign = is["optDescend"] == "1" ? -1 : 1;
         for (std::size_t i = 1; i < is.rows.size(); ++i)
@@ -357,12 +325,11 @@ Broken judgeWritten(const Happening& h, const Memory& m) {
     while (!added && at < is.size() && is[at] == was[at]) ++at;
     if (at >= is.size()) return {};
     const Row& line = is[at];
-    const auto* item = itemOf(h, entry["cboItem.id"]);
-    if (!item || line[kItem] != entry["cboItem.id"]) return "line: its item is not the one shown";
-    if (line[kCode] != item->code || line[kDescription] != item->description)
-        return "line: code " + line[kCode] + " beside " + line[kDescription];
+    const Row item = h.clerk.company.item(line[kItem]);
+    if (item.empty() || line[kItem] != entry["cboItem.id"]) return "line: its item is not the one shown";
     // Where the unit could not be read, the line stands without it.
-    if (!line[kUnit].empty() && line[kUnit] != item->unit) return "line: its unit is not its item's";
+    if (item != Row{line[kCode], line[kDescription], line[kUnit].empty() ? item[2] : line[kUnit]})
+        return "line: code " + line[kCode] + " or unit " + line[kUnit] + " beside " + line[kDescription];
     for (const auto& [box, column] :
          {std::pair("txtQuantity", kGood), std::pair("txtBadQuantity", kBad), std::pair("txtsellingprice", kPrice)})
         if (const auto typed = thousandths(plain(entry[box], m)); typed >= 0 && typed != thousandths(line[column]))
@@ -398,15 +365,16 @@ Broken judgeEntry(const Happening& h, const Memory& m) {
         if (nothing) return "ok: line entry's does nothing";
     }
     if (!h.after.atForm("frmRequestDetail")) return {};
-    const auto* item = itemOf(h, id);
+    const Company& company = h.clerk.company;
+    const Row item = company.item(id);
     const bool priced = m.screen == 1611, newLine = is.can("txtBarcode");
     const std::string price =
         priced && newLine && !m.typedInto.contains("txtsellingprice") ? is["txtsellingprice"] : "";
     if (!id.empty()) {
-        if (!item || shown != item->description) return "item: " + shown + " is not the description of " + id;
+        if (item.empty() || shown != item[1]) return "item: " + shown + " is not the description of " + id;
         for (const Row& pack : is.rows)
-            if (!item->packs.contains(pack[0])) return "packs: they are another item's";
-        if (number(price) != 0 && differ(number(price), number(h.clerk.company.price(id, m.shop, m.screen))))
+            if (company.packSize(id, pack[0]).empty()) return "packs: they are another item's";
+        if (number(price) != 0 && differ(number(price), number(company.price(id, m.shop, m.screen))))
             return "price: " + price + " beside " + shown;
     } else if (newLine && shown.empty()) {
         if (!is.rows.empty()) return "packs: of no item";
@@ -421,9 +389,10 @@ Broken judgeEntry(const Happening& h, const Memory& m) {
     if (!plain(typed, m).empty() && known && h.boxes.empty() && h.calm() &&
         differ(number(plain(is[box], m)), number(plain(typed, m))))
         return "quantity: typed " + typed + ", the box has " + is[box];
-    if (h.verb == "enters" && h.calm() && item && thousandths(quantity) > 0)
+    if (h.verb == "enters" && h.calm() && !item.empty() && thousandths(quantity) > 0)
         for (const Row& pack : is.rows)
-            if (!pack[2].empty() && differ(number(pack[2]), number(quantity) / item->packs.at(pack[0]), 0.006))
+            if (!pack[2].empty() &&
+                differ(number(pack[2]), number(quantity) / number(company.packSize(id, pack[0])), 0.006))
                 return "packs: " + pack[2] + " of " + quantity;
     if (is.texts.contains("txtsellingprice") != priced)
         return priced ? "price: not shown" : "price: shown on a screen without prices";

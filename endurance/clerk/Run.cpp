@@ -29,9 +29,8 @@ const std::string kSettings[] = {"update aPAckageSettings set alias=1",
 
 class Round {
 public:
-    /// With a script, on a company that it changed, where rules on what is stored and shown need not hold.
     explicit Round(const std::string& script)
-        : judged(script.empty()), company_(script), rest_(company_.rest()), last_(company_.snapshot()) {
+        : company_(script), judged_(script.empty()), rest_(company_.rest()), last_(company_.snapshot()) {
         for (auto& till : tills_) {
             till.clerk = std::make_unique<Clerk>(company_);
             till.clerk->rival = [this, &till] {
@@ -41,21 +40,19 @@ public:
         }
     }
 
-    /// What the step breaks; in words it goes to `told`.
+    /// What the step breaks; where it led to goes to `told`.
     Broken play(const Step& step, std::string& told);
     /// Everybody goes home.
     Broken leave();
     const Clerk& clerk(int till) const { return *tills_[static_cast<std::size_t>(till)].clerk; }
     int saves() const { return static_cast<int>(last_.audit.size()); }
 
-    const bool judged;
-
 private:
     struct Till {
         std::unique_ptr<Clerk> clerk;
         std::set<std::string> crippled; ///< forms of which a load failed
     };
-    std::string rival(const Memory& m, int which, int how);
+    void rival(const Memory& m, int which, int how);
     static void remember(Happening& h, Till& till);
     void othersSee(const Clerk* but = nullptr) {
         for (auto& till : tills_)
@@ -63,6 +60,7 @@ private:
     }
 
     Company company_;
+    bool judged_;
     std::string rest_;
     Snapshot last_;
     std::array<Till, kTills> tills_;
@@ -71,12 +69,12 @@ private:
     double minute_ = 630; ///< since midnight
 };
 
-std::string Round::rival(const Memory& m, int which, int how) {
+void Round::rival(const Memory& m, int which, int how) {
     othersSee();
     std::vector<int> ids;
     for (const auto& [key, request] : last_.requests)
         if (key.first == m.shop) ids.push_back(key.second);
-    if (ids.empty()) return "";
+    if (ids.empty()) return;
     const bool same = which % 4 != 0 && last_.requests.contains({m.shop, m.request});
     const Key key{m.shop, same ? m.request : of(ids, which / 2)};
     const std::string& change = of(kRivals, how);
@@ -92,7 +90,6 @@ std::string Round::rival(const Memory& m, int which, int how) {
                         change.substr(change.size() - 3) + "requestid=" + std::to_string(key.second));
     }
     last_ = company_.snapshot();
-    return "a rival at request " + std::to_string(key.second) + ": " + (change.empty() ? "adds one" : change);
 }
 
 Broken Round::play(const Step& step, std::string& told) {
@@ -102,20 +99,17 @@ Broken Round::play(const Step& step, std::string& told) {
     ++minute_;
     for (auto& other : tills_)
         if (&other != &till || byOthers) other.clerk->ownerRollsBack();
-    if (step.verb == "rival") return told = rival(clerk.memory, step.a, step.b), "";
-    if (step.verb == "setting") {
-        told = of(kSettings, step.a);
-        company_.change(told);
-        return {};
-    }
+    if (step.verb == "rival") rival(clerk.memory, step.a, step.b);
+    if (step.verb == "setting") company_.change(of(kSettings, step.a));
+    if (byOthers) return {};
     if (step.verb == "fault" && static_cast<Fault>(step.a % kFaults) == Fault::rival) rivalNumber_ = step.c;
     const std::size_t boxes = clerk.desktop.messages.size();
     const bool wasDead = clerk.dead, wasInTransaction = clerk.inTransaction();
     View before = look(clerk);
     rivalCame_ = false;
     const bool done = clerk.play(step, {basic::dateOf(2026, 3, 31).days + minute_ / 1440});
-    told = "till " + std::to_string(step.till) + " " + clerk.memory.said;
     Happening h{done ? step.verb : "", clerk, std::move(before), look(clerk), std::move(last_), company_.snapshot()};
+    told = h.after.form + " " + h.after.box;
     h.boxes.assign(clerk.desktop.messages.begin() + static_cast<long>(boxes), clerk.desktop.messages.end());
     h.dead = wasDead || clerk.dead;
     h.wasInTransaction = wasInTransaction;
@@ -123,7 +117,7 @@ Broken Round::play(const Step& step, std::string& told) {
     last_ = h.storedAfter;
     if (h.storedBefore.requests != h.storedAfter.requests) othersSee(&clerk);
     remember(h, till);
-    Broken broken = judged ? judge(h) : "";
+    Broken broken = judged_ ? judge(h) : "";
     if (const std::string failed = Cases::takeFailure(); broken.empty() && !failed.empty())
         broken = "desktop: " + failed;
     // What the person has seen now is not new at the next step.
@@ -190,31 +184,11 @@ Broken Round::leave() {
     return failed.empty() ? "" : "desktop: " + failed;
 }
 
-/// Plays what `next` gives until it gives nothing more. Each step is kept, as one that is not possible may move the
-/// focus.
-template <class Next> Outcome playAll(const Next& next, const std::string& script = "") {
-    Cases::takeFailure();
-    Outcome outcome;
-    Round round(script);
-    while (outcome.broken.empty()) {
-        const std::optional<Step> step = next(round);
-        if (!step) {
-            outcome.broken = round.leave();
-            return outcome;
-        }
-        outcome.steps.push_back(*step);
-        outcome.broken = round.play(*step, outcome.told.emplace_back());
-        outcome.strikes += static_cast<int>(round.clerk(step->till).strikes.size());
-        outcome.saves = round.saves();
-    }
-    return outcome;
-}
-
 Step madeUp(sandbox::Random& random, const Round& round, int& till) {
     if (!random.percent(80)) till = random.below(kTills);
     const Clerk& clerk = round.clerk(till);
     Step step{till, "fault", random.below(1000), random.below(1000), random.below(10000)};
-    if (round.judged && random.percent(9)) {
+    if (random.percent(9)) {
         using enum Fault;
         static constexpr Fault kinds[] = {statement,   statement,     statement,  dies,        commitRefused,
                                           commitStuck, commitUnheard, create,     create,      member,
@@ -250,18 +224,38 @@ std::string ruleOf(const Broken& broken) {
     return rule;
 }
 
-Outcome play(const Steps& steps) {
-    std::size_t at = 0;
-    return playAll([&](const Round&) { return at < steps.size() ? std::optional(steps[at++]) : std::nullopt; });
+/// Plays what `next` gives until it gives nothing more. Each step is kept, as one that is not possible may move the
+/// focus.
+template <class Next> Outcome playAll(const std::string& script, const Next& next) {
+    Cases::takeFailure();
+    Outcome outcome{.script = script};
+    Round round(script);
+    while (outcome.broken.empty()) {
+        const std::optional<Step> step = next(round, outcome.steps.size());
+        if (!step) {
+            outcome.broken = round.leave();
+            return outcome;
+        }
+        outcome.steps.push_back(*step);
+        outcome.broken = round.play(*step, outcome.told.emplace_back());
+        outcome.strikes += static_cast<int>(round.clerk(step->till).strikes.size());
+        outcome.saves = round.saves();
+    }
+    return outcome;
 }
 
-Outcome play(unsigned seed, int count, const std::string& script) {
+Outcome play(const Steps& steps, const std::string& script) {
+    return playAll(script, [&](const Round&, std::size_t at) {
+        return at < steps.size() ? std::optional(steps[at]) : std::nullopt;
+    });
+}
+
+Outcome play(unsigned seed, std::size_t count, const std::string& script) {
     sandbox::Random random(seed);
-    int till = 0, made = 0;
-    const auto next = [&](const Round& round) {
-        return made++ < count ? std::optional(madeUp(random, round, till)) : std::nullopt;
-    };
-    return playAll(next, script);
+    int till = 0;
+    return playAll(script, [&](const Round& round, std::size_t at) {
+        return at < count ? std::optional(madeUp(random, round, till)) : std::nullopt;
+    });
 }
 
 Outcome shortest(const Outcome& broken) {
@@ -273,7 +267,7 @@ Outcome shortest(const Outcome& broken) {
             Steps fewer = best.steps;
             const auto begin = fewer.begin() + static_cast<long>(from);
             fewer.erase(begin, begin + static_cast<long>(std::min(chunk, fewer.size() - from)));
-            Outcome tried = play(fewer);
+            Outcome tried = play(fewer, best.script);
             if (ruleOf(tried.broken) == rule && tried.steps.size() < best.steps.size()) {
                 best = std::move(tried);
                 shorter = true;

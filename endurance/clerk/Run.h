@@ -34,15 +34,16 @@ inline constexpr int kTills = 3;
 struct Outcome {
     Broken broken;                 ///< empty where every rule held
     Steps steps;                   ///< up to the one that broke the rule
-    std::vector<std::string> told; ///< each in words
+    std::vector<std::string> told; ///< where each led to
     int strikes = 0, saves = 0;
+    std::string script; ///< of its company
 };
 
-/// Plays the steps of a list.
-Outcome play(const Steps& steps);
-/// Makes up `count` steps from a seed and plays them. With a script, on the company that it changed, without failures:
-/// only that all screens can be left, and that nothing but requests changes, must hold then.
-Outcome play(unsigned seed, int count, const std::string& script = "");
+/// Plays the steps of a list. With a script, on a company that it changed: only that all screens can be left, and that
+/// nothing but requests changes, must hold then.
+Outcome play(const Steps& steps, const std::string& script = "");
+/// Makes up `count` steps from a seed.
+Outcome play(unsigned seed, std::size_t count, const std::string& script);
 /// The shortest part of the list that still breaks the same rule.
 Outcome shortest(const Outcome& broken);
 /// What names a rule: its text without the figures.

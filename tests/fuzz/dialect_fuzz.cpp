@@ -8,9 +8,6 @@
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <random>
-
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t most);
 
 namespace {
 
@@ -85,50 +82,7 @@ void readAndEdit(std::string_view statement) {
     });
 }
 
-std::vector<std::string> tokensOf(const std::string& text) {
-    std::vector<std::string> tokens;
-    for (const auto& token : sandbox::tokenize(text))
-        tokens.push_back(text.substr(token.begin, token.end - token.begin));
-    return tokens;
-}
-
-const std::vector<std::string>& words() {
-    static const auto& all = *new std::vector<std::string>(tokensOf(
-        sandbox::readTextFile(PROJECT_DIR "/tests/fuzz/seeds/statements.sql") +
-        " union except left outer on having group by top with into intersect sum count min max isnumeric replace "
-        "between not exists smallint float bit money nvarchar char unique constraint index * - <> >= <= < > = ( ) , . "
-        "@a '' -1 0 1e308 2147483648 9223372036854775808 99999999999999999999.5 '20240230' 0.000000000001 "
-        "n'\xC3\xA4' distinct "));
-    return all;
-}
-
 } // namespace
-
-/// Exchanges, doubles, moves and drops whole tokens; half of the time bytes, which finds what no tokens are.
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
-    std::mt19937_64 random(seed);
-    const auto pick = [&](std::size_t count) { return random() % count; };
-    const auto word = [&] { return words()[pick(words().size())]; };
-    std::vector<std::string> pieces;
-    const bool read = attempt([&] { pieces = tokensOf({reinterpret_cast<const char*>(data), size}); });
-    if (!read || pick(3) == 0) return LLVMFuzzerMutate(data, size, most);
-    for (std::size_t changes = 1 + pick(3); changes > 0; --changes) {
-        std::string& piece = pieces[pick(pieces.size())];
-        switch (pick(5)) {
-        case 0: piece.clear(); break;
-        case 1: piece = word(); break;
-        case 2: piece += " " + word(); break;
-        case 3: std::swap(piece, pieces[pick(pieces.size())]); break;
-        default: piece += " " + pieces[pick(pieces.size())]; break;
-        }
-    }
-    std::string made;
-    for (const std::string& piece : pieces)
-        if (!piece.empty()) made += (made.empty() ? "" : " ") + piece;
-    made.resize(std::min(made.size(), most));
-    std::copy(made.begin(), made.end(), data);
-    return made.size();
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);

@@ -73,3 +73,4 @@ create table t (a int identity(1,1) not null, b varchar(10) default 'x', c decim
 insert into mesRequesttoShopHeader (srhshopid, srhrequestno, srhrequestdate, srhtoShopid, SRHremarks, srhtype) values (1, 'GR/11', '20240401', 2, 'x', 'r')
 create view v as select a.shopid, max(b.itemid) m from aShops a inner join ashopitemdetail b on a.shopid = b.shopid group by a.shopid
 create procedure p @a int, @b varchar(10) as select * from aitem where itemid=@a and itemcode like @b
+select distinct top 3 a union except left outer join b on having group by with into intersect sum count min max isnumeric replace between not exists smallint float bit money nvarchar char unique constraint index * - <> >= <= < > = ( ) , . @a '' -1 0 1e308 2147483648 9223372036854775808 99999999999999999999.5 '20240230' 0.000000000001 n'ä'
