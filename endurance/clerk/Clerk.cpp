@@ -16,7 +16,6 @@ FormView lookAt(const forms::Form& form) {
     FormView view;
     view.shown = form.visible();
     if (!view.shown) return view;
-    view.caption = form.caption();
     for (forms::Control* control : form.controls()) {
         if (!control->visible()) continue;
         const std::string& name = control->name();

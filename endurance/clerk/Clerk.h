@@ -105,7 +105,6 @@ using Steps = std::vector<Step>;
 /// What a form shows, by the names of its controls; nothing while it is not shown.
 struct FormView {
     bool shown = false;
-    std::string caption;
     /// Of visible controls; "0" or "1" of ticks and options. "BOX.id" is the number of the entry that a box has chosen.
     std::map<std::string, std::string, std::less<>> texts;
     std::set<std::string, std::less<>> on; ///< controls that can be changed or clicked on

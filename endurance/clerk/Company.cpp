@@ -29,19 +29,16 @@ const std::string& original() {
 }
 
 /// Tables, with their text columns and how long those may be.
-const std::map<std::string, std::vector<std::pair<std::string, int>>>& tables() {
-    static const auto all = [] {
-        std::map<std::string, std::vector<std::pair<std::string, int>>> made;
-        static const std::regex place("create table (\\w+)|\n    (\\w+) n?varchar\\((\\d+)\\)");
-        const std::string schema(sandbox::schemaText());
-        std::string table;
-        for (std::sregex_iterator found(schema.begin(), schema.end(), place), end; found != end; ++found)
-            if ((*found)[1].matched)
-                made[table = (*found)[1]];
-            else
-                made[table].emplace_back((*found)[2], std::stoi((*found)[3]));
-        return made;
-    }();
+std::map<std::string, std::vector<std::pair<std::string, int>>> tables() {
+    static const std::regex place("create table (\\w+)|\n    (\\w+) n?varchar\\((\\d+)\\)");
+    const std::string schema(sandbox::schemaText());
+    std::map<std::string, std::vector<std::pair<std::string, int>>> all;
+    std::string table;
+    for (std::sregex_iterator found(schema.begin(), schema.end(), place), end; found != end; ++found)
+        if ((*found)[1].matched)
+            all[table = (*found)[1]];
+        else
+            all[table].emplace_back((*found)[2], std::stoi((*found)[3]));
     return all;
 }
 

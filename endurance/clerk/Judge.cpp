@@ -287,8 +287,6 @@ Broken judgeRegister(const Happening& h, const Memory& m) {
         for (const Row& one : is.rows) shown.push_back(one.empty() ? "" : one[0]);
         // A company that was closed later than the request hides it; new ones are of the processing date.
         if (!m.badDate && shown != wanted) return "register: it does not list this session's requests";
-        if ((m.screen == 1611) != (is.caption == "Inter Division Sales Request"))
-            return "register: the caption is " + is.caption;
     }
     for (const auto& [key, request] : h.storedAfter.requests) {
         const auto& header = request.header;
@@ -305,13 +303,6 @@ Broken judgeRegister(const Happening& h, const Memory& m) {
         if (shown != Row{header.at("srhrequestno"), basic::trim(header.at("SRHremarks")), yes("SRHcancelled"),
                          yes("srhTransfinished")})
             return "register: the row of the saved request is not up to date";
-    }
-    if (h.acts("frmMaster", "sorts") && is["cboColNames"] == "Request Date") {
-        // By the ids, which rise with the dates.
-        const double sign = is["optDescend"] == "1" ? -1 : 1;
-        for (std::size_t i = 1; i < is.rows.size(); ++i)
-            if (sign * number(is.rows[i - 1][0]) > sign * number(is.rows[i][0]))
-                return "register: it is not sorted as asked";
     }
     return {};
 }

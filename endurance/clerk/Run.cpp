@@ -217,11 +217,9 @@ Step madeUp(sandbox::Random& random, const Round& round, int& till) {
 
 } // namespace
 
-std::string ruleOf(const Broken& broken) {
-    std::string rule;
-    for (const char c : broken)
-        if ((c < '0' || c > '9') && c != '.') rule += c;
-    return rule;
+std::string ruleOf(Broken broken) {
+    std::erase_if(broken, [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+    return broken;
 }
 
 /// Plays what `next` gives until it gives nothing more. Each step is kept, as one that is not possible may move the

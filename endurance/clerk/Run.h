@@ -47,6 +47,6 @@ Outcome play(unsigned seed, std::size_t count, const std::string& script);
 /// The shortest part of the list that still breaks the same rule.
 Outcome shortest(const Outcome& broken);
 /// What names a rule: its text without the figures.
-std::string ruleOf(const Broken& broken);
+std::string ruleOf(Broken broken);
 
 } // namespace endurance::clerk
