@@ -21,7 +21,7 @@ tools/setup.sh clang libclang-rt-14-dev
 fuzz() {
     local corpus=build/fuzz/corpus/$1
     if [ "$1" = bridge ]; then
-        LIMIT=$((seconds + 120)) tools/windows.sh x64 build/x64/bridge_fuzz.exe --seconds "$seconds" --seed "$seed"
+        LIMIT=$((seconds + 120)) tools/windows.sh x64 build/x64/bridge_fuzz.exe "$seconds" "$seed"
         return
     fi
     mkdir -p "$corpus"

@@ -9,7 +9,6 @@
 
 #include <atomic>
 #include <random>
-#include <set>
 #include <thread>
 
 namespace endurance {
@@ -56,8 +55,6 @@ public:
     Clumsy(unsigned seed, DWORD thread, HWND ear, std::vector<std::string> barcodes)
         : random_(seed), thread_(thread), ear_(ear), barcodes_(std::move(barcodes)) {}
 
-    int returns = 0; ///< how often the keyboard was away
-
     /// One random input. False when the windows hang.
     bool acts() {
         Front at = front();
@@ -65,7 +62,6 @@ public:
             if (!catchesUp(ear_) || GetTickCount64() > end) return false;
             Sleep(1);
         }
-        screens_.insert(caption(at.window));
         const unsigned dice = random_() % 100;
         if (at.menu)
             press(any({VK_DOWN, VK_UP, VK_RETURN, VK_ESCAPE}));
@@ -78,7 +74,7 @@ public:
         else if (dice < 52)
             click(at.window, dice < 44, dice >= 44 && dice < 46);
         else if (dice < 55)
-            paste();
+            support::copyToClipboard(any(kPasted)), press('V', VK_CONTROL);
         else
             pressAny(dice - 55);
         return catchesUp(ear_);
@@ -95,8 +91,7 @@ public:
             if (!at.window)
                 Sleep(5);
             else if (at.box && tries % 3 < 2)
-                tries % 3 == 0 ? press('N', VK_MENU)
-                               : press(VK_RETURN); // No to a question; Enter where there is only OK
+                tries % 3 == 0 ? press('N', VK_MENU) : press(VK_RETURN); // No; Enter where there is only OK
             else if (at.box || at.menu || tries % 2 == 0)
                 press(VK_ESCAPE);
             else
@@ -106,18 +101,7 @@ public:
         return shows != before;
     }
 
-    /// The captions of all windows that were in front.
-    const std::set<std::string>& screens() const { return screens_; }
-
-    /// The window in front, with what a message box says.
-    std::string where() {
-        const Front at = front();
-        std::string text = caption(at.window);
-        if (at.box)
-            for (HWND part = nullptr; (part = FindWindowExW(at.window, part, L"Static", nullptr)) != nullptr;)
-                text += ": " + win32::narrow(win32::windowText(part));
-        return text;
-    }
+    std::string where() { return win32::narrow(win32::windowText(front().window)); }
 
 private:
     Front front() {
@@ -134,9 +118,7 @@ private:
         present_ = GetTickCount64();
         if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return found;
         found.window = window;
-        wchar_t name[16] = L"";
-        GetClassNameW(window, name, 16);
-        found.box = lstrcmpW(name, L"#32770") == 0;
+        found.box = support::classOf(window) == L"#32770";
         return found;
     }
 
@@ -144,8 +126,7 @@ private:
     /// before it has the keyboard can leave it to the desktop.
     void comesBack() {
         if (HWND viewer = FindWindowW(L"Notepad", nullptr)) PostMessageW(viewer, WM_CLOSE, 0, 0);
-        HWND window = support::usableWindow(thread_);
-        if (window && SetForegroundWindow(window)) ++returns;
+        SetForegroundWindow(support::usableWindow(thread_));
     }
 
     template <class List = std::vector<int>> typename List::value_type any(const List& choices) {
@@ -161,11 +142,6 @@ private:
         }
     }
 
-    void paste() {
-        support::copyToClipboard(any(kPasted));
-        press('V', VK_CONTROL);
-    }
-
     void click(HWND window, bool right, bool twice) {
         RECT area{};
         GetWindowRect(window, &area);
@@ -179,13 +155,10 @@ private:
         SendInput(twice ? 4 : 2, inputs, sizeof(INPUT));
     }
 
-    static std::string caption(HWND window) { return win32::narrow(win32::windowText(window)); }
-
     std::mt19937 random_;
     DWORD thread_;
     HWND ear_;
     std::vector<std::string> barcodes_;
-    std::set<std::string> screens_;
     ULONGLONG present_ = GetTickCount64(); ///< when a window of the module last had the keyboard
 };
 
@@ -203,11 +176,10 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
     std::atomic<bool> done = false, over = false, gone = false;
     int acted = 0;
     Clumsy clumsy(options.seed, GetCurrentThreadId(), ear, support::requestableBarcodes(*connection));
+    const std::string name = "a clumsy user, " + dialog + ": ";
     const auto reportInputs = [&] {
-        report.add({"a clumsy user, " + dialog + ": inputs that could not be made", static_cast<double>(inputs - acted),
-                    0,
-                    "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown, " +
-                        std::to_string(clumsy.returns) + " times clicked into again"});
+        report.add({name + "inputs that could not be made", static_cast<double>(inputs - acted), 0,
+                    "of " + std::to_string(inputs) + ", " + std::to_string(shows) + " times shown"});
     };
     // The thread of the windows cannot be ended in any other way.
     const auto gives = [&](const char* what) {
@@ -240,13 +212,10 @@ void actClumsily(const Options& options, const std::string& dialog, Report& repo
     for (MSG message; !gone; Sleep(1)) // What the other thread still sends is answered.
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
     acting.join();
-    std::printf("windows seen:");
-    for (const std::string& screen : clumsy.screens()) std::printf(" \"%s\"", screen.c_str());
-    std::printf("\n");
     reportInputs();
     Cases cases;
     cases.run("the clumsy user's requests", [&] { EXPECT_EQ(brokenRequests(file, oldId), ""); });
-    report.add(cases.row("a clumsy user, " + dialog + ": what holds of every request", "company"));
+    report.add(cases.row(name + "what holds of every request", "company"));
 }
 
 } // namespace endurance
