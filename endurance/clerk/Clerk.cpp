@@ -32,7 +32,6 @@ FormView lookAt(const forms::Form& form) {
         }
         if (const auto* list = dynamic_cast<forms::ListView*>(control)) {
             view.rows = support::rowsOf(*list);
-            for (int i = 1; i <= list->count(); ++i) view.tips.push_back(list->item(i).toolTip(goodsreq::kLineGoodQty));
             view.row = list->selectedIndex();
         }
     }

@@ -31,9 +31,6 @@ template <class List> const auto& of(const List& list, int number) {
     return *std::next(std::begin(list), number % static_cast<long>(std::size(list)));
 }
 
-/// Members of components that may fail, by their number in a step: ProgID and name.
-const std::vector<std::pair<std::string, std::string>>& members();
-
 struct Strike {
     std::string text;   ///< the error's description; no other error has it
     bool quiet = false; ///< nobody need hear of it
@@ -109,7 +106,6 @@ struct FormView {
     std::map<std::string, std::string, std::less<>> texts;
     std::set<std::string, std::less<>> on; ///< controls that can be changed or clicked on
     std::vector<Row> rows;                 ///< of the list or grid
-    std::vector<std::string> tips;         ///< of each row's quantity
     int row = 0;                           ///< the chosen one, from 1
 
     std::string operator[](std::string_view control) const;

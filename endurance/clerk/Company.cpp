@@ -140,10 +140,15 @@ std::vector<Row> Company::rows(const std::string& query) const {
     return all;
 }
 
-std::string Company::value(std::string query, const std::vector<int>& numbers) const {
+Row Company::row(std::string query, const std::vector<int>& numbers) const {
     for (const int number : numbers) query.replace(query.find('?'), 1, std::to_string(number));
     const std::vector<Row> found = rows(query);
-    return found.empty() ? "" : found[0][0];
+    return found.empty() ? Row() : found[0];
+}
+
+std::string Company::value(const std::string& query, const std::vector<int>& numbers) const {
+    const Row found = row(query, numbers);
+    return found.empty() ? "" : found[0];
 }
 
 std::vector<Row> Company::codes() const {
@@ -153,16 +158,15 @@ std::vector<Row> Company::codes() const {
 }
 
 Row Company::item(const std::string& id) const {
-    if (id.empty()) return {};
-    const auto found =
-        rows("select itemcode,ItemDescription,UnitCode from aitem,aUnit where UnitId=UnitsId and itemid=" + id);
-    return found.empty() ? Row() : found[0];
+    return row("select itemcode,ItemDescription,UnitCode from aitem,aUnit where UnitId=UnitsId and itemid=?",
+               {std::atoi(id.c_str())});
 }
 
 bool Company::isActive(const std::string& barcode) const {
-    return !rows("select a.itemid from aitempackingdetail d,aitem a where a.itemid=d.itemid and d.Active=1 and"
-                 " a.Active=1 and a.itemtype<>'B' and d.packingbarcode=" +
-                 goodsreq::quoted(barcode))
+    return !value("select a.itemid from aitempackingdetail d,aitem a where a.itemid=d.itemid and d.Active=1 and"
+                  " a.Active=1 and a.itemtype<>'B' and d.packingbarcode=" +
+                      goodsreq::quoted(barcode),
+                  {})
                 .empty();
 }
 
@@ -170,7 +174,7 @@ std::string Company::packSize(const std::string& item, const std::string& pack) 
     return value("select c.quantity from aitempackingdetail d,aitem a,apackingtypecapacitydetail c where d.active=1"
                  " and a.itemid=d.itemid and c.packingtypeid=d.packingtypeid and c.unitsid=a.UnitsId and d.itemid=? and"
                  " d.packingtypeid=?",
-                 {std::stoi(item), std::stoi(pack)});
+                 {std::atoi(item.c_str()), std::atoi(pack.c_str())});
 }
 
 Snapshot Company::snapshot() const {

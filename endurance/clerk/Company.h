@@ -72,7 +72,7 @@ public:
     /// The rows of all tables that the clerks must leave alone, as one text.
     std::string rest() const;
     /// What the query answers first, with the numbers in the places of its "?"; "" where it answers nothing.
-    std::string value(std::string query, const std::vector<int>& numbers) const;
+    std::string value(const std::string& query, const std::vector<int>& numbers) const;
     /// The price of an item for a shop as a screen asks for it; "" where there is none.
     std::string price(const std::string& item, int shop, int screen) const;
     /// Whether the user has the right to a command, by its letter.
@@ -85,6 +85,7 @@ public:
 private:
     /// What the query answers, as texts: a flag is "0" or "1", a date its minutes.
     std::vector<Row> rows(const std::string& query) const;
+    Row row(std::string query, const std::vector<int>& numbers) const;
 
     support::CompanyFile file_;
     std::shared_ptr<sandbox::Connection> connection_;

@@ -6,7 +6,6 @@
 #include "basic/Text.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 namespace endurance::clerk {
@@ -22,15 +21,24 @@ namespace {
 constexpr std::string_view kErrors = "ErrorHandler.ErrorDetails", kHelper = "CommonModule.clsCommonDB",
                            kRecordset = "ADODB.Recordset";
 /// Components that may be missing, with the members that may fail.
-const std::pair<std::string_view, const char*> kSuite[] = {
-    {"PosUserAuditing.clsUserAuditing", "OpenObject LoggedTime SaveUserAuditingInfo SaveInToTag DataChanged"},
-    {kHelper, "fnReturnField fnReturnRecords fnGetNextMaxNo fnUpdateListViewDetails populateComboorList"},
-    {"CommonModule.clsCommonGen", "SelectComboItemByValue SelectComboItemByname TextValidateNum"},
-    {"Formcolor.clsFormcolor", "Applyformcolor"},
-    {"MasterGridSetting.clsMasterGridSetting", "fnGridSettings"},
-    {"Fetch.clsFetch", "Show getCancelledStatus"},
-    {kRecordset, "Open Close EOF MoveNext Fields AddNew Update RecordCount"},
-    {kErrors, ""}};
+const std::pair<std::string_view, std::vector<std::string_view>> kSuite[] = {
+    {"PosUserAuditing.clsUserAuditing",
+     {"OpenObject", "LoggedTime", "SaveUserAuditingInfo", "SaveInToTag", "DataChanged"}},
+    {kHelper, {"fnReturnField", "fnReturnRecords", "fnGetNextMaxNo", "fnUpdateListViewDetails", "populateComboorList"}},
+    {"CommonModule.clsCommonGen", {"SelectComboItemByValue", "SelectComboItemByname", "TextValidateNum"}},
+    {"Formcolor.clsFormcolor", {"Applyformcolor"}},
+    {"MasterGridSetting.clsMasterGridSetting", {"fnGridSettings"}},
+    {"Fetch.clsFetch", {"Show", "getCancelledStatus"}},
+    {kRecordset, {"Open", "Close", "EOF", "MoveNext", "Fields", "AddNew", "Update", "RecordCount"}},
+    {kErrors, {}}};
+
+/// The members that may fail, each with its component.
+const auto kMembers = [] {
+    std::vector<std::pair<std::string_view, std::string_view>> all;
+    for (const auto& [progId, names] : kSuite)
+        for (const std::string_view name : names) all.emplace_back(progId, name);
+    return all;
+}();
 
 /// A component that does what the one inside does, unless it is to fail.
 class Wrapped : public automation::Object {
@@ -64,18 +72,6 @@ private:
 };
 
 } // namespace
-
-const std::vector<std::pair<std::string, std::string>>& members() {
-    static const auto all = [] {
-        std::vector<std::pair<std::string, std::string>> made;
-        for (const auto& [progId, names] : kSuite) {
-            std::istringstream words(names);
-            for (std::string name; words >> name;) made.emplace_back(progId, name);
-        }
-        return made;
-    }();
-    return all;
-}
 
 bool Faults::inTransaction() const {
     return till->connection->isOpen() && till->connection->database().inTransaction();
@@ -147,11 +143,11 @@ void Faults::called(std::string_view progId, std::string_view member, bool quiet
         const auto found = armed_.find(fault);
         if (found == armed_.end()) continue;
         auto& [count, which] = found->second;
-        const auto& [component, name] = of(members(), which);
+        const auto& [component, name] = of(kMembers, which);
         if (!sameName(progId, component) || !sameName(member, name) || --count > 0) continue;
         if (fault != Fault::memberStays || count < -kStays) armed_.erase(found);
         reportFails_ = reportFails_ || fault == Fault::report;
-        strike(name + " failed", quiet);
+        strike(std::string(name) + " failed", quiet);
     }
     if (!sameName(member, "ErrorTrack") || !std::exchange(reportFails_, false)) return;
     ++till->desktop.refusals;

@@ -216,12 +216,6 @@ Broken judgeLines(const Happening& h, const Memory& m) {
     const std::string shop = is["cboShop.id"];
     if (h.after.waiting == Waiting::form && !shop.empty() && shop != h.after.shopInForce)
         return "shop: the box shows " + shop + ", in force is " + h.after.shopInForce;
-    for (std::size_t i = 0; i < is.rows.size(); ++i) {
-        std::string tip = is.tips[i];
-        std::erase(tip, ',');
-        if (!tip.empty() && thousandths(tip) != thousandths(is.rows[i][kGood]))
-            return "tip: of a line's former quantity";
-    }
     if (!h.boxes.empty() || h.lostBox() || !was.can("cmdOk")) return {};
     if (!is.can("cmdOk")) return "ok: the editor's went off, and nobody says why";
     if (h.acts("frmRequest", "ok") && h.after.atForm("frmRequest")) return "ok: the editor's does nothing";
