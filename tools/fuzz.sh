@@ -28,7 +28,8 @@ fuzz() {
     cp tests/fuzz/seeds/conversion/* "$corpus"
     split -l 1 -a 3 tests/fuzz/seeds/statements.sql "$corpus/seed-"
     # The seeds' words and signs, to be put between others.
-    grep -ohE "\w+|'[^']*'|[^[:alnum:]\"\\\\ ]+" "$corpus"/seed-* | sort -u | sed 's/.*/" & "/' >"$corpus.words"
+    grep -ohE "[A-Za-z_@]+|[0-9.]+|'[A-Za-z0-9]*'|[<>=]+|[][(),*%+-]" "$corpus"/seed-* | sort -u |
+        sed 's/.*/" & "/' >"$corpus.words"
     nice "build/fuzz/tests/fuzz/$1_fuzz" -max_total_time="$seconds" -seed="$seed" -timeout=10 -rss_limit_mb=1024 \
         -max_len=1000 -dict="$corpus.words" -artifact_prefix="build/fuzz/$1-" "$corpus"
 }
