@@ -85,7 +85,9 @@ TEST_F(LineEntry, ADecimalCommaIsReadTheSameEverywhere) {
     Till till(company);
     till.newRequest().addsLines().scans(item.barcode).puts("txtQuantity", "2,5").user.movesOver("txtQuantity");
     EXPECT_EQ(till.user.control("txtQuantity")->toolTip(), "2.000");
-    till.user.focuses("txtQuantity").types("\r").clicks("cmdOk");
+    till.user.focuses("txtQuantity").types("\r");
+    EXPECT_EQ(basic::val(till.user.rows("lvwpacktype").at(0).at(2)), 2);
+    till.user.clicks("cmdOk");
     EXPECT_EQ(till.backToEditor().column(3), Names{"2.000"});
 }
 
