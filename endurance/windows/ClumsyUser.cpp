@@ -83,16 +83,15 @@ public:
     /// Goes out the way a person would until the register has closed. False when there is no such way.
     bool leaves(const std::atomic<int>& shows) {
         const int before = shows;
-        HWND last = nullptr;
-        for (int step = 0, tries = 0; shows == before && step < 200; ++step) {
+        for (int step = 0; shows == before && step < 200; ++step) {
             const Front at = front();
-            tries = at.window == last ? tries + 1 : 0;
-            last = at.window;
             if (!at.window)
                 Sleep(5);
-            else if (at.box && tries % 3 < 2)
-                tries % 3 == 0 ? press('N', VK_MENU) : press(VK_RETURN); // No; Enter where there is only OK
-            else if (at.box || at.menu || tries % 2 == 0)
+            else if (at.box && random_() % 3 == 0) // by chance, as boxes may lead to one another in a circle
+                press('N', VK_MENU);
+            else if (at.box && random_() % 2 == 0)
+                press(VK_RETURN);
+            else if (at.box || at.menu || random_() % 2 == 0)
                 press(VK_ESCAPE);
             else
                 press(VK_F4, VK_MENU);

@@ -77,7 +77,9 @@ void goRound(const Options& options, Report& report) {
             const automation::ObjectPtr module = support::makeModule(connection, 1);
             RealUser::sits([&] { module->call("Show"); }, [&](RealUser& user) { entersAndLeaves(user, barcode); });
         }
-        if (round == warm) bytes = heapBytes(), held = references(connection);
+        if (round != warm) continue;
+        bytes = heapBytes();
+        held = references(connection);
     }
     const std::string among = "after " + std::to_string(rounds) + " rounds";
     const double lost = static_cast<double>(heapBytes() - bytes) / (rounds - warm);

@@ -108,7 +108,7 @@ TEST_F(Machine, StartsAProgramByItsWholePathOnly) {
     EXPECT_FALSE(started(800));
     win32::startProgram("C:\\Program.exe", "/c echo > C:\\started.txt", false);
     EXPECT_TRUE(started(10000));
-    DeleteFileW(L"C:\\Program.exe");
+    for (const wchar_t* made : {L"C:\\Program.exe", L"C:\\started.txt"}) DeleteFileW(made);
 }
 
 // Natively the same table is used, so it holds what each of the system's ANSI code pages does.
