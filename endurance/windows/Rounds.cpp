@@ -16,7 +16,7 @@ using support::RealUser;
 /// In use in the process's heaps, without what Wine loses with each label that had a font: a block of this size in the
 /// system's own heap.
 long heapBytes() {
-    constexpr DWORD kLostWithLabels = 24;
+    constexpr DWORD kLostWithLabels = 3 * sizeof(void*);
     long long bytes = 0;
     HANDLE heaps[64];
     const DWORD count = std::min<DWORD>(GetProcessHeaps(64, heaps), 64);
