@@ -40,16 +40,6 @@ protected:
     void SetUp() override { company.change("update miscsettings set AllowItemCodeDuplication = 0"); }
 };
 
-TEST_F(Scan, ACodeBecomesTheItemOfTheLine) {
-    Till till(company);
-    opens(till, "scan").types(item.code + "\r");
-    expectItem(till);
-    // Line entry goes on from here as from its own box.
-    till.user.enters("txtQuantity", "3").clicks("cmdOk");
-    EXPECT_EQ(till.backToEditor().column(1), Names{item.code});
-    EXPECT_EQ(till.column(3), Names{"3.000"});
-}
-
 // The dialog does not ask whether the supplying shop carries the item; OK does.
 TEST_F(Scan, AnItemThatTheSupplierDoesNotCarryIsNotWritten) {
     company.change("delete ashopitemdetail" + of + " and shopid = 2");
@@ -61,22 +51,15 @@ TEST_F(Scan, AnItemThatTheSupplierDoesNotCarryIsNotWritten) {
 
 // Line entry asks more of a code.
 TEST_F(Scan, AsksOfACodeOnlyThatItIsOne) {
-    const std::string another = " where itemid = " + other.id;
     const std::string shortcut = "update ashopitemdetail set shortcutno = ";
     // clang-format off
     for (const auto& [what, change, typed, found] : Table<Text, std::string, std::string, bool>{
              {"codes shared says miscsettings", "update miscsettings set AllowItemCodeDuplication = 1", item.code, false},
              {"miscsettings says nothing", "delete miscsettings", item.code, false},
              {"codes shared, by line entry", "update aPAckageSettings set AllowItemCodeDuplication = 1", item.code, true},
-             {"of the other shops' kind", "update aitem set itemtype = 'B'" + of, item.barcode, true},
-             {"not active", "update aitem set active = 0" + of, item.barcode, true},
-             {"a packing that is not active", "update aitempackingdetail set Active = 0" + of, item.barcode, true},
              {"a shortcut number of seven figures", shortcut + "7654321" + of, "7654321", true},
              {"more figures than the shortcut number", shortcut + "7654" + of, "7654321", false},
              {"figures before a comma", shortcut + "7654" + of, "7654,321", true},
-             {"not carried by the other shop", "delete ashopitemdetail" + of + " and shopid = 2", item.barcode, true},
-             {"barcode before code", "update aitem set itemcode = '" + item.barcode + "'" + another, item.barcode, true},
-             {"shortcut before code", "update aitem set itemcode = '" + item.shortcut + "'" + another, item.shortcut, true},
          }) {
         // clang-format on
         SCOPED_TRACE(what);
@@ -105,7 +88,7 @@ TEST_F(Scan, StaysOpenForAnotherCode) {
     EXPECT_EQ(till.readsReport().user.text("txtBarcode"), item.barcode);
     till.breaks("");
     till.user.types("\r");
-    EXPECT_EQ(chosenItem(till), item.id);
+    expectItem(till);
 }
 
 TEST_F(Scan, ClosesWithoutAChoice) {
@@ -208,22 +191,17 @@ TEST_F(FetchDialog, OpensWithTheShopsColumnAndKeepsTheClerksChoice) {
 TEST_F(FetchDialog, TakesAChoiceByItsNumberOnly) {
     Till till(company);
     opens(till, "fetch");
-    const auto chooses = [&](const char* box, std::int32_t number) {
-        till.user.happens([&] {
-            auto* combo = till.user.control<forms::ComboBox>(box);
-            combo->addItem("1; delete aitem", number);
-            combo->setListIndex(combo->newIndex());
-        });
-        till.user.enters("txtFetch", "a\r");
-    };
-    for (const char* box : {"cboFetch", "cboColNames"}) {
-        for (const std::int32_t number : {0, 6, -1}) {
-            chooses(box, number);
-            till.readsReport("Error 9: ");
+    for (const char* box : {"cboFetch", "cboColNames"})
+        for (const std::int32_t number : {0, 6, -1, 2}) {
+            till.user.happens([&] {
+                auto* combo = till.user.control<forms::ComboBox>(box);
+                combo->addItem("1; delete aitem", number);
+                combo->setListIndex(combo->newIndex());
+            });
+            till.user.enters("txtFetch", "a\r");
+            if (number != 2) till.readsReport("Error 9: ");
+            EXPECT_FALSE(till.user.message());
         }
-        chooses(box, 2);
-        EXPECT_FALSE(till.user.message());
-    }
     const std::string sent = till.statements("select distinct(a.itemid)").back();
     EXPECT_TRUE(sent.ends_with(" and v.itemdescription like '%a%' order by ItemDescription")) << sent;
 }
