@@ -73,11 +73,11 @@ TEST_F(LineEntry, ADecimalCommaIsReadTheSameEverywhere) {
         till.newRequest().addsLines().scans(item.barcode).user.enters("txtQuantity", "2" + sign + "5\r");
         EXPECT_EQ(till.user.text("txtQuantity"), "2.5");
         const double entered = packs();
-        till.user.focuses("txtBadQuantity").pastes("\t0" + sign + "5 \r\n");
-        EXPECT_EQ(till.user.text("txtBadQuantity"), "0.5");
+        till.user.focuses("txtBadQuantity").pastes("\t0" + sign + "2 \r\n").types("5"); // behind it
+        EXPECT_EQ(till.user.text("txtBadQuantity"), "0.25");
         till.user.enters("txtsellingprice", "4" + sign + "25").clicks("cmdOk");
         const auto line = till.backToEditor().user.rows("lvwrequest").at(0);
-        EXPECT_EQ(line[3] + " " + line[4] + " " + line[6], "2.500 0.500 4.250");
+        EXPECT_EQ(line[3] + " " + line[4] + " " + line[6], "2.500 0.250 4.250");
         till.changesLine(1);
         EXPECT_EQ(packs(), entered);
     }
