@@ -140,29 +140,25 @@ TEST_F(RegisterEditing, WhatAFailedCommandLeavesIsNotShownToTheNext) {
 }
 
 TEST_F(RegisterEditing, EditHandsTheCurrentRequestToTheEditor) {
-    const Texts remarks = {"plain", "cancelled", "confirmed", "confirmed since"};
-    opensWith({{1, remarks[0]},
-               {2, remarks[1], "20260320", "cancelled"},
-               {3, remarks[2], "20260320", "confirmed"},
-               {4, remarks[3]}});
+    opensWith({{1, "no 1"},
+               {2, "no 2", "20260320", "cancelled"},
+               {3, "no 3", "20260320", "confirmed"},
+               {4, "no 4"}}); // confirmed since
     company.change("update mesRequesttoShopHeader set srhTransfinished = 1 where srhrequestid = 4");
     for (int row = 1; row <= 4; ++row) {
         SCOPED_TRACE(row);
         user().selectsRow("flexMaster", row).clicks("CmdEdit");
         if (row == 3) {
-            EXPECT_EQ(user().message()->icon, forms::MessageIcon::information);
             EXPECT_EQ(user().message()->title, "Retail Back Office");
             user().answers("Request is confirmed, You can't edit", Answer::ok);
         }
         ASSERT_EQ(user().form(), "frmRequest");
         EXPECT_EQ(user().enabled("cmdOk"), row == 1);
         EXPECT_FALSE(user().enabled("cboShop"));
-        EXPECT_EQ(user().text("txtRequestNo"), "GR/" + std::to_string(row));
-        EXPECT_EQ(user().text("txtrequestDate"), "20/03/2026");
+        EXPECT_EQ(user().text("txtRequestNo") + " " + user().text("txtrequestDate") + " " + user().text("txtRemarks"),
+                  "GR/" + std::to_string(row) + " 20/03/2026 no " + std::to_string(row));
         EXPECT_TRUE(user().control<forms::TextBox>("txtrequestDate")->locked()); // an update does not write it
-        EXPECT_EQ(user().text("txtRemarks"), remarks[static_cast<std::size_t>(row - 1)]);
-        EXPECT_EQ(session().editMode, "E");
-        EXPECT_EQ(session().lngOtherShopID, 2);
+        EXPECT_EQ(session().editMode + std::to_string(session().lngOtherShopID), "E2");
         EXPECT_EQ(till->module.master().requestId, row);
         user().clicks("cmdCancel");
         ASSERT_EQ(user().form(), "frmMaster");
@@ -185,32 +181,23 @@ protected:
                              " srhrequestid = " +
                              std::to_string(id));
     }
-    std::string cancelled() {
-        return company.value("select count(*) from mesRequesttoShopHeader where SRHcancelled = 1");
-    }
     Rows audit() {
         return company.rows("select UserID,InterfaceID,DocumentID,DocumentNo,ActionType from loUserAuditing");
     }
 };
 
 TEST_F(Deleting, IsRefusedForWhatIsProcessedOrConfirmed) {
-    const struct {
-        const char *change, *refusal;
-        bool later = false; ///< at another till, after this one has read its list
-    } cases[] = {{"srhused = 1", "Entry Processed,Cannot Delete"},
-                 {"srhused = 1, srhTransfinished = 1", "Entry Processed,Cannot Delete"},
-                 {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete"},
-                 {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", true}};
-    for (const auto& c : cases) {
-        const std::string change = "update mesRequesttoShopHeader set " + std::string(c.change);
+    // Later is at another till, after this one has read its list.
+    for (const auto& [change, refusal, later] :
+         {std::tuple("srhused = 1, srhTransfinished = 1", "Entry Processed,Cannot Delete", false),
+          {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", false},
+          {"srhTransfinished = 1", "Transaction confirmed as finished, Cannot Delete", true}}) {
         has({{1, "first"}});
-        if (!c.later) company.change(change);
-        opens();
-        if (c.later) company.change(change);
+        if (later) opens();
+        company.change(std::string("update mesRequesttoShopHeader set ") + change);
+        if (!later) opens();
         asks(1);
-        ASSERT_TRUE(user().message());
-        EXPECT_EQ(user().message()->icon, forms::MessageIcon::information);
-        user().answers(c.refusal, Answer::ok);
+        user().answers(refusal, Answer::ok);
         EXPECT_EQ(user().form(), "frmMaster");
         EXPECT_EQ(till->statements("BEGIN").size(), 0u);
     }
@@ -261,10 +248,8 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(user().message()->title, "Retail Back Office");
     user().answers("Are you sure you want to Delete  - GR/2 ?", Answer::no);
     EXPECT_EQ(user().form(), "frmMaster");
-    EXPECT_FALSE(till->connection->database().inTransaction());
     EXPECT_EQ(till->statements("ROLLBACK").size(), 1u);
-    EXPECT_EQ(column(kColCancelled), (Texts{"No", "No", "No"}));
-    EXPECT_EQ(cancelled(), "0");
+    EXPECT_EQ(audit(), Rows{});
     confirms(2);
     EXPECT_EQ(user().focus(), "txtcanreason");
     for (const auto& [text, ok] : {std::pair("", false), {"  ", false}, {"wrong", true}, {"", false}}) {
@@ -279,19 +264,12 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(user().focus(), "cmdOk");
     user().types("\r");
     EXPECT_EQ(remarks(2), "Margaret Ellis:entered twice");
-    EXPECT_EQ(session().cancelReason, " entered twice ");
-    EXPECT_EQ(cancelled(), "1");
     EXPECT_EQ(audit(), (Rows{{"1", "1507", "2", "GR/2", "D"}}));
     EXPECT_EQ(column(kColCancelled), (Texts{"No", "Yes", "No"}));
     EXPECT_EQ(grid().rowColour(2), 255);
     EXPECT_NE(grid().rowColour(1), 255);
     expectSelected(2);
     EXPECT_EQ(commands(), "NEP");
-    EXPECT_EQ(session().editMode, "E");
-    // The row alone was read again.
-    EXPECT_EQ(till->statements(" select sRHrequestID").size(), 2u);
-    EXPECT_EQ(till->statements("select * from  mesRequesttoShopHeader where SRHshopid=1 and sRHrequestID  = 2").size(),
-              1u);
     // The dialog comes back empty.
     confirms(3);
     EXPECT_EQ(user().text("txtcanreason"), "");
