@@ -43,7 +43,7 @@ int statusOf(pid_t program) {
 
 /// From the register to a request of one line, or two, up to all items, ready to be stored.
 void entersRequest(Till& till, const std::vector<SampleItem>& items, std::size_t number) {
-    till.another({items.begin(), items.begin() + static_cast<std::ptrdiff_t>(number % items.size() + 1)});
+    till.newRequest().enters({items.begin(), items.begin() + static_cast<std::ptrdiff_t>(number % items.size() + 1)});
 }
 
 /// Stores so many requests. How often a second OK was needed.

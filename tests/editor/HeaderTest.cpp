@@ -72,30 +72,21 @@ TEST_F(Header, NumbersFollowTheHighestOfTheirPrefix) {
         till.newRequest().enters({item}).saves();
         EXPECT_EQ(newest(company, "srhrequestno"), next);
     }
-}
-
-TEST_F(Header, PastTheLastNumberThereIsOneReportAndNothingIsStored) {
-    const auto renumber = [this](const std::string& number) {
-        company.change("update mesRequesttoShopHeader set srhrequestno = '" + number +
-                       "' where srhshopid = 1 and srhrequestid = 1");
-    };
-    renumber("GR/32767");
-    const std::string before = newest(company, "srhrequestid");
+    // Past it there is one report, and nothing is stored until there is another prefix.
     Till till(company);
     till.newRequest().enters(items).user.clicks("cmdOk");
     till.readsReport("Error 6: Overflow. The request numbers that begin with \"GR/\" end at 32767");
     EXPECT_EQ(till.lines().count(), 3);
     EXPECT_EQ(till.user.text("txtRequestNo"), "");
-    EXPECT_EQ(newest(company, "srhrequestid"), before);
-    renumber("GR/500");
+    EXPECT_EQ(newest(company, "srhrequestno"), "GR/32767");
+    company.change("update aPrefix set Prefix = 'GS/' where Prefix = 'GR/'");
     till.saves();
-    EXPECT_EQ(newest(company, "srhrequestno"), "GR/501");
+    EXPECT_EQ(newest(company, "srhrequestno"), "GS/1");
 }
 
 TEST_F(Header, ANumberWithAnApostropheIsLookedUpAsItStands) {
     Till till(company);
     till.newRequest().enters({item}).puts("txtRequestNo", "it's \u2032 or").saves();
-    EXPECT_EQ(till.errors(), Names{});
     EXPECT_EQ(
         till.statements("select SRHrequestID from mesRequesttoShopHeader where srhrequestno='it''s '' or'").size(), 1u);
 }
@@ -271,10 +262,7 @@ TEST_F(Header, ARequestOfWhichNobodyKnowsWhetherItIsFinalIsNotChanged) {
     Till till(company);
     till.breaks("select SRHTransfinished");
     EXPECT_EQ(till.editRequest(kStored).readsReport("frmMaster , CmdEdit_Click").user.form(), "frmMaster");
-    till.breaks("");
-    EXPECT_EQ(till.user.clicks("cmdnew").form(), "frmRequest");
-    EXPECT_EQ(till.lines().count(), 0) << "lines of the request that was not opened";
-    EXPECT_EQ(till.user.text("cboShop"), "");
+    EXPECT_EQ(till.newRequest(0).lines().count(), 0) << "lines of the request that was not opened";
     EXPECT_TRUE(till.user.enabled("cmdOk"));
 }
 

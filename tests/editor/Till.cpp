@@ -5,7 +5,7 @@
 namespace editor {
 
 Till& Till::newRequest(int supplier) {
-    opens();
+    if (user.form() != "frmMaster") opens();
     user.clicks("cmdnew");
     EXPECT_EQ(user.form(), "frmRequest");
     if (supplier != 0) picksShop(supplier);
@@ -49,12 +49,6 @@ Till& Till::enters(const Items& items) {
     backToEditor();
     EXPECT_EQ(lines().count(), static_cast<int>(items.size()));
     return *this;
-}
-
-Till& Till::another(const Items& items) {
-    user.clicks("cmdnew");
-    picksShop(kSupplier);
-    return enters(items);
 }
 
 Till& Till::backToEditor() {

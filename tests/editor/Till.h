@@ -25,7 +25,7 @@ class Till : public support::Till {
 public:
     explicit Till(const CompanyFile& company, support::Seat seat = {}) : support::Till(company, seat) {}
 
-    /// From nothing to an empty request; `supplier` 0 leaves the shop unchosen.
+    /// From nothing or the register to an empty request; `supplier` 0 leaves the shop unchosen.
     Till& newRequest(int supplier = kSupplier);
     /// From nothing to the stored request of that id.
     Till& editRequest(const std::string& id);
@@ -38,8 +38,6 @@ public:
     Till& line(const SampleItem& item, const std::string& quantity);
     /// From the editor: enters lines of quantity 1, 2, 3... and comes back.
     Till& enters(const Items& items);
-    /// From the register: another new request with these lines.
-    Till& another(const Items& items);
     /// From line entry back to the editor.
     Till& backToEditor();
 
