@@ -1,6 +1,5 @@
 // From a code, or the search, to the item of a line: what is found, what is refused, and what then stands in the boxes.
 #include "automation/RunTimeError.h"
-#include "basic/Conversion.h"
 #include "common/Fetch.h"
 #include "sandbox/suite/StandIns.h"
 #include "screens/lines/frmRequestDetail.h"
