@@ -246,7 +246,6 @@ TEST_F(Deleting, AsksOnceMoreAndWithAReasonCancelsTheRequest) {
     EXPECT_EQ(user().message()->defaultAnswer, Answer::no);
     EXPECT_EQ(user().message()->title, "Retail Back Office");
     user().answers("Are you sure you want to Delete  - GR/2 ?", Answer::no);
-    EXPECT_EQ(user().form(), "frmMaster");
     EXPECT_EQ(till->statements("ROLLBACK").size(), 1u);
     EXPECT_EQ(audit(), Rows{});
     confirms(2);

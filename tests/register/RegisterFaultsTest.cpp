@@ -223,13 +223,14 @@ TEST_F(EditedRow, BringsOneRowOfTheGridUpToDate) {
         user().selectsRow("flexMaster", c.row);
         user().happens([&] {
             session().editMode = c.mode;
+            till->desktop.userLocale = {basic::DateOrder::monthDayYear, '/', "M/d/yyyy"};
             UpdateEditedRow(till->module, grid(), till->module.master().listQuery,
                             " srhrequestid =" + std::to_string(c.sought));
         });
         EXPECT_EQ(column(kColNumber), c.numbers);
         expectSelected(c.current);
         if (c.sought != 7) continue;
-        EXPECT_EQ(current(kColId) + current(kColRemarks) + current(kColDate), "731/03/2026");
+        EXPECT_EQ(current(kColId) + current(kColRemarks) + current(kColDate), "73/31/2026");
     }
     // A list that could not be filled has one column.
     till.emplace(company);
