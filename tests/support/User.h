@@ -2,7 +2,6 @@
 #pragma once
 
 #include "forms/UserInput.h"
-#include "tests/support/Keyboard.h"
 #include "tests/support/ScriptedDesktop.h"
 
 #include <functional>
@@ -12,6 +11,7 @@
 
 namespace support {
 
+struct Stroke;
 using Rows = std::vector<std::vector<std::string>>;
 /// A grid's data rows, hidden columns too, or the text and the sub-items of each line of a list.
 Rows rowsOf(const forms::Control& control);
