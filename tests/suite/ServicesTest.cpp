@@ -2,8 +2,6 @@
 #include "basic/Calendar.h"
 #include "tests/suite/Suite.h"
 
-#include "tests/support/Scratch.h"
-
 namespace {
 
 using forms::kSystemColour;

@@ -3,14 +3,12 @@
 
 #include "sandbox/suite/StandIns.h"
 #include "tests/basic/ExpectError.h"
-#include "tests/forms/SampleForm.h"
+#include "tests/forms/FormTest.h"
 #include "tests/support/Till.h"
-
-#include <gtest/gtest.h>
 
 namespace suite {
 
-class StandInTest : public testing::Test {
+class StandInTest : public FormTest {
 protected:
     StandInTest() { form->ensureLoaded(); }
     automation::ObjectPtr standIn(const char* progId, const std::string& folder = "") {
@@ -18,9 +16,6 @@ protected:
     }
 
     support::CompanyFile company;
-    support::ScriptedDesktop desktop;
-    support::User user{desktop};
-    std::shared_ptr<SampleForm> form = std::make_shared<SampleForm>(desktop);
 };
 
 } // namespace suite
