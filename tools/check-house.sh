@@ -32,7 +32,7 @@ rule() {
     fi
 }
 
-grep -nE '_WIN32|__MINGW|<windows\.h>' "${code[@]}" | grep -vE "$windowsRooms|^(sandbox/database/ServerTime\.cpp|tests/support/TestFolder\.h):" |
+grep -nE '_WIN32|__MINGW|<windows\.h>' "${code[@]}" | grep -vE "$windowsRooms|^(sandbox/database/ServerTime\.cpp|tests/support/Scratch\.h):" |
     rule "only the Windows rooms ask for Windows"
 
 grep -P '\tsqlite3(ext)?\.h$' <<<"$includes" | grep -vE '^(sandbox/database|benchmarks)/' |
@@ -72,7 +72,7 @@ grep -nIEo '(https?|ftp)://[A-Za-z0-9.-]+' "${files[@]}" | grep -v '://schemas\.
 # A name in the folder of all users that can be guessed can be taken by somebody else first.
 grep -nIE 'temp_directory_path|TempDir\(|tmpnam|tempnam|\$\{?TMPDIR' \
     $(those '^((tests|tools|endurance|benchmarks)/|(run|test|bench|stress|package)$)') |
-    grep -vE '^(tests/support/TestFolder\.h|tools/check-house\.sh):|GetTempFileName' |
+    grep -vE '^(tests/support/Scratch\.h|tools/check-house\.sh):|GetTempFileName' |
     rule "only TestFolder, mkdtemp and mktemp make files for a while"
 
 [ "$failed" -eq 0 ] && [ ${#code[@]} -gt 0 ]

@@ -2,7 +2,6 @@
 #include "tests/database/SmallCompany.h"
 
 #include <chrono>
-#include <filesystem>
 
 namespace {
 
@@ -24,7 +23,7 @@ TEST(Connection, ExecutesAndSaysWhatHappened) {
     EXPECT_EQ(errorOfCall(connection, "Execute", "select nothing"), kSyntaxError);
     EXPECT_EQ(errorOfCall(connection, "Execute"), automation::kWrongNumberOfArguments);
     // The trace holds every statement as it was sent, one a line.
-    const std::string path = freshPath("trace.sql");
+    const std::string path = support::scratch("trace.sql");
     connection->traceTo(path);
     connection->call("BeginTrans");
     connection->call("Execute", "update acity\r\nset CityName =\n 'a' where  cityid=1");
@@ -35,7 +34,7 @@ TEST(Connection, ExecutesAndSaysWhatHappened) {
 }
 
 TEST(Connection, OpensByConnectionStringAndCloses) {
-    const std::string path = freshPath("shop.db");
+    const std::string path = support::scratch("shop.db");
     smallCompany(path)->call("Close");
     const auto connection = std::make_shared<Connection>();
     EXPECT_EQ(errorOfCall(connection, "Execute", kCount), kObjectClosed);
@@ -93,8 +92,8 @@ TEST(Connection, IsOccupiedUntilAForwardOnlyResultIsReadOrClosed) {
 
 class TwoUsers : public testing::Test {
 protected:
-    const std::string path = freshPath("shared.db");
-    ConnectionPtr first = smallCompany(path), second = openConnection(path);
+    const support::TestFolder folder;
+    ConnectionPtr first = smallCompany(folder.file("shared.db")), second = openConnection(folder.file("shared.db"));
 };
 
 TEST_F(TwoUsers, SeeOneAnothersWorkOnlyWhenItIsCommitted) {

@@ -2,7 +2,6 @@
 
 #include "basic/Format.h"
 #include "basic/Numbers.h"
-#include "tests/support/Scratch.h"
 
 namespace database_test {
 
@@ -34,12 +33,6 @@ std::string rows(sandbox::Connection& connection, const std::string& statement) 
         for (std::size_t i = 0; i < values.size(); ++i) text += (i ? "," : "") + shown(values[i]);
     }
     return text;
-}
-
-std::string freshPath(const std::string& name) {
-    std::string path = support::scratch(name);
-    std::filesystem::remove(path);
-    return path;
 }
 
 } // namespace database_test

@@ -6,6 +6,7 @@
 #include "sandbox/database/Errors.h"
 #include "sandbox/database/Recordset.h"
 #include "tests/basic/ExpectError.h"
+#include "tests/support/Scratch.h"
 
 #include <string>
 #include <vector>
@@ -41,8 +42,5 @@ inline Value field(const RecordsetPtr& records, const std::string& name) {
 inline void setField(const RecordsetPtr& records, const std::string& name, Value value) {
     records->call("Fields", name).object().put("Value", std::move(value));
 }
-
-/// A path for a company's file that nothing uses yet.
-std::string freshPath(const std::string& name);
 
 } // namespace database_test

@@ -5,8 +5,8 @@
 #include "sandbox/database/Company.h"
 #include "sandbox/tryout/OpenDialogs.h"
 #include "tests/support/PortableSystem.h"
+#include "tests/support/Scratch.h"
 #include "tests/support/ScriptedDesktop.h"
-#include "tests/support/TestFolder.h"
 #include "tests/support/User.h"
 
 #include <functional>
