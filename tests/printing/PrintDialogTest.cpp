@@ -1,5 +1,5 @@
 // The Print button, its dialog and the three ways out of it, as a clerk uses them.
-#include "tests/support/Till.h"
+#include "tests/road/Screens.h"
 
 #include <gtest/gtest.h>
 
@@ -15,30 +15,17 @@ protected:
     CompanyFile company;
     Till till{company};
 
-    /// The sample settings with some of their lines replaced.
+    /// The sample settings with others before them; of two the first one holds.
     void sets(std::initializer_list<std::pair<std::string, std::string>> values) {
         std::string text = till.system.readFile(kSettings);
-        for (const auto& [key, value] : values) {
-            const std::size_t at = text.find("\n" + key + " :=");
-            ASSERT_NE(at, std::string::npos) << key;
-            const std::size_t from = at + 1 + key.size() + 3;
-            text.replace(from, text.find("\r\n", from) - from, value);
-        }
+        for (const auto& [key, value] : values) text.insert(0, key + " :=" + value + "\r\n");
         till.system.files[kSettings] = text;
     }
-    void clicksPrint() {
-        till.opens();
-        till.user.selectsRow("flexMaster", 1);
-        till.user.clicks("cmdPrev");
-    }
     void opensDialog() {
-        clicksPrint();
+        road::openPrint(till);
         ASSERT_EQ(till.user.form(), "frmPrint");
     }
-    void leaves(const char* option) {
-        till.user.clicks(option);
-        till.user.clicks("cmdOK");
-    }
+    void leaves(const char* option) { till.user.clicks(option).clicks("cmdOK"); }
     /// Reads all boxes away that are up.
     std::string reads() {
         std::string told;
@@ -177,7 +164,7 @@ TEST_F(PrintDialog, WithoutItsSettingTheButtonReportsAndOpensNothing) {
           {70, "", std::string("Error 70: Cannot read: ") + kSettings}}) {
         till.system.files[kSettings] = content;
         till.system.refused = {{refused == 0 ? "" : kSettings, refused}};
-        clicksPrint();
+        road::openPrint(till);
         ASSERT_TRUE(till.user.message());
         EXPECT_EQ(till.user.message()->icon, forms::MessageIcon::critical);
         if (!said.empty() && refused != 70) {
@@ -211,10 +198,8 @@ TEST(ReportPreview, ShowsTheRequestAsAReport) {
           {1700, "reqtoshop.rpt", request, "Request To Shop - "}}) {
         Till till(company, {.screenId = kind.screenId});
         auto& user = till.user;
-        till.opens();
-        user.selectsRow("flexMaster", 1);
-        const auto row = user.rows("flexMaster").at(0);
-        user.clicks("cmdPrev");
+        road::openPrint(till);
+        const auto row = support::rowsOf(till.module.master().flexMaster).at(0);
         user.clicks("cmdOK");
         ASSERT_EQ(user.form(), "ReportWindow") << (user.message() ? user.message()->text : "");
         EXPECT_EQ(user.caption(), kind.title);

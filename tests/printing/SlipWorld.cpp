@@ -115,8 +115,6 @@ std::string SlipWorld::settingsText(const Settings& changes) {
 
 void SlipWorld::setSettings(const std::string& content) { system.files[kSettingsFile] = content; }
 
-std::string SlipWorld::settings() const { return system.files.at(kSettingsFile); }
-
 std::string SlipWorld::portFile() { return support::scratch("SLIP.TXT"); }
 
 std::string SlipWorld::print(int request) {

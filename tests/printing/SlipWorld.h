@@ -31,7 +31,6 @@ public:
     /// What fills an empty company, in the server's own statements.
     static std::string companyScript();
     void setSettings(const std::string& content);
-    std::string settings() const;
     /// The slip as the port got it; on a real machine the port is a file.
     std::string print(int request);
 
