@@ -16,6 +16,7 @@ namespace {
 using namespace road;
 using support::CompanyFile;
 using support::Till;
+using support::User;
 
 using Act = std::function<void(Till& till)>;
 
@@ -26,21 +27,15 @@ struct Fault {
     Act act;
 };
 
-Act clicks(const char* button) {
-    return [=](Till& till) { till.user.clicks(button); };
+/// What a person does.
+template <class... Given, class... Takes> Act does(User& (User::*act)(Takes...), Given... given) {
+    return [=](Till& till) { (till.user.*act)(given...); };
 }
-Act rightClicks(const char* control) {
-    return [=](Till& till) { till.user.rightClicks(control); };
-}
-Act types(const std::string& keys) {
-    return [=](Till& till) { till.user.types(keys); };
-}
-Act presses(std::int16_t key, std::int16_t shift = 0) {
-    return [=](Till& till) { till.user.presses(key, shift); };
-}
-Act enters(const char* box, const char* keys) {
-    return [=](Till& till) { till.user.enters(box, keys); };
-}
+Act clicks(const char* button) { return does(&User::clicks, button); }
+Act rightClicks(const char* control) { return does(&User::rightClicks, control); }
+Act types(const std::string& keys) { return does(&User::types, keys); }
+Act presses(std::int16_t key, std::int16_t shift = 0) { return does(&User::presses, key, shift); }
+Act enters(const char* box, const char* keys) { return does(&User::enters, box, keys); }
 Act picksShop(int id) {
     return [=](Till& till) { till.picksShop(id); };
 }
@@ -79,9 +74,7 @@ Act stuck(const char* name, const Act& act) {
         control->attach(nullptr);
     };
 }
-Act movesOver(const char* name) {
-    return stuck(name, [=](Till& till) { till.user.movesOver(name); });
-}
+Act movesOver(const char* name) { return stuck(name, does(&User::movesOver, name)); }
 /// The act, on an editor with so many lines of which the last is chosen.
 Act amongLines(int count, const Act& act) {
     return [=](Till& till) {
