@@ -86,17 +86,12 @@ Act amongLines(int count, const Act& act) {
         act(till);
     };
 }
-/// Line entry from which F11 opens the dialog.
-Act openBelow(const char* dialog) {
-    return [=](Till& till) {
-        sandbox::openOverLineEntry(till.module, dialog);
-        openLineEntry(till);
-    };
+Act goesOver(const char* dialog) {
+    return [=](Till& till) { goOver(till, dialog); };
 }
 
 const Act openNothing = inTurn({});
 const Act openOnNumbers = inTurn({openLineEntry, enters("txtQuantity", "1"), enters("txtBadQuantity", "1")});
-const Act f11 = presses(forms::kKeyF11), del = presses(forms::kKeyDelete);
 const Act scans = [](Till& till) {
     till.user.types(support::requestableItems(CompanyFile(), 1, 2, 1).front().barcode + "\r");
 };
@@ -159,7 +154,7 @@ const Fault kFaults[] = {
     {"frmRequest |cboShop_Click ", openEditor, "", inTurn({picksShop(2), amongLines(1, unseen(picksShop(3)))})},
     {"frmRequest |mnuAdd_Click", openEditor, "", amongLines(32768, types("\n"))}, // the current line has 16 bits
     {"frmRequest |mnuEdit_Click ", openEditor, "", amongLines(32768, types("\r"))},
-    {"frmRequest |mnudel_Click ", openEditor, "", amongLines(1, unseen(del))},
+    {"frmRequest |mnudel_Click ", openEditor, "", amongLines(1, unseen(presses(forms::kKeyDelete)))},
     {"frmRequest |lvwrequest_MouseDown", openEditor, "", unseen(rightClicks("lvwrequest"))},
     {"frmRequest |FillReorderSuggestions", openEditor, "vwinquiryshopstock",
      happens([](auto& m) { m.request().FillReorderSuggestions(); })},
@@ -192,10 +187,10 @@ const Fault kFaults[] = {
     {"basGRtoShop |fnGetUnitCode", openLineEntry, "u.UnitCode", entersLine},
     {"basGRtoShop |FillPackingTypes", openLineEntry, "apackingtype ap", scans},
     {"basGRtoShop |FillPackingQuantities", openLineEntry, "pk.quantity", inTurn({scans, types("4\r")})},
-    {"frmscanBc |Form_Load ", openBelow("scan"), "CommonModule.clsCommongen", f11},
+    {"frmscanBc |Form_Load ", openLineEntry, "CommonModule.clsCommongen", goesOver("scan")},
     {"frmscanBc |txtBarcode_KeyPress ", openScan, "packingbarcode", types("1\r")},
-    {"FrmFetch|Form_Load ", openBelow("fetch"), "clsFormcolor.Applyformcolor", f11},
-    {"FrmFetch|Form_Activate ", openBelow("fetch"), "defaultfetch", f11},
+    {"FrmFetch|Form_Load ", openLineEntry, "clsFormcolor.Applyformcolor", goesOver("fetch")},
+    {"FrmFetch|Form_Activate ", openLineEntry, "defaultfetch", goesOver("fetch")},
     {"FrmFetch|txtFetch_KeyPress ", openFetch, "like", types("1\r")},
     {"FrmFetch|txtFetch_KeyUp ", openFetch, "", inTurn({picksOther("cboSearch", -1), enters("txtFetch", "a")})},
     {"FrmFetch|cmdOk_Click ", openFetch, "intersect", inTurn({happens(choosesSecond), clicks("cmdOk")})},

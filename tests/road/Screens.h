@@ -16,13 +16,19 @@ inline void openLineEntry(support::Till& till) {
     till.picksShop(2);
     till.user.focuses("lvwrequest").types("\n");
 }
-inline void openOverLines(support::Till& till, const char* dialog) {
+/// From line entry to a dialog that no screen opens.
+inline void goOver(support::Till& till, const char* dialog) {
     sandbox::openOverLineEntry(till.module, dialog);
-    openLineEntry(till);
     till.user.presses(forms::kKeyF11);
 }
-inline void openScan(support::Till& till) { openOverLines(till, "scan"); }
-inline void openFetch(support::Till& till) { openOverLines(till, "fetch"); }
+inline void openScan(support::Till& till) {
+    openLineEntry(till);
+    goOver(till, "scan");
+}
+inline void openFetch(support::Till& till) {
+    openLineEntry(till);
+    goOver(till, "fetch");
+}
 inline void openPrint(support::Till& till) {
     till.opens();
     till.user.selectsRow("flexMaster", 1).clicks("cmdPrev");
