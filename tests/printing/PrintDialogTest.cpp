@@ -21,10 +21,6 @@ protected:
         for (const auto& [key, value] : values) text.insert(0, key + " :=" + value + "\r\n");
         till.system.files[kSettings] = text;
     }
-    void opensDialog() {
-        road::openPrint(till);
-        ASSERT_EQ(till.user.form(), "frmPrint");
-    }
     void leaves(const char* option) { till.user.clicks(option).clicks("cmdOK"); }
     /// Reads all boxes away that are up.
     std::string reads() {
@@ -43,7 +39,7 @@ TEST_F(PrintDialog, TheSettingsChooseTheDestination) {
                                                     {"0", "1x", "OptWindowsPrint"},
                                                     {"1", "2", "optScreen"}}) {
         sets({{"printtoscreen", toScreen}, {"windowsprint", reports}});
-        opensDialog();
+        road::openPrint(till);
         EXPECT_TRUE(till.user.control<forms::OptionButton>(chosen)->value()) << toScreen << reports;
         EXPECT_EQ(till.user.visible("OptWindowsPrint"), *reports == '1');
         if (*reports != '1') { // and where a component shows it
@@ -69,7 +65,7 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
         till.system.windows = folder;
         till.desktop.missingProgram = missing;
         till.desktop.programs.clear();
-        opensDialog();
+        road::openPrint(till);
         till.desktop.pointers.clear();
         till.user.clicks("cmdOK");
         EXPECT_EQ(till.desktop.pointers, (std::vector{forms::Pointer::hourglass, forms::Pointer::normal}));
@@ -77,7 +73,7 @@ TEST_F(PrintDialog, TheSlipIsShownInTheEditorOfWindowsOrWrittenToThePort) {
         EXPECT_EQ(till.desktop.programs, std::vector<std::string>{started});
         till.user.clicks("CmdClose");
     }
-    opensDialog();
+    road::openPrint(till);
     leaves("optPrint");
     EXPECT_EQ(till.user.form(), "frmMaster");
     const std::string& slip = till.system.files["\\\\SERVER\\SLIPS"];
@@ -134,7 +130,7 @@ TEST_F(PrintDialog, WhatFailsOutsideIsToldByItsName) {
         sets({{"windowsprint", *c.option == 'O' ? "1" : "0"}, {"port", "LPT1"}});
         till.system.files["C:\\ShopReq.txt"] = "the last slip";
         c.fails();
-        opensDialog();
+        road::openPrint(till);
         leaves(c.option);
         const std::string told = reads();
         EXPECT_NE(told.find(c.told), std::string::npos) << told;
