@@ -1,6 +1,7 @@
 #include "endurance/clerk/Run.h"
 
 #include "basic/Calendar.h"
+#include "common/basGRtoShop.h"
 #include "endurance/Endurance.h"
 #include "sandbox/data/Random.h"
 
@@ -82,9 +83,9 @@ void Round::rival(const Memory& m, int which, int how) {
         const std::string values = std::to_string(ids.back() + 1) + "," + std::to_string(m.shop);
         company_.change("insert into mesRequesttoShopHeader (srhrequestid,srhshopid,srhrequestno,srhrequestdate,"
                         "srhtoShopid,SRHremarks,srhrecaddUser,srhNoofDetails,srhtype) values (" +
-                        values + ",'" + nextNumber(last_, m.shop, company_.prefix(m.shop, m.screen)) +
-                        "','20260331',5,'a rival''s','Ann',1,'r');insert into mesRequesttoShopDetail values (" +
-                        values + ",101,5,1,0,0)");
+                        values + "," + goodsreq::quoted(nextNumber(last_, m.shop, company_.prefix(m.shop, m.screen))) +
+                        ",'20260331',5,'a rival''s','Ann',1,'r');insert into mesRequesttoShopDetail values (" + values +
+                        ",101,5,1,0,0)");
     } else if (finality(last_.at(key)).empty()) {
         company_.change("update mesRequesttoShop" + change + "shopid=" + std::to_string(key.first) + " and " +
                         change.substr(change.size() - 3) + "requestid=" + std::to_string(key.second));
